@@ -1,0 +1,33 @@
+# What all floors of the house have in common.
+
+add_library(clui_options INTERFACE)
+target_include_directories(clui_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(clui_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror)
+if(CLUI_SANITIZE)
+  target_compile_options(clui_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(clui_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# A floor of the library: objects compiled as the library needs them.
+#   clui_floor(lex SOURCES a.cc b.cc)
+function(clui_floor name)
+  cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
+  add_library(clui_${name} OBJECT ${ARG_SOURCES})
+  target_link_libraries(clui_${name} PUBLIC clui_options)
+  target_compile_options(clui_${name} PRIVATE -fno-exceptions)
+  target_compile_definitions(clui_${name} PRIVATE YSCM_IMPORT)
+endfunction()
+
+# The tests of a floor: one program, from the sources of tests/NAME and the objects of its floors.
+#   clui_test(lex FLOORS foundation general lex SOURCES a_test.cc)
+function(clui_test name)
+  cmake_parse_arguments(ARG "" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name}_test ${ARG_SOURCES})
+  foreach(floor ${ARG_FLOORS})
+    target_sources(${name}_test PRIVATE $<TARGET_OBJECTS:clui_${floor}>)
+  endforeach()
+  target_link_libraries(${name}_test PRIVATE clui_options GTest::gtest_main ${ARG_LIBRARIES})
+  target_compile_definitions(${name}_test PRIVATE YSCM_IMPORT)
+  gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST)
+endfunction()

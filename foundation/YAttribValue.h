@@ -1,0 +1,65 @@
+// A tagged value: what an argument of a token or a variable holds.
+
+#ifndef FOUNDATION_YATTRIBVALUE_H_
+#define FOUNDATION_YATTRIBVALUE_H_
+
+#include "foundation/YStatus.h"
+#include "foundation/YString.h"
+#include "foundation/YTypes.h"
+
+// The tags that mean something. Any other tag is the null value.
+enum YAttribTag : std::int32_t {
+  YAttribNull = 0,
+  YAttribLong = 2,
+  YAttribDouble = 3,
+  YAttribPoint = 4,
+  YAttribString = 5,
+};
+
+// Copied deeply, the string too. A value keeps the memory of its string when another value is put
+// into it, so that a value that is set again and again stops allocating.
+class YQRT_API YAttribValue {
+ public:
+  std::int32_t tag;  // a YAttribTag
+
+  YAttribValue();  // the null value
+  // A string value: the first `n` bytes of `text`, the whole text when `n` is 0. Null gives an
+  // empty string.
+  YAttribValue(const char* text, unsigned long n);
+  YAttribValue(const YAttribValue& other);
+  YAttribValue(YAttribValue&& other) noexcept;
+  ~YAttribValue();
+
+  YAttribValue& operator=(const YAttribValue& other);
+  YAttribValue& operator=(YAttribValue&& other) noexcept;
+
+  void SetNull();
+  void SetLong(std::int32_t value);
+  void SetDouble(double value);
+  void SetPoint(std::int32_t x, std::int32_t y);
+  void SetString(const char* text);  // copies; null gives an empty string
+  void SetString(const char* text, unsigned long n);
+
+  // The value, for a caller that has tested the tag. With another tag the answer is 0, the empty
+  // text for GetString, and bit 0 of the status is cleared; otherwise the status is set good.
+  std::int32_t GetLong() const;
+  double GetDouble() const;
+  std::int32_t GetLong(YStatus& status) const;
+  double GetDouble(YStatus& status) const;
+  std::int32_t GetPointX(YStatus& status) const;
+  std::int32_t GetPointY(YStatus& status) const;
+  // A pointer into the value, good until the value changes.
+  const char* GetString(YStatus& status) const;
+  // The same without a status: the text of a string value, else the empty text.
+  const char* GetString() const;
+
+ private:
+  union {
+    std::int32_t long_;
+    double double_;
+    std::int32_t point_[2];
+  };
+  YString string_;
+};
+
+#endif  // FOUNDATION_YATTRIBVALUE_H_

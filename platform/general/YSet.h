@@ -1,0 +1,77 @@
+// Hashed sets of plain pointers.
+
+#ifndef PLATFORM_GENERAL_YSET_H_
+#define PLATFORM_GENERAL_YSET_H_
+
+#include <cstdint>
+
+#include "foundation/YTypes.h"
+
+class YQRT_API YSet_virtual_behavior {
+ public:
+  virtual void dummy_func();
+
+ protected:
+  ~YSet_virtual_behavior() = default;
+};
+
+// A set of pointers that it does not own. Items come in the order in which they were attached, on
+// every machine. attach, detach and search cost one hashValue and a compare for each item of the
+// same hash value, whatever the size of the set.
+//
+// There is no virtual destructor, and the destructor does not delete the items: a subclass that
+// owns them calls deleteAll in its own.
+class YQRT_API YSet : public YSet_virtual_behavior {
+ public:
+  YSet();
+  YSet(const YSet&) = delete;
+  YSet& operator=(const YSet&) = delete;
+  ~YSet();
+
+  // Adds the item; null when it is null itself or equals one that is there.
+  void* attach(void* item);
+  // Takes the item out without deleting it; null when it was not there. It is found by its address
+  // under the hash value of this moment.
+  void* detach(void* item);
+  // The stored item that equals the probe: of several, the one attached first. Null when none does.
+  void* search(const void* probe) const;
+  // 1 when search finds one.
+  YWord contains(const void* item) const;
+  // Gives every item to deleteIt and empties the set.
+  void deleteAll();
+
+  std::uint32_t count() const { return count_; }
+
+  // Non-zero when the stored item `a` equals the probe `b`; by default the same pointer.
+  virtual YWord compare(const void* a, const void* b) const;
+  // Items that equal have the same value; by default made from the pointer.
+  virtual unsigned int hashValue(const void* item) const;
+  // What deleteAll does to an item; nothing by default.
+  virtual void deleteIt(void* item);
+  // A new set of the same items.
+  virtual YSet* copy() const;
+
+ protected:
+  // One stored item, in the chain of its bucket and in the order of attaching.
+  struct Entry {
+    void* item;
+    unsigned int hash;
+    Entry* nextInBucket;
+    Entry* next;
+    Entry* previous;
+  };
+  // The first entry of the bucket for a hash value; other values stand in it too.
+  Entry* bucket(unsigned int hash) const;
+
+ private:
+  friend class YAssocSetItr;
+  Entry** buckets_ = nullptr;
+  std::uint32_t bucketCount_ = 0;
+  std::uint32_t count_ = 0;
+  Entry* first_ = nullptr;
+  Entry* last_ = nullptr;
+
+  void grow();
+};
+
+#endif  // PLATFORM_GENERAL_YSET_H_
