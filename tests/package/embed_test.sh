@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs the build into an empty folder, compiles the embedding example against what is there with
+# a host's default flags, by find_package and by pkg-config, and runs both.
+set -euo pipefail
+build=$1 example=$2 compiler=$3
+room=$(mktemp -d)
+trap 'rm -rf "$room"' EXIT
+
+cmake --install "$build" --prefix "$room/there" >/dev/null
+
+cmake -S "$example" -B "$room/found" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+  -DCMAKE_PREFIX_PATH="$room/there" >/dev/null
+ninja -C "$room/found" >/dev/null
+
+export PKG_CONFIG_PATH
+PKG_CONFIG_PATH=$(dirname "$(find "$room/there" -name yqrtClui.pc)")
+libraries=$(dirname "$PKG_CONFIG_PATH")
+read -ra flags < <(pkg-config --cflags --libs yqrtClui)
+"$compiler" -std=c++20 -o "$room/by_pkg_config" "$example/main.cc" "${flags[@]}"
+
+expected=$'result 12\nresult 14\nrefused: twelve\nrefused: less:\ntotal 26'
+for host in "$room/found/embed" "$room/by_pkg_config"; do
+  got=$(printf 'add:5,7 from:10\nless:-4\ntwelve LESS:3 tot\n' |
+    LD_LIBRARY_PATH=$libraries "$host")
+  [ "$got" = "$expected" ] || { printf 'got:\n%s\n' "$got"; exit 1; }
+  ! ldd "$host" | grep -q guile || { echo 'a host without scripts needs Guile'; exit 1; }
+done
