@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <new>
 
 #include "foundation/YTypes.h"
 

@@ -38,9 +38,9 @@ class YQRT_API YString {
   YWord assign(const char* text, unsigned long n);
   YWord assign(const YString& other);
 
-  // Append. The buffer may move, so a caller that keeps a position keeps it as an offset. Room
-  // grows by doubling: appending is linear in what is appended. The source may lie inside the
-  // string.
+  // Append behind `length`. The buffer may move, so a caller that keeps a position keeps it as an
+  // offset. Room grows by doubling: appending is linear in what is appended. The source may lie
+  // inside the string.
   YWord concat(const char* text);
   YWord concat(const char* text, unsigned long n);
 
@@ -78,9 +78,10 @@ class YQRT_API YString {
   static char _out_range_rescue;
 };
 
-// Comparison of the texts, answering 1 or 0.
+// Comparison of the texts up to their NUL, answering 1 or 0. Null counts as the empty text.
 YQRT_API YWord operator==(const YString& a, const YString& b);
 YQRT_API YWord operator!=(const YString& a, const YString& b);
 YQRT_API YWord operator==(const YString& a, const char* b);
+YQRT_API YWord operator!=(const YString& a, const char* b);
 
 #endif  // FOUNDATION_YSTRING_H_

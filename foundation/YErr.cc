@@ -1,0 +1,53 @@
+#include "foundation/YErr.h"
+
+constinit YErrManager YErr;
+
+void YErrManager::pushError(unsigned int code, YErrSeverity severity) {
+  entries_[count_ % Kept] = {code, severity};
+  ++count_;
+  if (listener_ == nullptr || listening_) return;
+  listening_ = true;
+  listener_(listenerWord_, code, severity);
+  listening_ = false;
+}
+
+unsigned int YErrManager::code(int index) const {
+  const Entry* e = entry(index);
+  return e == nullptr ? YErrNothing : e->code;
+}
+
+YErrSeverity YErrManager::severity(int index) const {
+  const Entry* e = entry(index);
+  return e == nullptr ? YErrNote : e->severity;
+}
+
+void YErrManager::setListener(YErrListener listener, void* word) {
+  listener_ = listener;
+  listenerWord_ = word;
+}
+
+const YErrManager::Entry* YErrManager::entry(int index) const {
+  if (index < 0 || index >= Kept) return nullptr;
+  const std::uint64_t back = static_cast<std::uint64_t>(index);
+  return back < count_ ? &entries_[(count_ - 1 - back) % Kept] : nullptr;
+}
+
+YWord cluiNote(unsigned int code) {
+  YErr.pushError(code, YErrNote);
+  return 0;
+}
+
+YWord cluiWarning(unsigned int code) {
+  YErr.pushError(code, YErrWarning);
+  return 0;
+}
+
+YWord cluiError(unsigned int code) {
+  YErr.pushError(code, YErrError);
+  return 0;
+}
+
+YWord cluiFatal(unsigned int code) {
+  YErr.pushError(code, YErrFatal);
+  return 0;
+}

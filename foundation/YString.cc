@@ -1,0 +1,238 @@
+#include "foundation/YString.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "foundation/YKanji.h"
+#include "foundation/YMemory.h"
+#include "foundation/YNumber.h"
+
+namespace {
+
+constexpr unsigned long LongestRoom = 0xFFFFFFFF;
+
+// Stands in for the buffer of every string that has allocated nothing. Its one byte is a NUL, and
+// the only thing that a caller may write into a text of no length is that.
+char NoText[1] = {'\0'};
+
+unsigned long LengthOf(const char* text) {
+  return text == nullptr ? 0 : std::strlen(text);
+}
+
+const char* TextOf(const char* text) {
+  return text == nullptr ? "" : text;
+}
+
+// The allocation of `s`, replaced by one of `room` bytes that begins with what the old one held.
+// Its last byte is a NUL: no store through operator[] reaches it, so a text without a NUL of its
+// own ends there.
+void Reallocate(YString& s, unsigned long room) {
+  if (room > LongestRoom) YOutOfMemory();
+  void* old = s.capacity == 0 ? nullptr : s.buffer;
+  s.buffer = static_cast<char*>(YChecked(std::realloc(old, room)));
+  if (s.capacity == 0) s.buffer[0] = '\0';
+  s.buffer[room - 1] = '\0';
+  s.capacity = static_cast<std::uint32_t>(room);
+}
+
+// Makes room for a text of `length` bytes, at least doubling what is there.
+void GrowFor(YString& s, unsigned long length) {
+  if (length < s.capacity) return;
+  const unsigned long doubled = std::min(2UL * s.capacity, LongestRoom);
+  Reallocate(s, std::max(length + 1, doubled));
+}
+
+void SetLength(YString& s, unsigned long length) {
+  s.length = static_cast<std::uint32_t>(length);
+  if (s.capacity != 0) s.buffer[length] = '\0';
+}
+
+template <class Integer>
+YString& AppendInteger(YString& s, Integer value) {
+  char digits[YNumberRoom];
+  const char* end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+  s.concat(digits, static_cast<unsigned long>(end - digits));
+  return s;
+}
+
+}  // namespace
+
+char YString::_out_range_rescue = '\0';
+
+YString::YString() : buffer(NoText), length(0), capacity(0) {}
+
+YString::YString(int size) : YString() {
+  if (size > 0) expand(static_cast<unsigned long>(size) + 1);
+}
+
+YString::YString(const char* text) : YString() {
+  assign(text);
+}
+
+YString::YString(const char* text, int n) : YString() {
+  if (n > 0) assign(text, static_cast<unsigned long>(n));
+}
+
+YString::YString(const YString& other) : YString() {
+  assign(other);
+}
+
+YString::YString(YString&& other) noexcept
+    : buffer(std::exchange(other.buffer, NoText)),
+      length(std::exchange(other.length, 0)),
+      capacity(std::exchange(other.capacity, 0)) {}
+
+YString::~YString() {
+  if (capacity != 0) std::free(buffer);
+}
+
+YString& YString::operator=(const YString& other) {
+  if (this != &other) assign(other);
+  return *this;
+}
+
+YString& YString::operator=(YString&& other) noexcept {
+  std::swap(buffer, other.buffer);
+  std::swap(length, other.length);
+  std::swap(capacity, other.capacity);
+  return *this;
+}
+
+YWord YString::assign(const char* text) {
+  return assign(text, LengthOf(text));
+}
+
+YWord YString::assign(const char* text, unsigned long n) {
+  if (text == nullptr) n = 0;
+  if (n >= LongestRoom) YOutOfMemory();
+  if (n != 0 && n >= capacity) {
+    YString fresh;
+    Reallocate(fresh, n + 1);
+    std::swap(*this, fresh);
+    std::memcpy(buffer, text, n);  // `text` may lie in the old buffer, which `fresh` holds
+  } else {
+    std::memmove(buffer, TextOf(text), n);
+  }
+  SetLength(*this, n);
+  return 1;
+}
+
+YWord YString::assign(const YString& other) {
+  return assign(other.buffer, other.length);
+}
+
+YWord YString::concat(const char* text) {
+  return concat(text, LengthOf(text));
+}
+
+YWord YString::concat(const char* text, unsigned long n) {
+  if (text == nullptr || n == 0) return 1;
+  // As numbers: `text` may point anywhere.
+  const std::uintptr_t offset =
+      reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(buffer);
+  const bool inside = offset < capacity;
+  const unsigned long whole = length + n;
+  if (n > LongestRoom) YOutOfMemory();
+  GrowFor(*this, whole);
+  std::memmove(buffer + length, inside ? buffer + offset : text, n);
+  SetLength(*this, whole);
+  return 1;
+}
+
+YString& YString::operator<<(const char* text) {
+  concat(text);
+  return *this;
+}
+
+YString& YString::operator<<(const YString& text) {
+  concat(text.buffer, text.length);
+  return *this;
+}
+
+YString& YString::operator<<(char byte) {
+  GrowFor(*this, length + 1UL);
+  buffer[length] = byte;
+  SetLength(*this, length + 1UL);
+  return *this;
+}
+
+YString& YString::operator<<(int value) {
+  return AppendInteger(*this, value);
+}
+
+YString& YString::operator<<(unsigned int value) {
+  return AppendInteger(*this, value);
+}
+
+YString& YString::operator<<(long value) {
+  return AppendInteger(*this, value);
+}
+
+YString& YString::operator<<(unsigned long value) {
+  return AppendInteger(*this, value);
+}
+
+YString& YString::operator<<(double value) {
+  char room[YNumberRoom];
+  concat(room, YPrintDouble(value, room));
+  return *this;
+}
+
+YWord YString::expand(unsigned long n) {
+  if (n <= capacity) return 1;
+  const std::uint32_t old = capacity;
+  Reallocate(*this, n);
+  std::memset(buffer + old, 0, n - old);
+  return 1;
+}
+
+YWord YString::expandDelta(unsigned long n) {
+  if (n > LongestRoom) YOutOfMemory();
+  return expand(capacity + n);
+}
+
+void YString::truncate(std::uint32_t n) {
+  if (n < length) SetLength(*this, n);
+}
+
+int YString::index(char ch, int from) const {
+  if (from < 0) from = 0;
+  const std::uint32_t start = static_cast<std::uint32_t>(from);
+  if (start >= length) return -1;
+  const void* found = std::memchr(buffer + start, ch, length - start);
+  return found == nullptr ? -1 : static_cast<int>(static_cast<const char*>(found) - buffer);
+}
+
+char& YString::operator[](int i) {
+  const std::uint32_t at = static_cast<std::uint32_t>(i);
+  return capacity != 0 && capacity - 1 > at ? buffer[at] : _out_range_rescue;
+}
+
+char YString::operator[](int i) const {
+  const std::uint32_t at = static_cast<std::uint32_t>(i);
+  return capacity != 0 && capacity - 1 > at ? buffer[at] : _out_range_rescue;
+}
+
+YWord YString::toLower() {
+  YFoldCase(buffer);
+  return 1;
+}
+
+YWord operator==(const YString& a, const YString& b) {
+  return a == b.buffer;
+}
+
+YWord operator!=(const YString& a, const YString& b) {
+  return a != b.buffer;
+}
+
+YWord operator==(const YString& a, const char* b) {
+  return std::strcmp(a.buffer, TextOf(b)) == 0 ? 1 : 0;
+}
+
+YWord operator!=(const YString& a, const char* b) {
+  return std::strcmp(a.buffer, TextOf(b)) == 0 ? 0 : 1;
+}

@@ -1,0 +1,38 @@
+#include "platform/general/YLinkList.h"
+
+#include <new>
+
+#include "foundation/YMemory.h"
+
+YRing* YChain::attach(YRing* ring) {
+  ring->previous_ = last_;
+  ring->next_ = nullptr;
+  (last_ == nullptr ? first_ : last_->next_) = ring;
+  last_ = ring;
+  return ring;
+}
+
+YRing* YChain::detach(YRing* ring) {
+  (ring->previous_ == nullptr ? first_ : ring->previous_->next_) = ring->next_;
+  (ring->next_ == nullptr ? last_ : ring->next_->previous_) = ring->previous_;
+  ring->next_ = nullptr;
+  ring->previous_ = nullptr;
+  return ring;
+}
+
+YLinkList::~YLinkList() {
+  while (first() != nullptr) delete detach(first());
+}
+
+void* YLinkList::append(void* item) {
+  attach(YChecked(new (std::nothrow) YRing(item)));
+  return item;
+}
+
+void* YLinkList::detach(void* item) {
+  YRing* ring = first();
+  while (ring != nullptr && ring->item() != item) ring = ring->next();
+  if (ring == nullptr) return nullptr;
+  delete detach(ring);
+  return item;
+}
