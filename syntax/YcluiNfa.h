@@ -1,0 +1,95 @@
+// The walker over a syntax graph.
+
+#ifndef SYNTAX_YCLUINFA_H_
+#define SYNTAX_YCLUINFA_H_
+
+#include "foundation/YTypes.h"
+#include "syntax/YcluiSyntaxGraph.h"
+#include "syntax/YcluiSyntaxNodeStk.h"
+
+// Takes token ids and follows every way through the graph that they allow at once, so that two
+// commands may begin with the same words and part only later. It owns neither the graph nor the
+// indefinite nodes, and a copy walks on from the same place by itself.
+//
+// Every operation is linear in the part of the graph that it reaches and does not recurse. Once the
+// stacks have been as deep as a step needs them, steps do not allocate. All walkers of a process
+// run in one thread, since they leave marks in the nodes; those marks mean nothing between calls.
+class YQRT_API YcluiNfa {
+ public:
+  YcluiNfa() = default;
+  YcluiNfa(const YcluiNfa&) = default;
+  YcluiNfa& operator=(const YcluiNfa&) = default;
+  ~YcluiNfa() = default;
+
+  // Stores the graph, null for none, and resets. Answers what `reset` answers.
+  YWord syntaxGraph(YcluiSyntaxGraph* walked);
+  YcluiSyntaxGraph* syntaxGraph() const { return graph; }
+
+  // Stores the structural node, null for none, whose successors are accepted at any place of a
+  // line. A walk that is under way goes on.
+  void setIndefiniteNode(YcluiSyntaxNode* root) { indefiniteRoot = root; }
+  // The first indefinite node for the token, or null.
+  YcluiSyntaxNode* indefiniteNode(const unsigned long& tokenId) const;
+
+  // Goes to the start of the graph and clears the termination. 0 without a graph, or with one whose
+  // nodes have gone to another: then nothing but indefinite nodes is accepted.
+  YWord reset();
+
+  // Takes a token and answers the node that accepted it; null for a refusal, which changes nothing
+  // and records no code.
+  //
+  // An indefinite node goes before every node of the graph and changes nothing either. Otherwise
+  // nodes come up in this order: the places at which the walker stands, the one noted last first,
+  // then the successors of structural nodes, breadth first. Each structural node is opened the
+  // first time that it comes up. Every node of the token's id that comes up matches, and the walk
+  // goes on behind all of them; the one that came up last is answered. Priorities play no part.
+  //
+  // The line is terminated when a match has a token-free way to the end of the graph. Such a way
+  // neither begins at a closure member nor passes one, and on a cycle of plain structural nodes it
+  // is followed round once. When there is more than one way in a step, YErrAmbiguous is recorded as
+  // YErrNote, last of all, and the step counts all the same.
+  YcluiSyntaxNode* stepNext(const unsigned long& tokenId);
+
+  // Stands as if the node had just accepted a token, `isTerminated` included, and answers it. That
+  // is exact where one node matched in the step that is gone back to; where several did, only the
+  // ways behind this one come back. The start of the graph gives what `reset` gives. Null refuses
+  // everything but indefinite nodes until the next reset or goBack.
+  YcluiSyntaxNode* goBack(YcluiSyntaxNode* node);
+
+  // 1 when an accepted token since the last reset, or the node gone back to, had a token-free way
+  // to the end. Later tokens do not clear it.
+  YWord isTerminated() const { return terminated; }
+
+  // The node that accepted the last token; behind a reset the start of the graph.
+  YcluiSyntaxNode* currentSyntaxNode() const { return currentNode; }
+
+  // Fills `nodes` with the token nodes that could accept the next token, each once; no indefinite
+  // ones. A member of a repeated part brings what follows it along, so of a sequence that repeats
+  // all is listed, though it is accepted in its order only. 0 without a graph or when terminated,
+  // and `nodes` stays as it was.
+  YWord possibleNodes(YcluiSyntaxNodeP_Array& nodes) const;
+
+ protected:
+  YcluiSyntaxGraph* graph = nullptr;
+  YcluiSyntaxNode* indefiniteRoot = nullptr;
+  YWord terminated = 0;
+  YcluiSyntaxNode* currentNode = nullptr;
+  YcluiSyntaxNodeStk nextNodes;     // where the next token is sought, the top first
+  YcluiSyntaxNodeStk workNodes;     // work list of a step
+  YcluiSyntaxNodeStk savedNodes;    // nextNodes as they were when the step began
+  YcluiSyntaxNodeStk matchedNodes;  // the matches of a step, in the order of their coming up
+
+ private:
+  void findMatches(unsigned long tokenId);
+  void meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial);
+  void standBehindMatches();
+  int endsBehindMatches();
+  int waysBehind(YcluiSyntaxNode* node, std::uint64_t serial);
+  int sumOfWays(const YcluiSyntaxNode& node) const;
+
+  static std::uint64_t NewSerial();
+  static bool Mark(YcluiSyntaxNode* node, std::uint64_t serial);
+  static void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes);
+};
+
+#endif  // SYNTAX_YCLUINFA_H_

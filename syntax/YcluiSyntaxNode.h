@@ -1,0 +1,65 @@
+// One state of a syntax graph.
+
+#ifndef SYNTAX_YCLUISYNTAXNODE_H_
+#define SYNTAX_YCLUISYNTAXNODE_H_
+
+#include <cstdint>
+
+#include "foundation/YString.h"
+#include "foundation/YTypes.h"
+#include "platform/general/YLinkList.h"
+
+enum YcluiNodeKind : std::uint16_t {
+  YcluiNodePlain = 0,       // an ordinary node
+  YcluiNodeClosure = 1,     // belongs to a repeated part
+  YcluiNodeIndefinite = 2,  // stands outside the graph and is accepted anywhere in a line
+};
+
+// The list that a node inherits holds its successors, in the order of their `append`. It does not
+// own them: a node may follow any number of nodes, itself included, and a graph owns all its nodes.
+//
+// A node with a `tokenId` of 0 is structural: it accepts nothing and only leads on to its
+// successors. Any other node accepts the token of that id, and only such a node fires its `action`.
+class YQRT_API YcluiSyntaxNode : public YLinkList {
+ public:
+  std::uint32_t tokenId;
+  YString* action = nullptr;  // the command template; owned, null when there is none
+  YcluiNodeKind kind = YcluiNodePlain;
+  std::uint8_t priority = 127;        // what its command brings when it interrupts another
+  std::uint8_t interruptLimit = 127;  // the highest priority that may interrupt its command
+
+  // The id is cut to 32 bits. A null action leaves the node without one.
+  explicit YcluiSyntaxNode(unsigned long id = 0, const char* actionText = nullptr);
+  // A copy without successors, and with an action of its own.
+  YcluiSyntaxNode(const YcluiSyntaxNode& other);
+  YcluiSyntaxNode& operator=(const YcluiSyntaxNode&) = delete;
+  // Leaves the successors alone.
+  ~YcluiSyntaxNode();
+
+  // Makes `text` the action; null makes it an empty text. 0 when there was no action yet and none
+  // could be allocated: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
+  YWord setAction(const char* text);
+
+  // 1 when a command that begins with `other` may interrupt one that began with this node. Two
+  // nodes with the priorities that they were made with always admit each other.
+  YWord admitsInterruptBy(const YcluiSyntaxNode& other) const {
+    return interruptLimit >= other.priority ? 1 : 0;
+  }
+
+ private:
+  // A walk over a graph writes its serial number into the nodes that it has come by, with a note of
+  // its own, and so needs no set of them. What an earlier walk left here has an older number.
+  friend class YcluiNfa;
+  std::int32_t note_ = 0;
+  std::uint64_t mark_ = 0;
+};
+
+// Walks the successors of a node, in the order of its list:
+//   for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) use(i.node());
+class YcluiSuccessorIterator : public YLinkListIterator {
+ public:
+  explicit YcluiSuccessorIterator(const YcluiSyntaxNode& of) : YLinkListIterator(of) {}
+  YcluiSyntaxNode* node() const { return static_cast<YcluiSyntaxNode*>(current()); }
+};
+
+#endif  // SYNTAX_YCLUISYNTAXNODE_H_
