@@ -1,0 +1,65 @@
+// The records of the word dictionary: what every word has in common.
+
+#ifndef LEX_YCLUIKEYWORD_H_
+#define LEX_YCLUIKEYWORD_H_
+
+#include "foundation/YTypes.h"
+#include "lex/YcluiToken.h"
+#include "platform/general/YDictionary.h"
+
+struct YcluiWordLinks;
+
+// A word of the dictionary: a name in lower case, an id of 24 bits and a type. In the two slots of
+// YAssoc the key is the name and the value the id, with the type in bits 24 to 27.
+//
+// Records belong to the YcluiWordTable of a lexer and live until their word is deleted; a token
+// copies what it needs of them. A record whose name found no memory (YErrNoMemory) has the empty
+// name.
+class YQRT_API YcluiKeyword : public YAssoc {
+ public:
+  // A null name gives the empty text. The second form reserves `bufferSize` bytes, at least the
+  // length of the name and 1, for more text behind the name.
+  YcluiKeyword(const char* name, std::uint32_t id, YcluiTokenType type);
+  YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32_t id, YcluiTokenType type);
+  YcluiKeyword(const YcluiKeyword&) = delete;
+  YcluiKeyword& operator=(const YcluiKeyword&) = delete;
+  ~YcluiKeyword() override;
+
+  const char* name() const;
+  std::uint32_t id() const { return idWord() & 0xffffff; }
+  YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
+
+  // The hash of the text under which the word is found first: its shortest form if it declares one,
+  // else its name.
+  unsigned long hashKey() override;
+  // 1 when the word answers to the name of `other`, or to the text `k`. A null text counts as the
+  // empty one, and case counts.
+  YWord equals(const YAssoc* other) override;
+  YWord equalsKey(const void* k) override;
+  YWord matches(const char* text) { return equalsKey(text); }
+
+  // The declared arguments: how many, the type of one (YcluiValueNone when there is none at that
+  // index), all types (null when there are none).
+  virtual int argCount() const;
+  virtual YcluiValueType argType(int index) const;
+  virtual const YcluiValueType* argTypes() const;
+  // The text of an alias, null for an empty one and for any other word.
+  virtual const char* aliasText() const;
+  // The shortest form, null when only the full name is accepted.
+  virtual const char* abbreviation() const;
+
+ protected:
+  // The allocation that holds the name, null when there was no memory.
+  char* nameBuffer() const { return static_cast<char*>(key); }
+
+ private:
+  friend class YcluiWordTable;
+
+  std::uint32_t idWord() const {
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(value));
+  }
+
+  YcluiWordLinks* links = nullptr;  // where the table's indexes hold the record; the table's
+};
+
+#endif  // LEX_YCLUIKEYWORD_H_

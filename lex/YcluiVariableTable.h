@@ -1,0 +1,37 @@
+// The variables of a lexer.
+
+#ifndef LEX_YCLUIVARIABLETABLE_H_
+#define LEX_YCLUIVARIABLETABLE_H_
+
+#include "foundation/YString.h"
+#include "foundation/YTypes.h"
+#include "lex/YcluiVariable.h"
+#include "platform/general/YDictionary.h"
+
+// Owns its records. A new table holds one variable, "presentTime". Nothing removes a variable.
+// Names are kept in lower case and found in any case.
+class YcluiVariableTable : public YDictionary {
+ public:
+  YcluiVariableTable();
+  YcluiVariableTable(const YcluiVariableTable&) = delete;
+  YcluiVariableTable& operator=(const YcluiVariableTable&) = delete;
+  ~YcluiVariableTable();
+
+  // The variable of that name, or null. Costs the length of the name.
+  YcluiVariable* find(const char* key) const;
+
+  // Make a variable and answer it. Null with YErrNameExists when there is one of that name, with
+  // YErrNoMemory when there is no memory, and with YErrOutsideArray for more than YcluiMaxElements
+  // values. `values` may be null when `count` is 0.
+  YcluiVariable* addSimple(const char* name, const YAttribValue& value);
+  YcluiVariable* addArray(const char* name, std::uint32_t count, const YAttribValue* values);
+
+  unsigned int hashValue(const void* item) const override;
+
+ private:
+  mutable YString folded;  // the key of the present find
+
+  YcluiVariable* keep(YcluiVariable* record);
+};
+
+#endif  // LEX_YCLUIVARIABLETABLE_H_
