@@ -82,6 +82,7 @@ const char* YReadDecimal(const char* text, double& value) {
 
 std::size_t YPrintDouble(double value, char (&room)[YNumberRoom]) {
   char* const last = room + YNumberRoom - 1;
+  if (std::isnan(value)) value = std::fabs(value);  // which has no sign to print
   char* end = std::to_chars(room, last, value, std::chars_format::scientific).ptr;
   if (std::isfinite(value)) {
     const int exponent = ExponentOf(room, end);
