@@ -1,0 +1,133 @@
+#include "platform/general/YPathName.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of its own as the working folder, with files and links; names are UTF-8.
+class YPathNameTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.utf8"), nullptr);
+    char name[] = "/tmp/pathname-XXXXXX";
+    ASSERT_NE(mkdtemp(name), nullptr);
+    top_ = fs::canonical(name);
+    old_ = fs::current_path();
+    fs::current_path(top_);
+    for (const char* folder : {"dir", "dir/sub", "\u8868", "\u00E9"}) fs::create_directory(folder);
+    std::ofstream("dir/file") << "x";
+    fs::create_symlink("dir/sub", "link");
+    fs::create_symlink("dir/file", "filelink");
+    fs::create_symlink("../link/new", "dir/tonew");
+    fs::create_symlink(top_ + "/dir/tonew", "tonew");
+    fs::create_symlink("loop", "loop");
+    fs::create_symlink("\u00E9", "accent");
+  }
+  void TearDown() override {
+    fs::current_path(old_);
+    fs::remove_all(top_);
+    std::setlocale(LC_CTYPE, "C");
+  }
+
+  // The full and tidied form of a path, with the top folder written as "@" on both ways.
+  std::string packed(std::string path) const {
+    if (path[0] == '@') path.replace(0, 1, top_);
+    YPathName name(path.c_str());
+    name.expand();
+    name.pack();
+    std::string text = name.path.buffer;
+    if (text.compare(0, top_.size(), top_) == 0) text.replace(0, top_.size(), "@");
+    return text;
+  }
+
+  std::string top_;
+  fs::path old_;
+};
+
+TEST_F(YPathNameTest, OneNameForEverySpelling) {
+  const struct {
+    const char* given;
+    const char* packed;
+  } rows[] = {
+      {"", ""},
+      {"new", "@/new"},
+      {"./dir//../new", "@/new"},
+      {"dir/file", "@/dir/file"},
+      {"@/dir/./file", "@/dir/file"},
+      {"filelink", "@/dir/file"},
+      {"link/new", "@/dir/sub/new"},
+      {"link/../file", "@/dir/file"},
+      {"tonew", "@/dir/sub/new"},  // a link to a file that is still to be made
+      {"dir/tonew", "@/dir/sub/new"},
+      {"dir/sub/", "@/dir/sub"},
+      {"~", "@/~"},
+      {"/", "/"},
+      {"//new-at-top", "/new-at-top"},
+      // No folder that can be resolved: tidied as text, so that opening it fails as before.
+      {"none//./x", "@/none/x"},
+      {"none/../x", "@/none/../x"},
+      {"new/", "@/new/"},
+      {"new/.", "@/new/"},
+      {"dir/file/", "@/dir/file/"},
+      {"loop", "@/loop"},
+      {"loop/x", "@/loop/x"},
+      // Names in the encoding of texts, and one that it has no character for.
+      {"\x95\x5C/../\x95\x5C//\x83\x5C", "@/\x95\x5C/\x83\x5C"},
+      {"\x81\x81\xB1", "@/\x81\x81\xB1"},
+      {"\x85\x5C\x80", "@/\x85\x5C\x80"},
+      {"accent/./new", "@/accent/new"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(packed(row.given), row.packed) << row.given;
+  fs::current_path("\u8868");
+  EXPECT_EQ(packed("x"), "@/\x95\x5C/x");
+  std::setlocale(LC_CTYPE, "C");  // names pass as they are
+  EXPECT_EQ(packed("x"), "@/\u8868/x");
+  EXPECT_EQ(packed("\x95\x5C"), "@/\u8868/\x95\x5C");
+}
+
+TEST_F(YPathNameTest, StaysUsableWhereTheWorkingFolderHasNoName) {
+  fs::current_path("\u00E9");
+  EXPECT_EQ(packed(".//new"), "new");
+  EXPECT_EQ(packed("../dir/sub"), "@/dir/sub");
+  fs::remove(fs::current_path());
+  EXPECT_EQ(packed("new"), "new");
+  fs::create_directory(top_ + "/\u00E9");
+}
+
+TEST_F(YPathNameTest, FileSystemNames) {
+  std::string many;
+  std::string manyUtf8;
+  for (int i = 0; i < 300; ++i) {
+    many += i % 7 == 0 ? "\x80"
+                       : "\x95\x5C"
+                         "a";
+    manyUtf8 += i % 7 == 0 ? "\x80" : "\u8868a";
+  }
+  const struct {
+    std::string text;
+    std::string name;
+  } rows[] = {
+      {"", ""},
+      {"a\\b~", "a\\b~"},
+      {"\x95\x5C/\xB1", "\u8868/\uFF71"},
+      {"\x85\x5C/x", "\x85\x5C/x"},  // no such character
+      {"\x81", "\x81"},
+      {"\x81/\x95\x5C", "\x81/\u8868"},
+      {many, manyUtf8},
+  };
+  for (const auto& row : rows)
+    EXPECT_STREQ(YFileSystemName(row.text.c_str()).buffer, row.name.c_str());
+  std::setlocale(LC_CTYPE, "C");
+  EXPECT_STREQ(YFileSystemName(many.c_str()).buffer, many.c_str());
+}
+
+}  // namespace
