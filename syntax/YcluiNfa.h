@@ -75,8 +75,8 @@ class YQRT_API YcluiNfa {
   YWord terminated = 0;
   YcluiSyntaxNode* currentNode = nullptr;
   YcluiSyntaxNodeStk nextNodes;     // where the next token is sought, the top first
-  YcluiSyntaxNodeStk workNodes;     // work list of a step
-  YcluiSyntaxNodeStk savedNodes;    // nextNodes as they were when the step began
+  YcluiSyntaxNodeStk workNodes;     // work lists of a step
+  YcluiSyntaxNodeStk savedNodes;    // during a step, nextNodes as it found them
   YcluiSyntaxNodeStk matchedNodes;  // the matches of a step, in the order of their coming up
 
  private:

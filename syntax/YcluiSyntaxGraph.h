@@ -54,14 +54,14 @@ class YQRT_API YcluiSyntaxGraph {
   void setPriority(unsigned char priority, unsigned char interruptLimit);
 
  private:
-  // The last link of `start` when no link to `end` was found among them, to be compared only. Links
-  // are added behind it, so while it is the last there is nothing new to look through.
+  // The last link of `start` when none of them led to `end`; only compared, never followed.
   const YRing* searched_ = nullptr;
 
   YWord isEmptied() const { return start == nullptr || end == nullptr ? 1 : 0; }
   YWord canTake(const YcluiSyntaxGraph* graph) const;
   void handOver();
-  void detachEnd();
+  // Takes out the first link from `start` to `end`. Whether there was none.
+  bool detachEnd();
 };
 
 // Destroys the node and all that can be reached from it; nothing for null.
