@@ -1,0 +1,167 @@
+// The primitives that declare words and indefinite syntax.
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <new>
+
+#include "foundation/YErr.h"
+#include "foundation/YMemory.h"
+#include "lex/YcluiLex.h"
+#include "lex/YcluiToken.h"
+#include "parser/YcluiParser.h"
+#include "platform/engine/ScmVMExternal.h"
+#include "script/ycscmArguments.h"
+#include "script/ycscmHandles.h"
+#include "script/ycscmPrimitives.h"
+#include "syntax/YcluiSyntaxNode.h"
+
+namespace {
+
+constexpr std::uint32_t LeastArguments = 2;
+constexpr std::uint32_t MostArguments = 12;
+
+// A call of clui-token, whose arguments are told apart by their types and their places:
+//   parser, [id], word or character, [abbreviation], value types ...
+class WordDeclaration {
+ public:
+  explicit WordDeclaration(std::uint32_t argc) : left_(argc) {}
+
+  // The arguments that are still on the stack.
+  std::uint32_t left() const { return left_; }
+
+  // Takes all arguments but the parser. 0 with the code pushed when one will not do.
+  YWord popWordAndTypes(YStatus& status);
+
+  // Takes the parser; null with the code pushed when it will not do.
+  YcluiParser* popParser(YStatus& status);
+
+  // The id of the new word, 0 when it could not be added.
+  std::uint32_t addTo(YcluiLex& lexer);
+
+ private:
+  std::uint32_t left_;
+  YcluiValueType types_[MostArguments - LeastArguments];
+  std::size_t firstType_ = std::size(types_);  // they come last first and fill from the end
+  const char* word_ = nullptr;
+  const char* abbreviation_ = nullptr;
+  char character_ = 0;
+  bool isCharacter_ = false;
+  std::uint32_t id_ = 0;  // 0 asks for the next number
+
+  YArgNum takeOne() { return static_cast<YArgNum>(left_--); }
+  void popTypes(YStatus& status);
+  void popAbbreviation(YStatus& status);
+  void popWord(YStatus& status);
+  void popId(YStatus& status);
+};
+
+YWord WordDeclaration::popWordAndTypes(YStatus& status) {
+  popTypes(status);
+  if (YStatusIsGood(status)) popAbbreviation(status);
+  if (YStatusIsGood(status)) popWord(status);
+  if (YStatusIsGood(status)) popId(status);
+  return YStatusIsGood(status) ? 1 : cluiWarning(YErrBadTokenArgument);
+}
+
+void WordDeclaration::popTypes(YStatus& status) {
+  while (left_ > LeastArguments && YStatusIsGood(status) && ycscmLongIsOnTop()) {
+    const long type = ScmVMExternal::StackPopLong(status);
+    const YArgNum position = takeOne();
+    if (!ycscmFits<std::int32_t>(type)) ycscmRefuse(position, YScmArgLong, status);
+    types_[--firstType_] = static_cast<YcluiValueType>(type);
+  }
+}
+
+void WordDeclaration::popAbbreviation(YStatus& status) {
+  if (left_ <= LeastArguments || ScmVMExternal::StackStringP() == 0) return;
+  abbreviation_ = ScmVMExternal::StackPopString(status);
+  takeOne();
+}
+
+void WordDeclaration::popWord(YStatus& status) {
+  if (ScmVMExternal::StackCharP() != 0) {
+    character_ = static_cast<char>(ScmVMExternal::StackPopChar(status));
+    isCharacter_ = true;
+    takeOne();
+  } else if (ScmVMExternal::StackStringP() != 0) {
+    word_ = ScmVMExternal::StackPopString(status);
+    takeOne();
+  } else if (abbreviation_ != nullptr && ycscmLongIsOnTop()) {
+    // Only an id is left in front of what looked like an abbreviation: it is the word.
+    word_ = abbreviation_;
+    abbreviation_ = nullptr;
+  } else {
+    ycscmRefuse(static_cast<YArgNum>(left_), YScmArgString, status);
+  }
+}
+
+void WordDeclaration::popId(YStatus& status) {
+  if (left_ != LeastArguments || !ycscmLongIsOnTop()) return;
+  id_ = static_cast<std::uint32_t>(ScmVMExternal::StackPopLong(status));
+  takeOne();
+}
+
+YcluiParser* WordDeclaration::popParser(YStatus& status) {
+  const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
+  takeOne();
+  YcluiParser* parser = YStatusIsGood(status) ? YcluiParser::FindLive(address) : nullptr;
+  if (parser != nullptr) return parser;
+  cluiWarning(YErrBadTokenParser);
+  if (YStatusIsGood(status)) ycscmRefuse(1, YScmArgLong, status);
+  return nullptr;
+}
+
+std::uint32_t WordDeclaration::addTo(YcluiLex& lexer) {
+  if (isCharacter_) return lexer.addKeyword(character_, id_);
+  const std::size_t count = std::size(types_) - firstType_;
+  if (count == 0) return lexer.addKeyword(word_, abbreviation_, id_);
+  return lexer.addKeyword(word_, static_cast<int>(count), types_ + firstType_, id_);
+}
+
+// The id of the new word, 0 when there is none.
+std::uint32_t declareWord(WordDeclaration& declaration, YStatus& status) {
+  if (declaration.popWordAndTypes(status) == 0) return 0;
+  YcluiParser* parser = declaration.popParser(status);
+  return parser == nullptr || parser->lex() == nullptr ? 0 : declaration.addTo(*parser->lex());
+}
+
+}  // namespace
+
+void ycscmToken(std::uint32_t argc, YStatus& status) {
+  YStatusSetGood(status);
+  WordDeclaration declaration(argc);
+  std::uint32_t id = 0;
+  if (argc < LeastArguments || argc > MostArguments) {
+    ScmVMExternal::VMESetWrongNumArgs(argc, LeastArguments, MostArguments, status);
+  } else {
+    id = declareWord(declaration, status);
+  }
+  ScmVMExternal::StackPopN(declaration.left(), status);
+  ScmVMExternal::StackPushLong(id);
+}
+
+void ycscmIndefiniteSyntax(std::uint32_t, YStatus& status) {
+  YStatusSetGood(status);
+  const char* action = ycscmPopString(3, status);
+  if (!YStatusIsGood(status)) {
+    ycscmPrintError("error on (clui-indefinite-syntax)");
+    cluiWarning(YErrBadSyntaxArgument);
+    return;
+  }
+  const std::uint32_t id = ycscmPopTokenId(2, status);
+  if (!YStatusIsGood(status)) return;
+  const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
+  if (!YStatusIsGood(status)) {
+    cluiWarning(YErrBadSyntaxArgument);
+    return;
+  }
+  YcluiParser* parser = ycscmLiveParser(address, status);
+  if (parser == nullptr) return;
+
+  auto* node = YChecked(new (std::nothrow) YcluiSyntaxNode(id, action));
+  parser->addIndefiniteNode(node);
+  const bool isTaken = node->kind == YcluiNodeIndefinite;
+  if (!isTaken) ycscmKeepNode(node);
+  ScmVMExternal::StackPushHandle(node, nullptr, nullptr);
+}
