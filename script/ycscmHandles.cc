@@ -1,28 +1,24 @@
 #include "script/ycscmHandles.h"
 
-#include <functional>
 #include <new>
-#include <unordered_set>
 
 #include "foundation/YErr.h"
 #include "foundation/YMemory.h"
 #include "platform/engine/ScmVMExternal.h"
+#include "platform/general/YSet.h"
 #include "syntax/YcluiSyntaxGraph.h"
 
 namespace {
 
-using Handles =
-    std::unordered_set<void*, std::hash<void*>, std::equal_to<void*>, YAllocator<void*>>;
-
 // Both lists outlive the destructors of a process that ends: what scripts have dropped is still
 // held, not lost.
-Handles& liveFragments() {
-  static Handles* const handles = YChecked(new (std::nothrow) Handles);
+YSet& liveFragments() {
+  static YSet* const handles = YChecked(new (std::nothrow) YSet);
   return *handles;
 }
 
-Handles& keptNodes() {
-  static Handles* const handles = YChecked(new (std::nothrow) Handles);
+YSet& keptNodes() {
+  static YSet* const handles = YChecked(new (std::nothrow) YSet);
   return *handles;
 }
 
@@ -30,12 +26,12 @@ Handles& keptNodes() {
 
 void ycscmPushFragment(std::unique_ptr<YcluiSyntaxGraph> fragment) {
   YcluiSyntaxGraph* handle = fragment.release();
-  liveFragments().insert(handle);
+  liveFragments().attach(handle);
   ScmVMExternal::StackPushHandle(handle, nullptr, nullptr);
 }
 
 std::unique_ptr<YcluiSyntaxGraph> ycscmTakeFragment(void* handle) {
-  if (liveFragments().erase(handle) == 0) {
+  if (liveFragments().detach(handle) == nullptr) {
     cluiWarning(YErrNotAlive);
     return nullptr;
   }
@@ -43,5 +39,5 @@ std::unique_ptr<YcluiSyntaxGraph> ycscmTakeFragment(void* handle) {
 }
 
 void ycscmKeepNode(YcluiSyntaxNode* node) {
-  keptNodes().insert(node);
+  keptNodes().attach(node);
 }
