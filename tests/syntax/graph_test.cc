@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include "foundation/YErr.h"
+#include "syntax/YcluiSyntaxNodeStk.h"
+#include "tests/syntax/allocations.h"
+#include "tests/syntax/syntax_script.h"
+
+namespace {
+
+TEST(Graph, Fragments) {
+  const struct {
+    const char* script;
+    const char* dump;
+  } rows[] = {
+      {"", "s>e; e>"},
+      {"21", "s>t1; t1>t2; t2>e; e>"},
+      {"|1|2", "s>t1 t2; t1>e; t2>e; e>"},
+      {"1|2", "s>t1 t2; t1>e; t2>e; e>"},
+      {"(21&", "s>A; A>t1; t1>t2; t2>B; B>e; e>"},
+      {"(1/", "s>A B; A>t1; B>; t1>C; C>e; e>"},
+      {"|1(2/", "s>A B; A>t2; B>t1; t2>C; t1>e; C>e; e>"},
+      // Repetition leads out first and back second; a new alternative takes the way out.
+      {"1*", "s*>e A; e>; A*>t1; t1*>s"},
+      {"1*|2", "s*>A t2; A*>t1; t2>e; t1*>s; e>"},
+      {"1**", "s*>e A; e>; A*>s B; B*>t1; t1*>A"},
+      // What lies behind a repeated part is not reached by a repetition around it.
+      {"(2(1*&&*", "s*>e A; e>; A*>B; B*>C; C*>D E; D>t2; E*>t1; t2>F; t1*>C; F>s"},
+      {"(7(|6|5*&((43/|2&1",
+       "s>A; A>t1; t1>B; B>C D t2; C>t3; D>; t2>E; t3>t4; E>F; t4>G; F*>H I; G>E; H>t7; "
+       "I*>t6 t5; t7>J; t6*>F; t5*>F; J>e; e>"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Dump(*Build(row.script)), row.dump) << row.script;
+}
+
+// A host may link by hand: whatever its place in the list, one link to the end goes at a time.
+TEST(Graph, AlternativeTakesOutTheFirstLinkToTheEnd) {
+  const auto graph = Build("|1|2|3");
+  graph->start->append(graph->end);
+  graph->start->append(graph->end);
+  graph->insertOr(new YcluiSyntaxNode(4));
+  EXPECT_EQ(Listed(SuccessorsOf(*graph->start), NamesOf(*graph)), "t1 t2 t3 e t4");
+  graph->insertOr(new YcluiSyntaxNode(5));
+  graph->insertOr(new YcluiSyntaxNode(6));
+  // The memory of the link that goes is likely the memory of the one that comes.
+  auto* last = static_cast<YcluiSyntaxNode*>(graph->start->last()->item());
+  graph->start->detach(static_cast<void*>(last));
+  delete last;
+  graph->start->append(graph->end);
+  graph->insertOr(new YcluiSyntaxNode(7));
+  EXPECT_EQ(Listed(SuccessorsOf(*graph->start), NamesOf(*graph)), "t1 t2 t3 t4 t5 t7");
+}
+
+TEST(Graph, RefusesWhatHasGoneElsewhere) {
+  YcluiSyntaxGraph whole;
+  YcluiSyntaxGraph part;
+  YcluiSyntaxNode node(1);
+  ASSERT_EQ(whole.insertAnd(&part), 1U);
+  const std::string before = Dump(whole);
+  EXPECT_EQ(part.start, nullptr);
+  EXPECT_EQ(whole.insertAnd(&part) + whole.insertOr(&part), 0U);
+  EXPECT_EQ(part.insertAnd(&whole) + part.insertOr(&whole), 0U);
+  EXPECT_EQ(whole.insertAnd(&whole) + whole.insertOr(&whole), 0U);
+  EXPECT_EQ(part.insertAnd(&node) + part.insertOr(&node) + part.makeClosure(), 0U);
+  part.setPriority(1, 1);
+  EXPECT_EQ(Dump(whole), before);
+  EXPECT_EQ(node.first(), nullptr);
+}
+
+TEST(Graph, PriorityReachesOneLevel) {
+  const auto graph = Build("(1/|2");
+  graph->setPriority(3, 4);
+  std::vector<YcluiSyntaxNode*> reached;
+  for (YcluiSyntaxNode* node : NodesOf(*graph)) {
+    if (node->priority == 3 && node->interruptLimit == 4) reached.push_back(node);
+  }
+  EXPECT_EQ(reached, SuccessorsOf(*graph->start));
+}
+
+TEST(Node, CopyHasItsOwnActionAndNoSuccessors) {
+  YcluiSyntaxNode node(0x100000005, "do $1");
+  node.kind = YcluiNodeIndefinite;
+  node.priority = 200;
+  node.append(&node);
+  const YcluiSyntaxNode copy(node);
+  node.setAction("else");
+  EXPECT_EQ(copy.tokenId, 5U);
+  EXPECT_STREQ(copy.action->buffer, "do $1");
+  EXPECT_EQ(copy.kind, YcluiNodeIndefinite);
+  EXPECT_EQ(copy.first(), nullptr);
+  EXPECT_EQ(copy.admitsInterruptBy(node), 0U);
+  EXPECT_EQ(node.admitsInterruptBy(YcluiSyntaxNode()), 1U);
+}
+
+TEST(Node, ActionWithoutMemory) {
+  FailNextAllocation();
+  const YcluiSyntaxNode node(1, "do");
+  EXPECT_EQ(node.action, nullptr);
+  EXPECT_EQ(YErr.code(0), YErrNoMemory);
+  EXPECT_EQ(YErr.severity(0), YErrFatal);
+}
+
+TEST(NodeStack, PutGoesUnderAllOthers) {
+  YcluiSyntaxNode nodes[400];
+  YcluiSyntaxNodeStk stack;
+  stack.put(&nodes[0]);
+  EXPECT_TRUE(stack.top() == &nodes[0] && stack.bottom() == &nodes[0]);
+  for (int i = 1; i < 400; ++i) stack.put(&nodes[i]);
+  stack.drop();
+  EXPECT_EQ(stack.size(), 400);  // slots in use, not the room that is kept ahead
+  for (int i = 1; i < 400; ++i) EXPECT_EQ(stack.pop(), &nodes[i]);
+  EXPECT_EQ(stack.isEmpty(), 1U);
+}
+
+}  // namespace

@@ -1,0 +1,195 @@
+#include "syntax/YcluiNfa.h"
+
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <ctime>
+#include <random>
+
+#include "foundation/YErr.h"
+#include "tests/syntax/allocations.h"
+#include "tests/syntax/syntax_script.h"
+#include "tests/syntax/walker_judge.h"
+
+namespace {
+
+class Walker : public YcluiNfa {
+ public:
+  std::vector<YcluiSyntaxNode*> next() const {
+    return {nextNodes(), nextNodes() + nextNodes.count()};
+  }
+  std::vector<YcluiSyntaxNode*> possible() const {
+    YcluiSyntaxNodeP_Array nodes(2);
+    if (possibleNodes(nodes) == 0) return {};
+    return {nodes(), nodes() + nodes.size()};
+  }
+};
+
+// Token 1, then 2 or 3 4, any number of 5 and 6, and 7.
+constexpr char Worked[] = "(7(|6|5*&((43/|2&1";
+
+// Each word a token; what is told is the answer, the next nodes, what is possible, and a "." once
+// the line is terminated, a "!" where the step was noted as ambiguous.
+std::string Walk(const YcluiSyntaxGraph& graph, Walker& walker, unsigned long id) {
+  const Names names = NamesOf(graph);
+  const std::uint64_t errors = YErr.count();
+  const YcluiSyntaxNode* answer = walker.stepNext(id);
+  return (answer == nullptr ? "-" : names.at(answer)) + ": " + Listed(walker.next(), names) +
+         " / " + Listed(walker.possible(), names) + (walker.isTerminated() != 0 ? "." : "") +
+         (YErr.count() > errors && YErr.code(0) == YErrAmbiguous ? "!" : "");
+}
+
+TEST(Walker, Tables) {
+  const struct {
+    const char* script;
+    const char* tokens;
+    std::vector<const char*> steps;
+  } rows[] = {
+      {Worked,
+       "1345637",
+       {"t1: B / t2 t3", "t3: t4 / t4", "t4: G / t7 t6 t5", "t5: F / t7 t6 t5", "t6: F / t7 t6 t5",
+        "-: F / t7 t6 t5", "t7: J / ."}},
+      {"21", "2112", {"-: s / t1", "t1: t2 / t2", "-: t2 / t2", "t2: e / ."}},
+      // A repeated part that stands last is never behind its end; in front it may be left out.
+      {"(1*&2", "211", {"t2: A / t1", "t1: A / t1", "t1: A / t1"}},
+      {"2(1*&", "2", {"t2: e / ."}},
+      // Of a sequence that repeats all is possible, though it comes in its order only.
+      {"(21*&3", "312", {"t3: A / t1 t2", "t1: t2 / t2 t1", "t2: A / t1 t2"}},
+      // Two ways to the end; of plain alternatives the later one is answered, of fragments the
+      // earlier one. The shortest command wins, whatever else is alive.
+      {"|1|1", "11", {"t1': e e / .!", "-: e e / ."}},
+      {"(1/(1/", "1", {"t1': E F / .!"}},
+      {"(1/(21/", "12", {"t1': t2 F / .", "t2: E / ."}},
+      // Two commands that begin alike and part later.
+      {"(21/(31/", "131", {"t1': t3 t2 / t2 t3", "t3: E / .", "-: E / ."}},
+  };
+  for (const auto& row : rows) {
+    const auto graph = Build(row.script);
+    Walker walker;
+    ASSERT_EQ(walker.syntaxGraph(graph.get()), 1U);
+    std::vector<std::string> steps;
+    for (const char* id = row.tokens; *id != 0; ++id) {
+      steps.push_back(Walk(*graph, walker, static_cast<unsigned long>(*id - '0')));
+    }
+    EXPECT_EQ(steps, std::vector<std::string>(row.steps.begin(), row.steps.end())) << row.script;
+  }
+}
+
+TEST(Walker, WithoutAGraphRefuses) {
+  Walker walker;
+  YcluiSyntaxNodeP_Array nodes(2);
+  YcluiSyntaxGraph whole;
+  YcluiSyntaxGraph emptied;
+  whole.insertAnd(&emptied);
+  for (YcluiSyntaxGraph* graph : {static_cast<YcluiSyntaxGraph*>(nullptr), &emptied}) {
+    EXPECT_EQ(walker.syntaxGraph(graph), 0U);
+    EXPECT_EQ(walker.stepNext(1), nullptr);
+  }
+  EXPECT_EQ(Walker().possibleNodes(nodes), 0U);
+  EXPECT_EQ(nodes.size(), 2);
+}
+
+// A line that has come once is read again without allocating.
+TEST(Walker, WarmStepsDoNotAllocate) {
+  const auto graph = Build(Worked);
+  Walker walker;
+  walker.syntaxGraph(graph.get());
+  long before = 0;
+  for (int line = 0; line < 4; ++line) {
+    if (line == 2) before = Allocations();
+    for (const unsigned long id : {1, 3, 4, 5, 6, 3, 7}) walker.stepNext(id);
+    walker.reset();
+  }
+  EXPECT_EQ(Allocations(), before);
+}
+
+TEST(WalkerJudge, RandomGraphsAndWalks) {
+  std::mt19937 random(20);
+  for (int trial = 0; trial < 30000; ++trial) {
+    std::vector<std::uint8_t> bytes(random() % 50 + 42);
+    const bool byHand = trial % 3 == 0;
+    const std::size_t graphSigns = random() % 40 + 2;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      bytes[i] = static_cast<std::uint8_t>(random());
+      if (i < graphSigns) bytes[i] = static_cast<std::uint8_t>(bytes[i] % (byHand ? 255 : 200) + 1);
+    }
+    bytes[graphSigns] = 0;
+    ASSERT_EQ(JudgeWalk(bytes.data(), bytes.size()), "") << trial;
+  }
+}
+
+// All graphs of up to five signs, with all walks of three tokens one after another.
+TEST(WalkerJudge, SmallGraphs) {
+  constexpr std::uint8_t Reset = 6;
+  std::vector<std::uint8_t> bytes(6);
+  for (int walk = 0; walk < 8; ++walk) {
+    bytes.push_back(Reset);
+    for (int i = 0; i < 3; ++i) bytes.push_back((walk >> i) % 2 == 0 ? 8 : 16);
+  }
+  for (int code = 0; code < 7 * 7 * 7 * 7 * 7; ++code) {
+    for (int rest = code, i = 0; i < 5; ++i, rest /= 7) {
+      bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(1 + rest % 7);
+    }
+    ASSERT_EQ(JudgeWalk(bytes.data(), bytes.size()), "") << code;
+  }
+}
+
+// What follows runs on a small stack, and takes hours when it is not linear.
+
+YcluiSyntaxGraph* Chain(int n) {
+  auto* graph = new YcluiSyntaxGraph;
+  for (int i = 0; i < n; ++i) graph->insertAnd(new YcluiSyntaxNode(1));
+  return graph;
+}
+
+YcluiSyntaxGraph* Alternatives(int n) {
+  auto* graph = new YcluiSyntaxGraph;
+  for (int i = 0; i < n; ++i) graph->insertOr(new YcluiSyntaxNode(1));
+  return graph;
+}
+
+// Behind token 1, places at which ways part and meet again, without a token.
+YcluiSyntaxGraph* Partings(int n) {
+  auto* graph = new YcluiSyntaxGraph;
+  for (int i = 0; i < n; ++i) {
+    YcluiSyntaxGraph parting;
+    YcluiSyntaxGraph empty[2];
+    parting.insertOr(&empty[0]);
+    parting.insertOr(&empty[1]);
+    graph->insertAnd(&parting);
+  }
+  graph->insertAnd(new YcluiSyntaxNode(1));
+  return graph;
+}
+
+void* WalkLargeGraphs(void*) {
+  YcluiSyntaxGraph* const graphs[] = {Chain(1000000), Alternatives(1000000), Partings(100000)};
+  for (YcluiSyntaxGraph* graph : graphs) {
+    Walker walker;
+    walker.syntaxGraph(graph);
+    EXPECT_NE(walker.stepNext(1), nullptr);
+    EXPECT_EQ(walker.stepNext(2), nullptr);
+    EXPECT_EQ(walker.isTerminated(), graph == graphs[0] ? 0U : 1U);
+    walker.goBack(graph->start);
+    EXPECT_EQ(walker.possible().size(), graph == graphs[1] ? 1000000U : 1U);
+    graph->makeClosure();
+    walker.reset();
+    for (int i = 0; i < 3; ++i) EXPECT_NE(walker.stepNext(1), nullptr);
+    EXPECT_EQ(walker.possible().empty(), false);
+    delete graph;
+  }
+  return nullptr;
+}
+
+TEST(Walker, LargeGraphs) {
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, 256 * 1024);
+  pthread_t thread;
+  const std::clock_t before = std::clock();
+  ASSERT_EQ(pthread_create(&thread, &attributes, WalkLargeGraphs, nullptr), 0);
+  pthread_join(thread, nullptr);
+  EXPECT_LT(std::clock() - before, 60 * CLOCKS_PER_SEC);
+}
+
+}  // namespace
