@@ -1,6 +1,7 @@
 #include "platform/general/YLinkList.h"
 
 #include <new>
+#include <utility>
 
 #include "foundation/YMemory.h"
 
@@ -21,7 +22,8 @@ YRing* YChain::detach(YRing* ring) {
 }
 
 YLinkList::~YLinkList() {
-  while (first() != nullptr) delete detach(first());
+  YRing* ring = first();
+  while (ring != nullptr) delete std::exchange(ring, ring->next());
 }
 
 void* YLinkList::append(void* item) {

@@ -113,7 +113,7 @@ YSet::Entry* YSet::bucket(unsigned int hash) const {
 // order of attaching holds in the buckets too.
 void YSet::grow() {
   const std::uint32_t wanted = bucketCount_ == 0 ? FirstBuckets : bucketCount_ * 2;
-  Entry** fresh = static_cast<Entry**>(YChecked(std::calloc(wanted, sizeof(Entry*))));
+  Entry** fresh = static_cast<Entry**>(YChecked(std::calloc(wanted, sizeof(void*))));
   for (Entry* e = last_; e != nullptr; e = e->previous) {
     Entry*& front = fresh[BucketOf(e->hash, wanted)];
     e->nextInBucket = front;

@@ -9,48 +9,33 @@
 
 namespace {
 
-struct Told {
-  YErrManager* manager;
-  int calls;
-  unsigned int code;
-  YErrSeverity severity;
-};
-
-void Listen(void* word, unsigned int code, YErrSeverity severity) {
-  Told& told = *static_cast<Told*>(word);
-  told = {told.manager, told.calls + 1, code, severity};
-  if (code == YErrNotOpened) told.manager->pushError(YErrNoText, YErrError);
-}
-
 TEST(YErr, KeepsTheLatestAndCountsAll) {
   YErrManager m;
-  EXPECT_EQ(m.code(0), YErrNothing);
-  EXPECT_EQ(m.severity(0), YErrNote);
+  EXPECT_TRUE(m.code(0) == YErrNothing && m.severity(0) == YErrNote);
   m.pushError(YErrNotOpened, YErrError);
   m.pushError(YErrNotOpened, YErrWarning);
-  EXPECT_EQ(m.severity(0), YErrWarning);
-  EXPECT_EQ(m.severity(1), YErrError);
-  EXPECT_EQ(m.code(2), 0U);
-  EXPECT_EQ(m.code(-1), 0U);
+  EXPECT_TRUE(m.severity(0) == YErrWarning && m.severity(1) == YErrError);
+  EXPECT_TRUE(m.code(2) == 0 && m.code(-1) == 0);
   for (unsigned int i = 0; i < 300; ++i) m.pushError(i, YErrFatal);
   EXPECT_EQ(m.count(), 302U);
-  EXPECT_EQ(m.code(0), 299U);
-  EXPECT_EQ(m.code(255), 44U);
-  EXPECT_EQ(m.code(256), 0U);
+  EXPECT_TRUE(m.code(0) == 299 && m.code(255) == 44 && m.code(256) == 0);
 }
 
 TEST(YErr, TellsTheListenerOnce) {
-  YErrManager m;
-  Told told = {&m, 0, 0, YErrNote};
-  m.setListener(Listen, &told);
+  static YErrManager m;
+  int calls = 0;
+  const auto listen = [](void* word, unsigned int, YErrSeverity severity) {
+    ++*static_cast<int*>(word);
+    if (severity == YErrWarning) m.pushError(YErrNoText, YErrError);
+  };
+  m.setListener(listen, &calls);
   m.pushError(YErrNotOpened, YErrWarning);
-  EXPECT_TRUE(told.calls == 1 && told.code == YErrNotOpened && told.severity == YErrWarning);
-  EXPECT_EQ(m.code(0), YErrNoText);  // recorded by the listener, and not told to it
+  EXPECT_TRUE(calls == 1 && m.code(0) == YErrNoText);  // recorded by the listener, not told to it
   m.pushError(YErrBadPoint, YErrNote);
-  EXPECT_EQ(told.calls, 2);
+  EXPECT_EQ(calls, 2);
   m.setListener(nullptr, nullptr);
   m.pushError(YErrBadPoint, YErrNote);
-  EXPECT_EQ(told.calls, 2);
+  EXPECT_EQ(calls, 2);
 }
 
 TEST(YErr, WrappersAnswerNothingAndRecordTheirSeverity) {
@@ -62,34 +47,28 @@ TEST(YErr, WrappersAnswerNothingAndRecordTheirSeverity) {
 
 TEST(YMemory, EndsTheProcessWithOneLine) {
   const testing::Matcher<const std::string&> line(std::string("yqrtClui: out of memory\n"));
-  EXPECT_EXIT(YOutOfMemory(), testing::KilledBySignal(SIGABRT), line);
-  EXPECT_EXIT(YString("x").expand(1UL << 32), testing::KilledBySignal(SIGABRT), line);
-  EXPECT_EXIT(YString("x").expandDelta(~0UL), testing::KilledBySignal(SIGABRT), line);
-  EXPECT_EXIT(YString("x").concat("y", ~0UL), testing::KilledBySignal(SIGABRT), line);
-  EXPECT_EXIT(YString("x").assign("y", ~0UL), testing::KilledBySignal(SIGABRT), line);
-  EXPECT_EXIT(YChecked<int>(nullptr), testing::KilledBySignal(SIGABRT), line);
+  const auto aborted = testing::KilledBySignal(SIGABRT);
+  EXPECT_EXIT(YString("x").expand(1UL << 32), aborted, line);
+  EXPECT_EXIT(YString("x").expandDelta(~0UL), aborted, line);
+  EXPECT_EXIT(YString("x").concat("y", ~0UL), aborted, line);
+  EXPECT_EXIT(YString("x").assign("y", ~0UL), aborted, line);
+  EXPECT_EXIT(YAllocator<int>().allocate(~0UL), aborted, line);
 }
 
 TEST(YAttribValue, AnswersTheValueOfItsTagOnly) {
   YStatus status = {0};
   YAttribValue v;
-  EXPECT_EQ(v.tag, YAttribNull);
-  EXPECT_TRUE(v.GetLong() == 0 && v.GetDouble() == 0 && *v.GetString() == '\0');
+  EXPECT_TRUE(v.tag == YAttribNull && v.GetLong() == 0 && *v.GetString() == '\0');
   v.SetLong(-7);
-  EXPECT_EQ(v.GetLong(status), -7);
-  EXPECT_TRUE(YStatusIsGood(status));
-  EXPECT_EQ(v.GetDouble(status), 0);
-  EXPECT_FALSE(YStatusIsGood(status));
+  EXPECT_TRUE(v.GetLong(status) == -7 && YStatusIsGood(status));
+  EXPECT_TRUE(v.GetDouble(status) == 0 && !YStatusIsGood(status));
   v.SetPoint(3, -4);
-  EXPECT_EQ(v.GetPointX(status), 3);
-  EXPECT_TRUE(YStatusIsGood(status));
-  EXPECT_EQ(v.GetPointY(status), -4);
-  EXPECT_STREQ(v.GetString(status), "");
-  EXPECT_FALSE(YStatusIsGood(status));
+  EXPECT_TRUE(v.GetPointX(status) == 3 && YStatusIsGood(status));
+  EXPECT_EQ(YAttribValue(v).GetPointY(status), -4);
+  EXPECT_TRUE(*v.GetString(status) == '\0' && !YStatusIsGood(status));
   v.SetDouble(1.5);
-  EXPECT_EQ(v.GetPointX(status), 0);
-  EXPECT_EQ(v.GetDouble(status), 1.5);
-  EXPECT_TRUE(YStatusIsGood(status));
+  EXPECT_TRUE(v.GetPointX(status) == 0 && !YStatusIsGood(status));
+  EXPECT_TRUE(v.GetDouble(status) == 1.5 && YStatusIsGood(status));
 }
 
 TEST(YAttribValue, OwnsItsText) {
@@ -97,9 +76,6 @@ TEST(YAttribValue, OwnsItsText) {
   YAttribValue whole(text, 0);
   const YAttribValue part(text, 2);
   text[0] = 'x';
-  EXPECT_STREQ(whole.GetString(), "abc");
-  EXPECT_STREQ(part.GetString(), "ab");
-  EXPECT_STREQ(YAttribValue(nullptr, 0).GetString(), "");
   YAttribValue copy(whole);
   const char* room = copy.GetString();
   whole.SetString(whole.GetString() + 1);  // out of its own text
@@ -109,16 +85,9 @@ TEST(YAttribValue, OwnsItsText) {
   copy = part;
   EXPECT_STREQ(copy.GetString(), "ab");
   EXPECT_EQ(copy.GetString(), room);  // in the room that it had
-  const YAttribValue& itself = copy;
-  copy = itself;
-  EXPECT_STREQ(copy.GetString(), "ab");
-  YAttribValue point;
-  point.SetPoint(1, 2);
-  copy = point;
-  YStatus status = {0};
-  EXPECT_EQ(copy.GetPointY(status), 2);
   copy = std::move(whole);
   EXPECT_STREQ(copy.GetString(), "bc");
+  EXPECT_STREQ(YAttribValue(nullptr, 0).GetString(), "");
 }
 
 }  // namespace

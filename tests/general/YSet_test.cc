@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <random>
 #include <vector>
 
@@ -16,36 +15,32 @@ namespace {
 // Records of a number, many of which share a hash value.
 class Record : public YAssoc {
  public:
-  Record(int n, const YSet* home) : YAssoc(nullptr, nullptr), number(n), home_(home) {}
-  ~Record() override {
-    // Whoever looks for it while it goes must not find it, nor another that is gone.
-    if (home_ != nullptr && (home_->count() != 0 || home_->contains(this) != 0)) number = -1;
-    Gone.push_back(number);
-  }
-
+  explicit Record(int n) : YAssoc(nullptr, nullptr), number(n) {}
   unsigned long hashKey() override { return static_cast<unsigned long>(number % 5); }
-  YWord equals(const YAssoc* other) override {
-    return number == static_cast<const Record*>(other)->number ? 1 : 0;
-  }
+  YWord equals(const YAssoc* other) override { return number == numberOf(other) ? 1 : 0; }
   YWord equalsKey(const void* k) override { return *static_cast<const int*>(k) <= number ? 1 : 0; }
 
-  int number;
-  static std::vector<int> Gone;
+  static int numberOf(const void* record) { return static_cast<const Record*>(record)->number; }
 
- private:
-  const YSet* home_;
+  int number;
 };
 
-std::vector<int> Record::Gone;
+// A record that accepts every number up to its own; all share one hash value.
+class Limit : public Record {
+ public:
+  using Record::Record;
+  unsigned long hashKey() override { return 1; }
+  YWord equals(const YAssoc* other) override { return numberOf(other) <= number ? 1 : 0; }
+};
 
 TEST(YSet, DoesAsAPlainVectorDoes) {
   YDictionary set;
-  std::vector<std::unique_ptr<Record>> all;
-  for (int i = 0; i < 400; ++i) all.push_back(std::make_unique<Record>(i % 300, nullptr));
+  std::vector<Record> all;
+  for (int i = 0; i < 400; ++i) all.emplace_back(i % 300);
   std::vector<Record*> model;
   std::mt19937 random(3);
   for (int round = 0; round < 40000; ++round) {
-    Record* record = all[random() % all.size()].get();
+    Record* record = &all[random() % all.size()];
     const auto here = std::find(model.begin(), model.end(), record);
     const auto equal = std::find_if(model.begin(), model.end(),
                                     [&](Record* r) { return r->number == record->number; });
@@ -68,62 +63,50 @@ TEST(YSet, DoesAsAPlainVectorDoes) {
   }
 }
 
-// A record that accepts every number up to its own; all share one hash value.
-class Limit : public Record {
- public:
-  explicit Limit(int n) : Record(n, nullptr) {}
-  unsigned long hashKey() override { return 1; }
-  YWord equals(const YAssoc* other) override {
-    return static_cast<const Record*>(other)->number <= number ? 1 : 0;
-  }
-};
-
 TEST(YSet, TheFirstThatAcceptsWinsAtAnySize) {
   YDictionary set;
   for (int i = 1; i <= 100; ++i) ASSERT_NE(set.attach(new Limit(i)), nullptr);
   Limit probe(0);
-  Limit* late = new Limit(50);
-  EXPECT_EQ(set.attach(late), nullptr);  // one that is there accepts it
-  delete late;
+  EXPECT_EQ(set.attach(&probe), nullptr);  // one that is there accepts it
   for (int i = 1; i <= 50; ++i) {
     Record* first = static_cast<Record*>(set.search(&probe));
-    ASSERT_NE(first, nullptr);
-    ASSERT_EQ(first->number, i);
-    delete static_cast<Record*>(set.detach(first));
+    ASSERT_EQ(Record::numberOf(first), i);
+    ASSERT_EQ(set.detach(first), first);
+    delete first;
   }
   const int key = 70;
-  EXPECT_EQ(static_cast<Record*>(set.searchByKey(&key))->number, 70);
   const int none = 101;
+  EXPECT_EQ(Record::numberOf(set.searchByKey(&key)), 70);
   EXPECT_EQ(set.searchByKey(&none), nullptr);
   set.deleteAll();
 }
 
-TEST(YSet, DeletesAllOnceAndInOrder) {
-  YDictionary set;
-  Record::Gone.clear();
-  std::vector<int> numbers;
-  for (int i = 0; i < 40; ++i) {
-    set.attach(new Record(i, &set));
-    numbers.push_back(i);
+// Deletes its items by writing into them, and looks for them while they go.
+class Watching : public YSet {
+ public:
+  ~Watching() { deleteAll(); }
+  void deleteIt(void* item) override {
+    *static_cast<int*>(item) += contains(item) == 0 && count() == 0 ? 1 : 100;
   }
-  set.deleteAll();
-  EXPECT_EQ(Record::Gone, numbers);
-  EXPECT_EQ(YAssocSetItr(set).item, nullptr);
-  Record again(1, nullptr);
-  EXPECT_EQ(set.attach(&again), &again);
-}
+};
 
 TEST(YSet, HoldsPlainPointersByIdentity) {
-  int items[100];
-  YSet set;
-  EXPECT_EQ(set.attach(nullptr), nullptr);
-  EXPECT_EQ(set.detach(items), nullptr);
-  for (int& i : items) EXPECT_EQ(set.attach(&i), &i);
-  EXPECT_EQ(set.attach(items), nullptr);
-  EXPECT_EQ(set.detach(items), items);
-  const std::unique_ptr<YSet> copy(set.copy());
-  EXPECT_EQ(copy->count(), 99U);
-  EXPECT_TRUE(copy->contains(items + 1) != 0 && copy->contains(items) == 0);
+  int items[100] = {};
+  {
+    Watching set;
+    EXPECT_TRUE(set.attach(nullptr) == nullptr && set.detach(items) == nullptr);
+    for (int& i : items) EXPECT_EQ(set.attach(&i), &i);
+    EXPECT_EQ(set.attach(items), nullptr);
+    EXPECT_EQ(set.detach(items), items);
+    YSet* copy = set.copy();
+    EXPECT_EQ(copy->count(), 99U);
+    EXPECT_TRUE(copy->contains(items + 1) != 0 && copy->contains(items) == 0);
+    copy->YSet::~YSet();
+    operator delete(copy);
+    set.deleteAll();
+    EXPECT_EQ(set.attach(items), items);
+  }
+  for (const int i : items) EXPECT_EQ(i, 1);
 }
 
 std::vector<char> ItemsOf(const YLinkList& list) {
