@@ -7,8 +7,6 @@
 #include "lex/YcluiToken.h"
 #include "platform/general/YDictionary.h"
 
-struct YcluiWordLinks;
-
 // A word of the dictionary: a name in lower case, an id of 24 bits and a type. In the two slots of
 // YAssoc the key is the name and the value the id, with the type in bits 24 to 27.
 //
@@ -53,13 +51,9 @@ class YQRT_API YcluiKeyword : public YAssoc {
   char* nameBuffer() const { return static_cast<char*>(key); }
 
  private:
-  friend class YcluiWordTable;
-
   std::uint32_t idWord() const {
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(value));
   }
-
-  YcluiWordLinks* links = nullptr;  // where the table's indexes hold the record; the table's
 };
 
 #endif  // LEX_YCLUIKEYWORD_H_

@@ -167,7 +167,7 @@ class YQRT_API YcluiLex {
   // The value of a setting; `text` stands on the "=".
   char* GetVarSettingLiteral(char* text, YAttribValue& value);
   // Puts the value of the variable that `value` names in its place. 1 or 0.
-  YWord GetVariable(YAttribValue& value, const YcluiVariableKind& kind, const std::uint32_t& index);
+  YWord GetVariable(YAttribValue& value, YcluiVariableKind kind, std::uint32_t index);
   // A form that is read: as it is, as a string, as a double, as a long. The typed ones leave a
   // value that cannot serve unchanged.
   char* GetVariable(char* text, YAttribValue& value);
@@ -175,10 +175,10 @@ class YQRT_API YcluiLex {
   char* GetFloatVariable(char* text, YAttribValue& value);
   char* GetIntVariable(char* text, YAttribValue& value);
   // Make or set the variable of a setting. 1 or 0.
-  YWord NewVariable(YAttribValue& value, const char* name, const YcluiVariableKind& kind,
-                    const std::uint32_t& index);
-  YWord SetVariable(YAttribValue& value, YcluiVariable& variable, const YcluiVariableKind& kind,
-                    const std::uint32_t& index);
+  YWord NewVariable(YAttribValue& value, const char* name, YcluiVariableKind kind,
+                    std::uint32_t index);
+  YWord SetVariable(YAttribValue& value, YcluiVariable& variable, YcluiVariableKind kind,
+                    std::uint32_t index);
 
  private:
   YcluiWordTable* wordTable = nullptr;
@@ -203,6 +203,12 @@ class YQRT_API YcluiLex {
   mutable YString folded;  // the name that is being looked up
 
   bool usable() const { return variableTable != nullptr; }
+  bool isDelimiter(char byte) const;
+  YWord getVariableToken(YcluiToken& token);
+  YWord getUnknownWord(YcluiToken& token, bool announces);
+  YWord getArgumentsOf(YcluiToken& token, const YcluiKeyword* record);
+  char* readForm(char* text, YAttribValue& value, YcluiVariableKind& kind, std::uint32_t& index);
+  char* readIndex(char* text, YAttribValue& value);
 };
 
 // Makes a number a string; 0, with the value unchanged, when it is neither number nor string.

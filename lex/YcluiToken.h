@@ -127,7 +127,7 @@ class YQRT_API YcluiToken {
   void recreateWholeStr();
 
   void extendWholeStr() const;
-  void dropEchoString() { hasEcho_ = false; }
+  void makeRoom(std::size_t count);
 
   YcluiTokenType type_ = YcluiTokenKeyword;
   std::uint32_t id_ = YcluiIdNone;

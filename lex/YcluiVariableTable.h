@@ -10,7 +10,7 @@
 
 // Owns its records. A new table holds one variable, "presentTime". Nothing removes a variable.
 // Names are kept in lower case and found in any case.
-class YcluiVariableTable : public YDictionary {
+class YcluiVariableTable final : public YDictionary {
  public:
   YcluiVariableTable();
   YcluiVariableTable(const YcluiVariableTable&) = delete;

@@ -3,6 +3,12 @@
 #ifndef LEX_YCLUIWORDTABLE_H_
 #define LEX_YCLUIWORDTABLE_H_
 
+#include <functional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "foundation/YMemory.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "lex/YcluiKeyword.h"
@@ -19,7 +25,7 @@
 // to the same look-up.
 //
 // Every operation costs the length of the name, whatever the size of the table.
-class YcluiWordTable : public YDictionary {
+class YcluiWordTable final : public YDictionary {
  public:
   // The number that the next word without an id of its own gets.
   explicit YcluiWordTable(std::uint32_t firstId);
@@ -57,18 +63,30 @@ class YcluiWordTable : public YDictionary {
   unsigned int hashValue(const void* item) const override;
 
  private:
+  // Where the indexes hold a record.
+  struct Links {
+    YcluiWordIndex::Link numbered;
+    YcluiWordIndex::Link filed;
+    std::vector<YcluiWordIndex::Link, YAllocator<YcluiWordIndex::Link>> accepted;
+  };
+  using LinksOfRecords =
+      std::unordered_map<const YcluiKeyword*, Links, std::hash<const YcluiKeyword*>,
+                         std::equal_to<const YcluiKeyword*>,
+                         YAllocator<std::pair<const YcluiKeyword* const, Links>>>;
+
   std::uint32_t nextId;
   mutable YString folded;   // the key of the present find
-  YcluiWordIndex filed;     // by the text that the first stage finds a word under
-  YcluiWordIndex accepted;  // by each longer text that it accepts
-  YcluiWordIndex numbered;  // by id
+  YcluiWordIndex numbered;  // the words by id
+  YcluiWordIndex filed;     // by the text that the first stage finds them under
+  YcluiWordIndex accepted;  // by each longer text that they accept
+  LinksOfRecords linksOf;
 
   std::uint32_t addWord(YcluiKeyword* record);
-  std::uint32_t keep(YcluiKeyword* record);
+  bool keep(YcluiKeyword* record);
   YWord remove(YcluiKeyword* record);
-  bool clashes(YcluiKeyword& record) const;
-  void link(YcluiKeyword& record);
-  void unlink(YcluiKeyword& record);
+  bool clashes(const YcluiKeyword& record) const;
+  void link(YcluiKeyword* record);
+  void unlink(YcluiKeyword* record);
 };
 
 #endif  // LEX_YCLUIWORDTABLE_H_

@@ -1,0 +1,26 @@
+// The variable of many values.
+
+#ifndef LEX_YCLUIARRAYVARIABLE_H_
+#define LEX_YCLUIARRAYVARIABLE_H_
+
+#include <vector>
+
+#include "foundation/YMemory.h"
+#include "lex/YcluiVariable.h"
+
+// An element that nothing has set is a null value. The array never shrinks.
+class YcluiArrayVariable : public YcluiVariable {
+ public:
+  // Copies the values. `values` may be null when `count` is 0; `count` is at most YcluiMaxElements.
+  YcluiArrayVariable(const char* name, std::uint32_t count, const YAttribValue* values);
+
+  std::uint32_t elementCount() const override;
+  YAttribValue* element(std::uint32_t index) override;
+  YAttribValue* elements() override;
+  YWord growTo(std::uint32_t n) override;
+
+ private:
+  std::vector<YAttribValue, YAllocator<YAttribValue>> values_;
+};
+
+#endif  // LEX_YCLUIARRAYVARIABLE_H_

@@ -1,0 +1,76 @@
+#include "lex/YcluiKeyword.h"
+
+#include <cstring>
+#include <new>
+
+#include "foundation/YErr.h"
+#include "platform/general/YtString.h"
+
+namespace {
+
+const char* TextOf(const void* text) {
+  return text == nullptr ? "" : static_cast<const char*>(text);
+}
+
+void* IdWord(std::uint32_t id, YcluiTokenType type) {
+  const std::uint32_t word = (id & 0xffffff) | ((static_cast<std::uint32_t>(type) & 15) << 24);
+  return reinterpret_cast<void*>(static_cast<std::uintptr_t>(word));
+}
+
+}  // namespace
+
+YcluiKeyword::YcluiKeyword(const char* name, std::uint32_t id, YcluiTokenType type)
+    : YcluiKeyword(name, std::strlen(TextOf(name)) + 1, id, type) {}
+
+YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32_t id,
+                           YcluiTokenType type)
+    : YAssoc(nullptr, IdWord(id, type)) {
+  char* buffer = new (std::nothrow) char[bufferSize];
+  if (buffer == nullptr) {
+    cluiFatal(YErrNoMemory);
+    return;
+  }
+  std::memcpy(buffer, TextOf(name), std::strlen(TextOf(name)) + 1);
+  Ycvl(buffer);
+  key = buffer;
+}
+
+YcluiKeyword::~YcluiKeyword() {
+  delete[] nameBuffer();
+}
+
+const char* YcluiKeyword::name() const {
+  return TextOf(key);
+}
+
+unsigned long YcluiKeyword::hashKey() {
+  return YHashText(name());
+}
+
+YWord YcluiKeyword::equals(const YAssoc* other) {
+  return equalsKey(other->key);
+}
+
+YWord YcluiKeyword::equalsKey(const void* k) {
+  return std::strcmp(name(), TextOf(k)) == 0 ? 1 : 0;
+}
+
+int YcluiKeyword::argCount() const {
+  return 0;
+}
+
+YcluiValueType YcluiKeyword::argType(int) const {
+  return YcluiValueNone;
+}
+
+const YcluiValueType* YcluiKeyword::argTypes() const {
+  return nullptr;
+}
+
+const char* YcluiKeyword::aliasText() const {
+  return nullptr;
+}
+
+const char* YcluiKeyword::abbreviation() const {
+  return nullptr;
+}

@@ -1,0 +1,121 @@
+// Tokens and their arguments.
+
+#include "lex/YcluiLex.h"
+#include "lex/YcluiLexBytes.h"
+
+YWord YcluiLex::getNextToken(YcluiToken& token) {
+  if (more() == 0) return 0;
+  tokenStart = cursorOffset();
+  if (token.underConstruction() != 0) {
+    return getArgumentsOf(token, keyword(token.string()));
+  }
+  if (OpensVariable(cursor)) return getVariableToken(token);
+
+  YWord announces = 0;
+  if (isDelimiter(*cursor)) {
+    word.SetString(cursor, 1);
+    ++cursor;
+  } else {
+    cursor = GetUnquotedString(cursor, word, announces, argIntroducers.buffer, delimiters.buffer);
+    if (cursor == nullptr) return 0;
+  }
+
+  const YcluiKeyword* record = keyword(word.GetString());
+  if (record == nullptr) return getUnknownWord(token, announces != 0);
+  token = *record;
+  if (record->type() == YcluiTokenArgKeyword) return getArgumentsOf(token, record);
+  if (record->type() == YcluiTokenAlias) {
+    word.SetString(record->aliasText());
+    token.setValue(word, 1);
+  }
+  return 1;
+}
+
+YWord YcluiLex::getVariableToken(YcluiToken& token) {
+  cursor = TouchVariable(cursor, word);
+  if (cursor == nullptr) return 0;
+  if (word.tag == YAttribString) {
+    token.setType(YcluiTokenAlias);
+    token.setID(YcluiIdAlias);
+    token.setValue(word, 1);
+  } else {
+    token.setID(YcluiIdVariable);
+  }
+  return 1;
+}
+
+// The word scanned last is not in the dictionary. Its type and its further arguments are those that
+// the token had before.
+YWord YcluiLex::getUnknownWord(YcluiToken& token, bool announces) {
+  token.setArg0(word.GetString());
+  if (!announces) {
+    token.setID(YcluiIdNone);
+    return 0;
+  }
+  token.setID(YcluiIdFreeWord);
+  token.setNeedMore(1);
+  return getArgumentsOf(token, nullptr);
+}
+
+// Reads the arguments that the word declares; a word that is not in the dictionary, or not any
+// more, declares none.
+YWord YcluiLex::getArgumentsOf(YcluiToken& token, const YcluiKeyword* record) {
+  const int wanted = record == nullptr ? 0 : record->argCount();
+  const YcluiValueType* types = record == nullptr ? nullptr : record->argTypes();
+  const int count = getArguments(token, static_cast<std::uint32_t>(wanted), types);
+  if (count < 0) return 0;
+  token.setArgC(static_cast<std::uint32_t>(count) + 1);
+  return 1;
+}
+
+int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiValueType* types) {
+  const int declared = static_cast<int>(wanted);
+  int n = declared != 0 ? token.argc() - 1 : 0;
+  bool done = declared <= n;
+  for (;;) {
+    if (!done && more() == 0) {
+      token.setNeedMore(1);
+      return n;
+    }
+    if (getNextArg(argument, done ? YcluiValueString : types[n]) == 0) return -1;
+    token.setValue(argument, ++n);
+    if (declared <= n) {
+      token.setNeedMore(0);
+      done = true;
+    }
+    cursor = SkipWhiteSpace(cursor);
+    if (cursor == nullptr || !IsIn(argSeparators.buffer, *cursor)) break;
+    ++cursor;
+  }
+  if (!done) token.setNeedMore(1);
+  return n;
+}
+
+YWord YcluiLex::getNextArg(YAttribValue& value, YcluiValueType type) {
+  if (more() == 0) return 0;
+  const bool variable = OpensVariable(cursor);
+  YWord flag = 0;
+  switch (type) {
+    case YcluiValueString:
+      if (IsQuote(*cursor)) {
+        cursor = GetStringLiteral(cursor, value, *cursor);
+      } else if (variable) {
+        cursor = GetStrVariable(cursor, value);
+      } else {
+        cursor = GetUnquotedString(cursor, value, flag, "", argStops.buffer);
+      }
+      break;
+    case YcluiValueFloat:
+      cursor = variable ? GetFloatVariable(cursor, value) : GetFloat(cursor, value);
+      break;
+    case YcluiValueInteger:
+      cursor = variable ? GetIntVariable(cursor, value) : GetInteger(cursor, value);
+      break;
+    case YcluiValuePoint:
+      cursor = GetPoint(cursor, value);
+      break;
+    default:
+      break;
+  }
+  return cursor == nullptr ? 0 : 1;
+}

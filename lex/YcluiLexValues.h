@@ -1,0 +1,30 @@
+// What the scanners do with the value that they fill. Internal to the lexer.
+
+#ifndef LEX_YCLUILEXVALUES_H_
+#define LEX_YCLUILEXVALUES_H_
+
+#include "foundation/YAttribValue.h"
+#include "foundation/YErr.h"
+
+// The answer of a scanner that fails: the value becomes null.
+inline char* Refuse(YAttribValue& value, YErrCode code) {
+  value.SetNull();
+  cluiError(code);
+  return nullptr;
+}
+
+// The same where the value stays: it is that of a variable, and cannot serve.
+inline char* RefuseKept(YErrCode code) {
+  cluiError(code);
+  return nullptr;
+}
+
+// Cuts a number towards zero to a long. False, with the value unchanged, when it lies outside; the
+// bounds are those of the number before the cut.
+inline bool SetCutToLong(YAttribValue& value, double number) {
+  if (!(number >= -2147483648.0 && number <= 2147483647.0)) return false;
+  value.SetLong(static_cast<std::int32_t>(number));
+  return true;
+}
+
+#endif  // LEX_YCLUILEXVALUES_H_

@@ -1,0 +1,225 @@
+// The forms by which a text reads and sets variables, and the variables by name.
+
+#include <charconv>
+
+#include "foundation/YNumber.h"
+#include "lex/YcluiLex.h"
+#include "lex/YcluiLexBytes.h"
+#include "lex/YcluiLexValues.h"
+#include "lex/YcluiVariableTable.h"
+
+namespace {
+
+bool IsNameByte(char byte) {
+  return IsDigit(byte) || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+// Appends the name at `p` to `names` and answers the place of the byte that ended it. A backslash
+// in front of a byte is dropped, and also in front of the byte that ends the name.
+char* ReadName(char* p, YString& names) {
+  for (;; ++p) {
+    if (*p == '\\') ++p;
+    if (!IsNameByte(*p)) return p;
+    names << *p;
+  }
+}
+
+// The place behind the byte that must stand at `p`.
+char* Behind(char* p, char closing, YAttribValue& value) {
+  if (*p == closing) return p + 1;
+  return Refuse(value, *p == '\0' ? YErrEndOfInput : YErrNoClosingBrace);
+}
+
+// Sets an element, making the array longer as needed. False, and nothing happens, when it would be
+// longer than an array can be.
+bool SetElement(YcluiVariable& array, std::uint32_t index, const YAttribValue& value) {
+  if (index >= YcluiMaxElements) return false;
+  array.growTo(index + 1);
+  *array.element(index) = value;
+  return true;
+}
+
+}  // namespace
+
+char* YcluiLex::TouchVariable(char* text, YAttribValue& value) {
+  YcluiVariableKind kind = YcluiVariableSimple;
+  std::uint32_t index = 0;
+  char* next = GetVariableLiteral(text, value, kind, index);
+  if (next == nullptr) return nullptr;
+  if (*next != '=') {
+    if (GetVariable(value, kind, index) == 0) return nullptr;
+    return StringifyValue(value) != 0 ? next : RefuseKept(YErrNoText);
+  }
+  settingName.assign(value.GetString());
+  next = GetVarSettingLiteral(next, value);
+  if (next == nullptr) return nullptr;
+  YcluiVariable* known = variable(settingName.buffer);
+  const YWord set = known != nullptr ? SetVariable(value, *known, kind, index)
+                                     : NewVariable(value, settingName.buffer, kind, index);
+  value.SetNull();
+  return set != 0 ? next : nullptr;
+}
+
+// The names of the forms that stand in each other's index lie behind one another in `names`.
+char* YcluiLex::GetVariableLiteral(char* text, YAttribValue& value, YcluiVariableKind& kind,
+                                   std::uint32_t& index) {
+  const std::uint32_t start = names.length;
+  char* next = readForm(text, value, kind, index);
+  if (next != nullptr) value.SetString(names.buffer + start);
+  names.truncate(start);
+  return next;
+}
+
+char* YcluiLex::readForm(char* text, YAttribValue& value, YcluiVariableKind& kind,
+                         std::uint32_t& index) {
+  kind = YcluiVariableSimple;
+  char* next = Behind(ReadName(text + 2, names), '}', value);
+  if (next == nullptr || *next != '[') return next;
+  next = readIndex(next + 1, value);
+  if (next == nullptr) return nullptr;
+  const std::uint32_t element = static_cast<std::uint32_t>(value.GetLong());
+  next = Behind(next, ']', value);
+  if (next == nullptr) return nullptr;
+  kind = YcluiVariableArray;
+  index = element;
+  return next;
+}
+
+char* YcluiLex::readIndex(char* text, YAttribValue& value) {
+  if (!OpensVariable(text)) return GetInteger(text, value);
+  if (indexNesting == MaxIndexNesting) return Refuse(value, YErrTooDeep);
+  ++indexNesting;
+  char* next = GetIntVariable(text, value);
+  --indexNesting;
+  return next;
+}
+
+char* YcluiLex::GetVarSettingLiteral(char* text, YAttribValue& value) {
+  char* p = text + 1;
+  if (*p == '\0') return Refuse(value, YErrEndOfInput);
+  if (OpensVariable(p)) return GetVariable(p, value);
+  if (IsQuote(*p)) return GetStringLiteral(p, value, *p);
+  if (IsDigit(*p)) return GetFloat(p, value);
+  YWord flag = 0;
+  return GetUnquotedString(p, value, flag, "", argStops.buffer);
+}
+
+YWord YcluiLex::GetVariable(YAttribValue& value, YcluiVariableKind kind, std::uint32_t index) {
+  YcluiVariable* known = variable(value.GetString());
+  value.SetNull();
+  if (known == nullptr) return cluiError(YErrNoSuchVariable);
+  if (known->kind() != kind) return cluiError(YErrWrongKind);
+  const YAttribValue* found =
+      kind == YcluiVariableArray ? known->element(index) : known->valuePointer();
+  if (found == nullptr) return cluiError(YErrOutsideArray);
+  value = *found;
+  return 1;
+}
+
+char* YcluiLex::GetVariable(char* text, YAttribValue& value) {
+  YcluiVariableKind kind = YcluiVariableSimple;
+  std::uint32_t index = 0;
+  char* next = GetVariableLiteral(text, value, kind, index);
+  return next != nullptr && GetVariable(value, kind, index) != 0 ? next : nullptr;
+}
+
+char* YcluiLex::GetStrVariable(char* text, YAttribValue& value) {
+  char* next = GetVariable(text, value);
+  if (next == nullptr) return nullptr;
+  return StringifyValue(value) != 0 ? next : RefuseKept(YErrNotANumber);
+}
+
+char* YcluiLex::GetFloatVariable(char* text, YAttribValue& value) {
+  char* next = GetVariable(text, value);
+  if (next == nullptr) return nullptr;
+  if (value.tag == YAttribLong) value.SetDouble(value.GetLong());
+  return value.tag == YAttribDouble ? next : RefuseKept(YErrNotANumber);
+}
+
+char* YcluiLex::GetIntVariable(char* text, YAttribValue& value) {
+  char* next = GetVariable(text, value);
+  if (next == nullptr || value.tag == YAttribLong) return next;
+  if (value.tag != YAttribDouble) return RefuseKept(YErrNotANumber);
+  return SetCutToLong(value, value.GetDouble()) ? next : RefuseKept(YErrOutOfRange);
+}
+
+YWord YcluiLex::NewVariable(YAttribValue& value, const char* name, YcluiVariableKind kind,
+                            std::uint32_t index) {
+  if (!usable()) return 0;
+  if (kind == YcluiVariableArray && index >= YcluiMaxElements) {
+    value.SetNull();
+    return cluiError(YErrOutsideArray);
+  }
+  YcluiVariable* made = kind == YcluiVariableArray ? variableTable->addArray(name, 0, nullptr)
+                                                   : variableTable->addSimple(name, value);
+  if (made == nullptr) {
+    value.SetNull();
+    return 0;
+  }
+  if (kind == YcluiVariableArray) SetElement(*made, index, value);
+  return 1;
+}
+
+YWord YcluiLex::SetVariable(YAttribValue& value, YcluiVariable& variable, YcluiVariableKind kind,
+                            std::uint32_t index) {
+  if (variable.kind() != kind) {
+    value.SetNull();
+    return cluiError(YErrWrongKind);
+  }
+  if (kind == YcluiVariableSimple) {
+    *variable.valuePointer() = value;
+  } else if (!SetElement(variable, index, value)) {
+    value.SetNull();
+    return cluiError(YErrOutsideArray);
+  }
+  return 1;
+}
+
+YWord YcluiLex::addVariable(const char* name, const YAttribValue& value) {
+  if (!usable()) return 0;
+  YcluiVariable* known = variable(name);
+  if (known == nullptr) return variableTable->addSimple(name, value) != nullptr ? 1 : 0;
+  if (known->kind() != YcluiVariableSimple) return 0;
+  *known->valuePointer() = value;
+  return 1;
+}
+
+YWord YcluiLex::addVariable(const char* name, const YAttribValue& value, std::uint32_t index) {
+  if (!usable()) return 0;
+  if (index >= YcluiMaxElements) return cluiWarning(YErrOutsideArray);
+  YcluiVariable* array = variable(name);
+  if (array == nullptr) array = variableTable->addArray(name, 0, nullptr);
+  if (array == nullptr || array->kind() != YcluiVariableArray) return 0;
+  SetElement(*array, index, value);
+  return 1;
+}
+
+YWord YcluiLex::addVariable(const char* name, std::uint32_t count, const YAttribValue* values) {
+  if (!usable()) return 0;
+  YcluiVariable* known = variable(name);
+  if (known == nullptr) return variableTable->addArray(name, count, values) != nullptr ? 1 : 0;
+  if (known->kind() != YcluiVariableArray) return 0;
+  if (known->growTo(count) == 0) return cluiWarning(YErrOutsideArray);
+  for (std::uint32_t i = 0; i < count; ++i) *known->element(i) = values[i];
+  return 1;
+}
+
+YcluiVariable* YcluiLex::variable(const char* name) const {
+  return usable() ? variableTable->find(name) : nullptr;
+}
+
+YWord StringifyValue(YAttribValue& value) {
+  char digits[YNumberRoom];
+  switch (value.tag) {
+    case YAttribLong:
+      *std::to_chars(digits, digits + sizeof digits - 1, value.GetLong()).ptr = '\0';
+      value.SetString(digits);
+      return 1;
+    case YAttribDouble:
+      YPrintDouble(value.GetDouble(), digits);
+      value.SetString(digits);
+      return 1;
+    default:
+      return value.tag == YAttribString ? 1 : 0;
+  }
+}

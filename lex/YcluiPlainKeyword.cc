@@ -1,0 +1,38 @@
+#include "lex/YcluiPlainKeyword.h"
+
+#include <cstring>
+
+#include "platform/general/YtString.h"
+
+namespace {
+
+std::size_t RoomFor(const char* text) {
+  return text == nullptr ? 1 : std::strlen(text) + 1;
+}
+
+}  // namespace
+
+YcluiPlainKeyword::YcluiPlainKeyword(const char* name, const char* abbreviation, std::uint32_t id)
+    : YcluiKeyword(name, RoomFor(name) + RoomFor(abbreviation), id, YcluiTokenKeyword) {
+  if (abbreviation == nullptr || nameBuffer() == nullptr) return;
+  abbreviationText = nameBuffer() + RoomFor(name);
+  abbreviationLength = std::strlen(abbreviation);
+  std::memcpy(abbreviationText, abbreviation, abbreviationLength + 1);
+  Ycvl(abbreviationText);
+}
+
+unsigned long YcluiPlainKeyword::hashKey() {
+  return abbreviationText == nullptr ? YcluiKeyword::hashKey() : YHashText(abbreviationText);
+}
+
+YWord YcluiPlainKeyword::equalsKey(const void* k) {
+  if (abbreviationText == nullptr) return YcluiKeyword::equalsKey(k);
+  const char* text = k == nullptr ? "" : static_cast<const char*>(k);
+  // A shorter text differs at its NUL.
+  if (std::strncmp(text, abbreviationText, abbreviationLength) != 0) return 0;
+  return std::strncmp(name(), text, std::strlen(text)) == 0 ? 1 : 0;
+}
+
+const char* YcluiPlainKeyword::abbreviation() const {
+  return abbreviationText;
+}

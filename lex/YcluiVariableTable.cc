@@ -1,0 +1,72 @@
+#include "lex/YcluiVariableTable.h"
+
+#include <new>
+
+#include "foundation/YErr.h"
+#include "lex/YcluiArrayVariable.h"
+#include "lex/YcluiPresentTimeVariable.h"
+#include "lex/YcluiSimpleVariable.h"
+#include "platform/general/YtString.h"
+
+namespace {
+
+unsigned int SetHash(unsigned long hash) {
+  return static_cast<unsigned int>(hash ^ (hash >> 32));
+}
+
+}  // namespace
+
+YcluiVariableTable::YcluiVariableTable() {
+  keep(new (std::nothrow) YcluiPresentTimeVariable);
+}
+
+YcluiVariableTable::~YcluiVariableTable() {
+  deleteAll();
+}
+
+YcluiVariable* YcluiVariableTable::find(const char* key) const {
+  folded.assign(key);
+  folded.toLower();
+  const unsigned int hash = SetHash(YHashText({folded.buffer, folded.length}));
+  for (Entry* entry = bucket(hash); entry != nullptr; entry = entry->nextInBucket) {
+    YcluiVariable* record = static_cast<YcluiVariable*>(static_cast<YAssoc*>(entry->item));
+    if (entry->hash == hash && record->matches(folded.buffer) != 0) return record;
+  }
+  return nullptr;
+}
+
+YcluiVariable* YcluiVariableTable::addSimple(const char* name, const YAttribValue& value) {
+  if (find(name) != nullptr) {
+    cluiWarning(YErrNameExists);
+    return nullptr;
+  }
+  return keep(new (std::nothrow) YcluiSimpleVariable(name, value));
+}
+
+YcluiVariable* YcluiVariableTable::addArray(const char* name, std::uint32_t count,
+                                            const YAttribValue* values) {
+  if (find(name) != nullptr) {
+    cluiWarning(YErrNameExists);
+    return nullptr;
+  }
+  if (count > YcluiMaxElements) {
+    cluiWarning(YErrOutsideArray);
+    return nullptr;
+  }
+  return keep(new (std::nothrow) YcluiArrayVariable(name, count, values));
+}
+
+unsigned int YcluiVariableTable::hashValue(const void* item) const {
+  return SetHash(static_cast<YAssoc*>(const_cast<void*>(item))->hashKey());
+}
+
+// Takes the record over; one that cannot be kept is destroyed.
+YcluiVariable* YcluiVariableTable::keep(YcluiVariable* record) {
+  if (record == nullptr) {
+    cluiFatal(YErrNoMemory);
+    return nullptr;
+  }
+  if (attach(static_cast<YAssoc*>(record)) != nullptr) return record;
+  delete record;
+  return nullptr;
+}
