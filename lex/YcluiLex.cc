@@ -143,6 +143,10 @@ const YcluiKeyword* YcluiLex::keyword(const char* name) const {
   return wordTable->find(folded.buffer);
 }
 
+const YDictionary* YcluiLex::words() const {
+  return wordTable;
+}
+
 bool YcluiLex::isDelimiter(char byte) const {
   return IsIn(delimiters.buffer, byte);
 }
