@@ -1,0 +1,43 @@
+#include "host/CluiInterrupt.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "platform/engine/ScmVM.h"
+
+namespace {
+
+volatile std::sig_atomic_t asked = 0;
+int pipeEnds[2] = {-1, -1};
+
+void OnInterrupt(int) {
+  const int before = errno;
+  asked = 1;
+  ScmVM::interrupt();
+  // A full pipe has told already.
+  if (write(pipeEnds[1], "", 1) < 0) errno = before;
+  errno = before;
+}
+
+}  // namespace
+
+void CluiCatchInterrupt() {
+  struct sigaction old = {};
+  if (sigaction(SIGINT, nullptr, &old) != 0 || old.sa_handler == SIG_IGN) return;
+  if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;
+  struct sigaction action = {};
+  action.sa_handler = OnInterrupt;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  sigaction(SIGINT, &action, nullptr);
+}
+
+bool CluiInterrupted() {
+  return asked != 0;
+}
+
+int CluiInterruptDescriptor() {
+  return pipeEnds[0];
+}

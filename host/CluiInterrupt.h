@@ -1,0 +1,17 @@
+// Control-C.
+
+#ifndef HOST_CLUIINTERRUPT_H_
+#define HOST_CLUIINTERRUPT_H_
+
+// From here on the first SIGINT stops the script text that is running and asks the run to end; a
+// second one ends the process. A program that was started with the signal ignored goes on ignoring
+// it.
+void CluiCatchInterrupt();
+
+// Whether the run has been asked to end.
+bool CluiInterrupted();
+
+// A descriptor that becomes readable with the signal, for waiting beside another; -1 without one.
+int CluiInterruptDescriptor();
+
+#endif  // HOST_CLUIINTERRUPT_H_

@@ -1,0 +1,51 @@
+#include "host/CluiLine.h"
+
+#include <utility>
+
+#include "host/CluiLiteral.h"
+
+namespace {
+
+void StepTo(CluiSpot& spot, std::size_t offset) {
+  while (spot.offset < offset) {
+    spot.offset += CluiStepAt(*spot.text, spot.offset);
+    ++spot.character;
+  }
+}
+
+}  // namespace
+
+void CluiLine::restart() {
+  now_ = {};
+  before_ = {};
+  last_ = {0, 0, 0, &now_.text};
+  charactersOf_ = 0;
+}
+
+void CluiLine::take(std::string& text, std::size_t number) {
+  std::swap(now_, before_);
+  now_.text.swap(text);
+  now_.number = number;
+  last_ = {number, 0, 0, &now_.text};
+}
+
+CluiSpot CluiLine::spotOf(int offset) {
+  if (offset < 0 && before_.number > 0) {
+    const std::size_t back = static_cast<std::size_t>(-static_cast<long>(offset));
+    const std::size_t length = before_.text.size();
+    CluiSpot spot = {before_.number, 0, 0, &before_.text};
+    StepTo(spot, back < length ? length - back : 0);
+    return spot;
+  }
+  const std::size_t place = offset < 0 ? 0 : static_cast<std::size_t>(offset);
+  if (place >= now_.text.size()) return last_;
+  if (place < last_.offset) last_ = {now_.number, 0, 0, &now_.text};
+  StepTo(last_, place);
+  return last_;
+}
+
+const std::wstring& CluiLine::characters(const CluiSpot& spot) {
+  if (charactersOf_ != spot.line) characters_ = encoding_.fromSystem(*spot.text);
+  charactersOf_ = spot.line;
+  return characters_;
+}

@@ -1,0 +1,53 @@
+// The line that is being fed, and where in it, or in the one fed before, a token stands.
+
+#ifndef HOST_CLUILINE_H_
+#define HOST_CLUILINE_H_
+
+#include <string>
+
+#include "host/CluiEncoding.h"
+
+// A character of a line of the input.
+struct CluiSpot {
+  std::size_t line = 0;               // counted from 1
+  std::size_t character = 0;          // counted from 0
+  std::size_t offset = 0;             // of the character, in bytes of the line
+  const std::string* text = nullptr;  // the line, text of the system
+};
+
+class CluiLine {
+ public:
+  explicit CluiLine(CluiEncoding& encoding) : encoding_(encoding) {}
+
+  // Forgets the lines of an earlier input.
+  void restart();
+  // Goes on to the line of that number, whose text is taken out of `text`.
+  void take(std::string& text, std::size_t number);
+
+  const std::string& text() const { return now_.text; }
+  std::size_t number() const { return now_.number; }
+
+  // The character at a byte offset as YcluiParser::lastTokenOffset answers it. A negative one lies
+  // in the line before, of which text was left unread; one in front of that is moved to its start.
+  // Past the end, where text stands that a command has appended, the spot asked for before is
+  // answered again. Asked for in order, the spots of a line cost its length.
+  CluiSpot spotOf(int offset);
+
+  // The line of a spot as characters. Made once for each line.
+  const std::wstring& characters(const CluiSpot& spot);
+
+ private:
+  struct Fed {
+    std::string text;
+    std::size_t number = 0;
+  };
+
+  CluiEncoding& encoding_;
+  Fed now_;
+  Fed before_;
+  CluiSpot last_;
+  std::wstring characters_;
+  std::size_t charactersOf_ = 0;  // the number of the line that they are
+};
+
+#endif  // HOST_CLUILINE_H_

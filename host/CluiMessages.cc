@@ -1,0 +1,110 @@
+#include "host/CluiMessages.h"
+
+#include <cwchar>
+
+#include "foundation/YErrCodes.h"
+
+namespace {
+
+struct CodeText {
+  unsigned int code;
+  const wchar_t* text;
+};
+
+constexpr CodeText Codes[] = {
+    {YErrNoMemory, L"there is no memory left"},
+    {YErrEndOfInput, L"the text ends inside it"},
+    {YErrNotANumber, L"this is no number"},
+    {YErrTooDeep, L"texts are nested too deep; does an alias name itself?"},
+    {YErrBadPoint, L"this is no point, two integers with a comma between them"},
+    {YErrNoSuchWord, L"there is no such word to delete"},
+    {YErrOutsideArray, L"there is no such element of the array"},
+    {YErrNoSyntax, L"the parser has no syntax yet"},
+    {YErrNotAlive, L"this is no live parser, fragment or binding"},
+    {YErrBadFormat, L"a format may hold no conversions but %s and %%"},
+    {YErrNameExists, L"the name is taken already"},
+    {YErrOutOfRange, L"the number lies outside -2147483648 to 2147483647"},
+    {YErrNoWordTable, L"there is no memory for the words"},
+    {YErrAmbiguous, L"the command can end here in more than one way"},
+    {YErrBadTokenArgument, L"an argument of clui-token will not do"},
+    {YErrBadSyntaxArgument, L"a piece of syntax will not do"},
+    {YErrBadTokenParser, L"the first argument of clui-token is no parser"},
+    {YErrIsAlias, L"the name is an alias already"},
+    {YErrIsWord, L"the name is a word already"},
+    {YErrNoSuchAlias, L"there is no such alias"},
+    {YErrNotDetached, L"the word could not be taken out"},
+    {YErrFileIsPlayed, L"the file is being played back"},
+    {YErrFileIsLogged, L"the file is being recorded to"},
+    {YErrLogIsOpen, L"a recording is under way already"},
+    {YErrNotOpened, L"a file could not be opened"},
+    {YErrNotClosed, L"a file could not be written out or closed"},
+    {YErrInterruptRefused, L"the command under way does not let this one interrupt it"},
+    {YErrNoVariableTable, L"there is no memory for the variables"},
+    {YErrNoText, L"the value of the variable has no text"},
+    {YErrWrongKind, L"an array cannot stand for a simple variable, nor the reverse"},
+    {YErrNoSuchVariable, L"there is no such variable"},
+    {YErrNoClosingBrace, L"the closing brace or bracket of a variable is missing"},
+};
+
+constexpr std::size_t NamedAtMost = 12;
+constexpr std::size_t QuotedAtMost = 72;
+
+}  // namespace
+
+std::wstring CluiCodeText(unsigned int code) {
+  for (const CodeText& entry : Codes) {
+    if (entry.code == code) return entry.text;
+  }
+  return L"error " + std::to_wstring(code);
+}
+
+std::wstring CluiTypeText(unsigned int valueType) {
+  static const wchar_t* const texts[] = {L"a value", L"a string", L"a number", L"an integer",
+                                         L"a point"};
+  return texts[valueType < 5 ? valueType : 0];
+}
+
+std::wstring CluiQuoted(const std::wstring& text) {
+  const bool cut = text.size() > QuotedAtMost;
+  return L"\"" + (cut ? text.substr(0, QuotedAtMost) + L"..." : text) + L"\"";
+}
+
+std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& nearest) {
+  const std::wstring text = L"no such word " + CluiQuoted(word);
+  return nearest.empty() ? text : text + L", did you mean " + CluiQuoted(nearest) + L"?";
+}
+
+std::wstring CluiMisplacedText(const std::wstring& word,
+                               const std::vector<std::wstring>& possible) {
+  std::wstring text = CluiQuoted(word) + L" cannot come here";
+  if (possible.empty()) return text + L", and no word can";
+  for (std::size_t i = 0; i < possible.size() && i < NamedAtMost; ++i) {
+    text += (i == 0 ? L"; expected: " : L", ") + possible[i];
+  }
+  if (possible.size() > NamedAtMost) {
+    text += L" and " + std::to_wstring(possible.size() - NamedAtMost) + L" more";
+  }
+  return text;
+}
+
+std::wstring CluiArgumentText(const std::wstring& word, int index, unsigned int valueType,
+                              const std::wstring& fault) {
+  return L"argument " + std::to_wstring(index) + L" of " + CluiQuoted(word) + L", " +
+         CluiTypeText(valueType) + L": " + fault;
+}
+
+std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) {
+  switch (fault.kind) {
+    case CluiFault::Nul:
+      return L"a NUL byte; the line is not read";
+    case CluiFault::BadBytes:
+      return L"this is no character of " + std::wstring(encoding.begin(), encoding.end()) +
+             L"; the line is not read";
+    case CluiFault::Lacking:
+      break;
+  }
+  wchar_t number[16];
+  std::swprintf(number, 16, L"U+%04X", static_cast<unsigned int>(fault.code));
+  return L"the character " + std::wstring(number) + L" \"" + fault.code +
+         L"\" does not exist in code page 932; the line is not read";
+}

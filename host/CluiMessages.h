@@ -1,0 +1,34 @@
+// What the program says, in words: the one place for the texts of codes and refusals.
+
+#ifndef HOST_CLUIMESSAGES_H_
+#define HOST_CLUIMESSAGES_H_
+
+#include <string>
+#include <vector>
+
+#include "host/CluiEncoding.h"
+
+// What a code of the error manager means, worded to stand behind a colon.
+std::wstring CluiCodeText(unsigned int code);
+
+// "an integer" and the like for a type of argument.
+std::wstring CluiTypeText(unsigned int valueType);
+
+// In double quotes, and cut when it is too long to be read.
+std::wstring CluiQuoted(const std::wstring& text);
+
+// A word that is in no dictionary; `nearest` may be empty.
+std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& nearest);
+
+// A word of the language at a place where it cannot come. Of the words that could, a dozen are
+// named.
+std::wstring CluiMisplacedText(const std::wstring& word, const std::vector<std::wstring>& possible);
+
+// Argument `index` of a word, and what is wrong with it.
+std::wstring CluiArgumentText(const std::wstring& word, int index, unsigned int valueType,
+                              const std::wstring& fault);
+
+// A line that cannot be fed.
+std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding);
+
+#endif  // HOST_CLUIMESSAGES_H_

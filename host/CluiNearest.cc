@@ -1,0 +1,54 @@
+#include "host/CluiNearest.h"
+
+#include <algorithm>
+
+namespace {
+
+wchar_t Folded(wchar_t c) {
+  return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c;
+}
+
+int Allowed(std::size_t length) {
+  if (length < 2) return 0;
+  if (length < 5) return 1;
+  return length < 9 ? 2 : 3;
+}
+
+int LengthOf(const std::wstring& text) {
+  return static_cast<int>(text.size());
+}
+
+}  // namespace
+
+int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost) {
+  if (std::abs(LengthOf(a) - LengthOf(b)) > atMost) return atMost + 1;
+  // Row i holds the distances of a's first i letters to each beginning of b; a swap looks two back.
+  std::vector<int> twoBack(b.size() + 1), back(b.size() + 1), row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = static_cast<int>(j);
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    std::swap(twoBack, back);
+    std::swap(back, row);
+    row[0] = static_cast<int>(i);
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const bool same = Folded(a[i - 1]) == Folded(b[j - 1]);
+      row[j] = std::min({back[j] + 1, row[j - 1] + 1, back[j - 1] + (same ? 0 : 1)});
+      const bool swapped = i > 1 && j > 1 && Folded(a[i - 1]) == Folded(b[j - 2]) &&
+                           Folded(a[i - 2]) == Folded(b[j - 1]);
+      if (swapped) row[j] = std::min(row[j], twoBack[j - 2] + 1);
+    }
+    if (*std::min_element(row.begin(), row.end()) > atMost) return atMost + 1;
+  }
+  return std::min(row.back(), atMost + 1);
+}
+
+std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words) {
+  int best = Allowed(typed.size()) + 1;
+  const std::wstring* nearest = nullptr;
+  for (const std::wstring& word : words) {
+    const int distance = CluiDistance(typed, word, best - 1);
+    if (distance >= best) continue;
+    best = distance;
+    nearest = &word;
+  }
+  return nearest == nullptr ? std::wstring() : *nearest;
+}

@@ -1,0 +1,17 @@
+// "Did you mean": the word of a list that comes nearest to one that was typed.
+
+#ifndef HOST_CLUINEAREST_H_
+#define HOST_CLUINEAREST_H_
+
+#include <string>
+#include <vector>
+
+// How many letters must be changed, added, taken away or swapped with their neighbour to make one
+// word of the other, ASCII case aside. Answers atMost + 1 for anything above `atMost`.
+int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost);
+
+// The first of the nearest words, or the empty text when none is near enough to be meant: one
+// slip in a short word, two from five letters on, three from nine on.
+std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words);
+
+#endif  // HOST_CLUINEAREST_H_

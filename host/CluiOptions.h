@@ -1,0 +1,28 @@
+// What the command line asks for.
+
+#ifndef HOST_CLUIOPTIONS_H_
+#define HOST_CLUIOPTIONS_H_
+
+#include <string>
+#include <vector>
+
+struct CluiOptions {
+  std::string language;            // the script that makes the parser
+  std::vector<std::string> texts;  // of -e, in order
+  std::vector<std::string> files;  // "-" is standard input
+  std::string encoding = "UTF-8";  // of files and streams
+  std::string library;             // empty: the one that belongs to the program
+  bool quiet = false;              // neither progress nor summary
+  bool trace = false;              // every token, echo and command
+};
+
+// What the program does once its options are read.
+enum class CluiStart {
+  Run,       // there is a run to make
+  Done,      // help or the version has been printed
+  BadUsage,  // a line about the fault and a hint have been printed
+};
+
+CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options);
+
+#endif  // HOST_CLUIOPTIONS_H_

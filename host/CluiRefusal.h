@@ -1,0 +1,45 @@
+// Why a word was refused, in words.
+
+#ifndef HOST_CLUIREFUSAL_H_
+#define HOST_CLUIREFUSAL_H_
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/CluiEncoding.h"
+#include "host/CluiLine.h"
+
+class YcluiParser;
+class YcluiToken;
+
+// What is known of a refused word.
+struct CluiRefused {
+  const YcluiToken* token = nullptr;
+  bool offered = false;   // it was read whole and came before the syntax
+  unsigned int code = 0;  // what it pushed onto the error manager, 0 for nothing
+};
+
+class CluiRefusal {
+ public:
+  explicit CluiRefusal(CluiEncoding& encoding) : encoding_(encoding) {}
+
+  // The message for a word that the outermost text holds at `spot`, which is moved to the literal
+  // at fault where that can be told. A word out of a nested text has the spot of what stands for
+  // that text.
+  std::wstring explain(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
+
+ private:
+  // How many unknown words are compared with the dictionary in a run; a large file of words of
+  // another language must not cost its length times the dictionary's.
+  static constexpr std::size_t ComparedAtMost = 1000;
+
+  CluiEncoding& encoding_;
+  std::map<std::wstring, std::wstring> nearest_;  // of the words compared so far
+
+  std::wstring explainUnknown(YcluiParser& parser, const std::wstring& word);
+  std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word);
+  std::wstring explainArgument(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
+};
+
+#endif  // HOST_CLUIREFUSAL_H_

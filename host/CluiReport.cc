@@ -1,0 +1,72 @@
+#include "host/CluiReport.h"
+
+#include <clocale>
+#include <cstdio>
+#include <cwchar>
+
+namespace {
+
+constexpr std::size_t Around = 60;  // characters shown on either side of the caret
+constexpr wchar_t Cut[] = L"...";
+
+bool IsControl(wchar_t c) {
+  return c < 0x20 || (c >= 0x7F && c < 0xA0);
+}
+
+// wcwidth knows characters only in a locale that has them all, which the user's need not be.
+int WidthOf(wchar_t c) {
+  static const locale_t all = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (c < 0x7F) return 1;
+  if (all == nullptr) return c >= 0x1100 ? 2 : 1;
+  const locale_t before = uselocale(all);
+  const int width = wcwidth(c);
+  uselocale(before);
+  return width < 0 ? 1 : width;
+}
+
+}  // namespace
+
+CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
+  std::size_t length = line.size();
+  while (length > 0 && (line[length - 1] == L'\n' || line[length - 1] == L'\r')) --length;
+  const std::size_t place = character < length ? character : length;
+  const std::size_t from = place > Around + 3 ? place - Around : 0;
+  const std::size_t to = length - place > Around + 3 ? place + Around : length;
+  CluiExcerpt excerpt;
+  if (from > 0) excerpt.text = Cut;
+  excerpt.caret.assign(excerpt.text.size(), L' ');
+  for (std::size_t i = from; i < to; ++i) {
+    const wchar_t c = line[i] != L'\t' && IsControl(line[i]) ? L'?' : line[i];
+    excerpt.text += c;
+    if (i >= place) continue;
+    if (c == L'\t') {
+      excerpt.caret += c;
+    } else {
+      excerpt.caret.append(static_cast<std::size_t>(WidthOf(c)), L' ');
+    }
+  }
+  if (to < length) excerpt.text += Cut;
+  excerpt.caret += L'^';
+  return excerpt;
+}
+
+void CluiReport::tell(const CluiPlace& place, const std::wstring& message) {
+  std::string text = place.name;
+  if (place.line > 0) text += ":" + std::to_string(place.line);
+  if (place.column > 0) text += ":" + std::to_string(place.column);
+  write(text + ": " + encoding_.toUser(message));
+}
+
+void CluiReport::tell(const std::wstring& message) {
+  write(encoding_.toUser(message));
+}
+
+void CluiReport::show(const CluiExcerpt& excerpt) {
+  tell(excerpt.text);
+  tell(excerpt.caret);
+}
+
+void CluiReport::write(const std::string& line) {
+  progress_.erase();
+  std::fprintf(stderr, "%s\n", line.c_str());
+}

@@ -1,0 +1,102 @@
+// A batch run: the engine, a language, and the inputs fed to its parser.
+
+#ifndef HOST_CLUIRUN_H_
+#define HOST_CLUIRUN_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "foundation/YErr.h"
+#include "host/CluiEncoding.h"
+#include "host/CluiLine.h"
+#include "host/CluiOptions.h"
+#include "host/CluiProgress.h"
+#include "host/CluiRefusal.h"
+#include "host/CluiReport.h"
+#include "host/CluiSource.h"
+#include "host/CluiTrace.h"
+#include "lex/YcluiToken.h"
+#include "platform/engine/ScmVM.h"
+
+class YcluiParser;
+
+// One a process, as there is one engine and one error manager.
+class CluiRun {
+ public:
+  enum Status {
+    AllTaken = 0,
+    SomethingRefused = 1,  // or a command failed, or an input ended inside a command
+    Unable = 2,            // the program could not do its work, or not all of it
+    Stopped = 130,         // by an interrupt
+  };
+
+  explicit CluiRun(const CluiOptions& options);
+  CluiRun(const CluiRun&) = delete;
+  CluiRun& operator=(const CluiRun&) = delete;
+
+  // Does everything and answers the exit status.
+  int run();
+
+ private:
+  // A code that the error manager was given, until it is known whose it is.
+  struct Code {
+    unsigned int code;
+    YErrSeverity severity;
+    CluiPlace place;
+    std::uint32_t lexOffset;  // where the lexer stood, to know the token by
+    int lexDepth;
+  };
+
+  const CluiOptions& options_;
+  mutable CluiEncoding encoding_;
+  CluiProgress progress_;
+  CluiReport report_;
+  CluiTrace trace_;
+  CluiRefusal refusal_;
+  CluiLine line_;
+  YcluiParser* parser_ = nullptr;  // null until the language is loaded, and when all is over
+  std::string input_;              // the name of the input being read
+  std::vector<Code> codes_;
+  const YcluiToken* offered_ = nullptr;  // the token that came before the syntax last
+  std::string openWord_;                 // of the token that was half read last
+  int openArguments_ = 0;                // how many it had
+  std::size_t refused_ = 0;
+  std::size_t failed_ = 0;
+  bool ended_ = false;   // an input ended inside a command
+  bool unable_ = false;  // not all input could be read
+
+  // CluiRun.cc: the way of the run.
+  bool start();
+  bool loadLanguage();
+  void follow();
+  void readInputs();
+  void readFile(const std::string& name);
+  void readLines(CluiSource& source);
+  void feed(std::string& bytes, std::size_t number);
+  void interpret(std::string& text, std::size_t number);
+  void endInput(std::size_t number);
+  void readLeftText(std::size_t number);
+  std::wstring unfinished() const;
+  bool isAlive() const;
+  void giveUpInput(const std::string& problem);
+  void finish();
+  int status() const;
+  void summarise();
+
+  // CluiRunEvents.cc: what comes back from parser and engine meanwhile.
+  CluiPlace here();
+  CluiPlace placeOf(const CluiSpot& spot) const;
+  void tellProblem(const std::string& place, const std::string& problem);
+  void tellAt(const CluiSpot& spot, const std::wstring& message);
+  void tellCodes();
+  unsigned int takeCode(bool offered);
+  void onCode(unsigned int code, YErrSeverity severity);
+  void onScriptError(const ScmVMError& error);
+  void onText(const char* text);
+  YcluiTokenCtrl onToken(const YcluiToken& token);
+  void onRefuse(const YcluiToken& token);
+  void onEcho(const char* line);
+};
+
+#endif  // HOST_CLUIRUN_H_

@@ -1,0 +1,135 @@
+// What comes back from the parser and the engine while they work, and how it is told.
+//
+// A code of the error manager has no place of its own. It belongs to the word that pushed it, which
+// is known when the word is refused; so codes wait until then, or until something else happens that
+// shows that they were a command's.
+
+#include "host/CluiInterrupt.h"
+#include "host/CluiMessages.h"
+#include "host/CluiRun.h"
+#include "parser/YcluiParser.h"
+
+namespace {
+
+constexpr std::size_t WaitingAtMost = 64;
+
+}  // namespace
+
+CluiPlace CluiRun::here() {
+  if (parser_ != nullptr) return placeOf(line_.spotOf(parser_->lastTokenOffset()));
+  CluiPlace place;
+  int line = 0;
+  ScmVM::place(place.name, line);
+  if (place.name.empty()) place.name = options_.language;
+  place.line = static_cast<std::size_t>(line);
+  return place;
+}
+
+CluiPlace CluiRun::placeOf(const CluiSpot& spot) const {
+  return {input_, spot.line, spot.line == 0 ? 0 : spot.character + 1};
+}
+
+void CluiRun::tellProblem(const std::string& place, const std::string& problem) {
+  report_.tell({place, 0, 0}, encoding_.fromUtf8(problem));
+}
+
+void CluiRun::tellAt(const CluiSpot& spot, const std::wstring& message) {
+  report_.tell(placeOf(spot), message);
+  if (spot.line > 0) report_.show(CluiExcerptOf(line_.characters(spot), spot.character));
+}
+
+void CluiRun::tellCodes() {
+  const std::vector<Code> codes = std::move(codes_);
+  codes_.clear();
+  for (const Code& code : codes) {
+    if (code.severity == YErrNote && !options_.trace) continue;
+    // Nothing else tells of a text that was not read.
+    if (code.code == YErrTooDeep) ++refused_;
+    report_.tell(code.place, CluiCodeText(code.code));
+  }
+}
+
+// The code that the refused word pushed, or 0. What others pushed is told.
+unsigned int CluiRun::takeCode(bool offered) {
+  unsigned int code = 0;
+  const YcluiLex& lex = *parser_->lex();
+  const auto isItsOwn = [&](const Code& entry) {
+    return offered ||
+           (entry.lexOffset == lex.tokenOffset() && entry.lexDepth == lex.suspendedTexts());
+  };
+  if (!codes_.empty() && isItsOwn(codes_.back())) {
+    code = codes_.back().code;
+    codes_.pop_back();
+  }
+  tellCodes();
+  return code;
+}
+
+void CluiRun::onCode(unsigned int code, YErrSeverity severity) {
+  if (codes_.size() >= WaitingAtMost) tellCodes();
+  Code entry = {code, severity, here(), 0, 0};
+  if (parser_ != nullptr) {
+    entry.lexOffset = parser_->lex()->tokenOffset();
+    entry.lexDepth = parser_->lex()->suspendedTexts();
+  }
+  codes_.push_back(entry);
+}
+
+void CluiRun::onScriptError(const ScmVMError& error) {
+  if (error.interrupted) return codes_.clear();
+  std::wstring message = encoding_.fromUtf8(error.message);
+  // A primitive that failed says by a code what the engine cannot know.
+  if (!codes_.empty()) {
+    message += L" (" + CluiCodeText(codes_.back().code) + L")";
+    codes_.pop_back();
+  }
+  tellCodes();
+  if (parser_ == nullptr) {
+    CluiPlace place = here();
+    if (!error.file.empty()) {
+      place = {error.file, static_cast<std::size_t>(error.line),
+               static_cast<std::size_t>(error.column)};
+    }
+    return report_.tell(place, message);
+  }
+  ++failed_;
+  tellAt(line_.spotOf(parser_->lastTokenOffset()), L"the command failed: " + message);
+  if (!error.text.empty()) report_.tell(L"  in " + encoding_.fromUtf8(error.text));
+}
+
+void CluiRun::onText(const char* text) {
+  tellCodes();
+  if (options_.trace) trace_.runs(text);
+}
+
+YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
+  tellCodes();
+  offered_ = &token;
+  if (CluiInterrupted()) {
+    parser_->exhaust();
+    return YcluiTokenDrop;
+  }
+  if (options_.trace) trace_.offered(token);
+  return YcluiTokenPass;
+}
+
+void CluiRun::onRefuse(const YcluiToken& token) {
+  if (CluiInterrupted()) return parser_->exhaust();
+  ++refused_;
+  const bool offered = &token == offered_;
+  offered_ = nullptr;
+  const CluiRefused refused = {&token, offered, takeCode(offered)};
+  CluiSpot spot = line_.spotOf(parser_->lastTokenOffset());
+  const std::wstring message = refusal_.explain(*parser_, refused, spot);
+  if (options_.trace) trace_.refused(token);
+  tellAt(spot, message);
+}
+
+void CluiRun::onEcho(const char* line) {
+  if (options_.trace) trace_.echo(line);
+  if (parser_->tokenIsOpen() == 0) return;
+  const YcluiToken* token = parser_->currentToken();
+  if (token == nullptr || token->underConstruction() == 0 || token->string() == nullptr) return;
+  openWord_ = token->string();
+  openArguments_ = token->argc() - 1;
+}
