@@ -1,0 +1,358 @@
+;;; A drafting language: words for points, lines, rectangles, circles, arcs, walls, doors and labels,
+;;; on layers, in groups, saved as SVG.
+;;;
+;;;     clui drafting.scm house.cmd        draws the house and writes house.svg
+;;;     clui drafting.scm                  draws what you type; `help` names the words
+;;;
+;;; This file is also meant to be read: it shows how a command language is made. It has five parts:
+;;; words, what the words do, syntax, words that work anywhere, and aliases and variables to begin
+;;; with. The drawing itself is in model.scm and figures.scm, the picture in svg.scm.
+
+(load "model.scm")
+(load "figures.scm")
+(load "svg.scm")
+
+(define parser (clui-parser-new 0)) ; the first parser that a script makes gets the text
+
+;;; 1. Words -------------------------------------------------------------------------------------
+;;;
+;;; A word that takes arguments has a name that ends in ":". The echo and the log write a word and
+;;; its first argument with nothing between them, so without the ":" they would read as another word.
+;;;
+;;; Places are declared as two numbers and not as one point, for three reasons: a number may have a
+;;; fraction, it may come from a variable (at: ${x}[2],${y}[0]), and it is counted in whatever
+;;; `unit:` says. A point takes whole numbers as they stand; that is right for `origin:` and
+;;; `margin:`, which are whole millimetres.
+
+(define a-string 1)
+(define a-number 2)
+(define a-whole 3)
+(define a-point 4)
+
+;; Declares a word. A word that is there already answers 0, and a syntax made with 0 would lose it.
+(define (word name . more)
+  (let ((id (apply clui-token parser name more)))
+    (if (zero? id) (error "this word cannot be added:" name))
+    id))
+
+;; Another name for the same word: it shares the id, so every syntax that takes the one takes both.
+;; The id stands in front of the name; a number behind the name would be the type of an argument.
+(define (also id name . more)
+  (if (zero? (apply clui-token parser id name more))
+      (error "this word cannot be added:" name)))
+
+;; Shapes begin with a place; what is behind it goes on from there.
+(define point: (word "point:" a-number a-number))
+(define line: (word "line:" a-number a-number))
+(define polyline: (word "polyline:" a-number a-number))
+(define rect: (word "rect:" a-number a-number))
+(define circle: (word "circle:" a-number a-number))
+(define arc: (word "arc:" a-number a-number))
+(define wall: (word "wall:" a-number a-number))
+(define door: (word "door:" a-number a-number))
+(define window: (word "window:" a-number a-number))
+(define stairs: (word "stairs:" a-number a-number))
+(define dimension: (word "dimension:" a-number a-number))
+(define to: (word "to:" a-number a-number))
+(define by: (word "by:" a-number a-number))
+(define at: (word "at:" a-number a-number))
+(define radius: (word "radius:" a-number))
+(define angles: (word "angles:" a-number a-number))
+(define steps: (word "steps:" a-whole))
+(define off: (word "off:" a-number))
+
+;; The second text of such a word is the shortest form that still counts as the word.
+(define end-word (word "end"))
+(define close-word (word "close" "cl"))
+(define left-word (word "left" "le"))
+(define right-word (word "right" "ri"))
+(define sliding-word (word "sliding" "sl"))
+(define open-word (word "open" "op"))
+
+;; Arguments beyond the declared ones are read as strings, as many as there are. That is how a word
+;; gets an optional argument: `text: "one line", "another"`, `place: chair, 90`.
+(define text: (word "text:" a-string))
+(define place: (word "place:" a-string))
+
+(define undo-word (word "undo" "un"))
+(define done-word (word "done" "do"))
+(define title: (word "title:" a-string))
+(define scale: (word "scale:" a-number))
+(define margin: (word "margin:" a-point))
+(define save: (word "save:" a-string))
+(define alias: (word "alias:" a-string a-string))
+(define unalias: (word "unalias:" a-string))
+
+;; Settings and other words that work anywhere.
+(define group: (word "group:" a-string a-number a-number))
+(define layer: (word "layer:" a-string))
+(define colour: (word "colour:" a-string))
+(define pen: (word "pen:" a-number))
+(define dash: (word "dash:" a-string))
+(define fill: (word "fill:" a-string))
+(define pattern: (word "pattern:" a-string))
+(define unit: (word "unit:" a-number))
+(define origin: (word "origin:" a-point))
+(define turn: (word "turn:" a-number))
+(define thickness: (word "thickness:" a-number))
+(define round: (word "round:" a-number))
+(define letters: (word "letters:" a-number))
+(define align: (word "align:" a-string))
+(define where-word (word "where" "wh"))
+(define cancel-word (word "cancel" "can"))
+(define help-word (word "help" "he"))
+
+(also colour: "color:" a-string)
+(also wall: "壁:" a-number a-number)
+(also door: "戸:" a-number a-number)
+(also window: "窓:" a-number a-number)
+(also text: "文字:" a-string)
+
+;;; 2. What the words do -------------------------------------------------------------------------
+;;;
+;;; The command behind a word is a template: a text in which $ forms are replaced, and which is then
+;;; run. $0 is the first token of the command, $$ the last one, $-1 the one before it; [0] is a
+;;; token's first argument; $p is the parser.
+;;;
+;;; Numbers may stand in a template, since a number is never anything but a number. A string may
+;;; not: `"(label! \"$$[0]\")"` would run whatever a user types behind a quote of his own. Strings
+;;; are handed over as values: (token-argument $p n k) answers argument k of token n, where -1 is
+;;; the last token. So the text of the user is never read as a script.
+
+;; All arguments of that token, which are strings.
+(define (token-strings parser n)
+  (let loop ((k 0))
+    (let ((value (token-argument parser n k)))
+      (if value (cons value (loop (1+ k))) '()))))
+
+(define (draw-path! closed?)
+  (draw! (make-shape 'path (look-now) (take-path!) (list closed? 0))))
+
+(define (draw-rectangle!)
+  (let ((ends (take-path!)))
+    (draw! (make-shape 'path (look-now) (rectangle (first ends) (second ends))
+                       (list #t (settings-round settings))))))
+
+(define (draw-wall! closed?)
+  (let ((points (take-path!)))
+    (if (null? (cdr points)) (refuse "a wall needs two places at least"))
+    (draw! (make-shape 'wall (look-now) points (list closed? (settings-thickness settings))))))
+
+(define (draw-dot!)
+  (draw! (make-shape 'dot (look-now) (take-path!) '(0.6))))
+
+(define (draw-arc! radius from to)
+  (let ((size (size-of "a radius" radius))
+        (last-angle (if (> to from) to (+ 360 to))))
+    (if (not (<= 0 (- last-angle from) 360)) (refuse "an arc turns by 360 degrees at the most"))
+    (draw! (make-shape 'arc (look-now) (take-path!)
+                       (list size (+ from (turn-now)) (+ last-angle (turn-now)))))))
+
+(define (draw-text! lines x y)
+  (draw! (make-shape 'text (look-now) (list (typed-point x y))
+                     (list lines (settings-letters settings) (settings-align settings)
+                           (turn-now) 0))))
+
+;; `place: chair` or `place: chair, 90`: the turn is an argument beyond the declared ones, so it
+;; came as a string. It is turned into a number by string->number, which runs nothing.
+(define (draw-group! arguments x y)
+  (let ((turn (if (null? (cdr arguments)) 0 (string->number (second arguments)))))
+    (if (not (real? turn)) (refuse "a turn is a number of degrees, not \"" (second arguments) "\""))
+    (place-group! (first arguments) turn x y)))
+
+(define (save-drawing! file)
+  (let ((all (whole-drawing)))
+    (if (null? all) (refuse "nothing has been drawn yet"))
+    (write-svg file (drawing->svg sheet-title (map car (reverse layers)) all
+                                  sheet-scale sheet-margin))
+    (say "saved " file ", " (count-shapes all) " shapes")))
+
+(define (say . parts)
+  (for-each display parts)
+  (newline))
+
+(define (make-alias! parser name text)
+  (if (not (clui-set-alias parser name text))
+      (refuse "\"" name "\" is a word or an alias already")))
+
+(define (drop-alias! parser name)
+  (if (not (clui-unset-alias parser name))
+      (refuse "\"" name "\" is no alias")))
+
+;;; 3. Syntax ------------------------------------------------------------------------------------
+;;;
+;;; A command is over at the first word behind which nothing more is needed, so no command here has
+;;; optional words at its end: each kind of shape says with its last word what it is. A part that
+;;; repeats never ends by itself; it needs a word behind it, such as `end` or `close`.
+;;;
+;;; Each place goes into the path when it is typed, and so with the unit and the origin of that
+;;; moment. The last word of a command makes a shape of the path.
+
+(define begin-path "(start-path! $$[0] $$[1])")
+
+;; One more place: a place, or a step from the one before. `finish` is run behind it.
+(define (one-place finish)
+  (clui-oneof to: (string-append "(begin (path-to! $$[0] $$[1]) " finish ")")
+              by: (string-append "(begin (path-by! $$[0] $$[1]) " finish ")")))
+
+;; Any number of places. A fragment is used up where it is used: each syntax makes its own.
+(define (more-places)
+  (clui-anyof to: "(path-to! $$[0] $$[1])"
+              by: "(path-by! $$[0] $$[1])"))
+
+(define shape-syntax
+  (clui-oneof
+   (clui-syntax point: "(begin (start-path! $$[0] $$[1]) (draw-dot!))")
+   (clui-syntax line: begin-path (one-place "(draw-path! #f)"))
+   (clui-syntax rect: begin-path (one-place "(draw-rectangle!)"))
+   (clui-syntax polyline: begin-path (more-places)
+                (clui-oneof end-word "(draw-path! #f)" close-word "(draw-path! #t)"))
+   (clui-syntax circle: begin-path radius: "(draw-arc! $$[0] 0 360)")
+   (clui-syntax arc: begin-path radius: angles: "(draw-arc! $-1[0] $$[0] $$[1])")
+   (clui-syntax wall: begin-path (more-places)
+                (clui-oneof end-word "(draw-wall! #f)" close-word "(draw-wall! #t)"))
+   (clui-syntax door: begin-path (one-place "")
+                (clui-oneof left-word "(draw-door! 'left)" right-word "(draw-door! 'right)"
+                            sliding-word "(draw-door! 'sliding)" open-word "(draw-door! 'open)"))
+   (clui-syntax window: begin-path (one-place "(draw-window!)"))
+   (clui-syntax stairs: begin-path to: "(path-to! $$[0] $$[1])" steps: "(draw-stairs! $$[0])")
+   (clui-syntax dimension: begin-path (more-places) off: "(draw-dimension! (length-of $$[0]))")
+   (clui-syntax text: at: "(draw-text! (token-strings $p 0) $$[0] $$[1])")
+   (clui-syntax place: at: "(draw-group! (token-strings $p 0) $$[0] $$[1])")))
+
+;; `save:` has a priority of its own. It may begin a command anywhere but in a group that was opened
+;; in the middle of another command: every word there admits interruptions up to 127 only.
+(define sheet-syntax
+  (clui-oneof
+   undo-word "(undo!)"
+   done-word "(finish-group! $p)"
+   title: "(set! sheet-title (token-argument $p -1 0))"
+   scale: "(set! sheet-scale (within \"a scale\" 0.1 $$[0] 100000))"
+   margin: "(set! sheet-margin (point $$[0]))" ; a point writes two numbers, side by side
+   alias: "(make-alias! $p (token-argument $p -1 0) (token-argument $p -1 1))"
+   unalias: "(drop-alias! $p (token-argument $p -1 0))"
+   (clui-syntax (clui-priority 200 127) save: "(save-drawing! (token-argument $p -1 0))")))
+
+(clui-set-syntax parser (clui-oneof shape-syntax sheet-syntax))
+
+;;; 4. Words that work anywhere ------------------------------------------------------------------
+;;;
+;;; An indefinite word is taken at any place of a line, and it stays in the line: from then on $0,
+;;; $1 and so on would count it. So each of these words takes itself back with clui-delete-last
+;;; before anything else. What is handed to the procedure is worked out before that, while the word
+;;; still stands in the line. Such words are declared when the parser has its syntax, not before.
+
+(define (aside parser procedure . values)
+  (clui-delete-last parser)
+  (apply procedure values))
+
+(define (anywhere id command)
+  (clui-indefinite-syntax parser id command))
+
+(define (change-setting! change value) (set! settings (change settings value)))
+
+(define (move-origin! x y)
+  (change-setting! set-settings-placement (make-placement (point x y) (turn-now))))
+
+(define (turn-to! angle)
+  (change-setting! set-settings-placement
+                   (make-placement (placement-origin (settings-placement settings))
+                                   (within "a turn" -360 angle 360))))
+
+(define (fill-of text) (and (not (string-ci=? text "none")) (colour-of text)))
+
+(anywhere layer: "(aside $p choose-layer! (token-argument $p -1 0))")
+(anywhere colour: "(aside $p change-colour! (token-argument $p -1 0))")
+(anywhere pen: "(aside $p change-pen! $$[0])")
+(anywhere dash: "(aside $p change-dash! (token-argument $p -1 0))")
+(anywhere fill: "(aside $p change-fill! (token-argument $p -1 0))")
+(anywhere pattern: "(aside $p change-pattern! (token-argument $p -1 0))")
+
+(define (change-colour! name) (change-look! set-look-colour (colour-of name)))
+(define (change-pen! width) (change-look! set-look-pen (within "a pen" 0 width 20)))
+(define (change-dash! name) (change-look! set-look-dash (choice-of "dash" name (map car dashes))))
+(define (change-fill! name) (change-look! set-look-fill (fill-of name)))
+(define (change-pattern! name) (change-look! set-look-pattern (choice-of "pattern" name patterns)))
+
+(anywhere unit: "(aside $p change-unit! $$[0])")
+(anywhere origin: "(aside $p move-origin! $$[0])")
+(anywhere turn: "(aside $p turn-to! $$[0])")
+(anywhere thickness: "(aside $p change-thickness! $$[0])")
+(anywhere round: "(aside $p change-round! $$[0])")
+(anywhere letters: "(aside $p change-letters! $$[0])")
+(anywhere align: "(aside $p change-align! (token-argument $p -1 0))")
+
+(define (change-unit! size) (change-setting! set-settings-unit (within "a unit" 0.001 size 1e6)))
+(define (change-thickness! size)
+  (change-setting! set-settings-thickness (size-of "a thickness" size)))
+(define (change-round! size)
+  (change-setting! set-settings-round (length-of (within "a rounding" 0 size 1e6))))
+(define (change-letters! height)
+  (change-setting! set-settings-letters (within "the height of letters" 0.5 height 200)))
+(define (change-align! name)
+  (change-setting! set-settings-align (choice-of "alignment" name '("left" "middle" "right"))))
+
+;; A group pushes a frame: the words that follow begin commands of their own, also when a command
+;; stands half typed below. `done` pops the frame, and the command below goes on where it stood. Both
+;; frames walk the same syntax, so `done` is an ordinary command.
+(define (open-group! parser name x y)
+  (enter-group! name x y)
+  (clui-push parser))
+
+(define (finish-group! parser)
+  (if (not group-now) (refuse "no group is open"))
+  (leave-group!)
+  (clui-pop parser))
+
+(anywhere group: "(aside $p open-group! $p (token-argument $p -1 0) $$[1] $$[2])")
+
+;; Gives up the command that is half typed; what is behind `cancel` begins a new one.
+(define (cancel! parser)
+  (take-path!)
+  (clui-reset parser))
+
+(anywhere cancel-word "(aside $p cancel! $p)")
+
+(define (tell-where)
+  (let ((origin (placement-origin (settings-placement settings))))
+    (say "layer " (settings-layer settings)
+         ", unit " (settings-unit settings) " mm"
+         ", origin " (point-x origin) "," (point-y origin)
+         ", turned " (turn-now)
+         (if group-now (string-append ", group " (string-join (group-names) " > ")) "")
+         (if (null? path) "" (string-append ", path at " (place-text (car path))))
+         ", " (count-shapes (whole-drawing)) " shapes")))
+
+(define (place-text p)
+  (string-append (number->string (point-x p)) "," (number->string (point-y p))))
+
+(anywhere where-word "(aside $p tell-where)")
+(anywhere help-word "(aside $p display help-text)")
+
+(define help-text "\
+Shapes      point: X,Y                        line: X,Y to: X,Y
+            rect: X,Y to: X,Y                 circle: X,Y radius: R
+            polyline: X,Y to: X,Y ... end     arc: X,Y radius: R angles: A,B
+            (or close, for a closed one)      text: \"...\" at: X,Y
+            by: DX,DY is a step and goes wherever to: goes
+Building    wall: X,Y to: X,Y ... end         window: X,Y to: X,Y
+            (or close)                        door: X,Y to: X,Y left (right, sliding, open)
+            stairs: X,Y to: X,Y steps: N      dimension: X,Y to: X,Y ... off: D
+Groups      group: NAME, X,Y ... done         place: NAME at: X,Y (place: NAME, 90 turns it)
+Sheet       title: \"...\"   scale: N   margin: X,Y   undo   save: FILE
+Anywhere    layer: NAME   colour: C   pen: MM   dash: KIND   fill: C   pattern: KIND
+            unit: MM   origin: X,Y   turn: DEGREES   thickness: D   round: D
+            letters: MM   align: SIDE   where   cancel   help
+Shorthand   alias: NAME, \"words\"   unalias: NAME   ${name}=value   ${name}[0]=value
+")
+
+;;; 5. To begin with -----------------------------------------------------------------------------
+;;;
+;;; An alias stands for text, and may break off in the middle: behind `dim` the two numbers are read
+;;; from what was typed. A list makes an array variable. ${module} is a half mat, the measure of
+;;; houses in Japan, and ${pens} holds the usual widths of pens: `pen: ${pens}[2]`.
+
+(clui-set-alias parser "dim" "dimension:")
+(clui-set-alias parser "box" "rect:")
+(clui-set-variable parser "module" 910.0)
+(clui-set-variable parser "pens" '(0.13 0.25 0.35 0.5 0.7))
