@@ -115,7 +115,7 @@ class YQRT_API YcluiParser {
   // `interpret`. Negative when it began in text left over from earlier; at the length of the text
   // or behind it for a token of a text that a command appended. What an alias stands for counts as
   // being where the alias is.
-  int lastTokenOffset() const { return tokenOffset; }
+  int lastTokenOffset() const { return static_cast<int>(tokenOffset); }
 
   // Tokens of the current frame. Pointers are null when there is no token and stay good until the
   // frame changes.
@@ -270,6 +270,7 @@ class YQRT_API YcluiParser {
   class Running;
   class FrameUse;
   class TextUse;
+  class Depth;
 
   YWord context;
   YcluiLex* lexer;
@@ -295,7 +296,8 @@ class YQRT_API YcluiParser {
   YWord playbackRun = 0;
   YWord playbackPaused = 0;
   YcluiLogFile_Stack playbackFiles;
-  YStack<std::uint64_t> playbackSerials;  // one for each file on the stack
+  YStack<std::uint64_t> playbackSerials;  // of the files on that stack
+  std::uint64_t filesPlayed = 0;
   YcluiToken* workToken;
   YWord aliasRun = 0;
   YWord echoEnabled = 1;
@@ -307,8 +309,11 @@ class YQRT_API YcluiParser {
   int playbackDepth = 0;   // loops that read lines of a file
   YcluiLevels<YcluiToken> levelTokens;  // the complete tokens that are on their way
   YcluiLevels<YString> levelTexts;      // texts of aliases and commands
-  int tokenOffset = 0;
-  int textBase = 0;  // where the lexer's text begins, in the text of the outermost interpret
+
+  // Places in the text of the outermost interpret.
+  long tokenOffset = 0;  // see lastTokenOffset
+  long textBase = 0;     // where the present text of the lexer begins
+  long textLength = 0;   // of that text
 
   // What was replaced while something was running.
   YStack<YcluiSyntaxGraph*> retiredGraphs;
@@ -329,35 +334,40 @@ class YQRT_API YcluiParser {
   void refuseCallback(const YcluiToken& token);
   void echoCallback();
   void synCallback();
-  const YcluiSyntaxNode* interruptedNode() const;
-  YWord admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;
   YWord action(const char* commandTemplate, YWord contextWord, const YcluiToken_Stack& tokens);
 
-  YWord takeText(const char* text);
+  int leaveToLoopOutside(const char* text);
+  void takeText(const char* text);
+  void appendText(const char* text);
+  void beginOuterText();
+  bool tellsOffsets() const;
   YWord readToken();
   void refuseWord();
-  void showOpenToken();
   YWord pushWorkToken();
+  void showOpenToken();
+  const YcluiSyntaxNode* stepInto(YcluiLineParser& frame, const YcluiToken& token);
   YWord expand(const YcluiToken& token);
-  YWord acceptInto(YcluiLineParser& frame, YcluiToken& token);
 
   YcluiLineParser* makeFrame(const char* prefix) const;
   void dropFrame();
-  void releaseFrame(YcluiLineParser* frame);
-  void retireSyntax();
+  void dropAllFrames();
   void freeRetired();
   void replaceIndefiniteRoot();
+  void deleteIndefiniteNodes();
+  const YcluiSyntaxNode* interruptedNode() const;
+  YWord admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;
 
   void joinLive();
   void leaveLive();
-  static void TakeBody(int index);
-  static void BuryBody(YcluiParser* parser);
+  static bool IsBody(const YcluiParser* parser);
+  static void TakeBody(const YcluiParser* parser);
 
-  YWord playLines();
+  void closeLog();
   YWord reentryPlayback(int levels);
+  YWord playFile();
   YWord resumeFile();
+  YWord stopsBehindLine(std::uint64_t serial);
   YWord finishFile();
-  YWord isOnTop(std::uint64_t serial) const;
   void closeAllPlayback();
 };
 

@@ -1,0 +1,143 @@
+#include "parser/YcluiCommandTemplate.h"
+
+#include <cstdint>
+
+namespace {
+
+// Larger than any number of tokens or arguments: where a number is read, counting on is of no use.
+constexpr long Beyond = 1L << 40;
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool IsSpace(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Reads white space, a sign and digits, and answers the place behind them; without a digit the
+// number is 0 and the place the one given.
+const char* ReadNumber(const char* from, long& number) {
+  number = 0;
+  const char* at = from;
+  while (IsSpace(*at)) ++at;
+  const bool isNegative = *at == '-';
+  if (*at == '-' || *at == '+') ++at;
+  if (!IsDigit(*at)) return from;
+  for (; IsDigit(*at); ++at) {
+    if (number < Beyond) number = number * 10 + (*at - '0');
+  }
+  if (isNegative) number = -number;
+  return at;
+}
+
+class TemplateFiller {
+ public:
+  TemplateFiller(YWord context, long parserNumber, const YcluiToken_Stack& tokens, YString& result)
+      : context_(context), parserNumber_(parserNumber), tokens_(tokens), result_(result) {}
+
+  void fill(const char* commandTemplate) {
+    const char* plain = commandTemplate;  // where text begins that is not in the result yet
+    const char* at = plain;
+    while (*at != '\0') {
+      if (*at == '$' && OpensForm(at[1])) {
+        appendPlain(plain, at);
+        plain = at = fillForm(at + 1);
+      } else if (*at == '$' || *at == '\\') {
+        at += at[1] == '\0' ? 1 : 2;
+      } else {
+        ++at;
+      }
+    }
+    appendPlain(plain, at);
+  }
+
+ private:
+  // Numbers of arguments that mean another part of a token.
+  static constexpr long TheWord = -1;
+  static constexpr long TheId = -2;
+
+  YWord context_;
+  long parserNumber_;
+  const YcluiToken_Stack& tokens_;
+  YString& result_;
+
+  static bool OpensForm(char c) {
+    return c == 'c' || c == 'p' || c == '$' || c == '-' || IsDigit(c);
+  }
+
+  void appendPlain(const char* from, const char* to) {
+    result_.concat(from, static_cast<unsigned long>(to - from));
+  }
+
+  // Fills in the form whose "$" stands in front of `at`; answers the place behind it.
+  const char* fillForm(const char* at) {
+    if (*at == 'c') {
+      result_ << static_cast<std::int32_t>(context_);
+      return at + 1;
+    }
+    if (*at == 'p') {
+      result_ << parserNumber_;
+      return at + 1;
+    }
+    long number = tokens_.count() - 1;
+    if (*at == '$') return fillSelected(number, at + 1);
+    at = ReadNumber(at, number);
+    if (number < 0) number += tokens_.count() - 1;
+    return fillSelected(number, at);
+  }
+
+  // Reads the selector at `at` and fills in what it selects of the token with that number.
+  const char* fillSelected(long number, const char* at) {
+    long part = TheWord;
+    if (*at == '#') {
+      part = TheId;
+      ++at;
+    } else if (*at == '[') {
+      at = ReadNumber(at + 1, part);
+      if (*at != '\0') ++at;
+    }
+    if (number >= 0 && number < tokens_.count()) {
+      fillPart(tokens_.at(static_cast<int>(number)), part);
+    }
+    return at;
+  }
+
+  void fillPart(const YcluiToken& token, long part) {
+    if (part == TheWord) {
+      if (token.string() != nullptr) result_ << token.string();
+    } else if (part == TheId) {
+      result_ << token.id();
+    } else if (part >= 0 && part + 1 < token.argc()) {
+      fillValue(*token[static_cast<int>(part) + 1]);
+    }
+  }
+
+  void fillValue(const YAttribValue& value) {
+    YStatus status{0};
+    switch (value.tag) {
+      case YAttribLong:
+        result_ << static_cast<long>(value.GetLong());
+        break;
+      case YAttribDouble:
+        result_ << value.GetDouble();
+        break;
+      case YAttribPoint:
+        result_ << static_cast<long>(value.GetPointX(status)) << ' '
+                << static_cast<long>(value.GetPointY(status));
+        break;
+      case YAttribString:
+        result_ << value.GetString();
+        break;
+      default:
+        break;
+    }
+  }
+};
+
+}  // namespace
+
+void YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
+                       const YcluiToken_Stack& tokens, YString& result) {
+  TemplateFiller(context, parserNumber, tokens, result).fill(commandTemplate);
+}

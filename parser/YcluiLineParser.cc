@@ -1,0 +1,155 @@
+#include "parser/YcluiLineParser.h"
+
+#include <cstring>
+#include <utility>
+
+YcluiLineParser::YcluiLineParser(const char* prefixText) : whole(prefixText), prefix(prefixText) {}
+
+YWord YcluiLineParser::reset() {
+  if (YcluiNfa::reset() == 0) return 0;
+  own.isShowing = false;
+  tokens.clear();
+  cutTexts(0);
+  return 1;
+}
+
+YcluiSyntaxNode* YcluiLineParser::next(const YcluiToken& token) {
+  hideToken();
+  YcluiSyntaxNode* previous = currentNode;
+  YcluiSyntaxNode* accepted = stepNext(token.id());
+  if (accepted == nullptr) return nullptr;
+  storeToken(token);
+  tokens.topSlot().previousNode(previous);
+  tokens.topSlot().presentNode(currentNode);
+  return accepted;
+}
+
+const YcluiToken* YcluiLineParser::currentToken() const {
+  return tokens.isEmpty() != 0 ? nullptr : &tokens.topSlot();
+}
+
+const YcluiToken* YcluiLineParser::tokenAt(YWord index) const {
+  return index < numberOfToken() ? &tokens.at(static_cast<int>(index)) : nullptr;
+}
+
+int YcluiLineParser::findToken(const YcluiToken& token) const {
+  for (int i = 0; i < tokens.count(); ++i) {
+    if (tokens.at(i) == token) return i;
+  }
+  return -1;
+}
+
+const YcluiToken* YcluiLineParser::popLastToken() {
+  hideToken();
+  if (tokens.isEmpty() != 0) return nullptr;
+  const YcluiToken& last = tokens.topSlot();
+  YcluiSyntaxNode* previous = last.previousNode();
+  const bool wasIndefinite = previous == last.presentNode() && indefiniteNode(last.id()) != nullptr;
+  if (previous != nullptr && !wasIndefinite) goBack(previous);
+  return popToken();
+}
+
+YWord YcluiLineParser::removeToken(YWord index) {
+  hideToken();
+  if (index >= numberOfToken()) return 0;
+  const YcluiToken_Stack saved(tokens);
+  reset();
+  if (takeAgain(saved, static_cast<int>(index)) != 0) return 1;
+  reset();
+  for (int i = 0; i < saved.count(); ++i) next(saved.at(i));
+  return 0;
+}
+
+// 0 as soon as a token is refused.
+YWord YcluiLineParser::takeAgain(const YcluiToken_Stack& saved, int without) {
+  for (int i = 0; i < saved.count(); ++i) {
+    if (i != without && next(saved.at(i)) == nullptr) return 0;
+  }
+  return 1;
+}
+
+const YcluiSyntaxNode* YcluiLineParser::firstNode() const {
+  for (int i = 0; i < tokens.count(); ++i) {
+    const YcluiSyntaxNode* node = tokens.at(i).presentNode();
+    if (node != nullptr && node->tokenId != 0 && node->kind != YcluiNodeIndefinite) return node;
+  }
+  return nullptr;
+}
+
+void YcluiLineParser::pushToken(const YcluiToken& token) {
+  hideToken();
+  storeToken(token);
+}
+
+const YcluiToken* YcluiLineParser::popToken() {
+  hideToken();
+  if (tokens.isEmpty() == 0) dropToken();
+  return currentToken();
+}
+
+void YcluiLineParser::showToken(const YcluiToken& token) {
+  pushToken(token);
+  own.isShowing = true;
+}
+
+void YcluiLineParser::hideToken() {
+  if (!own.isShowing) return;
+  own.isShowing = false;
+  dropToken();
+}
+
+void YcluiLineParser::storeToken(const YcluiToken& token) {
+  extendTexts(token.echoString());
+  // In steps of half the size, since those of the stack end at 256 and a line may be much longer.
+  if (tokens.count() == tokens.size()) tokens.resize(tokens.count() + tokens.count() / 2 + 1);
+  YcluiToken& stored = tokens.extend();
+  stored = token;
+  stored.previousNode(nullptr);
+  stored.presentNode(nullptr);
+}
+
+void YcluiLineParser::dropToken() {
+  const char* echo = currentToken()->echoString();
+  const std::size_t echoLength = echo == nullptr ? 0 : std::strlen(echo);
+  const std::size_t blank = tokens.count() > 1 ? 1 : 0;
+  cutTexts(line.length - static_cast<std::uint32_t>(echoLength + blank));
+  tokens.drop();
+}
+
+void YcluiLineParser::extendTexts(const char* echo) {
+  keepHeldTexts();
+  const std::uint32_t before = line.length;
+  if (tokens.isEmpty() == 0) line << ' ';
+  if (echo != nullptr) line << echo;
+  if (prefix.length > 0 && before == 0 && line.length > 0) whole << ' ';
+  whole.concat(line.buffer + before, line.length - before);
+}
+
+void YcluiLineParser::cutTexts(std::uint32_t lineLength) {
+  keepHeldTexts();
+  const std::uint32_t blank = prefix.length > 0 && lineLength > 0 ? 1 : 0;
+  line.truncate(lineLength);
+  whole.truncate(prefix.length + blank + lineLength);
+}
+
+std::uint32_t YcluiLineParser::holdTexts() {
+  ++own.holders;
+  ++own.presentHolders;
+  return own.textSerial;
+}
+
+void YcluiLineParser::releaseTexts(std::uint32_t held) {
+  if (held == own.textSerial) --own.presentHolders;
+  if (--own.holders == 0) own.keptTexts.removeAll();
+}
+
+void YcluiLineParser::keepHeldTexts() {
+  if (own.presentHolders == 0) return;
+  own.presentHolders = 0;
+  ++own.textSerial;
+  for (YString* text : {&line, &whole}) {
+    YString copy(*text);
+    own.keptTexts.end() = std::move(*text);
+    *text = std::move(copy);
+  }
+}

@@ -1,0 +1,84 @@
+// Completion: what could come next.
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <string_view>
+#include <unordered_set>
+
+#include "foundation/YMemory.h"
+#include "parser/YcluiParser.h"
+
+namespace {
+
+// Adds words to an array, each once.
+class DistinctWords {
+ public:
+  explicit DistinctWords(YString_Array& words) : words_(words) {}
+
+  // Nothing for null and for the empty text.
+  void add(const char* word) {
+    if (word == nullptr || *word == '\0' || !seen_.insert(word).second) return;
+    words_.end() = YString(word);
+  }
+
+ private:
+  YString_Array& words_;
+  // Views of the lexer's names, which stay where they are while nothing is added or deleted.
+  std::unordered_set<std::string_view, std::hash<std::string_view>, std::equal_to<>,
+                     YAllocator<std::string_view>>
+      seen_;
+};
+
+std::uint32_t CommonLength(const YString& a, const YString& b) {
+  const std::uint32_t most = std::min(a.length, b.length);
+  std::uint32_t n = 0;
+  while (n < most && a.buffer[n] == b.buffer[n]) ++n;
+  return n;
+}
+
+}  // namespace
+
+int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
+  const YcluiLineParser* frame = currentFrame();
+  YcluiSyntaxNodeP_Array nodes;
+  if (frame == nullptr || frame->possibleNodes(nodes) == 0) return 0;
+  const std::size_t length = prefix == nullptr ? 0 : std::strlen(prefix);
+  for (int i = 0; i < nodes.size(); ++i) {
+    const char* word = lexer->keyword(nodes.at(i)->tokenId);
+    if (length == 0) {
+      list[i].assign(word);
+    } else if (word != nullptr && std::strncmp(word, prefix, length) == 0) {
+      list.end().assign(word);
+    }
+  }
+  return list.size();
+}
+
+YWord YcluiParser::completionString(const char* prefix, YString& completed,
+                                    unsigned long& unique) const {
+  unique = 0;
+  YString_Array list;
+  const int count = completionList(prefix, list);
+  if (count == 0) return 0;
+  completed = list.at(0);
+  for (int i = 0; i < count && completed.length > 0; ++i) {
+    completed.truncate(CommonLength(list.at(i), completed));
+  }
+  if (completed.length == 0) return 0;
+  unique = count == 1 ? 1 : 0;
+  return 1;
+}
+
+void YcluiParser::possibleWords(YString_Array& words) const {
+  words.resize(0);
+  const YcluiLineParser* frame = currentFrame();
+  if (frame == nullptr) return;
+  DistinctWords distinct(words);
+  YcluiSyntaxNodeP_Array nodes;
+  frame->possibleNodes(nodes);
+  for (int i = 0; i < nodes.size(); ++i) distinct.add(lexer->keyword(nodes.at(i)->tokenId));
+  for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) {
+    distinct.add(lexer->keyword(i.node()->tokenId));
+  }
+}

@@ -1,0 +1,68 @@
+// The command log.
+
+#include <cstdio>
+
+#include "foundation/YErr.h"
+#include "parser/YcluiParser.h"
+#include "parser/YcluiParserScopes.h"
+
+namespace {
+
+constexpr char OpeningLines[] =
+    "#\n"
+    "# This command log file was written by Orven KV-7300 system.\n"
+    "#\n";
+constexpr char ClosingLines[] =
+    "\n"
+    "#\n"
+    "# stop logging\n"
+    "#\n";
+
+// A text that brings the count above this ends its line of the file.
+constexpr int LongestLine = 1024;
+
+}  // namespace
+
+YWord YcluiParser::startLogging(const char* path, YWord append) {
+  const Running scope(*this);
+  YcluiLogFile file(path);
+  if (playbackRun != 0 && playbackFiles.isEmpty() == 0 && file == playbackFiles.topSlot()) {
+    return cluiWarning(YErrFileIsPlayed);
+  }
+  if (logFile.isOpenning() != 0) return cluiWarning(YErrLogIsOpen);
+  if (file.open(append != 0 ? "a" : "w") == 0) return cluiWarning(YErrNotOpened);
+  logFile = file;
+  std::fputs(OpeningLines, logFile);
+  std::fflush(logFile);
+  return 1;
+}
+
+YWord YcluiParser::shutLogging() {
+  if (logFile.isOpenning() == 0) return 0;
+  const Running scope(*this);
+  std::fputs(ClosingLines, logFile);
+  return logFile.close();
+}
+
+YWord YcluiParser::writeToLog(const char* text) {
+  if (logFile.isOpenning() == 0) return 0;
+  if (playbackRun == 0 || logNestStyle != YcluiLogNestSilent) {
+    const bool isComment = playbackRun != 0 && logNestStyle == YcluiLogNestComment;
+    if (isComment && logFile.lineLength() == 0) std::fputs("# ", logFile);
+    if (text == nullptr) text = "";
+    logFile.putString(text);
+    std::fputs(text, logFile);
+  }
+  if (logFile.lineLength() > LongestLine) {
+    std::fputs("\n", logFile);
+    logFile.putString(nullptr);
+  }
+  std::fflush(logFile);
+  return 1;
+}
+
+// A log that cannot be written out is closed all the same when its parser goes.
+void YcluiParser::closeLog() {
+  shutLogging();
+  if (logFile.isOpenning() != 0) std::fclose(logFile);
+}

@@ -1,0 +1,144 @@
+// Playback: the lines of log files go through interpret.
+
+#include <cstdio>
+
+#include "foundation/YErr.h"
+#include "foundation/YKanji.h"
+#include "parser/YcluiParser.h"
+#include "parser/YcluiParserScopes.h"
+
+namespace {
+
+// Reads the lines of a file that is played from its beginning: how a log was written is undone
+// here, so that its strings come out of the lexer as they went in.
+class LineReader {
+ public:
+  LineReader(std::FILE* stream, YString& line) : stream_(stream), line_(line) {}
+
+  // Reads up to an end of line outside double quotes, which is not stored. 1 when another line may
+  // follow, 0 at the end of the file.
+  YWord read() {
+    line_.truncate(0);
+    for (int byte = std::fgetc(stream_); byte != EOF; byte = std::fgetc(stream_)) {
+      if (byte == '\n' && !inString_) return 1;
+      if (byte == '"') inString_ = !inString_;
+      add(byte);
+      if (byte == '\\') readEscaped();
+      if (byte >= 0x80) readTrail(byte);
+    }
+    std::clearerr(stream_);  // a read error is an end, and no failure of a later close
+    return 0;
+  }
+
+ private:
+  std::FILE* stream_;
+  YString& line_;
+  bool inString_ = false;
+
+  void add(int byte) { line_ << static_cast<char>(byte); }
+
+  // A log holds strings with nothing escaped, while the lexer takes a backslash for the one and the
+  // byte behind it: a quote or a backslash behind a backslash gets two more.
+  void readEscaped() {
+    const int byte = std::fgetc(stream_);
+    if (byte == EOF) return;
+    if (byte == '"' || byte == '\\') line_ << "\\\\";
+    add(byte);
+  }
+
+  // Takes the second byte of a character, whatever it looks like.
+  void readTrail(int lead) {
+    const int byte = std::fgetc(stream_);
+    if (byte == EOF) return;
+    const char pair[] = {static_cast<char>(lead), static_cast<char>(byte), '\0'};
+    if (IsKanjiStart(pair) != 0) {
+      add(byte);
+    } else {
+      std::ungetc(byte, stream_);
+    }
+  }
+};
+
+}  // namespace
+
+YWord YcluiParser::playbackFromLog(const char* path) {
+  const Running scope(*this);
+  YcluiLogFile file(path);
+  if (logFile.isOpenning() != 0 && logFile == file) return cluiWarning(YErrFileIsLogged);
+  for (int i = 0; i < playbackFiles.count(); ++i) {
+    if (playbackFiles.at(i) == file) return cluiWarning(YErrFileIsPlayed);
+  }
+  if (playbackDepth >= MostNestedPlaybacks) return cluiWarning(YErrTooDeep);
+  if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
+  const Depth depth(playbackDepth);
+  playbackFiles.push(file);
+  playbackSerials.push(++filesPlayed);
+  return playFile();
+}
+
+YWord YcluiParser::continuePlayback() {
+  if (playbackPaused == 0) return 0;
+  const Running scope(*this);
+  if (playbackDepth >= MostNestedPlaybacks) return cluiWarning(YErrTooDeep);
+  const Depth depth(playbackDepth);
+  playbackPaused = 0;
+  return reentryPlayback(playbackFiles.count());
+}
+
+// Finishes so many files, from the innermost out. A line of one may itself go on with the others.
+YWord YcluiParser::reentryPlayback(int levels) {
+  for (; levels > 0 && playbackFiles.isEmpty() == 0; --levels) {
+    if (playbackPaused != 0) return 1;
+    if (resumeFile() == 0) return 0;
+  }
+  return 1;
+}
+
+// Plays the top file from its beginning.
+YWord YcluiParser::playFile() {
+  playbackRun = 1;
+  const std::uint64_t serial = playbackSerials.topSlot();
+  YString line;
+  LineReader reader(playbackFiles.topSlot(), line);
+  for (YWord follows = 1; follows != 0;) {
+    follows = reader.read();
+    interpret(line.buffer);
+    if (stopsBehindLine(serial) != 0) return 1;
+  }
+  return finishFile();
+}
+
+// Plays what is left of the top file, in pieces.
+YWord YcluiParser::resumeFile() {
+  playbackRun = 1;
+  const std::uint64_t serial = playbackSerials.topSlot();
+  std::FILE* stream = playbackFiles.topSlot();
+  char piece[1024];
+  while (std::fgets(piece, sizeof piece, stream) != nullptr) {
+    if (piece[0] != '\n') interpret(piece);
+    if (stopsBehindLine(serial) != 0) return 1;
+  }
+  std::clearerr(stream);
+  return finishFile();
+}
+
+// Whether the file is not to be read further: for a pause, or because a command of the line has
+// gone on with it and finished it.
+YWord YcluiParser::stopsBehindLine(std::uint64_t serial) {
+  if (playbackSerials.isEmpty() != 0 || playbackSerials.topSlot() != serial) return 1;
+  if (playbackPaused == 0) return 0;
+  playbackRun = 0;
+  return 1;
+}
+
+YWord YcluiParser::finishFile() {
+  YcluiLogFile file = playbackFiles.topSlot();
+  playbackFiles.drop();
+  playbackSerials.drop();
+  if (playbackFiles.isEmpty() != 0) playbackRun = 0;
+  return file.close();
+}
+
+void YcluiParser::closeAllPlayback() {
+  for (; playbackFiles.isEmpty() == 0; playbackFiles.drop()) playbackFiles.topSlot().close();
+}
