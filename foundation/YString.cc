@@ -33,7 +33,6 @@ void Reallocate(YString& s, unsigned long room) {
   if (room > LongestRoom) YOutOfMemory();
   void* old = s.capacity == 0 ? nullptr : s.buffer;
   s.buffer = static_cast<char*>(YChecked(std::realloc(old, room)));
-  if (s.capacity == 0) s.buffer[0] = '\0';
   s.buffer[room - 1] = '\0';
   s.capacity = static_cast<std::uint32_t>(room);
 }

@@ -7,7 +7,6 @@
 
 YRing* YChain::attach(YRing* ring) {
   ring->previous_ = last_;
-  ring->next_ = nullptr;
   (last_ == nullptr ? first_ : last_->next_) = ring;
   last_ = ring;
   return ring;

@@ -52,7 +52,6 @@ YString Convert(const char* text, const char* from, const char* to, CharacterLen
   for (char* p = ConvertRun(converter, in.buffer, out); *p != '\0';) {
     const std::size_t n = length(p);
     out.concat(p, n);
-    iconv(converter, nullptr, nullptr, nullptr, nullptr);
     p = ConvertRun(converter, p + n, out);
   }
   iconv_close(converter);
@@ -73,7 +72,7 @@ bool TakeName(const char* name, YString& path) {
   const char* charset = FileSystemCharset();
   YString text =
       charset == nullptr ? YString(name) : Convert(name, charset, TextCharset, SingleByte);
-  if ((YFileSystemName(text.buffer) == name) == 0) return false;
+  if (YFileSystemName(text.buffer) != name) return false;
   path = std::move(text);
   return true;
 }
@@ -92,10 +91,6 @@ YString LinkTarget(const YString& name) {
   return n < 1 ? YString() : YString(target, static_cast<int>(n));
 }
 
-bool NamesFolder(const char* lastPart) {
-  return *lastPart == '\0' || std::strcmp(lastPart, ".") == 0 || std::strcmp(lastPart, "..") == 0;
-}
-
 // The one name of the file that `name` stands for, which may be one that is still to be made, also
 // behind a link that leads nowhere yet. Empty when its folder cannot be resolved.
 YString Resolve(YString name) {
@@ -103,9 +98,9 @@ YString Resolve(YString name) {
     YString whole = Taken(realpath(name.buffer, nullptr));
     if (whole.length != 0) return whole;
     const char* slash = std::strrchr(name.buffer, '/');
-    if (slash == nullptr || NamesFolder(slash + 1)) break;
-    YString file = Taken(
-        realpath(YString(name.buffer, static_cast<int>(slash + 1 - name.buffer)).buffer, nullptr));
+    if (slash == nullptr) break;
+    const YString folder(name.buffer, static_cast<int>(slash + 1 - name.buffer));
+    YString file = Taken(realpath(folder.buffer, nullptr));
     if (file.length == 0) break;
     if (file != "/") file << '/';
     const std::uint32_t folderLength = file.length;
@@ -140,8 +135,7 @@ void YPathName::expand() {
   if (path.length == 0 || *path.buffer == '/') return;
   YString folder;
   if (!TakeName(Taken(getcwd(nullptr, 0)).buffer, folder) || *folder.buffer != '/') return;
-  if (folder != "/") folder << '/';
-  path = folder << path;
+  path = folder << '/' << path;
 }
 
 void YPathName::pack() {

@@ -13,11 +13,13 @@ class YQRT_API YPathName {
 
   explicit YPathName(const char* text) : path(text) {}
 
-  // Makes the path absolute, from the working folder of this moment.
+  // Makes the path absolute, from the working folder of this moment. An empty path stays empty, and
+  // a relative one relative while the working folder has no name in the encoding of texts.
   void expand();
-  // Resolves the folder of an absolute path (links, dots, doubled slashes) and, where the file
-  // exists already, a link in the last part. A folder that cannot be resolved is tidied as text
-  // instead: the name then fails where it is opened. There is no "~".
+  // Resolves the folder of an absolute path (links, dots, doubled slashes) and a link in the last
+  // part, also one that leads to a file that is still to be made. Where the folder cannot be
+  // resolved, or has no name in the encoding of texts, the path is tidied as text: doubled slashes
+  // and single dots go, and it means what it meant before. There is no "~".
   void pack();
 };
 

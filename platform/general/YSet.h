@@ -48,7 +48,7 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   virtual unsigned int hashValue(const void* item) const;
   // What deleteAll does to an item; nothing by default.
   virtual void deleteIt(void* item);
-  // A new set of the same items.
+  // A new plain set of the same items, compared by their addresses. The caller owns it.
   virtual YSet* copy() const;
 
  protected:

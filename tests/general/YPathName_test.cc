@@ -107,10 +107,8 @@ TEST_F(YPathNameTest, FileSystemNames) {
   std::string many;
   std::string manyUtf8;
   for (int i = 0; i < 300; ++i) {
-    many += i % 7 == 0 ? "\x80"
-                       : "\x95\x5C"
-                         "a";
-    manyUtf8 += i % 7 == 0 ? "\x80" : "\u8868a";
+    many += i % 150 == 0 ? "\x80" : "\x95\x5C\x61";
+    manyUtf8 += i % 150 == 0 ? "\x80" : "\u8868a";
   }
   const struct {
     std::string text;

@@ -25,12 +25,15 @@ class Record : public YAssoc {
   int number;
 };
 
-// A record that accepts every number up to its own; all share one hash value.
+// A record that accepts every number up to its own.
 class Limit : public Record {
  public:
-  using Record::Record;
-  unsigned long hashKey() override { return 1; }
+  Limit(int n, unsigned long hash) : Record(n), hash_(hash) {}
+  unsigned long hashKey() override { return hash_; }
   YWord equals(const YAssoc* other) override { return numberOf(other) <= number ? 1 : 0; }
+
+ private:
+  unsigned long hash_;
 };
 
 TEST(YSet, DoesAsAPlainVectorDoes) {
@@ -65,8 +68,9 @@ TEST(YSet, DoesAsAPlainVectorDoes) {
 
 TEST(YSet, TheFirstThatAcceptsWinsAtAnySize) {
   YDictionary set;
-  for (int i = 1; i <= 100; ++i) ASSERT_NE(set.attach(new Limit(i)), nullptr);
-  Limit probe(0);
+  for (int i = 0; i < 1000; ++i) ASSERT_NE(set.attach(new Limit(i, 2UL + i)), nullptr);
+  for (int i = 1; i <= 100; ++i) ASSERT_NE(set.attach(new Limit(i, 1)), nullptr);
+  Limit probe(0, 1);
   EXPECT_EQ(set.attach(&probe), nullptr);  // one that is there accepts it
   for (int i = 1; i <= 50; ++i) {
     Record* first = static_cast<Record*>(set.search(&probe));
@@ -74,9 +78,13 @@ TEST(YSet, TheFirstThatAcceptsWinsAtAnySize) {
     ASSERT_EQ(set.detach(first), first);
     delete first;
   }
-  const int key = 70;
-  const int none = 101;
-  EXPECT_EQ(Record::numberOf(set.searchByKey(&key)), 70);
+  for (unsigned long hash = 1002; hash < 9000; ++hash) {
+    const Limit other(0, hash);  // accepted by all, but of a hash value that none of them has
+    ASSERT_EQ(set.search(&other), nullptr);
+  }
+  const int key = 999;
+  const int none = 1000;
+  EXPECT_EQ(Record::numberOf(set.searchByKey(&key)), 999);
   EXPECT_EQ(set.searchByKey(&none), nullptr);
   set.deleteAll();
 }
