@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <string>
 
+#include "foundation/YStatus.h"
 #include "foundation/YTypes.h"
 
 // What a host is told of a script error.

@@ -1,0 +1,288 @@
+#include "platform/engine/ScmVM.h"
+
+#include <dlfcn.h>
+#include <pthread.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <set>
+#include <string_view>
+
+#include "platform/engine/YseEngine.h"
+#include "platform/engine/YseFileName.h"
+#include "platform/engine/YseText.h"
+
+namespace yse {
+
+Engine& TheEngine() {
+  static Engine* const engine = new Engine;
+  return *engine;
+}
+
+bool MayRun() {
+  const Engine& engine = TheEngine();
+  return engine.started && pthread_equal(engine.thread, pthread_self()) != 0;
+}
+
+namespace {
+
+// An environment variable for the time that Guile starts in: it reads its settings there.
+class Setting {
+ public:
+  Setting(const char* name, const char* value) : name_(name) {
+    const char* const before = std::getenv(name);
+    had_ = before != nullptr;
+    if (had_) before_ = before;
+    setenv(name, value, 1);
+  }
+  Setting(const Setting&) = delete;
+  Setting& operator=(const Setting&) = delete;
+  ~Setting() {
+    if (had_) {
+      setenv(name_, before_.c_str(), 1);
+    } else {
+      unsetenv(name_);
+    }
+  }
+
+ private:
+  const char* name_;
+  bool had_ = false;
+  std::string before_;
+};
+
+void StartGuile() {
+  const Setting compile("GUILE_AUTO_COMPILE", "0");
+  const Setting deprecated("GUILE_WARN_DEPRECATED", "no");
+  const Setting locale("GUILE_INSTALL_LOCALE", "0");
+  scm_init_guile();
+}
+
+SCM FromPrelude(const char* name) {
+  return scm_permanent_object(scm_variable_ref(scm_c_lookup(name)));
+}
+
+// Runs in the engine's own module.
+void FillModule(void*) {
+  Engine& engine = TheEngine();
+  scm_c_define("%user", engine.module);
+  DefineGuards();
+  DefineTexts();
+  const SCM port = scm_open_input_string(scm_from_utf8_string(Prelude));
+  for (SCM form = scm_read(port); !SCM_EOF_OBJECT_P(form); form = scm_read(port)) {
+    scm_primitive_eval(form);
+  }
+  engine.guarded = FromPrelude("guarded");
+  engine.messageOf = FromPrelude("message-of");
+  engine.written = FromPrelude("written");
+  engine.loadScript = FromPrelude("load-script");
+  engine.abort = FromPrelude("stop");
+  engine.overflow = FromPrelude("stack-overflow");
+  engine.refuse = FromPrelude("refuse");
+}
+
+// What goes wrong here is a fault of ours or of the installation, told in the error.
+SCM SetUp(void* error) {
+  Engine& engine = TheEngine();
+  engine.module = scm_permanent_object(scm_c_resolve_module("guile-user"));
+  engine.quoteSymbol = scm_permanent_object(scm_from_utf8_symbol("quote"));
+  engine.quoteVariable =
+      scm_permanent_object(scm_module_variable(engine.module, engine.quoteSymbol));
+  DefineHandles();
+  OpenPorts();
+  const SCM module = scm_c_define_module("yqrt engine", nullptr, nullptr);
+  const SCM before = scm_set_current_module(module);
+  if (StartLimits(*static_cast<std::string*>(error)) == 0) return SCM_BOOL_F;
+  FillModule(nullptr);
+  scm_set_current_module(before);
+  return SCM_BOOL_T;
+}
+
+SCM SetUpFailed(void* error, SCM key, SCM args) {
+  const SCM text = scm_object_to_string(scm_cons(key, args), SCM_UNDEFINED);
+  ToUtf8(text, *static_cast<std::string*>(error));
+  return SCM_BOOL_F;
+}
+
+struct Library {
+  void* handle;
+  void (*cleanup)();
+};
+
+std::vector<Library>& Libraries() {
+  static auto* const libraries = new std::vector<Library>;
+  return *libraries;
+}
+
+// The five entry points of a script library.
+struct EntryPoints {
+  const char* (*name)() = nullptr;
+  const YScmProc* (*procs)() = nullptr;
+  std::uint32_t (*count)() = nullptr;
+  void (*initialize)() = nullptr;
+  void (*cleanup)() = nullptr;
+};
+
+template <typename Function>
+bool Find(void* library, const char* fileName, const char* name, Function& function,
+          std::string& error) {
+  function = reinterpret_cast<Function>(dlsym(library, name));
+  if (function != nullptr) return true;
+  error = std::string(fileName) + " has no " + name;
+  return false;
+}
+
+bool FindEntryPoints(void* library, const char* fileName, EntryPoints& entry, std::string& error) {
+  return Find(library, fileName, "CluiLibraryName", entry.name, error) &&
+         Find(library, fileName, "CluiLibraryProcs", entry.procs, error) &&
+         Find(library, fileName, "CluiLibraryNProcs", entry.count, error) &&
+         Find(library, fileName, "CluiLibInitialize", entry.initialize, error) &&
+         Find(library, fileName, "CluiLibCleanup", entry.cleanup, error);
+}
+
+bool CheckName(const EntryPoints& entry, const char* fileName, const char* libraryName,
+               std::string& error) {
+  const char* const name = entry.name();
+  if (name != nullptr && std::strcmp(name, libraryName) == 0) return true;
+  error = std::string(fileName) + " is the library \"" + (name != nullptr ? name : "") +
+          "\", not \"" + libraryName + "\"";
+  return false;
+}
+
+// What is wrong with the row, or null.
+const char* FaultOf(const YScmProc& row, std::set<std::string_view>& names) {
+  if (row.name == nullptr || row.name[0] == '\0') return "no name";
+  if (row.procedure == nullptr) return "no procedure";
+  if (row.rest > 1) return "a rest that is neither 0 nor 1";
+  if (!names.insert(row.name).second) return "a name that an earlier row has";
+  return nullptr;
+}
+
+bool CheckTable(const EntryPoints& entry, const char* fileName, std::string& error) {
+  const YScmProc* const rows = entry.procs();
+  const std::uint32_t count = entry.count();
+  if (rows == nullptr && count > 0) {
+    error = std::string(fileName) + " has no table";
+    return false;
+  }
+  if (count > RoomForRows()) {
+    error = std::string(fileName) + " has more procedures than can be bound";
+    return false;
+  }
+  std::set<std::string_view> names;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const char* const fault = FaultOf(rows[i], names);
+    if (fault == nullptr) continue;
+    error = std::string(fileName) + ": row " + std::to_string(i) + " of its table has " + fault;
+    return false;
+  }
+  return true;
+}
+
+bool IsOpen(void* library) {
+  for (const Library& open : Libraries()) {
+    if (open.handle == library) return true;
+  }
+  return false;
+}
+
+void BindTable(const EntryPoints& entry) {
+  const YScmProc* const rows = entry.procs();
+  for (std::uint32_t i = 0; i < entry.count(); ++i) {
+    Bind({rows[i].name, rows[i].procedure, rows[i].required, rows[i].rest});
+  }
+}
+
+YWord OpenHandle(void* library, const char* fileName, const char* libraryName, std::string& error) {
+  EntryPoints entry;
+  if (!FindEntryPoints(library, fileName, entry, error)) return 0;
+  if (!CheckName(entry, fileName, libraryName, error)) return 0;
+  if (IsOpen(library)) return 1;
+  if (!CheckTable(entry, fileName, error)) return 0;
+  entry.initialize();
+  BindTable(entry);
+  Libraries().push_back({library, entry.cleanup});
+  return 1;
+}
+
+}  // namespace
+
+}  // namespace yse
+
+using namespace yse;
+
+YWord ScmVM::start(std::size_t memoryLimit, std::string& error) {
+  Engine& engine = TheEngine();
+  if (engine.started) {
+    error = "the engine runs already";
+    return 0;
+  }
+  if (!EncodingIsThere()) {
+    error = "iconv does not know the encoding CP932";
+    return 0;
+  }
+  engine.thread = pthread_self();
+  engine.memoryLimit = memoryLimit;
+  StartGuile();
+  if (scm_is_false(
+          scm_c_catch(SCM_BOOL_T, &SetUp, &error, &SetUpFailed, &error, nullptr, nullptr))) {
+    return 0;
+  }
+  engine.started = true;
+  return 1;
+}
+
+YWord ScmVM::openLibrary(const char* fileName, const char* libraryName, std::string& error) {
+  if (!MayRun()) {
+    error = "the engine has not been started in this thread";
+    return 0;
+  }
+  void* const library = dlopen(fileName, RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) {
+    error = dlerror();
+    return 0;
+  }
+  if (OpenHandle(library, fileName, libraryName, error) != 0) return 1;
+  dlclose(library);
+  return 0;
+}
+
+void ScmVM::closeLibraries() {
+  while (!Libraries().empty()) {
+    const Library library = Libraries().back();
+    Libraries().pop_back();
+    library.cleanup();
+  }
+}
+
+YWord ScmVM::loadFile(const char* fileName) {
+  if (!MayRun()) return 0;
+  Text text;
+  text.file = fileName;
+  RunGuarded(text);
+  return text.ending == Text::Good ? 1 : 0;
+}
+
+void ScmVM::bindProcedure(const char* name, void (*procedure)(std::uint32_t, YStatus&),
+                          std::uint32_t required, std::uint32_t rest) {
+  if (MayRun()) Bind({name, procedure, required, rest});
+}
+
+void ScmVM::setErrorListener(void (*listener)(void*, const ScmVMError&), void* word) {
+  TheEngine().errorListener = listener;
+  TheEngine().errorWord = word;
+}
+
+void ScmVM::setTextListener(void (*listener)(void*, const char*), void* word) {
+  TheEngine().textListener = listener;
+  TheEngine().textWord = word;
+}
+
+void ScmVM::place(std::string& file, int& line) {
+  const Engine& engine = TheEngine();
+  file.clear();
+  line = 0;
+  if (engine.places.empty()) return;
+  file = engine.places.back().file;
+  line = engine.places.back().line;
+}

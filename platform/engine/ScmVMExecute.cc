@@ -1,0 +1,35 @@
+// ScmVMExternal::ExecuteString.
+
+#include <cstring>
+
+#include "platform/engine/YseEngine.h"
+#include "platform/engine/YseText.h"
+
+namespace {
+
+// Answers how many bytes were put before the NUL.
+long CopyOut(const std::string& bytes, char* buffer, long size) {
+  if (buffer == nullptr || size <= 0) return 0;
+  const std::size_t length = yse::CutBetweenCharacters(bytes, static_cast<std::size_t>(size) - 1);
+  std::memcpy(buffer, bytes.data(), length);
+  buffer[length] = '\0';
+  return static_cast<long>(length);
+}
+
+}  // namespace
+
+long ScmVMExternal::ExecuteString(const char* text, char* buffer, long size, YStatus& status) {
+  YStatusClear(status);
+  if (!yse::MayRun()) return CopyOut("", buffer, size);
+  const yse::Engine& engine = yse::TheEngine();
+  if (engine.textListener != nullptr) engine.textListener(engine.textWord, text);
+  yse::Text running;
+  running.source = text != nullptr ? text : "";
+  running.room = buffer != nullptr && size > 1 ? static_cast<std::size_t>(size) : 0;
+  yse::RunGuarded(running);
+  if (running.ending != yse::Text::Good) {
+    return CopyOut(yse::BytesFromUtf8(running.error.message), buffer, size);
+  }
+  YStatusSetGood(status);
+  return CopyOut(running.printed, buffer, size);
+}

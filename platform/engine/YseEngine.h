@@ -1,0 +1,183 @@
+// The inside of the engine: its one state, and what its rooms offer each other. Not for hosts.
+//
+// Two worlds meet here. Scheme code leaves frames by jumping, C++ code must be returned from. So
+// control crosses at two places only: RunGuarded calls into Scheme and always comes back, and
+// CallRow calls a primitive from Scheme and raises its error after the primitive has returned. A
+// function that may raise (it is called from Scheme, its comment says so) holds nothing that has a
+// destructor while it calls Guile; what it builds in C++ lives in the engine's state.
+
+#ifndef PLATFORM_ENGINE_YSEENGINE_H_
+#define PLATFORM_ENGINE_YSEENGINE_H_
+
+#include <libguile.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/engine/ScmVM.h"
+#include "platform/engine/ScmVMExternal.h"
+
+namespace yse {
+
+// How deep a script may recurse, in words of the Scheme stack (32 MiB).
+constexpr long MaxStackWords = 4L << 20;
+// How much C++ stack a new text must find free, in bytes.
+constexpr std::size_t LeastStack = 512 * 1024;
+
+// A procedure of a library or of the host, as it was bound.
+struct Row {
+  std::string name;
+  void (*procedure)(std::uint32_t, YStatus&);
+  std::uint32_t required;
+  std::uint32_t rest;
+};
+
+// Why a primitive failed, as far as the engine has been told.
+struct Report {
+  enum Kind { None, BadType, WrongNumber, Missing, Thrown };
+  Kind kind = None;
+  long argNum = 0;  // 0: not known
+  const char* expected = nullptr;
+  SCM value = SCM_BOOL_F;
+  YWord given = 0;
+  YWord least = 0;
+  YWord most = 0;
+};
+
+// A primitive that is running. It sees the stack from `base` on.
+struct Level {
+  Level* outer = nullptr;
+  std::size_t base = 0;
+  std::size_t untouched = 0;      // the arguments below this count have not been popped
+  std::size_t firstString = 0;    // of the strings that are freed when the primitive returns
+  YArgNum announcedArgument = 0;  // by VMESetErrorArgNum
+  Report report;
+};
+
+// A text that is running: what ExecuteString or loadFile was given, and how it ended.
+struct Text {
+  enum Ending { Lost, Good, Failed, Interrupted, OutOfMemory };
+
+  Text* outer = nullptr;
+  const char* source = nullptr;  // the bytes to run, or
+  const char* file = nullptr;    // the file to run
+  std::size_t room = 0;          // how many bytes of the printed value are wanted
+  Ending ending = Lost;
+  bool running = false;  // while Scheme code runs that may be stopped
+  std::size_t firstPlace = 0;
+  SCM module = SCM_BOOL_F;  // current before the text
+  std::string printed;      // the value, bytes
+  ScmVMError error;
+};
+
+// A script file that is loading.
+struct Place {
+  std::string file;
+  int line = 0;
+  int column = 0;
+};
+
+struct Engine {
+  bool started = false;
+  pthread_t thread{};
+  char* stackLimit = nullptr;  // the lowest address that may be used
+  std::size_t memoryLimit = 0;
+
+  SCM* slots = nullptr;  // the argument stack: collector's memory that is never collected
+  std::size_t capacity = 0;
+  std::size_t height = 0;
+  std::vector<char*> strings;
+  Level* level = nullptr;
+
+  Text* text = nullptr;
+  std::vector<Place> places;
+  std::u32string characters;  // work room for functions that may raise
+  std::string bytes;
+
+  // For the signal handler and the helper thread.
+  std::atomic<int> depth{0};          // texts that are running
+  std::atomic<bool> stopping{false};  // all of them shall end
+  std::atomic<bool> native{true};     // C++ code runs, not Scheme
+  bool stopTold = false;
+
+  SCM module = SCM_BOOL_F;   // scripts run in it
+  SCM guarded = SCM_BOOL_F;  // procedures of the prelude
+  SCM messageOf = SCM_BOOL_F;
+  SCM written = SCM_BOOL_F;
+  SCM loadScript = SCM_BOOL_F;
+  SCM abort = SCM_BOOL_F;
+  SCM overflow = SCM_BOOL_F;
+  SCM refuse = SCM_BOOL_F;
+  SCM quoteSymbol = SCM_BOOL_F;
+  SCM quoteVariable = SCM_BOOL_F;
+  SCM output = SCM_BOOL_F;
+  SCM errors = SCM_BOOL_F;
+
+  void (*errorListener)(void*, const ScmVMError&) = nullptr;
+  void* errorWord = nullptr;
+  void (*textListener)(void*, const char*) = nullptr;
+  void* textWord = nullptr;
+};
+
+// Never destroyed: a script's thread may outlive main.
+Engine& TheEngine();
+
+// Whether the engine has been started and this is its thread.
+bool MayRun();
+
+// Guards (YseGuard.cc). Runs the text and tells the listener when it failed; nothing that the text
+// does unwinds the caller.
+void RunGuarded(Text& text);
+// Ends the innermost text, from Scheme. Does not return.
+[[noreturn]] void StopText(Text::Ending ending);
+void DefineGuards();
+
+// Evaluates one expression in the current module. Called from Scheme, may raise.
+SCM Evaluate(SCM form);
+void DefineTexts();
+
+// Binding (YseBinding.cc). Bind answers 0 when there is no room for another one.
+YWord Bind(const Row& row);
+std::size_t RoomForRows();
+
+// The argument stack (YseStack.cc). Safe in a primitive.
+void Push(SCM value);
+void DropTo(std::size_t height);
+
+// Strings. The first two are called from Scheme and may raise; FromBytes is safe in a primitive.
+SCM FromUtf8(std::string_view utf8);
+void ToUtf8(SCM string, std::string& utf8);
+SCM FromBytes(std::string_view bytes);
+// The bytes of a string, in memory that lives until the running primitive returns. Null, with the
+// reason in `expected`, when the string cannot cross.
+const char* ToBytes(SCM string, const char*& expected);
+void FreeStrings(std::size_t first);
+
+// Handles (YseHandle.cc).
+void DefineHandles();
+bool IsHandle(SCM value);
+SCM MakeHandle(void* first, void* second, void (*finaliser)(void*));
+void* HandleFirst(SCM handle);
+// Calls the finalisers of the handles that were collected since the last call.
+void RunFinalisers();
+
+// Limits and interrupts (YseLimits.cc).
+YWord StartLimits(std::string& error);
+void RestoreMemoryLimit();
+bool StackIsShort();
+
+// Ports (YsePorts.cc): output of scripts and of C++ code through stdio, in the order of writing.
+// May raise.
+void OpenPorts();
+void FlushScheme();
+
+// The Scheme part.
+extern const char* const Prelude;
+
+}  // namespace yse
+
+#endif  // PLATFORM_ENGINE_YSEENGINE_H_

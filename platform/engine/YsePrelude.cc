@@ -1,0 +1,174 @@
+#include "platform/engine/YseEngine.h"
+
+namespace yse {
+
+// Names that begin with % are C++ functions.
+const char* const Prelude = R"scheme(
+
+;; The prompt of every text. Only this module holds the tag, so nothing inside a text can install or
+;; aim at it; an abort reaches the innermost text.
+(define text-tag (make-prompt-tag "text"))
+
+(define (stop) (abort-to-prompt text-tag))
+
+;; Runs the text that is on top of the engine's list. Whatever leaves it (an error, an abort to some
+;; outer prompt, an interrupt) ends here: %leave is true unless the text came to its end, and the
+;; unwinding then turns to our own prompt.
+(define (guarded)
+  (call-with-prompt text-tag
+    (lambda ()
+      (dynamic-wind
+        %enter
+        (lambda () (catch #t %run %caught %thrown))
+        (lambda () (if (%leave) (stop)))))
+    (lambda (k) #f)))
+
+(define (stack-overflow)
+  (scm-error 'stack-overflow #f "the recursion is too deep" '() #f))
+
+;; What `print` writes of a value, cut to about `limit` characters: circular and endless things too.
+(define (bounded print value limit)
+  (let ((tag (make-prompt-tag "bounded")) (parts '()) (left limit))
+    (define (take text)
+      (set! parts (cons text parts))
+      (set! left (- left (string-length text)))
+      (if (< left 0) (abort-to-prompt tag)))
+    (call-with-prompt tag
+      (lambda ()
+        (let ((port (make-soft-port
+                      (vector (lambda (c) (take (string c))) take (lambda () #t) #f #f) "w")))
+          (print value port)
+          (force-output port)))
+      (lambda (k) #f))
+    (string-concatenate-reverse parts)))
+
+(define (shortened text limit)
+  (if (> (string-length text) limit)
+      (string-append (substring text 0 limit) "...")
+      text))
+
+(define (written value limit) (bounded write value limit))
+(define (brief print value) (shortened (bounded print value 200) 200))
+
+;; The message with its ~A and ~S filled.
+(define (fill message args)
+  (let loop ((parts '()) (rest (string->list message)) (args args))
+    (cond
+      ((null? rest) (string-concatenate-reverse parts))
+      ((and (char=? (car rest) #\~) (pair? (cdr rest)))
+       (case (cadr rest)
+         ((#\A #\a #\S #\s)
+          (if (pair? args)
+              (let ((print (if (memv (cadr rest) '(#\A #\a)) display write)))
+                (loop (cons (brief print (car args)) parts) (cddr rest) (cdr args)))
+              (loop parts (cddr rest) args)))
+         ((#\~) (loop (cons "~" parts) (cddr rest) args))
+         ((#\%) (loop (cons "\n" parts) (cddr rest) args))
+         (else (loop (cons "~" parts) (cdr rest) args))))
+      (else (loop (cons (string (car rest)) parts) (cdr rest) args)))))
+
+(define (with-irritants message irritants)
+  (string-join (cons message (map (lambda (x) (brief write x)) irritants)) " "))
+
+(define (message-of-object object)
+  (let ((of (lambda (name) (module-ref (resolve-interface '(ice-9 exceptions)) name))))
+    (if (and (exception? object) ((of 'exception-with-message?) object))
+        (with-irritants (brief display ((of 'exception-message) object))
+                        (if ((of 'exception-with-irritants?) object)
+                            ((of 'exception-irritants) object)
+                            '()))
+        (string-append "uncaught " (brief write object)))))
+
+(define (message-of-syntax-error who message where form . subform)
+  (if (pair? where)
+      (%set-error-place (assq-ref where 'filename) (assq-ref where 'line) (assq-ref where 'column)))
+  (string-append (if who (string-append (brief display who) ": ") "")
+                 message
+                 (if form (string-append " in " (brief write form)) "")))
+
+;; The reader puts the place in front of its message.
+(define (message-of-read-error port-name message args)
+  (let* ((end (string-contains message ": "))
+         (place (if end (string-split (substring message 0 end) #\:) '())))
+    (if (< (length place) 3)
+        (fill message args)
+        (let ((column (string->number (car (last-pair place))))
+              (line (string->number (cadr (reverse place)))))
+          (if (and line column)
+              (%set-error-place port-name (- line 1) (- column 1)))
+          (fill (substring message (+ end 2)) args)))))
+
+(define (message-of-key key args)
+  (cond
+    ((and (eq? key '%exception) (pair? args)) (message-of-object (car args)))
+    ((eq? key 'quit) (with-irritants "the text ended by exit with" args))
+    ((and (eq? key 'syntax-error) (>= (length args) 5)) (apply message-of-syntax-error args))
+    ((and (>= (length args) 3) (string? (cadr args))
+          (or (list? (caddr args)) (not (caddr args))))
+     (let ((who (car args)) (values (or (caddr args) '())))
+       (if (eq? key 'read-error)
+           (message-of-read-error (%place-file) (cadr args) values)
+           (string-append (if who (string-append (brief display who) ": ") "")
+                          (fill (cadr args) values)))))
+    (else (with-irritants (string-append "uncaught " (brief write key)) args))))
+
+;; Whatever was thrown, in words.
+(define (message-of key args)
+  (catch #t
+    (lambda () (message-of-key key args))
+    (lambda rest (string-append "uncaught " (brief write key)))))
+
+(define (refuse key name message . values)
+  (scm-error key name message values #f))
+
+;; Scripts. The forms of a file are evaluated one by one, each at a known place.
+(define (read-form port)
+  (%set-place (port-line port) (port-column port))
+  (let* ((form (read port))
+         (at (if (pair? form) (source-properties form) '())))
+    (if (pair? at) (%set-place (assq-ref at 'line) (assq-ref at 'column)))
+    form))
+
+(define (load-forms file port)
+  (dynamic-wind
+    (lambda () (%push-place file))
+    (lambda ()
+      (let loop ((value *unspecified*))
+        (let ((form (read-form port)))
+          (if (eof-object? form)
+              value
+              (loop (%evaluate form))))))
+    %pop-place))
+
+(define (load-script file)
+  (if (not (string? file))
+      (scm-error 'wrong-type-arg "load" "a file name must be a string, not ~S" (list file) #f))
+  (let ((port (open-input-string (%read-file file))))
+    (set-port-filename! port file)
+    (save-module-excursion (lambda () (load-forms file port)))))
+
+(define (load-beside file name)
+  (load-script
+    (if (and file (not (absolute-file-name? name)))
+        (let ((folder (dirname file)))
+          (if (string=? folder ".") name (string-append folder file-name-separator-string name)))
+        name)))
+
+;; A relative name is looked for beside the file in which the call is written.
+(define-syntax load
+  (lambda (form)
+    (let ((file (assq-ref (or (syntax-source form) '()) 'filename)))
+      (syntax-case form ()
+        ((_ name) #`(load-beside #,file name))
+        (id (identifier? #'id) #`(lambda (name) (load-beside #,file name)))))))
+
+(set! %load-should-auto-compile #f)
+(fluid-set! %default-port-encoding "UTF-8")
+(default-duplicate-binding-handler '(replace last))
+(set-module-duplicates-handlers! %user
+  (lookup-duplicates-handlers '(replace last)))
+(module-define! %user 'load (module-ref (current-module) 'load))
+(add-hook! after-gc-hook %after-collection)
+)scheme";
+
+}  // namespace yse
