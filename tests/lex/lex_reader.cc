@@ -1,0 +1,103 @@
+#include "tests/lex/lex_reader.h"
+
+#include "foundation/YErr.h"
+
+namespace {
+
+std::string Arguments(const YcluiToken& token) {
+  std::string shown;
+  for (int i = 1; i < token.argc(); ++i) shown += (i == 1 ? "" : ",") + Shown(*token[i]);
+  return shown.empty() ? "" : "(" + shown + ")";
+}
+
+std::string Accepted(const YcluiToken& token) {
+  if (token == YcluiIdAlias) return std::string("{") + token[1]->GetString() + "}";
+  if (token == YcluiIdVariable) return "set";
+  return (token == YcluiIdFreeWord ? "free:" : "") + std::string(token.string()) +
+         Arguments(token) + (token.underConstruction() != 0 ? "..." : "");
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const LexCase& row) {
+  return out << '<' << row.text << '>';
+}
+
+std::string Shown(const YAttribValue& value) {
+  YStatus status{0};
+  YString number;
+  switch (value.tag) {
+    case YAttribLong:
+      number << "i" << value.GetLong();
+      return number.buffer;
+    case YAttribDouble:
+      number << "d" << value.GetDouble();
+      return number.buffer;
+    case YAttribPoint:
+      number << "p" << value.GetPointX(status) << ';' << value.GetPointY(status);
+      return number.buffer;
+    case YAttribString:
+      return std::string("s") + value.GetString();
+    default:
+      return "~";
+  }
+}
+
+LexReader::LexReader() {
+  const YcluiValueType mixed[] = {YcluiValueInteger, YcluiValueString, YcluiValuePoint,
+                                  YcluiValueFloat};
+  const YcluiValueType integers[] = {YcluiValueInteger, YcluiValueInteger};
+  const YcluiValueType none = static_cast<YcluiValueType>(9);
+  lex.addKeyword("now", nullptr, 0);
+  lex.addKeyword("Delete", "DEL", 0);
+  lex.addKeyword("line:", 2, integers, 0);
+  lex.addKeyword("name", 1, &mixed[1], 0);
+  lex.addKeyword("scale", 1, &mixed[3], 0);
+  lex.addKeyword("at", 1, &mixed[2], 0);
+  lex.addKeyword("odd", 1, &none, 0);
+  lex.addKeyword("mix", 4, mixed, 0);
+  lex.addKeyword(';', 0);
+  lex.addAlias("go", "now ;");
+  lex.addAlias("Nothing", "");
+}
+
+std::string LexReader::read(const std::string& text) {
+  const bool unread = lex.more() != 0;
+  given_ = (unread ? given_ : "") + text;
+  unread ? lex.putString(text.c_str()) : lex.setString(text.c_str());
+  std::string shown;
+  while (lex.more() != 0) {
+    shown += (shown.empty() ? "" : " ") + readToken();
+    if (token.underConstruction() != 0) break;
+  }
+  const std::string rest = given_.substr(lex.cursorOffset());
+  return rest.empty() ? shown : shown + "|" + rest;
+}
+
+std::string LexReader::readToken() {
+  const std::uint64_t before = YErr.count();
+  if (lex.getNextToken(token) != 0) return Accepted(token);
+  token = YcluiToken(token.string());  // drops the flag, as a parser does
+  std::string codes;
+  for (int i = static_cast<int>(YErr.count() - before) - 1; i >= 0; --i) {
+    codes += "!" + std::to_string(YErr.code(i));
+  }
+  return codes.empty() ? std::string("?") + token.string() : codes;
+}
+
+void LexAnything(const unsigned char* bytes, std::size_t count) {
+  LexReader reader;
+  std::string piece;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (bytes[i] != 0) {
+      piece += static_cast<char>(bytes[i]);
+      if (i + 1 < count) continue;
+    }
+    reader.lex.addKeyword(piece.c_str(), piece.substr(0, piece.size() / 2).c_str(), 0);
+    reader.read(piece);
+    reader.lex.pushString(piece.c_str());
+    reader.read("");
+    reader.lex.popString();
+    piece.clear();
+  }
+}

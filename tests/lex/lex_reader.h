@@ -1,0 +1,55 @@
+// Reads texts with a lexer as a parser does, and shows what came.
+
+#ifndef TESTS_LEX_LEX_READER_H_
+#define TESTS_LEX_LEX_READER_H_
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+
+#include "lex/YcluiLex.h"
+
+// A row of a table: a text and what the reader shows of it.
+struct LexCase {
+  const char* text;
+  const char* shown;
+};
+std::ostream& operator<<(std::ostream& out, const LexCase& row);
+
+// One lexer with these words, and one token that goes from text to text:
+//   now, del(ete), line: (two integers), name (a string), scale (a float), at (a point),
+//   odd (an argument of no type), mix (integer, string, point, float), ";" (a delimiter),
+//   go and Nothing (aliases of "now ;" and of the empty text)
+class LexReader {
+ public:
+  YcluiLex lex;
+  YcluiToken token;
+
+  LexReader();
+
+  // Gives the text to the lexer, behind what it has not read, and reads until nothing is left or a
+  // token is under construction. The answer has an item for each token, with blanks between:
+  //   now                 a word
+  //   line:(i5,d7,p1;2)   arguments: i long, d double, p point, s string, ~ null
+  //   line:(i5)...        under construction
+  //   free:x:(sa)         an unknown word that announced arguments
+  //   {text}              text to be read in place of the token
+  //   set                 a variable was set
+  //   ?word               refused without a code
+  //   !2051!2053          refused, with the codes in the order in which they were pushed
+  // and behind them |rest when text is left.
+  std::string read(const std::string& text);
+
+ private:
+  std::string given_;
+
+  std::string readToken();
+};
+
+// Reads the bytes as words, variables and texts of one lexer. Ends for any bytes.
+void LexAnything(const unsigned char* bytes, std::size_t count);
+
+// The values of a token's or a variable's, as above.
+std::string Shown(const YAttribValue& value);
+
+#endif  // TESTS_LEX_LEX_READER_H_

@@ -1,0 +1,79 @@
+// The text, the cursor and the suspended texts.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "foundation/YErr.h"
+#include "tests/lex/lex_reader.h"
+
+namespace {
+
+TEST(Text, IsAppendedAndDropped) {
+  LexReader reader;
+  YcluiLex& lex = reader.lex;
+  EXPECT_EQ(lex.more(), 0U);
+  lex.putString("no");
+  lex.putString("w n");
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  lex.putString(std::string(5000, 'n').c_str());
+  lex.putString("ow now # open ");
+  EXPECT_EQ(lex.getNextToken(reader.token), 0U);
+  EXPECT_EQ(lex.tokenOffset(), 4U);
+  EXPECT_EQ(lex.cursorOffset(), 5007U);
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  lex.putString("swallowed\nnow now");
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  lex.reset();
+  EXPECT_EQ(lex.more(), 0U);
+  lex.putString(" now");
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  EXPECT_EQ(lex.getNextToken(reader.token), 0U);
+  // An exhausted text is read again from its start.
+  lex.setString("# gone");
+  lex.reset();
+  lex.putString("\nnow");
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+}
+
+TEST(Text, IsSuspendedAndComesBackAsItStood) {
+  LexReader reader;
+  YcluiLex& lex = reader.lex;
+  EXPECT_EQ(lex.popString(), 0U);
+  lex.setString("now  # c\n now");
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  EXPECT_EQ(lex.pushString("del"), 1U);
+  lex.putString("ete");
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  EXPECT_STREQ(reader.token.string(), "delete");
+  EXPECT_EQ(lex.suspendedTexts(), 1);
+  EXPECT_EQ(lex.popString(), 1U);
+  EXPECT_EQ(lex.cursorOffset(), 3U);  // in front of what is skipped
+  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  // An exhausted text, be it by a comment or by a fault, stays exhausted.
+  for (const char* text : {"", "# gone", "name 'open"}) {
+    lex.setString(text);
+    lex.getNextToken(reader.token);
+    EXPECT_EQ(lex.pushString("now"), 1U);
+    EXPECT_EQ(lex.popString(), 1U);
+    EXPECT_EQ(lex.more(), 0U) << text;
+  }
+}
+
+TEST(Text, IsNotSuspendedWithoutBound) {
+  LexReader reader;
+  YcluiLex& lex = reader.lex;
+  for (int i = 0; i < YcluiLex::MaxSuspended; ++i) {
+    ASSERT_EQ(lex.pushString(std::to_string(i).c_str()), 1U);
+  }
+  EXPECT_EQ(lex.pushString("more"), 0U);
+  EXPECT_TRUE(YErr.code(0) == YErrTooDeep && YErr.severity(0) == YErrError);
+  for (int i = YcluiLex::MaxSuspended - 1; i >= 0; --i) {
+    EXPECT_EQ(lex.getNextToken(reader.token), 0U);
+    EXPECT_EQ(reader.token.string(), std::to_string(i));
+    ASSERT_EQ(lex.popString(), 1U);
+  }
+  EXPECT_EQ(lex.popString(), 0U);
+}
+
+}  // namespace

@@ -1,0 +1,167 @@
+// What the lexer makes of texts: words, arguments, literals, double-byte text.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "foundation/YErr.h"
+#include "tests/lex/lex_reader.h"
+
+namespace {
+
+// Each text with a lexer of its own.
+void Check(const std::vector<LexCase>& table) {
+  for (const LexCase& row : table) EXPECT_EQ(LexReader().read(row.text), row.shown) << row;
+}
+
+TEST(Tokens, Words) {
+  Check({
+      {"", ""},
+      {" \t\n\v\f\r # only a comment", ""},
+      {"now\n#comment\n now", "now now"},
+      {"NOW Dele DEL de deletes", "now delete delete ?de ?deletes"},
+      {"now#no comment #a comment", "?now#no ?comment"},
+      {"a,b \"now now\" $ $x a}[=", "?a,b ?\"now ?now\" ?$ ?$x ?a}[="},
+      {"now;now ;;", "now ; now ; ;"},
+      {"n\\ow a\\ b a\\;b \\#x a\\:b \\${x}", "now ?a b ?a;b ?#x ?a:b ?${x}"},
+      {"now a\\", "now !2050"},
+      {"go Nothing", "{now ;} {}"},
+      {"now${now}", "now !2086"},
+      {"\xA0now\x85 \x80 \xFF", "?\xA0now\x85 ?\x80 ?\xFF"},  // white space in other encodings
+  });
+}
+
+TEST(Tokens, FreeWords) {
+  Check({
+      {"a:b c", "free:a:(sb) ?c"},
+      {"a: 'b' , c#\n,\n${presentTime x", "!2087"},
+      {"a:b,,c,#\nd", "free:a:(sb,s,sc,sd)"},
+      {"a:", "?a:"},
+      {"a: b,", "?a:"},
+      {"a:;", "free:a:(s) ;"},
+      {"a\\:b", "?a:b"},
+      {"a:b:c", "free:a:(sb:c)"},
+  });
+}
+
+TEST(Tokens, DeclaredArguments) {
+  Check({
+      {"line:1,2 now", "line:(i1,i2) now"},
+      {"line: 1 , #c\n 2", "line:(i1,i2)"},
+      {"line:1,2,3, 4 now", "line:(i1,i2,s3,s4) now"},
+      {"line:1,2,", "?line:"},
+      {"line:x now", "!2051"},
+      {"line:1,,2", "!2051"},
+      {"line:1", "line:(i1)..."},
+      {"line:", "line:..."},
+      {"line:1,", "line:(i1)..."},
+      {"line:1 2", "line:(i1)...|2"},
+      {"line 1", "?line ?1"},
+      {"name a:b;", "name(sa:b) ;"},
+      {"name ;", "name(s) ;"},
+      {"mix 1,,2,3,4", "mix(i1,s,p2;3,d4)"},
+      {"odd now", "odd(~) now"},
+      {"scale 1.5now", "scale(d1.5) now"},
+      {"line:3.9,-3.9", "line:(i3,i-3)"},
+      {"line:1e3,12abc", "line:(i1000,i12) ?abc"},
+      {"line:-2147483648,2147483647", "line:(i-2147483648,i2147483647)"},
+      {"line:2147483647.5,1", "!2060"},
+      {"line:1,-1e999", "!2060"},
+      {"line:0x10,1", "line:(i0)...|x10,1"},
+      {"scale inf", "!2051"},
+      {"at 10 , 20 now", "at(p10;20) now"},
+      {"at 10", "!2053"},
+      {"at 10 20", "!2053"},
+      {"at 10,x", "!2051!2053"},
+      {"at 3e9,1", "!2060!2053"},
+      {"at ${p}", "!2051!2053"},
+  });
+}
+
+TEST(Tokens, QuotedStrings) {
+  Check({
+      {"name \"it's; #${y\\}\"", "!2086"},
+      {"name \"it's; # \\n \\\" \\${y}\" now", "name(sit's; # n \" ${y}) now"},
+      {"name ''", "name(s)"},
+      {"name 'a''b'", "name(sa) ?'b'"},
+      {"name \"a\nb\"", "name(sa\nb)"},
+      {"name 'a", "!2050"},
+      {"name 'a\\", "!2050"},
+      {"${s}='x y' name \"<${s}>${s}\"", "set name(s<x y>x y)"},
+      {"${n}=2.50 name '${n}${n}'", "set name(s2.52.5)"},
+      {"${n}=2 name '${n}", "set !2050"},
+      {"${n}=2 name 'a${m}' now", "set !2086"},
+  });
+}
+
+// A trail byte can have the value of a backslash, a brace or a letter; none of those that follow
+// have a meaning here.
+TEST(Tokens, DoubleByteCharacters) {
+  Check({
+      {"\x83\x5C now", "?\x83\x5C now"},
+      {"\x81\x7D\x81\x5B now", "?\x81\x7D\x81\x5B now"},
+      {"name \"\x83\x5C\" now", "name(s\x83\x5C) now"},
+      {"name \x81\x40;\\\x81;", "name(s\x81\x40) ; ?\x81 ;"},  // a backslash takes one byte
+      {"name '\x81\"'", "name(s\x81\")"},                      // no trail byte: two characters
+      {"name '\x81'", "name(s\x81)"},
+      {"now\x81", "!2050"},
+      {"name '\x81", "!2050"},
+      {"name x\x81", "!2050"},
+      {"line:1\x81\x40", "line:(i1)...|\x81\x40"},
+      {"${\x82\xA0}", "!2087"},
+      {"NOW\x83\x41 \x83\x81:x", "?NOW\x83\x41 free:\x83\x81:(sx)"},
+  });
+}
+
+TEST(Tokens, GoOnWithTheNextText) {
+  LexReader reader;
+  EXPECT_EQ(reader.read("line:"), "line:...");
+  EXPECT_EQ(reader.read("  1 # more"), "line:(i1)...");
+  EXPECT_EQ(reader.read(",5"), "!2051");
+  EXPECT_EQ(reader.read("line: 1 2"), "line:(i1)...|2");
+  EXPECT_EQ(reader.read("3 now"), "line:(i1,i23) now");
+  // The word goes while it is under construction: its arguments start again, as strings.
+  EXPECT_EQ(reader.read("line: 1"), "line:(i1)...");
+  EXPECT_EQ(reader.lex.delKeyword("line:"), 1U);
+  EXPECT_EQ(reader.read("2, 3 now"), "line:(s2,s3) now");
+}
+
+TEST(Tokens, AnUnknownWordKeepsTheArgumentsOfBefore) {
+  LexReader reader;
+  EXPECT_EQ(reader.read("mix 1,a,2,3,4"), "mix(i1,sa,p2;3,d4)");
+  EXPECT_STREQ(reader.token.wholeString(), "mix1,\"a\",2,3,4");
+  reader.lex.setString("nowhere");
+  EXPECT_EQ(reader.lex.getNextToken(reader.token), 0U);
+  EXPECT_TRUE(reader.token == YcluiIdNone && reader.token.argc() == 5);
+  EXPECT_EQ(reader.token.type(), YcluiTokenArgKeyword);
+  EXPECT_STREQ(reader.token.wholeString(), "nowhere1,\"a\",2,3,4");
+  // So does a variable form, and the text of a reference takes the place of them all.
+  EXPECT_EQ(reader.read("${x}=now"), "set");
+  EXPECT_EQ(reader.token.type(), YcluiTokenArgKeyword);
+  EXPECT_EQ(reader.read("${x}"), "{now}");
+  EXPECT_STREQ(reader.token.wholeString(), "nowhere\"now\"");
+}
+
+TEST(Tokens, ATokenByItself) {
+  YcluiToken none;
+  EXPECT_TRUE(none.argc() == 1 && none.string() == nullptr && none == YcluiIdNone);
+  EXPECT_TRUE(none[0] != nullptr && none[1] == nullptr && none[-1] == nullptr);
+  EXPECT_STREQ(none.wholeString(), "");
+
+  YcluiToken word("abc");
+  EXPECT_TRUE(word == none && word.type() == YcluiTokenKeyword);
+  EXPECT_STREQ(word.echoString(), "abc");
+  EXPECT_EQ(word.setEchoString("shown"), 1U);
+  EXPECT_EQ(word.setEchoString(word.echoString() + 2), 1U);
+  YcluiToken copy(word);
+  EXPECT_STREQ(copy.echoString(), "own");
+  EXPECT_STREQ(copy.wholeString(), "abc");
+  copy = none;
+  EXPECT_STREQ(copy.echoString(), "");
+  EXPECT_EQ(copy.setEchoString(nullptr), 1U);
+  copy = YcluiToken("moved");
+  EXPECT_STREQ(copy.echoString(), "moved");
+}
+
+}  // namespace

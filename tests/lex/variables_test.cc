@@ -1,0 +1,121 @@
+// Variable forms in texts, and variables by name.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "foundation/YErr.h"
+#include "tests/lex/lex_reader.h"
+
+namespace {
+
+// The texts in their order, with one lexer.
+void CheckInTurn(const std::vector<LexCase>& table) {
+  LexReader reader;
+  for (const LexCase& row : table) EXPECT_EQ(reader.read(row.text), row.shown) << row;
+}
+
+std::string Nested(int levels) {
+  std::string form = "0";
+  for (int i = 0; i < levels; ++i) form = "${a}[" + form + "]";
+  return form;
+}
+
+TEST(Variables, Simple) {
+  CheckInTurn({
+      {"${a}=3", "set"},
+      {"${A}", "{3}"},
+      {"${\\a}${a\\}", "{3} {3}"},
+      {"${b}=${a} ${a}=4 ${b} ${a}", "set set {3} {4}"},
+      {"scale ${a} line:${a},${b}", "scale(d4) line:(i4,i3)"},
+      {"${a}=\"3\" ${a}", "set {3}"},
+      {"scale ${a}", "!2051"},
+      {"${a}=-3 line:${a},1", "set !2051"},
+      {"${a}=.5 ${a}", "set {.5}"},
+      {"${a}=3abc ${a}", "set ?abc {3}"},
+      {"${a}= 3", "set ?3"},
+      {"name ${a}", "name(s)"},
+      {"${a}=x,y", "set ?,y"},
+      {"${a} =3", "{x} ?=3"},
+      {"name ${a}=3", "name(sx) ?=3"},
+      {"${a}=3e9 line:${a},1", "set !2060"},
+      {"${}", "!2086"},
+      {"${}=1 ${}", "set {1}"},
+      {"${presenttime}=1 ${nothing}", "set !2086"},
+      {"${a", "!2050"},
+      {"${a\\", "!2050"},
+      {"${a}=", "!2050"},
+      {"${a}='x", "!2050"},
+      {"${my_var}", "!2087"},
+      {"${a}", "{3000000000}"},
+  });
+}
+
+TEST(Variables, Arrays) {
+  CheckInTurn({
+      {"${r}[2]=x ${r}[2] ${r}[2.9]", "set {x} {x}"},
+      {"${r}[0]", "!2084"},
+      {"name ${r}[1]", "!2051"},
+      {"${i}=5 ${r}[${i}]=y ${r}[${i}]", "set set {y}"},
+      {"${r}[6]", "!2055"},
+      {"${r}[-1]", "!2055"},
+      {"${r}[-1]=1 now", "!2055"},
+      {"${r}[65536]=1", "!2055"},
+      {"${new}[-1]=1", "!2055"},
+      {"${new}[65535]=1 ${new}[65535]", "set {1}"},
+      {"${r}", "!2085"},
+      {"${r}=1", "!2085"},
+      {"${i}[0]", "!2085"},
+      {"${i}[0]=1", "!2085"},
+      {"${r}[", "!2051"},
+      {"${r}[1", "!2050"},
+      {"${r}[1 ]", "!2087"},
+      {"${r}[x]", "!2051"},
+      {"${s}=x ${r}[${s}]", "set !2051"},
+      {"${a}[0]=0", "set"},
+  });
+}
+
+TEST(Variables, FormsInEachOthersIndex) {
+  LexReader reader;
+  EXPECT_EQ(reader.read("${a}[0]=0"), "set");
+  EXPECT_EQ(reader.read(Nested(1 + YcluiLex::MaxIndexNesting)), "{0}");
+  EXPECT_EQ(reader.read(Nested(2 + YcluiLex::MaxIndexNesting)), "!2052");
+  EXPECT_EQ(reader.read(Nested(20000)), "!2052");
+  EXPECT_EQ(reader.read(Nested(3)), "{0}");
+}
+
+TEST(Variables, ByName) {
+  YcluiLex lex;
+  YAttribValue one;
+  YAttribValue two("two", 0);
+  one.SetLong(1);
+  const YAttribValue both[] = {one, two};
+
+  EXPECT_EQ(lex.addVariable("My_Var", one), 1U);
+  EXPECT_EQ(lex.addVariable("my_var", two), 1U);
+  EXPECT_EQ(Shown(*lex.variable("MY_VAR")->valuePointer()), "stwo");
+  EXPECT_EQ(lex.addVariable("my_var", one, 0), 0U);
+  EXPECT_EQ(lex.addVariable("my_var", 2, both), 0U);
+
+  EXPECT_EQ(lex.addVariable("arr", one, 2), 1U);
+  YcluiVariable* array = lex.variable("arr");
+  EXPECT_EQ(array->elementCount(), 3U);
+  EXPECT_EQ(lex.addVariable("arr", 2, both), 1U);
+  EXPECT_EQ(Shown(*array->element(1)) + Shown(*array->element(2)), "stwoi1");
+  EXPECT_TRUE(array->element(3) == nullptr && array->valuePointer() == nullptr);
+  EXPECT_EQ(lex.addVariable("arr", one), 0U);
+  for (const std::uint32_t bad : {YcluiMaxElements, 0xffffffffU}) {
+    EXPECT_EQ(lex.addVariable("arr", one, bad), 0U);
+    EXPECT_EQ(lex.addVariable("other", one, bad), 0U);
+    EXPECT_TRUE(YErr.code(0) == YErrOutsideArray && YErr.severity(0) == YErrWarning);
+  }
+  EXPECT_EQ(lex.variable("other"), nullptr);
+  EXPECT_EQ(lex.addVariable("none", 0, nullptr), 1U);
+  EXPECT_EQ(lex.variable("none")->elements(), nullptr);
+
+  EXPECT_EQ(std::string(lex.variable("PresentTime")->valuePointer()->GetString()).size(), 24U);
+}
+
+}  // namespace
