@@ -76,10 +76,9 @@ bool ReadAll(const char* name, std::string& content) {
 // UTF-8.
 int ReadScript(SCM name, long& badLine) {
   Engine& engine = TheEngine();
-  engine.bytes.clear();
-  engine.characters.clear();
   std::string content;
   if (!ReadAll(LocaleName(name).c_str(), content)) return errno;
+  engine.characters.clear();
   std::string_view text = content;
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   const std::size_t read = AppendFromUtf8(text, engine.characters);
