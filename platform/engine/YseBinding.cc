@@ -108,10 +108,21 @@ SCM Words(const char* text) {
   Raise("wrong-type-arg", row, Words(text), scm_list_1(report.value));
 }
 
-[[noreturn]] void RaiseReport(const Row& row, const Report& report) {
+[[noreturn]] void RaiseRefused(const Row& row, long argNum, SCM args) {
+  const SCM place = scm_from_long(argNum - 1);
+  const bool isThere = argNum > 0 && argNum <= scm_to_long(scm_length(args));
+  if (!isThere) Raise("misc-error", row, Words("refused its arguments"), SCM_EOL);
+  char text[80];
+  std::snprintf(text, sizeof text, "argument %ld will not do: ~S", argNum);
+  Raise("wrong-type-arg", row, Words(text), scm_list_1(scm_list_ref(args, place)));
+}
+
+[[noreturn]] void RaiseReport(const Row& row, const Report& report, SCM args) {
   switch (report.kind) {
     case Report::BadType:
       RaiseBadType(row, report);
+    case Report::Refused:
+      RaiseRefused(row, report.argNum, args);
     case Report::WrongNumber:
       RaiseWrongNumber(row, report.given, report.least, report.most);
     case Report::Missing:
@@ -136,7 +147,7 @@ SCM CallRow(unsigned index, SCM args) {
   FlushScheme();
   const Outcome outcome = CallNative(row, args, count);
   if (engine.stopping) StopText(Text::Interrupted);
-  if (!outcome.good) RaiseReport(row, outcome.report);
+  if (!outcome.good) RaiseReport(row, outcome.report, args);
   return outcome.value;
 }
 

@@ -23,10 +23,9 @@
 
 namespace yse {
 
-// How deep a script may recurse, in words of the Scheme stack (32 MiB).
-constexpr long MaxStackWords = 4L << 20;
-// How much C++ stack a new text must find free, in bytes.
-constexpr std::size_t LeastStack = 512 * 1024;
+// How much C++ stack must be free, in bytes, where a new text begins and where a recursion goes on.
+constexpr std::size_t StackForText = std::size_t{512} << 10;
+constexpr std::size_t StackForRecursion = std::size_t{1} << 20;
 
 // A procedure of a library or of the host, as it was bound.
 struct Row {
@@ -38,7 +37,7 @@ struct Row {
 
 // Why a primitive failed, as far as the engine has been told.
 struct Report {
-  enum Kind { None, BadType, WrongNumber, Missing, Thrown };
+  enum Kind { None, BadType, Refused, WrongNumber, Missing, Thrown };
   Kind kind = None;
   long argNum = 0;  // 0: not known
   const char* expected = nullptr;
@@ -84,7 +83,7 @@ struct Place {
 struct Engine {
   bool started = false;
   pthread_t thread{};
-  char* stackLimit = nullptr;  // the lowest address that may be used
+  char* stackEnd = nullptr;  // the lowest address of the C++ stack
   std::size_t memoryLimit = 0;
 
   SCM* slots = nullptr;  // the argument stack: collector's memory that is never collected
@@ -110,7 +109,7 @@ struct Engine {
   SCM written = SCM_BOOL_F;
   SCM loadScript = SCM_BOOL_F;
   SCM abort = SCM_BOOL_F;
-  SCM overflow = SCM_BOOL_F;
+  SCM stackOverflow = SCM_BOOL_F;
   SCM refuse = SCM_BOOL_F;
   SCM quoteSymbol = SCM_BOOL_F;
   SCM quoteVariable = SCM_BOOL_F;
@@ -168,7 +167,10 @@ void RunFinalisers();
 // Limits and interrupts (YseLimits.cc).
 YWord StartLimits(std::string& error);
 void RestoreMemoryLimit();
-bool StackIsShort();
+bool StackIsShort(std::size_t wanted);
+// Calls the procedure of no arguments so that it ends with an error when it recurses endlessly.
+// Called from Scheme, may raise.
+void CallWithStackLimit(SCM procedure);
 
 // Ports (YsePorts.cc): output of scripts and of C++ code through stdio, in the order of writing.
 // May raise.

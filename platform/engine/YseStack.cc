@@ -332,6 +332,12 @@ void ScmVMExternal::VMESetErrorArgNum(YArgNum argNum, YStatus&) {
 void ScmVMExternal::VMESetErrorBadType(YScmArgType type, YStatus& status, long) {
   const Level* const level = TheEngine().level;
   const long argNum = level != nullptr ? level->announcedArgument : 0;
+  // An argument that was popped well has the right type and is refused for what it is.
+  if (level != nullptr && argNum > static_cast<long>(level->untouched)) {
+    Report* const report = NewReport(status, Report::Refused);
+    if (report != nullptr) report->argNum = argNum;
+    return;
+  }
   const SCM top = Top();
   ReportBadType(status, argNum, NameOfType(type), SCM_UNBNDP(top) ? SCM_UNSPECIFIED : top);
 }
