@@ -1,0 +1,88 @@
+// Command templates: what a command becomes from its tokens.
+
+#include "parser/YcluiCommandTemplate.h"
+
+#include "gtest/gtest.h"
+#include "tests/parser/CommandLine.h"
+
+namespace {
+
+// The words line, 10 and abc, an "all:" with one argument of each type, and a word without meaning.
+YcluiToken_Stack Tokens() {
+  YcluiLex lex;
+  const YcluiValueType types[] = {YcluiValueInteger, YcluiValueFloat, YcluiValuePoint,
+                                  YcluiValueString};
+  lex.addKeyword("line", nullptr, 5000);
+  lex.addKeyword("10", nullptr, 5001);
+  lex.addKeyword("abc", nullptr, 5002);
+  lex.addKeyword("all:", 4, types, 5003);
+  lex.setString("line 10 abc all: -1, 0.1, 10,-20, 'a\\\\\"$0'");
+  YcluiToken_Stack tokens;
+  for (YcluiToken token; lex.more() != 0;) {
+    lex.getNextToken(token);
+    tokens.push(token);
+  }
+  tokens.push(YcluiToken("dummy"));
+  return tokens;
+}
+
+std::string Filled(const std::string& commandTemplate, const YcluiToken_Stack& tokens) {
+  YString result;
+  YcluiFillTemplate(commandTemplate.c_str(), 0xFFFFFFFE, 4711, tokens, result);
+  return result.buffer;
+}
+
+TEST(Template, Forms) {
+  const struct {
+    const char* given;
+    const char* filled;
+  } cases[] = {
+      // What is no form stays.
+      {"", ""},
+      {"(f)", "(f)"},
+      {"cost $", "cost $"},
+      {"$x$y$", "$x$y$"},
+      {"a\\$1", "a\\$1"},
+      {"\\\\$1", "\\\\10"},
+      {"$\\$1", "$\\10"},
+      {"end\\", "end\\"},
+      // Which token.
+      {"(f $0 $1)", "(f line 10)"},
+      {"$$", "dummy"},
+      {"$-1|$-2|$-4", "all:|abc|line"},
+      {"$-0|$-5|$5", "line||"},
+      {"$1$2", "10abc"},
+      {"$01$00002", "10abc"},
+      {"$-x", "line-x"},
+      {"$99999999999999999999|$-99999999999999999999|$4294967296", "||"},
+      {"$c$p", "-24711"},
+      {"$c#$p[0]", "-2#4711[0]"},
+      // Which part.
+      {"$0#$$#$4#", "500000"},
+      {"$3[0] $3[1] $3[2] $3[3]", "-1 0.1 10 -20 a\\\"$0"},
+      {"$3[4]|$0[0]|$3[-3]|$3[99999999999999999999]", "|||"},
+      {"$3[-1]$3[-2]", "all:5003"},
+      {"$3[]|$3[ +1)|$3[x|", "-1|0.1|-1|"},
+      {"$3[0", "-1"},
+      {"$3[", "-1"},
+      {"$-1[0]]", "-1]"},
+  };
+  const YcluiToken_Stack tokens = Tokens();
+  for (const auto& c : cases) EXPECT_EQ(Filled(c.given, tokens), c.filled) << c.given;
+  EXPECT_EQ(Filled("$0$$$-1$-0#|", YcluiToken_Stack()), "|");
+}
+
+TEST(Template, IsFilledFromItsOwnFrame) {
+  CommandLine line("a b c help", "( a b c{(abc $0 $1 $2)} | b{(b $0 $1)} )");
+  line.addIndefinite("help", "(help $0 $$)");
+  line.trace("run");
+  line.interpret("a");
+  line.pushDummyToken("d");
+  EXPECT_EQ(line.feed("help"), "run((help a help))");
+  line.pushFrame();
+  EXPECT_EQ(line.feed("b"), "run((b b ))");
+  line.popFrame();
+  EXPECT_EQ(line.feed("b c"), "run((abc a d help))");
+}
+
+}  // namespace
