@@ -44,8 +44,8 @@ TEST(Graph, AlternativeTakesOutTheFirstLinkToTheEnd) {
   // The memory of the link that goes is likely the memory of the one that comes.
   auto* last = static_cast<YcluiSyntaxNode*>(graph->start->last()->item());
   graph->start->detach(static_cast<void*>(last));
-  delete last;
   graph->start->append(graph->end);
+  delete last;
   graph->insertOr(new YcluiSyntaxNode(7));
   EXPECT_EQ(Listed(SuccessorsOf(*graph->start), NamesOf(*graph)), "t1 t2 t3 t4 t5 t7");
 }

@@ -257,7 +257,7 @@ std::string JudgeWalk(const std::uint8_t* bytes, std::size_t count) {
   std::vector<std::uint8_t> links;
   std::size_t i = 0;
   for (; i < count && bytes[i] != 0; ++i) {
-    if (bytes[i] >= 240 && i + 2 < count) {
+    if (bytes[i] >= 192 && i + 2 < count) {
       links.insert(links.end(), {bytes[i + 1], bytes[i + 2]});
       i += 2;
     } else {

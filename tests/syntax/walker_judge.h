@@ -13,7 +13,7 @@
 // 5 is a step; 4 is the id of an indefinite node.
 //
 // A byte of the graph stands for the sign of its place here, its low half counting (see Build);
-// those from 240 on link two nodes that the two bytes behind it choose.
+// those from 192 on link two nodes that the two bytes behind it choose.
 constexpr char JudgeSigns[] = "3(*&/12|((*&/12|";
 std::string JudgeWalk(const std::uint8_t* bytes, std::size_t count);
 
