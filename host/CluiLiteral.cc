@@ -66,5 +66,6 @@ std::size_t CluiArgumentOffset(const std::string& text, std::size_t offset, int 
     if (isPoint) place = SkipToNext(text, place);
     place = SkipToNext(text, place);
   }
-  return place;
+  const std::size_t end = text.find_last_not_of("\r\n") + 1;
+  return place < end ? place : end;
 }

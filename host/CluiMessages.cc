@@ -15,7 +15,7 @@ constexpr CodeText Codes[] = {
     {YErrNoMemory, L"there is no memory left"},
     {YErrEndOfInput, L"the text ends inside it"},
     {YErrNotANumber, L"this is no number"},
-    {YErrTooDeep, L"texts are nested too deep; does an alias name itself?"},
+    {YErrTooDeep, L"texts are nested too deep; does one lead back to itself?"},
     {YErrBadPoint, L"this is no point, two integers with a comma between them"},
     {YErrNoSuchWord, L"there is no such word to delete"},
     {YErrOutsideArray, L"there is no such element of the array"},

@@ -1,6 +1,7 @@
 #include "host/CluiRefusal.h"
 
 #include <strings.h>
+#include <algorithm>
 #include <cstring>
 
 #include "host/CluiLiteral.h"
@@ -59,6 +60,7 @@ std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstri
   parser.possibleWords(texts);
   std::vector<std::wstring> words;
   for (int i = 0; i < texts.size(); ++i) words.push_back(encoding_.fromSystem(texts[i].buffer));
+  std::sort(words.begin(), words.end());
   return CluiMisplacedText(word, words);
 }
 

@@ -6,6 +6,7 @@
 #include "host/CluiMessages.h"
 #include "host/CluiProcedures.h"
 #include "parser/YcluiParser.h"
+#include "platform/engine/ScmVMExternal.h"
 
 namespace {
 
@@ -52,13 +53,23 @@ bool CluiRun::start() {
     return false;
   }
   CluiCatchInterrupt();
+  setPorts();
   const std::string library = options_.library.empty() ? CLUI_LIBRARY : options_.library;
   if (ScmVM::openLibrary(library.c_str(), LibraryName, error) == 0) {
-    tellProblem(library, error);
+    tellProblem("clui", error);
     return false;
   }
   CluiBindProcedures();
   return true;
+}
+
+// What scripts read and write is in the encoding of everything else.
+void CluiRun::setPorts() {
+  std::string text = "(for-each (lambda (port) (set-port-encoding! port \"" + options_.encoding +
+                     "\")) (list (current-input-port) (current-output-port) (current-error-port)))";
+  char answer[64];
+  YStatus status = {0};
+  ScmVMExternal::ExecuteString(text.c_str(), answer, sizeof answer, status);
 }
 
 bool CluiRun::loadLanguage() {
@@ -121,7 +132,7 @@ void CluiRun::readFile(const std::string& name) {
   input_ = NameOf(name);
   CluiSource source;
   std::string error;
-  if (!source.openFile(name, error)) return giveUpInput(error);
+  if (!source.openFile(name, error)) return giveUpInput(0, error);
   readLines(source);
 }
 
@@ -132,13 +143,13 @@ void CluiRun::readLines(CluiSource& source) {
   CluiRead result = CluiRead::End;
   line_.restart();
   while (!CluiInterrupted() && (result = source.next(bytes, error)) == CluiRead::Line) {
-    if (!isAlive()) return giveUpInput("the parser is deleted; the rest is not read");
+    if (!isAlive()) return giveUpInput(number, "the parser was deleted; the rest is not read");
     feed(bytes, ++number);
     progress_.show(input_, source.bytesRead(), source.bytesOfFile());
   }
   progress_.erase();
   if (CluiInterrupted()) return report_.tell({input_, number, 0}, L"interrupted");
-  if (result == CluiRead::Failed) giveUpInput(error);
+  if (result == CluiRead::Failed) giveUpInput(0, error);
   endInput(number);
 }
 
@@ -154,7 +165,7 @@ void CluiRun::feed(std::string& bytes, std::size_t number) {
 
 void CluiRun::interpret(std::string& text, std::size_t number) {
   line_.take(text, number);
-  offered_ = nullptr;
+  offered_ = {};
   parser_->interpret(line_.text().c_str());
   if (options_.trace) trace_.settle();
   tellCodes();
@@ -199,9 +210,9 @@ bool CluiRun::isAlive() const {
   return YcluiParser::FindLive(reinterpret_cast<long>(parser_)) != nullptr;
 }
 
-void CluiRun::giveUpInput(const std::string& problem) {
+void CluiRun::giveUpInput(std::size_t line, const std::string& problem) {
   unable_ = true;
-  tellProblem(input_, problem);
+  report_.tell({input_, line, 0}, encoding_.fromUtf8(problem));
 }
 
 // The script's parsers go with the run, so that their logs are ended orderly.

@@ -39,13 +39,19 @@ class CluiRun {
   int run();
 
  private:
+  // Where the lexer stands: the same for all that belongs to one token.
+  struct Stand {
+    std::uint32_t offset = 0;
+    int depth = -1;  // -1 stands for no token
+
+    bool operator==(const Stand&) const = default;
+  };
   // A code that the error manager was given, until it is known whose it is.
   struct Code {
     unsigned int code;
     YErrSeverity severity;
     CluiPlace place;
-    std::uint32_t lexOffset;  // where the lexer stood, to know the token by
-    int lexDepth;
+    Stand stand;
   };
 
   const CluiOptions& options_;
@@ -58,9 +64,9 @@ class CluiRun {
   YcluiParser* parser_ = nullptr;  // null until the language is loaded, and when all is over
   std::string input_;              // the name of the input being read
   std::vector<Code> codes_;
-  const YcluiToken* offered_ = nullptr;  // the token that came before the syntax last
-  std::string openWord_;                 // of the token that was half read last
-  int openArguments_ = 0;                // how many it had
+  Stand offered_;          // the token that came before the syntax last, until a command begins
+  std::string openWord_;   // of the token that was half read last
+  int openArguments_ = 0;  // how many it had
   std::size_t refused_ = 0;
   std::size_t failed_ = 0;
   bool ended_ = false;   // an input ended inside a command
@@ -68,6 +74,7 @@ class CluiRun {
 
   // CluiRun.cc: the way of the run.
   bool start();
+  void setPorts();
   bool loadLanguage();
   void follow();
   void readInputs();
@@ -79,18 +86,19 @@ class CluiRun {
   void readLeftText(std::size_t number);
   std::wstring unfinished() const;
   bool isAlive() const;
-  void giveUpInput(const std::string& problem);
+  void giveUpInput(std::size_t line, const std::string& problem);
   void finish();
   int status() const;
   void summarise();
 
   // CluiRunEvents.cc: what comes back from parser and engine meanwhile.
   CluiPlace here();
+  Stand stand() const;
   CluiPlace placeOf(const CluiSpot& spot) const;
   void tellProblem(const std::string& place, const std::string& problem);
   void tellAt(const CluiSpot& spot, const std::wstring& message);
   void tellCodes();
-  unsigned int takeCode(bool offered);
+  unsigned int takeCode();
   void onCode(unsigned int code, YErrSeverity severity);
   void onScriptError(const ScmVMError& error);
   void onText(const char* text);

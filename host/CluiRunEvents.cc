@@ -20,9 +20,14 @@ CluiPlace CluiRun::here() {
   CluiPlace place;
   int line = 0;
   ScmVM::place(place.name, line);
-  if (place.name.empty()) place.name = options_.language;
+  if (place.name.empty()) place.name = "clui";
   place.line = static_cast<std::size_t>(line);
   return place;
+}
+
+CluiRun::Stand CluiRun::stand() const {
+  if (parser_ == nullptr) return {};
+  return {parser_->lex()->tokenOffset(), parser_->lex()->suspendedTexts()};
 }
 
 CluiPlace CluiRun::placeOf(const CluiSpot& spot) const {
@@ -49,16 +54,12 @@ void CluiRun::tellCodes() {
   }
 }
 
-// The code that the refused word pushed, or 0. What others pushed is told.
-unsigned int CluiRun::takeCode(bool offered) {
+// The code that the refused word pushed, the last one if there are several, or 0. What others
+// pushed is told.
+unsigned int CluiRun::takeCode() {
   unsigned int code = 0;
-  const YcluiLex& lex = *parser_->lex();
-  const auto isItsOwn = [&](const Code& entry) {
-    return offered ||
-           (entry.lexOffset == lex.tokenOffset() && entry.lexDepth == lex.suspendedTexts());
-  };
-  if (!codes_.empty() && isItsOwn(codes_.back())) {
-    code = codes_.back().code;
+  while (!codes_.empty() && codes_.back().stand == stand()) {
+    if (code == 0) code = codes_.back().code;
     codes_.pop_back();
   }
   tellCodes();
@@ -67,12 +68,7 @@ unsigned int CluiRun::takeCode(bool offered) {
 
 void CluiRun::onCode(unsigned int code, YErrSeverity severity) {
   if (codes_.size() >= WaitingAtMost) tellCodes();
-  Code entry = {code, severity, here(), 0, 0};
-  if (parser_ != nullptr) {
-    entry.lexOffset = parser_->lex()->tokenOffset();
-    entry.lexDepth = parser_->lex()->suspendedTexts();
-  }
-  codes_.push_back(entry);
+  codes_.push_back({code, severity, here(), stand()});
 }
 
 void CluiRun::onScriptError(const ScmVMError& error) {
@@ -99,12 +95,13 @@ void CluiRun::onScriptError(const ScmVMError& error) {
 
 void CluiRun::onText(const char* text) {
   tellCodes();
+  offered_ = {};
   if (options_.trace) trace_.runs(text);
 }
 
 YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   tellCodes();
-  offered_ = &token;
+  offered_ = stand();
   if (CluiInterrupted()) {
     parser_->exhaust();
     return YcluiTokenDrop;
@@ -116,12 +113,12 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
 void CluiRun::onRefuse(const YcluiToken& token) {
   if (CluiInterrupted()) return parser_->exhaust();
   ++refused_;
-  const bool offered = &token == offered_;
-  offered_ = nullptr;
-  const CluiRefused refused = {&token, offered, takeCode(offered)};
+  const bool offered = offered_ == stand();
+  offered_ = {};
+  const CluiRefused refused = {&token, offered, takeCode()};
   CluiSpot spot = line_.spotOf(parser_->lastTokenOffset());
   const std::wstring message = refusal_.explain(*parser_, refused, spot);
-  if (options_.trace) trace_.refused(token);
+  if (options_.trace) trace_.refused(token, offered);
   tellAt(spot, message);
 }
 

@@ -21,7 +21,7 @@ void CluiTrace::offered(const YcluiToken& token) {
   held_ = true;
   expanded_ = token.id() == YcluiIdAlias;
   hasLine_ = false;
-  word_ = TextOf(token);
+  word_ = expanded_ ? token[1]->GetString() : TextOf(token);
 }
 
 void CluiTrace::echo(const char* line) {
@@ -30,8 +30,8 @@ void CluiTrace::echo(const char* line) {
   line_ = line;
 }
 
-void CluiTrace::refused(const YcluiToken& token) {
-  if (held_ && word_ == TextOf(token)) return answer(Refused);
+void CluiTrace::refused(const YcluiToken& token, bool offered) {
+  if (held_ && offered) return answer(Refused);
   settle();
   tell(Refused, TextOf(token));
 }
@@ -53,6 +53,6 @@ void CluiTrace::answer(const wchar_t* what) {
 
 void CluiTrace::tell(const wchar_t* what, const std::string& text) {
   std::wstring line = what;
-  line.resize(WidthOfAnswer, L' ');
+  if (!text.empty()) line.resize(WidthOfAnswer, L' ');
   report_.tell(line + encoding_.fromSystem(text));
 }

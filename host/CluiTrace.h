@@ -20,7 +20,8 @@ class CluiTrace {
 
   void offered(const YcluiToken& token);
   void echo(const char* line);
-  void refused(const YcluiToken& token);
+  // `offered`: it is the word held back, and none that could not be read.
+  void refused(const YcluiToken& token, bool offered);
   void runs(const char* text);
   // The word held back, if any, was taken.
   void settle();

@@ -1,0 +1,102 @@
+// Runs the program on the rows of cases.txt, whose head tells their form.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Case {
+  std::string name;
+  std::string shell;
+  std::vector<std::pair<std::string, std::string>> files;
+  std::string input, output, errors;
+  int status = 0;
+};
+
+// Rows are also printed by gtest when they fail.
+void PrintTo(const Case& row, std::ostream* out) {
+  *out << row.name << ": " << row.shell;
+}
+
+std::vector<Case> ReadCases() {
+  std::vector<Case> rows;
+  std::ifstream file(CASES "/cases.txt");
+  for (std::string line; std::getline(file, line);) {
+    const std::string mark = line.substr(0, line.find(' '));
+    const std::string rest = line.size() > mark.size() ? line.substr(mark.size() + 1) : "";
+    if (mark == "==") {
+      rows.emplace_back();
+      rows.back().name = rest;
+    }
+    if (rows.empty()) continue;
+    Case& row = rows.back();
+    if (mark == "$") row.shell = rest;
+    if (mark == "@") row.files.emplace_back(rest, "");
+    if (mark == ">") row.files.back().second += rest + "\n";
+    if (mark == "<") row.input += rest + "\n";
+    if (mark == "|") row.output += rest + "\n";
+    if (mark == "!") row.errors += rest + "\n";
+    if (mark == "=") row.status = std::atoi(rest.c_str());
+  }
+  return rows;
+}
+
+std::string TextOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+class Program : public testing::TestWithParam<Case> {
+ protected:
+  fs::path folder_;
+
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "clui-XXXXXX").string();
+    folder_ = mkdtemp(name.data());
+    fs::copy(CASES "/tiny.scm", folder_);
+  }
+  void TearDown() override {
+    // The folder of the next run must not trip over one that a row has made unreadable.
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+  }
+  void put(const std::string& name, const std::string& text) {
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+  }
+};
+
+TEST_P(Program, DoesAsItsRowSays) {
+  const Case& row = GetParam();
+  for (const auto& [name, text] : row.files) put(name, text);
+  put("in", row.input);
+  const std::string shell = "cd '" + folder_.string() +
+                            "' && clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " + row.shell +
+                            "; } <in >out 2>errors";
+  const int result = std::system(shell.c_str());
+  EXPECT_EQ(TextOf(folder_ / "out"), row.output);
+  EXPECT_EQ(TextOf(folder_ / "errors"), row.errors);
+  EXPECT_EQ(WIFEXITED(result) ? WEXITSTATUS(result) : -1, row.status);
+}
+
+std::string NameOf(const testing::TestParamInfo<Case>& info) {
+  std::string name;
+  for (const char c : info.param.name)
+    name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Program, testing::ValuesIn(ReadCases()), NameOf);
+
+}  // namespace

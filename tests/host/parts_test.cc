@@ -1,0 +1,166 @@
+// What the table of cases cannot reach, or would need a row for each little thing.
+
+#include <gtest/gtest.h>
+
+#include "host/CluiEncoding.h"
+#include "host/CluiLine.h"
+#include "host/CluiLiteral.h"
+#include "host/CluiNearest.h"
+#include "host/CluiReport.h"
+
+namespace {
+
+TEST(Encoding, TellsWhatTheSystemCannotHold) {
+  const struct {
+    const char* encoding;
+    std::string bytes;
+    CluiFault::Kind kind;
+    std::size_t character;
+    wchar_t code;
+  } rows[] = {
+      {"UTF-8", "line \xE2\x98\x83", CluiFault::Lacking, 5, 0x2603},
+      {"UTF-8", "\xE8\xA1\xA8\xC2\xA5", CluiFault::Lacking, 1, 0xA5},  // not a backslash
+      {"UTF-8", "\xE8\xA1\xA8\xE8\xA1", CluiFault::BadBytes, 1, 0},
+      {"UTF-8", std::string("a\0\xE8", 3), CluiFault::Nul, 1, 0},
+      {"CP932", "a\x95\x5C\x95", CluiFault::BadBytes, 2, 0},
+      {"EUC-JP", "\xC9\xBD\xC9", CluiFault::BadBytes, 1, 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.bytes);
+    CluiEncoding encoding;
+    std::string text;
+    CluiFault fault;
+    ASSERT_TRUE(encoding.open(row.encoding, text));
+    EXPECT_FALSE(encoding.toSystem(row.bytes, text, fault));
+    EXPECT_EQ(fault.kind, row.kind);
+    EXPECT_EQ(fault.character, row.character);
+    EXPECT_EQ(fault.code, row.code);
+  }
+}
+
+TEST(Encoding, BringsTheSameTextInFromEach) {
+  const struct {
+    const char* encoding;
+    const char* bytes;
+  } rows[] = {
+      {"UTF-8", "a\xE8\xA1\xA8\\\xEF\xBD\xB1"},
+      {"CP932", "a\x95\x5C\\\xB1"},
+      {"EUC-JP", "a\xC9\xBD\\\x8E\xB1"},
+      {"ISO-2022-JP-3", "a\x1B$BI=\x1B(B\\\x1B(I1\x1B(B"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.encoding);
+    CluiEncoding encoding;
+    std::string text;
+    CluiFault fault;
+    ASSERT_TRUE(encoding.open(row.encoding, text));
+    EXPECT_TRUE(encoding.toSystem(row.bytes, text, fault));
+    EXPECT_EQ(text, "a\x95\x5C\\\xB1");
+    EXPECT_EQ(encoding.toUser(encoding.fromSystem(text)), row.bytes);
+  }
+}
+
+TEST(Encoding, RefusesWhatHasNoLines) {
+  for (const char* name : {"UTF-16", "UTF-32LE", "no-such-encoding"}) {
+    CluiEncoding encoding;
+    std::string error;
+    EXPECT_FALSE(encoding.open(name, error)) << name;
+    EXPECT_NE(error.find(name), std::string::npos);
+  }
+}
+
+TEST(Encoding, ShowsWhatIsNoCharacter) {
+  CluiEncoding encoding;
+  std::string error;
+  ASSERT_TRUE(encoding.open("UTF-8", error));
+  EXPECT_EQ(encoding.fromUser("a\xFF\xE8\xA1\xA8\xE8"), L"a\uFFFD\u8868\uFFFD");
+  ASSERT_TRUE(encoding.open("CP932", error));
+  EXPECT_EQ(encoding.toUser(L"a\u2603\u8868"), "a?\x95\x5C");
+}
+
+TEST(Nearest, CountsSlips) {
+  const struct {
+    const wchar_t *a, *b;
+    int distance;
+  } rows[] = {
+      {L"circle", L"CIRCLE", 0}, {L"cicle", L"circle", 1},   {L"cricle", L"circle", 1},
+      {L"xircle", L"circle", 1}, {L"circles", L"circle", 1}, {L"", L"ab", 2},
+      {L"abcd", L"badc", 2},     {L"abc", L"xyz", 3},        {L"abcdef", L"uvwxyz", 4},
+      {L"ab", L"abcdefgh", 4},
+  };
+  for (const auto& row : rows) EXPECT_EQ(CluiDistance(row.a, row.b, 3), row.distance) << row.a;
+}
+
+TEST(Nearest, NamesOnlyWhatMayBeMeant) {
+  const std::vector<std::wstring> words = {L"a", L"line:", L"lane:", L"radius:", L"rectangle:"};
+  const struct {
+    const wchar_t *typed, *nearest;
+  } rows[] = {
+      {L"line", L"line:"}, {L"lien:", L"line:"},   {L"lxne:", L"line:"},          {L"b", L""},
+      {L"lxyz", L""},      {L"rdus:", L"radius:"}, {L"rextnagl:", L"rectangle:"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(CluiNearest(row.typed, words), row.nearest) << row.typed;
+}
+
+TEST(Excerpt, PutsTheCaretByWidth) {
+  const struct {
+    std::wstring line;
+    std::size_t character;
+    std::wstring text, caret;
+  } rows[] = {
+      {L"abc\r\n", 1, L"abc", L" ^"},
+      {L"abc\n", 9, L"abc", L"   ^"},
+      {L"a\u8868\tb\uFF71c", 5, L"a\u8868\tb\uFF71c", L"   \t  ^"},
+      {L"\x1B[2J", 2, L"?[2J", L"  ^"},
+      {std::wstring(100, L'a') + L"b" + std::wstring(100, L'c'), 100,
+       L"..." + std::wstring(60, L'a') + L"b" + std::wstring(59, L'c') + L"...",
+       std::wstring(63, L' ') + L"^"},
+  };
+  for (const auto& row : rows) {
+    const CluiExcerpt excerpt = CluiExcerptOf(row.line, row.character);
+    EXPECT_EQ(excerpt.text, row.text);
+    EXPECT_EQ(excerpt.caret, row.caret);
+  }
+}
+
+TEST(Line, FindsCharactersOfThisLineAndTheOneBefore) {
+  CluiEncoding encoding;
+  CluiLine line(encoding);
+  line.restart();
+  std::string first =
+      "\x95\x5C"
+      "ab 2\n";
+  std::string second =
+      "c\x95\x5C"
+      "d\n";
+  line.take(first, 1);
+  line.take(second, 4);
+  const struct {
+    int offset;
+    std::size_t line, character;
+  } rows[] = {
+      {0, 4, 0}, {3, 4, 2}, {1, 4, 1}, {99, 4, 1}, {-2, 1, 4}, {-100, 1, 0},
+  };
+  for (const auto& row : rows) {
+    const CluiSpot spot = line.spotOf(row.offset);
+    EXPECT_EQ(spot.line, row.line) << row.offset;
+    EXPECT_EQ(spot.character, row.character) << row.offset;
+  }
+}
+
+TEST(Literal, FindsAnArgument) {
+  const struct {
+    const char* text;
+    int index;
+    std::size_t offset;
+  } rows[] = {
+      {" 1, x", 1, 1},          {" 1, x", 2, 4},       {" \"a,\\\"b\" , x", 2, 11},
+      {" ${a}[${b}],x", 2, 12}, {" 1 # c,\n,x", 2, 9}, {" \x95\x5C,x", 2, 4},
+      {" a\\,b,x", 2, 6},       {" 1", 2, 2},          {"", 1, 0},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(CluiArgumentOffset(row.text, 0, row.index, nullptr), row.offset) << row.text;
+  }
+}
+
+}  // namespace
