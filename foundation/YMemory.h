@@ -35,8 +35,9 @@ struct YAllocator {
   YAllocator(const YAllocator<U>&) {}  // NOLINT(google-explicit-constructor)
 
   T* allocate(std::size_t n) {
-    if (n > static_cast<std::size_t>(-1) / sizeof(T)) YOutOfMemory();
-    return static_cast<T*>(YChecked(std::malloc(n * sizeof(T))));
+    constexpr std::size_t Size = sizeof(T);  // NOLINT(bugprone-sizeof-expression): also of pointers
+    if (n > static_cast<std::size_t>(-1) / Size) YOutOfMemory();
+    return static_cast<T*>(YChecked(std::malloc(n * Size)));
   }
   void deallocate(T* memory, std::size_t) { std::free(memory); }
 
