@@ -114,8 +114,8 @@ class YQRT_API YcluiLex {
   // The word that the name, in any case, or an accepted short form finds, or null. Good until the
   // word is deleted.
   const YcluiKeyword* keyword(const char* name) const;
-  // All words, first added first, as records of YcluiKeyword; YAssocSetItr walks them. Null when the
-  // lexer has no tables.
+  // All words, first added first, as records of YcluiKeyword; YAssocSetItr walks them. Null when
+  // the lexer has no tables.
   const YDictionary* words() const;
 
   // --- Variables; names are found in any case

@@ -101,6 +101,7 @@ const char* YcluiWordTable::keyword(std::uint32_t id) const {
   return link == nullptr ? nullptr : link->record->name();
 }
 
+// NOLINTBEGIN(bugprone-parent-virtual-call): the records' own comparison is what is left out.
 YWord YcluiWordTable::compare(const void* a, const void* b) const {
   return YSet::compare(a, b);
 }
@@ -108,6 +109,7 @@ YWord YcluiWordTable::compare(const void* a, const void* b) const {
 unsigned int YcluiWordTable::hashValue(const void* item) const {
   return YSet::hashValue(item);
 }
+// NOLINTEND(bugprone-parent-virtual-call)
 
 std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {
   if (!keep(record)) return 0;

@@ -17,9 +17,9 @@ void CheckInTurn(const std::vector<LexCase>& table) {
 }
 
 std::string Nested(int levels) {
-  std::string form = "0";
-  for (int i = 0; i < levels; ++i) form = "${a}[" + form + "]";
-  return form;
+  std::string form;
+  for (int i = 0; i < levels; ++i) form += "${a}[";
+  return form + "0" + std::string(static_cast<std::size_t>(levels), ']');
 }
 
 TEST(Variables, Simple) {
