@@ -122,7 +122,7 @@ YWord replaceTop(Ref Value::*part) {
 std::string ScriptMachine::run(const std::string& text) {
   report.clear();
   const std::uint64_t before = YErr.count();
-  Ref result;
+  Ref result = make({});
   std::string outcome = evaluateAll(text, result) ? print(result) : "bad";
   if (outcome == "bad" && result != nullptr) outcome += ' ' + print(result);
   outcome += report;
