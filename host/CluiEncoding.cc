@@ -39,8 +39,10 @@ std::wstring ToWideWhole(CluiConverter& converter, std::string_view bytes) {
   return text;
 }
 
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return c > 0; });
+// Of bytes or of characters; a NUL is not taken for one.
+template <typename Text>
+bool IsAscii(const Text& text) {
+  return std::all_of(text.begin(), text.end(), [](auto c) { return c > 0 && c < 0x80; });
 }
 
 }  // namespace
@@ -131,13 +133,16 @@ std::wstring CluiEncoding::fromUser(std::string_view bytes) {
   return ToWideWhole(userToWide_, bytes);
 }
 std::wstring CluiEncoding::fromSystem(std::string_view text) {
+  if (IsAscii(text)) return {text.begin(), text.end()};
   return ToWideWhole(systemToWide_, text);
 }
 std::wstring CluiEncoding::fromUtf8(std::string_view text) {
+  if (IsAscii(text)) return {text.begin(), text.end()};
   return ToWideWhole(utf8ToWide_, text);
 }
 
 std::string CluiEncoding::toUser(std::wstring_view text) {
+  if (keepsAscii_ && IsAscii(text)) return {text.begin(), text.end()};
   std::string bytes;
   while (!text.empty()) {
     text.remove_prefix(wideToUser_.convert(BytesOf(text), bytes) / sizeof(wchar_t));

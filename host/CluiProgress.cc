@@ -4,16 +4,30 @@
 
 #include <cstdio>
 
+namespace {
+
+constexpr std::size_t WidthAtMost = 79;
+
+}  // namespace
+
 CluiProgress::CluiProgress(bool wanted) : on_(wanted && isatty(STDERR_FILENO) != 0) {}
 
-void CluiProgress::show(const std::string& name, long long done, long long total) {
-  if (!on_ || total <= 0) return;
+void CluiProgress::begin(const std::string& name, long long total) {
+  name_ = name;
+  total_ = total;
+  last_ = Clock::now();
+}
+
+void CluiProgress::show(long long done) {
+  if (!on_ || total_ <= 0) return;
   const Clock::time_point now = Clock::now();
   if (now - last_ < std::chrono::milliseconds(100)) return;
-  erase();
   last_ = now;
-  const std::string text = name + ": " + std::to_string(done) + " of " + std::to_string(total) +
-                           " bytes, " + std::to_string(done * 100 / total) + "%";
+  std::string text = name_ + ": " + std::to_string(done) + " of " + std::to_string(total_) +
+                     " bytes, " + std::to_string(done * 100 / total_) + "%";
+  // Only what stands on one line can be erased.
+  if (text.size() > WidthAtMost) text.erase(0, text.size() - WidthAtMost);
+  erase();
   std::fputs(text.c_str(), stderr);
   drawn_ = text.size();
 }

@@ -13,16 +13,20 @@ class CluiProgress {
   // Nothing is ever drawn unless `wanted` and the stream is a terminal.
   explicit CluiProgress(bool wanted);
 
-  // The file has `total` bytes, of which `done` are read. Nothing is drawn for a total of 0.
-  void show(const std::string& name, long long done, long long total);
+  // A file of `total` bytes is going to be read; 0 for what has no size.
+  void begin(const std::string& name, long long total);
+  // So many of its bytes are read.
+  void show(long long done);
   void erase();
 
  private:
   using Clock = std::chrono::steady_clock;
 
   bool on_ = false;
+  std::string name_;
+  long long total_ = 0;
   std::size_t drawn_ = 0;  // columns on the terminal now
-  Clock::time_point last_ = Clock::now();
+  Clock::time_point last_;
 };
 
 #endif  // HOST_CLUIPROGRESS_H_

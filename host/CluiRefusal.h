@@ -32,7 +32,7 @@ class CluiRefusal {
  private:
   // How many unknown words are compared with the dictionary in a run; a large file of words of
   // another language must not cost its length times the dictionary's.
-  static constexpr std::size_t ComparedAtMost = 1000;
+  static constexpr std::size_t ComparedAtMost = 200;
 
   CluiEncoding& encoding_;
   std::map<std::wstring, std::wstring> nearest_;  // of the words compared so far

@@ -142,10 +142,11 @@ void CluiRun::readLines(CluiSource& source) {
   std::size_t number = 0;
   CluiRead result = CluiRead::End;
   line_.restart();
+  progress_.begin(input_, source.bytesOfFile());
   while (!CluiInterrupted() && (result = source.next(bytes, error)) == CluiRead::Line) {
     if (!isAlive()) return giveUpInput(number, "the parser was deleted; the rest is not read");
     feed(bytes, ++number);
-    progress_.show(input_, source.bytesRead(), source.bytesOfFile());
+    progress_.show(source.bytesRead());
   }
   progress_.erase();
   if (CluiInterrupted()) return report_.tell({input_, number, 0}, L"interrupted");

@@ -72,7 +72,11 @@ void CluiRun::onCode(unsigned int code, YErrSeverity severity) {
 }
 
 void CluiRun::onScriptError(const ScmVMError& error) {
-  if (error.interrupted) return codes_.clear();
+  if (error.interrupted) {
+    codes_.clear();
+    if (parser_ == nullptr) tellProblem(options_.language, "interrupted");
+    return;
+  }
   std::wstring message = encoding_.fromUtf8(error.message);
   // A primitive that failed says by a code what the engine cannot know.
   if (!codes_.empty()) {
