@@ -1,5 +1,6 @@
 #include "parser/YcluiLineParser.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -9,6 +10,7 @@ YWord YcluiLineParser::reset() {
   if (YcluiNfa::reset() == 0) return 0;
   own.isShowing = false;
   tokens.clear();
+  passed = 0;
   cutTexts(0);
   return 1;
 }
@@ -69,8 +71,8 @@ YWord YcluiLineParser::takeAgain(const YcluiToken_Stack& saved, int without) {
 }
 
 const YcluiSyntaxNode* YcluiLineParser::firstNode() const {
-  for (int i = 0; i < tokens.count(); ++i) {
-    const YcluiSyntaxNode* node = tokens.at(i).presentNode();
+  for (; passed < tokens.count(); ++passed) {
+    const YcluiSyntaxNode* node = tokens.at(passed).presentNode();
     if (node != nullptr && node->tokenId != 0 && node->kind != YcluiNodeIndefinite) return node;
   }
   return nullptr;
@@ -114,6 +116,7 @@ void YcluiLineParser::dropToken() {
   const std::size_t blank = tokens.count() > 1 ? 1 : 0;
   cutTexts(line.length - static_cast<std::uint32_t>(echoLength + blank));
   tokens.drop();
+  passed = std::min(passed, tokens.count());
 }
 
 void YcluiLineParser::extendTexts(const char* echo) {

@@ -70,6 +70,9 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
   YString line;
   YString whole;
   YString prefix;
+  // How many of the tokens are known to lie before the one on which the command begins. Each token
+  // is asked once, so that a long line of words that may stand anywhere stays cheap.
+  mutable std::int32_t passed = 0;
 
   // Add and take out a token without the walker. popToken answers the token that is last then.
   void pushToken(const YcluiToken& token);

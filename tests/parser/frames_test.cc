@@ -155,6 +155,19 @@ TEST(Frame, PrioritiesDecideWhoMayInterrupt) {
   }
 }
 
+TEST(Frame, BeginsAnewWhenItsTokensHaveGone) {
+  for (const bool byReset : {false, true}) {
+    CommandLine line("a b c d help", "( a^0,126 b | c^126,0 d )");
+    line.addIndefinite("help");
+    line.interpret("a");
+    line.pushFrame();
+    line.interpret("help");
+    byReset ? line.reset() : static_cast<void>(line.popToken());
+    line.trace("echo refuse");
+    EXPECT_EQ(line.feed("c d"), "echo(a c) echo(a c d) echo(a)");
+  }
+}
+
 // Told in the order of dying.
 std::string Gone;
 
