@@ -27,5 +27,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cma
                                  COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cmake DESTINATION ${package_root})
 
+# The file finds its prefix from its own place: an installation may be moved.
+set(pkgconfig_root ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_root} /)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/yqrtClui.pc.in ${PROJECT_BINARY_DIR}/yqrtClui.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/yqrtClui.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/yqrtClui.pc DESTINATION ${pkgconfig_root})

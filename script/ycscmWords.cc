@@ -53,6 +53,7 @@ class WordDeclaration {
   void popTypes(YStatus& status);
   void popAbbreviation(YStatus& status);
   void popWord(YStatus& status);
+  void popCharacter(YStatus& status);  // of one byte; half of a character would be no delimiter
   void popId(YStatus& status);
 };
 
@@ -81,9 +82,7 @@ void WordDeclaration::popAbbreviation(YStatus& status) {
 
 void WordDeclaration::popWord(YStatus& status) {
   if (ScmVMExternal::StackCharP() != 0) {
-    character_ = static_cast<char>(ScmVMExternal::StackPopChar(status));
-    isCharacter_ = true;
-    takeOne();
+    popCharacter(status);
   } else if (ScmVMExternal::StackStringP() != 0) {
     word_ = ScmVMExternal::StackPopString(status);
     takeOne();
@@ -94,6 +93,14 @@ void WordDeclaration::popWord(YStatus& status) {
   } else {
     ycscmRefuse(static_cast<YArgNum>(left_), YScmArgString, status);
   }
+}
+
+void WordDeclaration::popCharacter(YStatus& status) {
+  const long code = ScmVMExternal::StackPopChar(status);
+  const YArgNum position = takeOne();
+  if (!ycscmFits<std::uint8_t>(code)) ycscmRefuse(position, YScmArgChar, status);
+  character_ = static_cast<char>(code);
+  isCharacter_ = true;
 }
 
 void WordDeclaration::popId(YStatus& status) {

@@ -193,6 +193,7 @@ TEST_F(Primitives, WordsComeInTheirShapes) {
 TEST_F(Primitives, BadArgumentsAreRefused) {
   run("(define q (clui-parser-new 1)) (clui-parser-delete q)"
       "(define n (clui-indefinite-syntax p 1 'A'))");
+  machine.variables["wide"] = std::make_shared<Value>(Value{.kind = 'c', .number = 0x82A0});
   testing::internal::CaptureStderr();
   check(
       {
@@ -210,6 +211,7 @@ TEST_F(Primitives, BadArgumentsAreRefused) {
           {"(clui-token p 'w' 4294967296)", "bad 0 @3 /2069"},
           {"(clui-token p 1 2)", "bad 0 @2 /2069"},
           {"(clui-token p 'w' 'abc' #t)", "bad 0 @4 /2069"},
+          {"(clui-token p wide)", "bad 0 @2 /2069"},
           {"(clui-token 'p' 'w')", "bad 0 @1 /2071"},
           {"(clui-token 0 'w')", "bad 0 @1 /2071"},
           {"(clui-token q 'w')", "bad 0 @1 /2071"},
