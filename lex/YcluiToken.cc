@@ -59,7 +59,7 @@ YcluiToken& YcluiToken::operator=(const YcluiToken& source) {
   makeRoom(static_cast<std::size_t>(source.argc_));
   argc_ = source.argc_;
   for (std::size_t i = 0; i < static_cast<std::size_t>(argc_); ++i) args[i] = source.args[i];
-  source.extendWholeStr();
+  source.extendWholeStr();  // once for all copies
   wholeStr.assign(source.wholeStr);
   wholeWritten = source.wholeWritten;
   wholeArgc = source.wholeArgc;

@@ -170,6 +170,18 @@ TEST(Costs, RecordsWithoutMemory) {
   EXPECT_EQ(failures, 13);
 }
 
+// A word whose name alone found no memory has the empty name, and there is only one of those.
+TEST(Costs, AWordWithoutAName) {
+  YcluiLex lex;
+  FailAllocation(1);
+  EXPECT_EQ(lex.addKeyword("one", nullptr, 0), 5000U);
+  FailAllocation(1);
+  EXPECT_EQ(lex.addKeyword("two", nullptr, 0), 0U);
+  EXPECT_TRUE(FailAllocation(-1) && YErr.code(0) == YErrNoMemory);
+  EXPECT_STREQ(lex.keyword(5000U), "");
+  EXPECT_EQ(lex.delKeyword(""), 1U);
+}
+
 TEST(Costs, AnyBytesCanBeRead) {
   std::mt19937 random(29);
   const std::string common = "nowl:12,;${}[]='\"\\# \n\x83\x5C";
