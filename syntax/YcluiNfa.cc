@@ -134,9 +134,18 @@ void YcluiNfa::findMatches(unsigned long tokenId) {
 
 void YcluiNfa::meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial) {
   if (node->tokenId == 0) {
-    if (Mark(node, serial)) workNodes.pushSuccessors(*node);
+    if (Mark(node, serial)) open(*node, tokenId);
   } else if (node->tokenId == tokenId) {
     matchedNodes.push(node);
+  }
+}
+
+// Nodes of other ids would be dropped when they come up; among thousands of alternatives it pays to
+// leave them out at once.
+void YcluiNfa::open(const YcluiSyntaxNode& node, unsigned long tokenId) {
+  for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) {
+    const std::uint32_t id = i.node()->tokenId;
+    if (id == 0 || id == tokenId) workNodes.push(i.node());
   }
 }
 

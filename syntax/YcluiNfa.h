@@ -82,6 +82,7 @@ class YQRT_API YcluiNfa {
  private:
   void findMatches(unsigned long tokenId);
   void meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial);
+  void open(const YcluiSyntaxNode& node, unsigned long tokenId);
   void standBehindMatches();
   int endsBehindMatches();
   int waysBehind(YcluiSyntaxNode* node, std::uint64_t serial);
