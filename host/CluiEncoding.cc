@@ -48,10 +48,16 @@ bool IsAscii(const Text& text) {
 }  // namespace
 
 CluiConverter::~CluiConverter() {
+  close();
+}
+
+void CluiConverter::close() {
   if (handle_ != nullptr) iconv_close(handle_);
+  handle_ = nullptr;
 }
 
 bool CluiConverter::open(const char* from, const char* to) {
+  close();
   iconv_t const handle = iconv_open(to, from);
   if (handle == reinterpret_cast<iconv_t>(-1)) return false;
   handle_ = handle;

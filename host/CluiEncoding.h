@@ -27,6 +27,8 @@ class CluiConverter {
 
  private:
   iconv_t handle_ = nullptr;
+
+  void close();
 };
 
 // Why a line cannot be given to the system.
