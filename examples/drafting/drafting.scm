@@ -1,5 +1,5 @@
-;;; A drafting language: words for points, lines, rectangles, circles, arcs, walls, doors and labels,
-;;; on layers, in groups, saved as SVG.
+;;; A drafting language: words for lines, rectangles, circles, arcs, walls, doors and labels, on
+;;; layers, in groups, saved as SVG.
 ;;;
 ;;;     clui drafting.scm house.cmd        draws the house and writes house.svg
 ;;;     clui drafting.scm                  draws what you type; `help` names the words
@@ -17,7 +17,7 @@
 ;;; 1. Words -------------------------------------------------------------------------------------
 ;;;
 ;;; A word that takes arguments has a name that ends in ":". The echo and the log write a word and
-;;; its first argument with nothing between them, so without the ":" they would read as another word.
+;;; its first argument with nothing between them; without the ":" that would read as another word.
 ;;;
 ;;; Places are declared as two numbers and not as one point, for three reasons: a number may have a
 ;;; fraction, it may come from a variable (at: ${x}[2],${y}[0]), and it is counted in whatever
@@ -134,8 +134,8 @@
                        (list #t (settings-round settings))))))
 
 (define (draw-wall! closed?)
-  (let ((points (take-path!)))
-    (if (null? (cdr points)) (refuse "a wall needs two places at least"))
+  (let ((points (without-repeats (take-path!))))
+    (if (null? (cdr points)) (refuse "a wall needs two different places"))
     (draw! (make-shape 'wall (look-now) points (list closed? (settings-thickness settings))))))
 
 (define (draw-dot!)
@@ -154,10 +154,15 @@
                            (turn-now) 0))))
 
 ;; `place: chair` or `place: chair, 90`: the turn is an argument beyond the declared ones, so it
-;; came as a string. It is turned into a number by string->number, which runs nothing.
+;; came as a string. It becomes a number without being run, and only when it is a plain one.
+(define (turn-of text)
+  (let ((turn (and (< (string-length text) 20)
+                   (string-every (string->char-set "+-.0123456789") text)
+                   (string->number text))))
+    (if turn (within "a turn" -360 turn 360) (refuse "\"" text "\" is no number of degrees"))))
+
 (define (draw-group! arguments x y)
-  (let ((turn (if (null? (cdr arguments)) 0 (string->number (second arguments)))))
-    (if (not (real? turn)) (refuse "a turn is a number of degrees, not \"" (second arguments) "\""))
+  (let ((turn (if (null? (cdr arguments)) 0 (turn-of (second arguments)))))
     (place-group! (first arguments) turn x y)))
 
 (define (save-drawing! file)
@@ -293,8 +298,8 @@
   (change-setting! set-settings-align (choice-of "alignment" name '("left" "middle" "right"))))
 
 ;; A group pushes a frame: the words that follow begin commands of their own, also when a command
-;; stands half typed below. `done` pops the frame, and the command below goes on where it stood. Both
-;; frames walk the same syntax, so `done` is an ordinary command.
+;; stands half typed below. `done` pops the frame, and the command below goes on where it stood.
+;; Both frames walk the same syntax, so `done` is an ordinary command.
 (define (open-group! parser name x y)
   (enter-group! name x y)
   (clui-push parser))

@@ -25,7 +25,7 @@
 
 (define (opening-ends)
   (let ((corners (take-path!)))
-    (if (equal? (first corners) (second corners))
+    (if (p-same? (first corners) (second corners))
         (refuse "an opening needs two different ends"))
     corners))
 
@@ -131,7 +131,8 @@
     (if (zero? (p-length way)) (refuse "a dimension needs two different ends"))
     (let* ((along (p-unit way))
            (aside (p-left along))
-           (shadow (lambda (p) (p+ (p+ start (p* (p-dot (p- p start) along) along)) (p* off aside))))
+           (shadow (lambda (p)
+                     (p+ start (p+ (p* (p-dot (p- p start) along) along) (p* off aside)))))
            (feet (map shadow points))
            (look (look-now))
            (solid (filled look (look-colour look)))

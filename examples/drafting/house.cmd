@@ -111,8 +111,7 @@ layer: walls
 ${outer}
 w 0,0 to: ${east},0 to: ${east},${north} to: 0,${north} close
 ${inner}
-w 3,4 to: ${east},4 end
-w 3,4 to: 3,8 end
+w 3,${north} to: 3,4 to: ${east},4 end
 w 3,5 to: 7,5 to: 7,8 end
 w 3,6 to: 5,6 end
 w 5,5 to: 5,8 end
@@ -154,10 +153,10 @@ door: 12,2.15 to: 12,3.85 sl
 layer: furniture
 stairs: 9.06,5.3 to: 9.94,7.9 steps: 13
 
-# --- Kitchen. Groups interrupt the worktop that is half typed: hob and sink are drawn while they are
-# on one's mind, and then the worktop goes on where it stood. They lie on a layer of their own, since
-# the worktop is drawn when it is complete, and so above all that came before it on its layer. Layer,
-# unit and the like are as they were when a group is done; the look belongs to the layer and stays.
+# --- Kitchen. Groups interrupt the worktop that is half typed: hob and sink are drawn while they
+# are on one's mind, and then the worktop goes on where it stood. They lie on a layer of their own,
+# since the worktop is drawn when it is complete, and so above all that came before it on its layer.
+# Layer, unit and the like are as they were when a group is done; the look is the layer's and stays.
 
 fill: linen
 polyline: 0.08,7.2 to: 0.08,7.92
@@ -171,7 +170,7 @@ polyline: 0.08,7.2 to: 0.08,7.92
     b 0,0 by: 760,420
     fill: paper circle: 380,330 radius: 25
   done
-to: 2.9,7.92 by: 0,-0.72 close
+to: 2.94,7.92 by: 0,-0.72 close
 
 group: refrigerator, 2.2,6.3 ${mm} fill: paper round: 30
   b 0,0 by: 630,680
@@ -308,21 +307,20 @@ group: bed, 11.2,4.1 ${mm} fill: paper round: 40
   b 100,1500 by: 560,340
   b 740,1500 by: 560,340
 done
-group: night-table, 10.72,5.85 ${mm} fill: oak round: 20
+group: night-table, 10.75,5.7 ${mm} fill: oak round: 20
   b 0,0 by: 400,400
   fill: paper circle: 200,200 radius: 110
 done
-group: wardrobe, 10.08,6 ${mm} fill: oak
-  b 0,0 by: 600,1740
-  line: 300,0 by: 0,1740
-  dash: solid
+group: wardrobe, 10.08,6.2 ${mm} fill: oak
+  b 0,0 by: 600,1560
+  line: 300,0 by: 0,1560
   line: 180,200 by: 240,0   line: 180,500 by: 240,0   line: 180,800 by: 240,0
   line: 180,1100 by: 240,0  line: 180,1400 by: 240,0
 done
 group: desk, 11.35,7.32 ${mm} fill: oak round: 20
   b 0,0 by: 1350,550
 done
-p chair, 10 at: 11.95,6.85
+p chair, 10 at: 12.2,6.85
 
 # --- Garden
 
@@ -371,11 +369,11 @@ t "リビング", "Living room" at: 5.1,0.55
 t "食堂", "Dining" at: 3.2,3.35
 t "台所", "Kitchen" at: 1.35,6.35
 t "和室 八帖", "Japanese room" at: 10,3.5
-t "寝室", "Bedroom" at: 12.1,6.75
+t "寝室", "Bedroom" at: 11.4,6.75
 t "浴室", "Bath" at: 4.25,6.55
 t "洗面", "Wash" at: 5.6,6.6
 t "玄関", "Entrance" at: 8.25,7.4
-t "廊下", "Corridor" at: 5.2,4.5
+t "廊下", "Corridor" at: 5.9,4.5
 letters: 1.8
 t "便所", "WC" at: 4.35,5.35
 t "床の間" at: 12.5,1

@@ -26,6 +26,7 @@
 (define (p-length a) (sqrt (p-dot a a)))
 (define (p-unit a) (p* (/ 1 (p-length a)) a))
 (define (p-left a) (point (- (point-y a)) (point-x a)))
+(define (p-same? a b) (and (= (point-x a) (point-x b)) (= (point-y a) (point-y b))))
 (define (p-middle a b) (p* 1/2 (p+ a b)))
 
 (define pi (* 4 (atan 1)))
@@ -210,6 +211,12 @@
     corners))
 
 ;; Shapes.
+
+;; The same corners, each only once where it stands several times in a row.
+(define (without-repeats corners)
+  (reverse (fold (lambda (corner kept)
+                   (if (and (pair? kept) (p-same? corner (car kept))) kept (cons corner kept)))
+                 '() corners)))
 
 (define (draw! shape) (set! shapes (cons shape shapes)))
 

@@ -24,16 +24,11 @@
             (else (if (or (char<? char #\space) (char=? char #\delete)) " " (string char)))))
         (string->list text))))
 
-;; At most three digits behind the point, which is a micrometre of paper.
+;; At most three digits behind the point, which is a micrometre of paper. Adding 0.0 makes a plain
+;; zero of a negative one.
 (define (svg-number number)
-  (let* ((thousandths (inexact->exact (round (* 1000 number))))
-         (digits (string-pad (number->string (abs thousandths))
-                             (max 4 (string-length (number->string (abs thousandths)))) #\0))
-         (whole (string-drop-right digits 3))
-         (fraction (string-trim-right (string-take-right digits 3) #\0)))
-    (string-append (if (negative? thousandths) "-" "")
-                   whole
-                   (if (string-null? fraction) "" (string-append "." fraction)))))
+  (let ((text (number->string (+ 0.0 (/ (round (* 1000 number)) 1000)))))
+    (if (string-suffix? ".0" text) (string-drop-right text 2) text)))
 
 ;; Strings stay, numbers are written, and everything is put together.
 (define (svg . parts)
@@ -306,4 +301,8 @@
          "</svg>\n")))
 
 (define (write-svg file text)
-  (call-with-output-file file (lambda (port) (display text port)) #:encoding "UTF-8"))
+  (catch 'system-error
+    (lambda ()
+      (call-with-output-file file (lambda (port) (display text port)) #:encoding "UTF-8"))
+    (lambda error
+      (refuse "cannot write " file ": " (strerror (system-error-errno error))))))
