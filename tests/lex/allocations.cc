@@ -1,6 +1,5 @@
 #include "tests/lex/allocations.h"
 
-#include <cstdlib>
 #include <new>
 #include <utility>
 
@@ -10,11 +9,10 @@ long Count = 0;
 int FailAt = -1;
 bool Failed = false;
 
-void* Allocate(std::size_t size) {
+bool Fails() {
   ++Count;
-  if (FailAt < 0 || FailAt-- != 0) return std::malloc(size);
-  Failed = true;
-  return nullptr;
+  if (FailAt < 0 || FailAt-- != 0) return false;
+  return Failed = true;
 }
 
 }  // namespace
@@ -47,26 +45,8 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Allocate(size);
+  return Fails() ? nullptr : operator new(size);
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return Allocate(size);
-}
-void* operator new(std::size_t size) {
-  return std::malloc(size);
-}
-void* operator new[](std::size_t size) {
-  return std::malloc(size);
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-  std::free(memory);
+  return Fails() ? nullptr : operator new[](size);
 }

@@ -12,28 +12,25 @@ namespace {
 TEST(Text, IsAppendedAndDropped) {
   LexReader reader;
   YcluiLex& lex = reader.lex;
-  EXPECT_EQ(lex.more(), 0U);
+  const auto next = [&] { return lex.getNextToken(reader.token); };
   lex.putString("no");
   lex.putString("w n");
-  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
-  lex.putString(std::string(5000, 'n').c_str());
-  lex.putString("ow now # open ");
-  EXPECT_EQ(lex.getNextToken(reader.token), 0U);
-  EXPECT_EQ(lex.tokenOffset(), 4U);
-  EXPECT_EQ(lex.cursorOffset(), 5007U);
-  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  EXPECT_EQ(next(), 1U);
+  lex.putString((std::string(5000, 'n') + " now # open ").c_str());
+  EXPECT_EQ(next(), 0U);
+  EXPECT_TRUE(lex.tokenOffset() == 4 && lex.cursorOffset() == 5005);
+  EXPECT_EQ(next(), 1U);
   lex.putString("swallowed\nnow now");
-  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  EXPECT_EQ(next(), 1U);
   lex.reset();
-  EXPECT_EQ(lex.more(), 0U);
+  EXPECT_EQ(next(), 0U);
   lex.putString(" now");
-  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
-  EXPECT_EQ(lex.getNextToken(reader.token), 0U);
+  EXPECT_EQ(next(), 1U);
+  EXPECT_EQ(next(), 0U);
   // An exhausted text is read again from its start.
   lex.setString("# gone");
-  lex.reset();
   lex.putString("\nnow");
-  EXPECT_EQ(lex.getNextToken(reader.token), 1U);
+  EXPECT_EQ(next(), 1U);
 }
 
 TEST(Text, IsSuspendedAndComesBackAsItStood) {
