@@ -142,7 +142,7 @@
                       (let ((size (inexact->exact (round (p-length (p- b a))))))
                         (make-shape 'text look (list (p-middle a b))
                                     (list (list (with-commas size)) 2 "middle"
-                                          (p-angle along) 1.8))))))
+                                          (p-angle along) 2.2))))))
       (draw-together!
        "dimension"
        (append (list (path-shape (thin look) #f (first feet) (last feet)))

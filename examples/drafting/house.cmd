@@ -34,7 +34,7 @@ layer: fittings    colour: charcoal  pen: 0.18
 layer: walls       colour: ink       pen: ${pens}[2]   fill: charcoal
 layer: openings    colour: ink       pen: ${pens}[1]
 layer: names       colour: ink
-layer: dimensions  colour: sea       pen: ${pens}[0]
+layer: dimensions  colour: sea       pen: ${pens}[0]   fill: paper
 
 # --- Axes: lines through the walls, and a letter in a ring at the end of each.
 

@@ -194,6 +194,12 @@
   (let ((angle (euclidean-remainder turn 180)))
     (if (> angle 90) (- angle 180) angle)))
 
+;; The fill of a text is a halo around its letters, which keeps it readable on top of lines.
+(define (halo-attributes look)
+  (if (look-fill look)
+      (svg " stroke=\"" (look-fill look) "\" stroke-width=\"0.9\" paint-order=\"stroke\"")
+      ""))
+
 (define (text-element anchor look lines height align turn lift)
   (let* ((angle (readable turn))
          (size (* 1.35 height)) ; of the font: capitals are about three quarters of it high
@@ -206,6 +212,7 @@
                             ((string=? align "right") "end")
                             (else "middle"))
                       "\" fill=\"" (look-colour look) "\""
+                      (halo-attributes look)
                       (if (zero? angle)
                           ""
                           (svg " transform=\"rotate(" (- angle) " " (xy anchor) ")\""))
