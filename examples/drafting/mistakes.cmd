@@ -2,7 +2,7 @@
 #
 #     clui drafting.scm mistakes.cmd
 #
-# Every line with a mistake costs at most itself: what is right on the lines around it is drawn.
+# A mistake costs a word, or the rest of its line: what is right on the lines around it is drawn.
 
 layer: plan  unit: 10
 
@@ -26,8 +26,8 @@ end
 # Numbers
 line: 0,zero to: 1,1
 cancel
-line: 0;0 to: 1,1
-cancel
+line: 0;0 to: 1,1                    # a line may break off before the comma, so the ";" is looked
+cancel                               # at when the next line comes: this one is lost with it
 arc: 0,0 radius: 1 angles: 0,400
 circle: 0,0 radius: -3
 stairs: 0,0 to: 9,30 steps: 1
