@@ -1,6 +1,5 @@
 // Frames: their tokens and texts, one over the other, and the mortuary.
 
-#include <memory>
 #include <sstream>
 
 #include "gtest/gtest.h"
@@ -171,10 +170,14 @@ TEST(Frame, BeginsAnewWhenItsTokensHaveGone) {
 // Told in the order of dying.
 std::string Gone;
 
+void TellWhenGone(YcluiParser& parser, const char* name) {
+  parser.sysSetGoneProcedure([](void* word) { Gone += static_cast<const char*>(word); },
+                             const_cast<char*>(name));
+}
+
 YcluiParser* Mortal(const char* name) {
   auto* parser = new YcluiParser;
-  parser->sysSetGoneProcedure([](void* word) { Gone += static_cast<const char*>(word); },
-                              const_cast<char*>(name));
+  TellWhenGone(*parser, name);
   return parser;
 }
 
@@ -186,9 +189,10 @@ TEST(Mortuary, BuriesOnceFromTheLast) {
   Gone.clear();
   YcluiParser::AddDeadBody(nullptr);
   YcluiParser::CleanupMortuary();
-  std::unique_ptr<YcluiParser> early(Mortal("early "));
-  YcluiParser::AddDeadBody(early.get());
-  EXPECT_EQ(early->isCondemned(), 0u) << "there is no mortuary yet";
+  YcluiParser early;
+  TellWhenGone(early, "early ");
+  YcluiParser::AddDeadBody(&early);
+  EXPECT_EQ(early.isCondemned(), 0u) << "there is no mortuary yet";
   YcluiParser::CreateMortuary();
   YcluiParser* parsers[] = {Mortal("a "), Mortal("b "), Mortal("c "), Mortal("d ")};
   CommandLine derived("go");
@@ -197,16 +201,16 @@ TEST(Mortuary, BuriesOnceFromTheLast) {
   YcluiParser::AddDeadBody(parsers[1]);
   YcluiParser::AddDeadBody(&derived);
   EXPECT_EQ(YcluiParser::FindLive(AddressOf(parsers[2])), nullptr);
-  EXPECT_EQ(YcluiParser::FindLive(AddressOf(early.get())), early.get());
+  EXPECT_EQ(YcluiParser::FindLive(AddressOf(&early)), &early);
   EXPECT_EQ(YcluiParser::FindLive(12345), nullptr);
-  EXPECT_EQ(YcluiParser::Live(0), early.get());
+  EXPECT_EQ(YcluiParser::Live(0), &early);
   EXPECT_EQ(YcluiParser::Live(1), nullptr);
   parsers[2]->YcluiParser::~YcluiParser();  // its host's doing
   ::operator delete(parsers[2]);
   YcluiParser::CleanupMortuary();
   EXPECT_EQ(Gone, "c d b a ");
   EXPECT_EQ(derived.isCondemned(), 1u) << "alive, but no script's any more";
-  YcluiParser::AddDeadBody(early.get());
+  YcluiParser::AddDeadBody(&early);
   YcluiParser::DestroyMortuary();
   EXPECT_EQ(Gone, "c d b a ");
 }
