@@ -181,33 +181,19 @@ bool ScriptMachine::apply(const std::string& name, const std::vector<Ref>& argum
   return isGood;
 }
 
-YWord ScmVMExternal::StackLongP() {
-  return isOnTop('l');
-}
-YWord ScmVMExternal::StackSmallLongP() {
-  return 0;
-}
-YWord ScmVMExternal::StackDoubleP() {
-  return isOnTop('d');
-}
-YWord ScmVMExternal::StackFloatP() {
-  return 0;
-}
-YWord ScmVMExternal::StackCharP() {
-  return isOnTop('c');
-}
-YWord ScmVMExternal::StackStringP() {
-  return isOnTop('s');
-}
-YWord ScmVMExternal::StackHandleP() {
-  return isOnTop('h');
-}
-YWord ScmVMExternal::StackPairP() {
-  return isOnTop('p');
-}
-YWord ScmVMExternal::StackNullP() {
-  return isOnTop('n');
-}
+#define CLUI_LOOK(name, answer) \
+  YWord ScmVMExternal::name() { \
+    return answer;              \
+  }
+CLUI_LOOK(StackLongP, isOnTop('l'))
+CLUI_LOOK(StackSmallLongP, 0)
+CLUI_LOOK(StackDoubleP, isOnTop('d'))
+CLUI_LOOK(StackFloatP, 0)
+CLUI_LOOK(StackCharP, isOnTop('c'))
+CLUI_LOOK(StackStringP, isOnTop('s'))
+CLUI_LOOK(StackHandleP, isOnTop('h'))
+CLUI_LOOK(StackPairP, isOnTop('p'))
+CLUI_LOOK(StackNullP, isOnTop('n'))
 
 long ScmVMExternal::StackPopLong(YStatus& status) {
   return popA('l', status)->number;
