@@ -54,17 +54,18 @@ const YcluiToken* YcluiLineParser::popLastToken() {
 YWord YcluiLineParser::removeToken(YWord index) {
   hideToken();
   if (index >= numberOfToken()) return 0;
-  const YcluiToken_Stack saved(tokens);
+  YcluiToken_Array saved(tokens.count());
+  for (int i = 0; i < saved.size(); ++i) saved[i] = tokens.at(i);
   reset();
   if (takeAgain(saved, static_cast<int>(index)) != 0) return 1;
   reset();
-  for (int i = 0; i < saved.count(); ++i) next(saved.at(i));
+  for (int i = 0; i < saved.size(); ++i) next(saved[i]);
   return 0;
 }
 
 // 0 as soon as a token is refused.
-YWord YcluiLineParser::takeAgain(const YcluiToken_Stack& saved, int without) {
-  for (int i = 0; i < saved.count(); ++i) {
+YWord YcluiLineParser::takeAgain(const YcluiToken_Array& saved, int without) {
+  for (int i = 0; i < saved.size(); ++i) {
     if (i != without && next(saved.at(i)) == nullptr) return 0;
   }
   return 1;

@@ -87,7 +87,7 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
   void dropToken();
   void extendTexts(const char* echo);
   void cutTexts(std::uint32_t lineLength);
-  YWord takeAgain(const YcluiToken_Stack& saved, int without);
+  YWord takeAgain(const YcluiToken_Array& saved, int without);
 
   // Callbacks are given the texts in place and may change the frame while they look at them: what
   // is held is kept as it is until the last holder lets go. holdTexts answers what releaseTexts

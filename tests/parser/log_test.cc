@@ -23,10 +23,10 @@ TEST(LogFile, NamesAndStreams) {
   EXPECT_STREQ(same.filename(), file.filename());
   file.putString("12345");
   {
-    const YcluiLogFile copy(file);
+    YcluiLogFile copy(file);
     EXPECT_EQ(copy.lineLength(), 0);
-    same = file;
-    EXPECT_EQ(same.lineLength(), 5);
+    copy = file;
+    EXPECT_EQ(copy.lineLength(), 5);
   }
   EXPECT_GE(std::fputs("text", file), 0) << "a copy has gone and left the stream open";
   file.putString(nullptr);
@@ -138,7 +138,9 @@ TEST(Logging, NestStyles) {
     line.playbackFromLog(PathOf("two").c_str());
     line.interpret("play");
     line.shutLogging();
-    EXPECT_EQ(ReadFile(PathOf("nest")), Opening + c.body + Closing) << c.style;
+    std::string expected(Opening);
+    expected.append(c.body).append(Closing);
+    EXPECT_EQ(ReadFile(PathOf("nest")), expected) << c.style;
   }
 }
 
