@@ -21,12 +21,18 @@ endfunction()
 
 # The tests of a floor: one program, from the sources of tests/NAME and the objects of its floors.
 #   clui_test(lex FLOORS foundation general lex SOURCES a_test.cc)
+# With ALLOCATIONS, the test can count and fail those that the floors make (tests/common/).
 function(clui_test name)
-  cmake_parse_arguments(ARG "" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "ALLOCATIONS" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_test ${ARG_SOURCES})
   foreach(floor ${ARG_FLOORS})
     target_sources(${name}_test PRIVATE $<TARGET_OBJECTS:clui_${floor}>)
   endforeach()
+  if(ARG_ALLOCATIONS)
+    target_sources(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests/common/allocations.cc)
+    target_link_options(${name}_test PRIVATE
+      -Wl,--wrap=malloc -Wl,--wrap=realloc -Wl,--wrap=calloc)
+  endif()
   target_link_libraries(${name}_test PRIVATE clui_options GTest::gtest_main ${ARG_LIBRARIES})
   target_compile_definitions(${name}_test PRIVATE YSCM_IMPORT)
   gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST)

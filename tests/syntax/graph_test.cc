@@ -2,7 +2,7 @@
 
 #include "foundation/YErr.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
-#include "tests/syntax/allocations.h"
+#include "tests/common/allocations.h"
 #include "tests/syntax/syntax_script.h"
 
 namespace {
@@ -92,7 +92,7 @@ TEST(Node, CopyHasItsOwnActionAndNoSuccessors) {
 }
 
 TEST(Node, ActionWithoutMemory) {
-  FailNextAllocation();
+  FailAllocation();
   const YcluiSyntaxNode node(1, "do");
   EXPECT_EQ(node.action, nullptr);
   EXPECT_EQ(YErr.code(0), YErrNoMemory);

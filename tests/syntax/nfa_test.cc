@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include <ctime>
 #include <random>
 
 #include "foundation/YErr.h"
-#include "tests/syntax/allocations.h"
+#include "fuzz/walker_judge.h"
+#include "tests/common/allocations.h"
 #include "tests/syntax/syntax_script.h"
-#include "tests/syntax/walker_judge.h"
 
 namespace {
 
@@ -209,10 +208,8 @@ TEST(Walker, LargeGraphs) {
   pthread_attr_init(&attributes);
   pthread_attr_setstacksize(&attributes, 256 * 1024);
   pthread_t thread;
-  const std::clock_t before = std::clock();
   ASSERT_EQ(pthread_create(&thread, &attributes, WalkLargeGraphs, nullptr), 0);
   pthread_join(thread, nullptr);
-  EXPECT_LT(std::clock() - before, 60 * CLOCKS_PER_SEC);
 }
 
 }  // namespace

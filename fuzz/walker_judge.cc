@@ -3,7 +3,7 @@
 // nothing about what it opened, wherever that comes to the same: where no structural node came up
 // twice.
 
-#include "tests/syntax/walker_judge.h"
+#include "fuzz/walker_judge.h"
 
 #include <algorithm>
 #include <deque>

@@ -1,37 +1,24 @@
-// What reading costs, and what happens when there is no memory.
+// Reading without allocating, and what happens when there is no memory.
 
 #include <gtest/gtest.h>
 
-#include <ctime>
 #include <functional>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "foundation/YErr.h"
-#include "tests/lex/allocations.h"
+#include "tests/common/allocations.h"
 #include "tests/lex/lex_reader.h"
 
 namespace {
-
-double Seconds(const std::function<void()>& work) {
-  const std::clock_t start = std::clock();
-  work();
-  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-// Ten times the input may take ten times as long and some; what is quadratic takes a hundred times.
-void ExpectLinear(const char* what, const std::function<void(int)>& work) {
-  const double small = Seconds([&] { work(6000); });
-  EXPECT_LT(Seconds([&] { work(60000); }), small * 40 + 0.05) << what;
-}
 
 void ReadAll(LexReader& reader, const char* text) {
   reader.lex.setString(text);
   while (reader.lex.more() != 0) reader.lex.getNextToken(reader.token);
 }
 
-TEST(Costs, AWarmLexerDoesNotAllocate) {
+TEST(Memory, AWarmLexerDoesNotAllocate) {
   LexReader reader;
   const char* text =
       "now DELETE go;mix 1,\"quo\\\"ted ${s}\",3,4,5 # c\n ${s}='a longer text' ${s} "
@@ -56,46 +43,7 @@ TEST(Costs, AWarmLexerDoesNotAllocate) {
   EXPECT_EQ(Allocations(), before);
 }
 
-TEST(Costs, OfATextAreLinear) {
-  // A head and two pieces, each of them many times.
-  const char* const table[][3] = {
-      {"", "now nowhere ", ""},         {"x:1", ",1", " y"}, {"", "ab\\c\x81\x40", " now"},
-      {"${v}=1 name '", "${v}\\x", ""}, {"${", "a", "b"},    {"", "#c\n", "#"},
-  };
-  for (const auto& row : table) {
-    ExpectLinear(row[1], [&](int n) {
-      std::string text = row[0];
-      for (int i = 0; i < n; ++i) text += row[1];
-      for (int i = 0; i < n; ++i) text += row[2];
-      LexReader reader;
-      ReadAll(reader, text.c_str());
-    });
-  }
-  ExpectLinear("an array that grows", [](int n) {
-    YcluiLex lex;
-    for (int i = 0; i < n; ++i) lex.addVariable("a", YAttribValue(), static_cast<unsigned>(i));
-    EXPECT_EQ(lex.variable("a")->elementCount(), static_cast<unsigned>(n));
-  });
-}
-
-// Every keyword is filed under the same abbreviation, and all share long prefixes.
-TEST(Costs, OfAWordDoNotGrowWithTheTable) {
-  ExpectLinear("words", [](int n) {
-    n /= 4;
-    YcluiLex lex;
-    const auto word = [](int i) { return "Word" + std::to_string(i); };
-    for (int i = 0; i < n; ++i) lex.addKeyword((word(i) + "x").c_str(), "w", 0);
-    for (int i = 0; i < n; ++i) {
-      EXPECT_NE(lex.keyword((word(i) + "x").c_str()), nullptr);
-      EXPECT_EQ(lex.keyword((word(i) + "y").c_str()), nullptr);
-      EXPECT_NE(lex.keyword(5000U + static_cast<unsigned>(i)), nullptr);
-    }
-    for (int i = 0; i < n; ++i) lex.delKeyword(("word" + std::to_string(i) + "x").c_str());
-    EXPECT_EQ(lex.keyword("w"), nullptr);
-  });
-}
-
-TEST(Costs, ALexerWithoutTablesRefusesEverything) {
+TEST(Memory, ALexerWithoutTablesRefusesEverything) {
   for (const unsigned int code : {YErrNoWordTable, YErrNoVariableTable}) {
     FailAllocation(code == YErrNoWordTable ? 0 : 1);
     YcluiLex lex;
@@ -115,7 +63,7 @@ TEST(Costs, ALexerWithoutTablesRefusesEverything) {
 }
 
 // Whichever allocation of an operation fails, the code is pushed and the lexer goes on.
-TEST(Costs, RecordsWithoutMemory) {
+TEST(Memory, RecordsWithoutMemory) {
   const YAttribValue value;
   const YcluiValueType type = YcluiValueString;
   const std::vector<std::function<void(YcluiLex&)>> operations = {
@@ -143,7 +91,7 @@ TEST(Costs, RecordsWithoutMemory) {
 }
 
 // A word whose name alone found no memory has the empty name, and there is only one of those.
-TEST(Costs, AWordWithoutAName) {
+TEST(Memory, AWordWithoutAName) {
   YcluiLex lex;
   FailAllocation(1);
   EXPECT_EQ(lex.addKeyword("one", nullptr, 0), 5000U);
@@ -154,7 +102,7 @@ TEST(Costs, AWordWithoutAName) {
   EXPECT_EQ(lex.delKeyword(""), 1U);
 }
 
-TEST(Costs, AnyBytesCanBeRead) {
+TEST(Memory, AnyBytesCanBeRead) {
   std::mt19937 random(29);
   const std::string common = "nowl:12,;${}[]='\"\\# \n\x83\x5C";
   for (int round = 0; round < 3000; ++round) {

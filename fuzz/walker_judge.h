@@ -1,7 +1,7 @@
 // A slow walker to judge the real one by.
 
-#ifndef TESTS_SYNTAX_WALKER_JUDGE_H_
-#define TESTS_SYNTAX_WALKER_JUDGE_H_
+#ifndef FUZZ_WALKER_JUDGE_H_
+#define FUZZ_WALKER_JUDGE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -17,4 +17,4 @@
 constexpr char JudgeSigns[] = "3(*&/12|((*&/12|";
 std::string JudgeWalk(const std::uint8_t* bytes, std::size_t count);
 
-#endif  // TESTS_SYNTAX_WALKER_JUDGE_H_
+#endif  // FUZZ_WALKER_JUDGE_H_

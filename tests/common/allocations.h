@@ -1,12 +1,12 @@
 // Counts and fails the allocations of this test program.
 
-#ifndef TESTS_LEX_ALLOCATIONS_H_
-#define TESTS_LEX_ALLOCATIONS_H_
+#ifndef TESTS_COMMON_ALLOCATIONS_H_
+#define TESTS_COMMON_ALLOCATIONS_H_
 
 // How many allocations of any kind the floors have made.
 long Allocations();
 // Of the coming new (std::nothrow), the one at `index`, from 0, answers null. A negative index
 // stops a failure that has not come yet. Answers whether the failure asked for before has come.
-bool FailAllocation(int index);
+bool FailAllocation(int index = 0);
 
-#endif  // TESTS_LEX_ALLOCATIONS_H_
+#endif  // TESTS_COMMON_ALLOCATIONS_H_

@@ -1,4 +1,4 @@
-#include "tests/lex/allocations.h"
+#include "tests/common/allocations.h"
 
 #include <new>
 #include <utility>
