@@ -80,15 +80,13 @@ void YcluiParser::takeText(const char* text) {
     appendText(text);
     return;
   }
-  if (tellsOffsets()) {
-    textBase += textLength;
-    textLength = LengthOf(text);
-  }
+  textBase += textLength;
+  textLength = LengthOf(text);
   lexer->setString(text);
 }
 
 void YcluiParser::appendText(const char* text) {
-  if (tellsOffsets()) textLength += LengthOf(text);
+  textLength += LengthOf(text);
   lexer->putString(text);
 }
 
@@ -99,15 +97,11 @@ void YcluiParser::beginOuterText() {
   textBase = -textLength;
 }
 
-// The texts of aliases are not part of the text that offsets speak of.
-bool YcluiParser::tellsOffsets() const {
-  return suspendedDepth == outerSuspended;
-}
-
 YWord YcluiParser::readToken() {
-  const bool goesOn = workToken->underConstruction() != 0;
+  const bool begins = workToken->underConstruction() == 0;
   const YWord good = lexer->getNextToken(*workToken);
-  if (!goesOn && tellsOffsets()) tokenOffset = textBase + lexer->tokenOffset();
+  // The texts of aliases are not part of the text that the offset speaks of.
+  if (begins && suspendedDepth == outerSuspended) tokenOffset = textBase + lexer->tokenOffset();
   return good;
 }
 

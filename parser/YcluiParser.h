@@ -340,7 +340,6 @@ class YQRT_API YcluiParser {
   void takeText(const char* text);
   void appendText(const char* text);
   void beginOuterText();
-  bool tellsOffsets() const;
   YWord readToken();
   void refuseWord();
   YWord pushWorkToken();
