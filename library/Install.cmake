@@ -6,11 +6,23 @@ include(CMakePackageConfigHelpers)
 set(header_root ${CMAKE_INSTALL_INCLUDEDIR}/yqrtClui)
 set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
 
-foreach(floor foundation platform/general platform/engine lex syntax parser)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${floor}/ DESTINATION ${header_root}/${floor}
-          FILES_MATCHING PATTERN "*.h")
+# What a host may include, and what that needs.
+set(public_headers
+  foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
+  foundation/YKanji.h foundation/YMemory.h foundation/YStack.h foundation/YStatus.h
+  foundation/YString.h foundation/YString_Array.h foundation/YTypes.h
+  platform/general/YDictionary.h platform/general/YLinkList.h platform/general/YSet.h
+  platform/engine/ScmVM.h platform/engine/ScmVMExternal.h
+  lex/YcluiKeyword.h lex/YcluiLex.h lex/YcluiLexBuffer.h lex/YcluiToken.h lex/YcluiVariable.h
+  syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
+  syntax/YcluiSyntaxNodeStk.h
+  parser/YcluiLevels.h parser/YcluiLineParser.h parser/YcluiLogFile.h
+  parser/YcluiLogNestStyle.h parser/YcluiParser.h
+  script/ycscm.h)
+foreach(header ${public_headers})
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${header_root}/${folder})
 endforeach()
-install(FILES ${PROJECT_SOURCE_DIR}/script/ycscm.h DESTINATION ${header_root}/script)
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/yqrtClui.h DESTINATION ${header_root})
 
 install(TARGETS yqrtClui EXPORT yqrtCluiTargets
