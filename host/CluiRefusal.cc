@@ -1,7 +1,6 @@
 #include "host/CluiRefusal.h"
 
 #include <strings.h>
-#include <algorithm>
 #include <cstring>
 
 #include "host/CluiLiteral.h"
@@ -59,20 +58,21 @@ std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstri
   YString_Array texts;
   parser.possibleWords(texts);
   std::vector<std::wstring> words;
+  words.reserve(static_cast<std::size_t>(texts.size()));
   for (int i = 0; i < texts.size(); ++i) words.push_back(encoding_.fromSystem(texts[i].buffer));
-  std::sort(words.begin(), words.end());
   return CluiMisplacedText(word, words);
 }
 
 std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused& refused,
                                           CluiSpot& spot) {
-  const std::wstring fault = refused.code == 0 ? L"it is missing" : CluiCodeText(refused.code);
+  std::wstring fault = refused.code == 0 ? L"it is missing" : CluiCodeText(refused.code);
   const char* word = WordOf(*refused.token);
   if (!StandsAt(spot, word)) return fault;
   const YcluiKeyword* keyword = parser.lex()->keyword(word);
   const int index = refused.token->argc();
-  const int declared = keyword == nullptr ? 0 : keyword->argCount();
-  const unsigned int type = index <= declared ? keyword->argType(index - 1) : YcluiValueString;
+  // Behind the declared arguments, and behind a word without any, all are strings.
+  YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(index - 1);
+  if (type == YcluiValueNone) type = YcluiValueString;
   MoveTo(spot, CluiArgumentOffset(*spot.text, spot.offset + std::strlen(word), index, keyword));
   return CluiArgumentText(encoding_.fromSystem(word), index, type, fault);
 }

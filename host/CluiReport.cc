@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr std::size_t Around = 60;  // characters shown on either side of the caret
+constexpr std::size_t WholeAtMost = 120;  // characters of a line that is shown whole
+constexpr std::size_t Around = 60;        // else so many are shown on either side of the caret
 constexpr wchar_t Cut[] = L"...";
 
 bool IsControl(wchar_t c) {
@@ -30,8 +31,9 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
   std::size_t length = line.size();
   while (length > 0 && (line[length - 1] == L'\n' || line[length - 1] == L'\r')) --length;
   const std::size_t place = character < length ? character : length;
-  const std::size_t from = place > Around + 3 ? place - Around : 0;
-  const std::size_t to = length - place > Around + 3 ? place + Around : length;
+  const bool whole = length <= WholeAtMost;
+  const std::size_t from = whole || place <= Around ? 0 : place - Around;
+  const std::size_t to = whole || length - place <= Around ? length : place + Around;
   CluiExcerpt excerpt;
   if (from > 0) excerpt.text = Cut;
   excerpt.caret.assign(excerpt.text.size(), L' ');
