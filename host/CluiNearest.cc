@@ -14,6 +14,11 @@ int Allowed(std::size_t length) {
   return length < 9 ? 2 : 3;
 }
 
+// A colon forgotten behind a word is no slip beside another one.
+std::wstring WithoutColon(const std::wstring& word) {
+  return word.size() > 1 && word.back() == L':' ? word.substr(0, word.size() - 1) : word;
+}
+
 int LengthOf(const std::wstring& text) {
   return static_cast<int>(text.size());
 }
@@ -42,10 +47,11 @@ int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost) {
 }
 
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words) {
+  const std::wstring meant = WithoutColon(typed);
   int best = Allowed(typed.size()) + 1;
   const std::wstring* nearest = nullptr;
   for (const std::wstring& word : words) {
-    const int distance = CluiDistance(typed, word, best - 1);
+    const int distance = CluiDistance(meant, WithoutColon(word), best - 1);
     if (distance >= best) continue;
     best = distance;
     nearest = &word;

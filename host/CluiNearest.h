@@ -11,7 +11,8 @@
 int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost);
 
 // The first of the nearest words, or the empty text when none is near enough to be meant: one
-// slip in a short word, two from five letters on, three from nine on.
+// slip in a short word, two from five letters on, three from nine on. A colon at the end of either
+// does not count.
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words);
 
 #endif  // HOST_CLUINEAREST_H_

@@ -96,8 +96,14 @@ TEST(Nearest, NamesOnlyWhatMayBeMeant) {
   const struct {
     const wchar_t *typed, *nearest;
   } rows[] = {
-      {L"line", L"line:"}, {L"lien:", L"line:"},   {L"lxne:", L"line:"},          {L"b", L""},
-      {L"lxyz", L""},      {L"rdus:", L"radius:"}, {L"rextnagl:", L"rectangle:"},
+      {L"line", L"line:"},
+      {L"lnie", L"line:"},
+      {L"lien:", L"line:"},
+      {L"lxne:", L"line:"},
+      {L"b", L""},
+      {L"lxyz", L""},
+      {L"rdus:", L"radius:"},
+      {L"rextnagl:", L"rectangle:"},
   };
   for (const auto& row : rows) EXPECT_EQ(CluiNearest(row.typed, words), row.nearest) << row.typed;
 }
