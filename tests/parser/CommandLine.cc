@@ -1,12 +1,14 @@
 #include "tests/parser/CommandLine.h"
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <utility>
+#include <vector>
 
-#include "foundation/YErr.h"
 #include "gtest/gtest.h"
+#include "tests/common/allocations.h"
 
 namespace {
 
@@ -45,7 +47,7 @@ class SyntaxReader {
 
  private:
   CommandLine& line_;
-  Texts parts_;
+  std::vector<std::string> parts_;
 
   YcluiSyntaxGraph* sequence() {
     auto* graph = new YcluiSyntaxGraph;
@@ -82,17 +84,67 @@ class SyntaxReader {
   }
 };
 
+using Operation = YWord (*)(CommandLine& line, const std::string& given);
+
+const std::map<std::string, Operation> Operations = {
+    {"count", [](auto& line, auto& text) { return YWord(line.interpret(text.c_str())); }},
+    {"inside", [](auto& line, auto& text) { return line.pushToken(text.c_str()); }},
+    {"token",
+     [](auto& line, auto& word) {
+       YcluiToken token = line.makeToken(word.c_str());
+       return line.pushToken(token);
+     }},
+    {"dummy", [](auto& line, auto& word) { return line.pushDummyToken(word.c_str()); }},
+    {"exhaust", [](auto& line, auto&) { return line.exhaust(), 1u; }},
+    {"drop", [](auto& line, auto&) { return line.dropOpenToken(), 1u; }},
+    {"open", [](auto& line, auto&) { return line.tokenIsOpen(); }},
+    {"alias", [](auto& line, auto&) { return line.isAliasRun(); }},
+    {"offset", [](auto& line, auto&) { return YWord(line.lastTokenOffset()); }},
+    {"find", [](auto& line, auto& word) { return YWord(line.findToken(word.c_str())); }},
+    {"untoken", [](auto& line, auto&) { return line.popToken() == nullptr ? 0u : 1u; }},
+    {"remove", [](auto& line, auto& i) { return line.removeToken(YWord(std::stoi(i))); }},
+    {"reset", [](auto& line, auto&) { return line.reset(), 1u; }},
+    {"push", [](auto& line, auto&) { return line.pushFrame(); }},
+    {"pop", [](auto& line, auto&) { return line.popFrame(); }},
+    {"depth", [](auto& line, auto&) { return YWord(line.nestingDepth()); }},
+    {"syntax", [](auto& line, auto& syntax) { return line.setSyntax(syntax), 1u; }},
+    {"anywhere", [](auto& line, auto& w) { return line.addIndefiniteNode(line.node(w)), 1u; }},
+    {"unword", [](auto& line, auto& word) { return line.lex()->delKeyword(word.c_str()); }},
+    {"unecho", [](auto& line, auto&) { return line.setEchoProcedure(nullptr, nullptr), 1u; }},
+    {"unfield", [](auto& line, auto&) { return line.sysSetEchoProcedure(nullptr, nullptr), 1u; }},
+    {"mute", [](auto& line, auto&) { return line.enableEcho(0), 1u; }},
+    {"untok", [](auto& line, auto&) { return line.setTokCallback(nullptr, nullptr), 1u; }},
+    {"unrefuse", [](auto& line, auto&) { return line.setTokRefuseCallback(nullptr, nullptr), 1u; }},
+    {"unsyn", [](auto& line, auto&) { return line.setSynCallback(nullptr, nullptr), 1u; }},
+    {"log", [](auto& line, auto& file) { return line.startLogging(PathOf(file).c_str(), 0); }},
+    {"append", [](auto& line, auto& file) { return line.startLogging(PathOf(file).c_str(), 1); }},
+    {"write", [](auto& line, auto& text) { return line.writeToLog(text.c_str()); }},
+    {"nest", [](auto& l, auto& n) { return l.nestStyle(YcluiLogNestStyle(std::stoi(n))), 1u; }},
+    {"shut", [](auto& line, auto&) { return line.shutLogging(); }},
+    {"play", [](auto& line, auto& file) { return line.playbackFromLog(PathOf(file).c_str()); }},
+    {"pause", [](auto& line, auto&) { return line.pausePlayback(), 1u; }},
+    {"continue", [](auto& line, auto&) { return line.continuePlayback(); }},
+    {"playing", [](auto& line, auto&) { return line.isPlaybackRun(); }},
+    {"fail", [](auto&, auto& index) { return YWord(FailAllocation(std::stoi(index))); }},
+    {"die",
+     [](auto& line, auto&) {
+       YcluiParser::AddDeadBody(&line);
+       YcluiParser::CleanupMortuary();
+       return line.isCondemned();
+     }},
+    {"tokens", [](auto& line, auto&) { return line.tell("tokens", line.tokens()), 1u; }},
+    {"on",
+     [](auto& line, auto& given) {
+       const std::size_t end = given.find(") ") + 1;
+       const std::string steps = given.substr(end + 1);
+       line.at[given.substr(0, end)] = [&line, steps] { line.perform(steps, '&'); };
+       return 1u;
+     }},
+};
+
 YcluiValueType TypeOf(char letter) {
-  switch (letter) {
-    case 'i':
-      return YcluiValueInteger;
-    case 'f':
-      return YcluiValueFloat;
-    case 'p':
-      return YcluiValuePoint;
-    default:
-      return YcluiValueString;
-  }
+  const char letters[] = "?sfip";
+  return YcluiValueType(std::strchr(letters, letter) - letters);
 }
 
 // A token whose word was bad, and one for a variable, may have none.
@@ -100,79 +152,100 @@ std::string WordOf(const YcluiToken& token) {
   return token.string() == nullptr ? "" : token.string();
 }
 
+// What a callback is given must still be there when it is done.
+void Hear(void* self, const char* kind, const char* text) {
+  const std::string before(text);
+  static_cast<CommandLine*>(self)->tell(kind, before);
+  EXPECT_EQ(before, text);
+}
+
 }  // namespace
 
-CommandLine::CommandLine(const std::string& words, const std::string& syntax) {
+CommandLine::CommandLine(const std::string& words, const std::string& syntax) : words_(words) {
   std::istringstream in(words);
-  for (std::string word; in >> word;) {
-    const std::size_t mark = word.find_first_of("/=");
-    const std::string name = word.substr(0, mark);
-    const std::string rest = mark == std::string::npos ? "" : word.substr(mark + 1);
-    if (mark == std::string::npos || word[mark] == '=') {
-      lex()->addKeyword(name.c_str(), rest.empty() ? nullptr : rest.c_str(), 0);
-      continue;
-    }
+  for (std::string word; in >> word;) declare(word);
+  if (!syntax.empty()) setSyntax(syntax);
+  setEchoProcedure([](void* self, const char* whole) { Hear(self, "echo", whole); }, this);
+  sysSetEchoProcedure([](void* self, const char* whole) { Hear(self, "field", whole); }, this);
+  setSynCallback(
+      [](void* self, const char* line, const char* whole) {
+        const std::string before = std::string(line) + "|" + whole;
+        Hear(self, "syn", before.c_str());
+        EXPECT_EQ(before, std::string(line) + "|" + whole);
+      },
+      this);
+  setTokCallback(
+      [](void* self, YcluiToken& token) {
+        const std::string word = WordOf(token);
+        Hear(self, "tok", word.c_str());
+        if (word == "quiet") token.setEchoString(nullptr);
+        return word == "lost" ? YcluiTokenDrop : YcluiTokenPass;
+      },
+      this);
+  setTokRefuseCallback(
+      [](void* self, const YcluiToken& token, std::uint32_t) {
+        const std::string before = WordOf(token);
+        Hear(self, "refuse", before.c_str());
+        EXPECT_EQ(before, WordOf(token));
+      },
+      this);
+  YErr.setListener(
+      [](void* self, unsigned int code, YErrSeverity severity) {
+        Hear(self, "err", (std::to_string(code) + "/" + std::to_string(severity)).c_str());
+      },
+      this);
+}
+
+void CommandLine::declare(const std::string& word) {
+  const std::size_t mark = std::min(word.find_first_of("/=-!"), word.size());
+  const std::string name = word.substr(0, mark);
+  std::string rest = word.substr(std::min(mark + 1, word.size()));
+  const char sign = word[mark];
+  if (sign == '-') {
+    std::replace(rest.begin(), rest.end(), '_', ' ');
+    setAlias(name.c_str(), rest.substr(1).c_str());
+  } else if (sign == '/') {
     std::vector<YcluiValueType> types;
     for (const char letter : rest) types.push_back(TypeOf(letter));
     lex()->addKeyword(name.c_str(), static_cast<int>(types.size()), types.data(), 0);
+  } else {
+    lex()->addKeyword(name.c_str(), sign == '=' ? rest.c_str() : nullptr, 0);
   }
-  if (!syntax.empty()) setSyntax(syntax);
-  // What a callback is given must still be there when it is done.
-  const auto echo = [](void* self, const char* whole) {
-    const std::string copy(whole);
-    static_cast<CommandLine*>(self)->tell("echo", copy);
-    EXPECT_EQ(copy, whole);
-  };
-  const auto field = [](void* self, const char* whole) {
-    const std::string copy(whole);
-    static_cast<CommandLine*>(self)->tell("field", copy);
-    EXPECT_EQ(copy, whole);
-  };
-  const auto syn = [](void* self, const char* line, const char* whole) {
-    const std::string copy = std::string(line) + "|" + whole;
-    static_cast<CommandLine*>(self)->tell("syn", copy);
-    EXPECT_EQ(copy, std::string(line) + "|" + whole);
-  };
-  const auto token = [](void* self, YcluiToken& given) {
-    static_cast<CommandLine*>(self)->tell("tok", WordOf(given));
-    return YcluiTokenPass;
-  };
-  const auto refuse = [](void* self, const YcluiToken& given, std::uint32_t) {
-    const std::string copy = WordOf(given);
-    static_cast<CommandLine*>(self)->tell("refuse", copy);
-    EXPECT_EQ(copy, WordOf(given));
-  };
-  setEchoProcedure(echo, this);
-  sysSetEchoProcedure(field, this);
-  setSynCallback(syn, this);
-  setTokCallback(token, this);
-  setTokRefuseCallback(refuse, this);
 }
 
 void CommandLine::setSyntax(const std::string& syntax) {
   setSyntaxGraph(SyntaxReader(*this, syntax).read());
+  std::istringstream in(words_);
+  for (std::string word; in >> word;) {
+    if (word.back() != '!') continue;
+    word.pop_back();
+    addIndefiniteNode(node(word, (word + " $c").c_str()));
+  }
 }
 
 YcluiSyntaxNode* CommandLine::node(const std::string& word, const char* command) {
   return new YcluiSyntaxNode(makeToken(word.c_str()).id(), command);
 }
 
-void CommandLine::addIndefinite(const std::string& word, const char* command) {
-  addIndefiniteNode(node(word, command));
-}
-
-void CommandLine::trace(const std::string& kinds) {
-  kinds_ = " " + kinds + " ";
+void CommandLine::perform(const std::string& steps, char separator) {
+  std::istringstream in(steps);
+  for (std::string step; std::getline(in, step, separator);) {
+    if (!step.empty() && step[0] == ' ') step.erase(0, 1);
+    if (step.back() == ' ' && step.find('^') == 0) step.pop_back();
+    if (step.empty() || step[0] != '^') {
+      interpret(step.c_str());
+      continue;
+    }
+    const std::size_t end = std::min(step.find(' '), step.size());
+    const std::string name = step.substr(1, end - 1);
+    const YWord answer = Operations.at(name)(*this, step.substr(std::min(end + 1, step.size())));
+    if (name == "on") continue;
+    tell("answer", std::to_string(static_cast<int>(answer)), name);
+  }
 }
 
 std::string CommandLine::told() {
   return std::exchange(told_, "");
-}
-
-std::string CommandLine::feed(const std::string& text) {
-  told_.clear();
-  interpret(text.c_str());
-  return told();
 }
 
 std::string CommandLine::tokens() const {
@@ -186,7 +259,7 @@ std::string CommandLine::tokens() const {
 }
 
 int CommandLine::interpret(const char* text) {
-  if (kinds_.find(" text ") != std::string::npos) lines.emplace_back(text);
+  if (texts != nullptr) texts->emplace_back(text);
   return YcluiParser::interpret(text);
 }
 
@@ -195,8 +268,9 @@ YWord CommandLine::evaluate(const char* text) {
   return 1;
 }
 
-void CommandLine::tell(const std::string& kind, const std::string& text) {
-  const std::string entry = kind + "(" + text + ")";
+// What an entry does may end in this entry again.
+void CommandLine::tell(const std::string& kind, const std::string& text, const std::string& name) {
+  const std::string entry = (name.empty() ? kind : name) + "(" + text + ")";
   if (kinds_.find(" " + kind + " ") != std::string::npos) {
     told_ += (told_.empty() ? "" : " ") + entry;
   }
@@ -207,27 +281,24 @@ void CommandLine::tell(const std::string& kind, const std::string& text) {
   task();
 }
 
+void CheckRow(const char* words, const char* syntax, const char* kinds, const Steps& row) {
+  CommandLine line(words, syntax);
+  line.trace(kinds);
+  line.perform(row.steps);
+  EXPECT_EQ(line.told(), row.told) << row.steps;
+  EXPECT_EQ(line.tokens().find('!'), std::string::npos) << row.steps;
+}
+
 std::string PathOf(const std::string& name) {
-  return ::testing::TempDir() + "yclui_parser_" + name;
+  return name.find('/') != std::string::npos ? name : ::testing::TempDir() + "yclui_" + name;
 }
 
-void WriteFile(const std::string& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
+void WriteFile(const std::string& name, const std::string& text) {
+  std::ofstream(PathOf(name), std::ios::binary) << text;
 }
 
-std::string ReadFile(const std::string& path) {
+std::string ReadFile(const std::string& name) {
   std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
+  text << std::ifstream(PathOf(name), std::ios::binary).rdbuf();
   return text.str();
-}
-
-std::string NewErrors() {
-  static std::uint64_t seen = 0;
-  std::string all;
-  for (int i = static_cast<int>(YErr.count() - seen) - 1; i >= 0; --i) {
-    all += (all.empty() ? "" : " ") + std::to_string(YErr.code(i)) + "/" +
-           std::to_string(YErr.severity(i));
-  }
-  seen = YErr.count();
-  return all;
 }

@@ -1,4 +1,4 @@
-// A parser that tells what it does, with its words and its syntax in one line each.
+// A parser that is driven by short scripts and tells what it does.
 
 #ifndef TESTS_PARSER_COMMANDLINE_H_
 #define TESTS_PARSER_COMMANDLINE_H_
@@ -8,54 +8,68 @@
 #include <string>
 #include <vector>
 
+#include "foundation/YErr.h"
 #include "parser/YcluiParser.h"
 
-using Texts = std::vector<std::string>;
-
-// The callbacks, the commands and, on request, the texts leave a trace, one entry each:
-//   tok(a)  echo(a b)  field(a b)  syn(a|p a)  refuse(x 0)  run(text of the command)  text(line)
-// Only the entries of the kinds that are asked for with `trace` are kept. `at` gives an entry
-// something to do, once, when it comes up.
+// What happens leaves a trace, one entry each, of which those of the kinds asked for are kept:
+//   tok(a)  echo(a b)  field(a b)  syn(a|p a)  refuse(x)  run(command)   callbacks and commands
+//   err(2079/3)   what the error manager is told
+//   push(1)       the kind "answer": what a step of a script answered
+//   tokens(a b)   the tokens, at a step ^tokens; "!" behind them when the line does not agree
 class CommandLine final : public YcluiParser {
  public:
-  // Declares words: "go box/ii say/s" are one without arguments, one with two integers and one with
-  // a string (f a float, p a point); "move=mo" can be shortened to "mo".
-  explicit CommandLine(const std::string& words, const std::string& syntax = "");
-
-  // Sets a syntax: words in sequence, "( a | b c )" alternatives, a "*" behind the parenthesis for
+  // "go box/ii say/s mo=m al->go_go help!" declares a word without arguments, one with two
+  // integers, one with a string (f a float, p a point), one that can be shortened, an alias, and a
+  // word that is accepted anywhere and runs "help" followed by its number in the frame.
+  //
+  // A syntax is words in sequence, "( a | b c )" alternatives, "*" behind the parenthesis
   // repetition, "{command}" behind a word, "^120,126" behind a word its priority and limit.
+  explicit CommandLine(const std::string& words, const std::string& syntax = "");
+  ~CommandLine() { YErr.setListener(nullptr, nullptr); }
+
   void setSyntax(const std::string& syntax);
   YcluiSyntaxNode* node(const std::string& word, const char* command = nullptr);
-  void addIndefinite(const std::string& word, const char* command = nullptr);
 
-  // Keeps the entries of these kinds, "tok echo run" for instance.
-  void trace(const std::string& kinds);
-  // What has been traced since the last call, separated by blanks.
+  // Takes steps, with "; " between them: texts for interpret, and operations under the names that
+  // the source lists, such as "^push" or "^remove 1". "^on run(a) ^reset & b" takes the steps
+  // behind the entry once, when the entry comes up. File names are those of PathOf.
+  void perform(const std::string& steps, char separator = ';');
+  // Keeps the entries of these kinds.
+  void trace(const std::string& kinds) { kinds_ = " " + kinds + " "; }
+  // What has been traced since the last call, with blanks between the entries.
   std::string told();
-  // The trace of one text.
-  std::string feed(const std::string& text);
-  // The words of the frame's tokens, and "!" where the lines do not agree with them.
   std::string tokens() const;
+  void tell(const std::string& kind, const std::string& text, const std::string& name = "");
 
-  std::map<std::string, std::function<void()>> at;
-  Texts lines;  // what interpret was given, when the trace has "text"
+  std::map<std::string, std::function<void()>> at;  // what to do, once, at an entry
+
+  std::vector<std::string>* texts = nullptr;  // takes what interpret is given
 
   int interpret(const char* text) override;
 
  private:
+  std::string words_;
   std::string kinds_;
   std::string told_;
 
+  void declare(const std::string& word);
   YWord evaluate(const char* text) override;
-  void tell(const std::string& kind, const std::string& text);
 };
 
-// A file of the test's own folder, written and read whole.
-std::string PathOf(const std::string& name);
-void WriteFile(const std::string& path, const std::string& text);
-std::string ReadFile(const std::string& path);
+struct Steps {
+  const char* steps;
+  const char* told;
+};
+void CheckRow(const char* words, const char* syntax, const char* kinds, const Steps& row);
+// Each row with a parser of its own.
+template <std::size_t N>
+void Check(const char* words, const char* syntax, const char* kinds, const Steps (&rows)[N]) {
+  for (const Steps& row : rows) CheckRow(words, syntax, kinds, row);
+}
 
-// The codes that the error manager has taken on since the last call, oldest first: "2079/3 2079/2".
-std::string NewErrors();
+// A file of the test's own folder, written and read whole; a name with a slash is left alone.
+std::string PathOf(const std::string& name);
+void WriteFile(const std::string& name, const std::string& text);
+std::string ReadFile(const std::string& name);
 
 #endif  // TESTS_PARSER_COMMANDLINE_H_

@@ -17,62 +17,53 @@ TEST(Completion, FollowsTheWalker) {
     const char* prefix;
     const char* list;       // "-" for an answer of 0
     const char* completed;  // with "!" when it is unique, "-" for an answer of 0
+    const char* words;      // possibleWords, whatever the prefix
   } cases[] = {
-      {"", nullptr, "abc abd abcde stop", "-"},
-      {"", "a", "abc abd abcde", "ab"},
-      {"", "abc", "abc abcde", "abc"},
-      {"", "abcd", "abcde", "abcde!"},
-      {"", "abcdef", "-", "-"},
-      {"", "A", "-", "-"},
-      {"abd", "", "stop", "stop!"},
-      {"abc", "", "; abc stop", "-"},
-      {"abc", ";", ";", ";!"},
-      {"abcde", "", "abd abd", "abd"},
-      {"abcde abd", "", " stop", "-"},
-      {"abcde abd", "s", "stop", "stop!"},
-      {"stop", "", "", "-"},
+      {"", nullptr, "abc abd abcde stop", "-", "abc abd abcde stop he"},
+      {"", "a", "abc abd abcde", "ab", "abc abd abcde stop he"},
+      {"", "abc", "abc abcde", "abc", "abc abd abcde stop he"},
+      {"", "abcd", "abcde", "abcde!", "abc abd abcde stop he"},
+      {"", "abcdef", "-", "-", "abc abd abcde stop he"},
+      {"", "A", "-", "-", "abc abd abcde stop he"},
+      {"abd", "", "stop", "stop!", "stop he"},
+      {"abc", "", "; abc stop", "-", "; abc stop he"},
+      {"abc", ";", ";", ";!", "; abc stop he"},
+      {"abcde", "", "abd abd", "abd", "abd he"},
+      {"abcde abd", "", " stop", "-", "stop he"},
+      {"abcde abd", "s", "stop", "stop!", "stop he"},
+      {"stop", "", "", "-", "he"},
   };
   for (const auto& c : cases) {
-    CommandLine line("abc abd abcde stop he ghost");
+    SCOPED_TRACE(std::string(c.typed) + "+" + (c.prefix == nullptr ? "" : c.prefix));
+    CommandLine line("abc abd abcde stop ghost he!");
     line.lex()->addKeyword(';', 0);
     line.setSyntax(
         "( abc ( abc | stop )* ; | abd stop | abcde ( abd stop | abd ghost ) | stop ghost abc )");
-    line.addIndefinite("he");
-    line.lex()->delKeyword("ghost");
-    line.interpret(c.typed);
+    line.perform("^unword ghost; " + std::string(c.typed));
     YString_Array list;
     const int count = line.completionList(c.prefix, list);
-    EXPECT_EQ(count == 0 ? "-" : Joined(list), c.list)
-        << c.typed << "+" << (c.prefix ? c.prefix : "");
+    EXPECT_EQ(count == 0 ? "-" : Joined(list), c.list);
     YString completed("kept");
     unsigned long unique = 7;
     std::string answer = "-";
     if (line.completionString(c.prefix, completed, unique) != 0) {
       answer = completed.buffer + std::string(unique != 0 ? "!" : "");
     }
-    EXPECT_EQ(answer, c.completed) << c.typed << "+" << (c.prefix ? c.prefix : "");
+    EXPECT_EQ(answer, c.completed);
+    line.possibleWords(list);
+    EXPECT_EQ(Joined(list), c.words);
   }
 }
 
-TEST(Completion, TellsDistinctWords) {
-  CommandLine line("a b help ghost", "( a b | a ghost | b | a a )");
-  line.addIndefinite("help");
-  line.addIndefinite("b");
-  line.lex()->delKeyword("ghost");
-  YString_Array words;
-  words[3] = YString("old");
-  line.possibleWords(words);
-  EXPECT_EQ(Joined(words), "a b help");
-  line.interpret("a");
-  line.possibleWords(words);
-  EXPECT_EQ(Joined(words), "a b help");
-  std::string ended;
-  line.at["syn(a a|a a)"] = [&] {
-    line.possibleWords(words);
-    ended = Joined(words);
+TEST(Completion, EndsWithTheLine) {
+  CommandLine line("a he!", "a");
+  line.at["syn(a|a)"] = [&] {
+    YString_Array list;
+    EXPECT_EQ(line.completionList("", list), 0);
+    line.possibleWords(list);
+    EXPECT_EQ(Joined(list), "he");
   };
   line.interpret("a");
-  EXPECT_EQ(ended, "help b") << "the line is over but for indefinite words";
 }
 
 }  // namespace

@@ -73,16 +73,10 @@ TEST(Template, Forms) {
 }
 
 TEST(Template, IsFilledFromItsOwnFrame) {
-  CommandLine line("a b c help", "( a b c{(abc $0 $1 $2)} | b{(b $0 $1)} )");
-  line.addIndefinite("help", "(help $0 $$)");
-  line.trace("run");
-  line.interpret("a");
-  line.pushDummyToken("d");
-  EXPECT_EQ(line.feed("help"), "run((help a help))");
-  line.pushFrame();
-  EXPECT_EQ(line.feed("b"), "run((b b ))");
-  line.popFrame();
-  EXPECT_EQ(line.feed("b c"), "run((abc a d help))");
+  const Steps rows[] = {
+      {"a; ^dummy d; b; ^push; b; ^pop; c", "run((b b )) run((abc a d b))"},
+  };
+  Check("a b c", "( a b c{(abc $0 $1 $2)} | b{(b $0 $1)} )", "run", rows);
 }
 
 }  // namespace
