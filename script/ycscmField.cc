@@ -1,32 +1,105 @@
-// The primitives of the field binding, which is not there yet.
+// The primitives of the field binding.
 
 #include <cstdint>
-#include <cstdio>
 
-#include "foundation/YStatus.h"
+#include "foundation/YErr.h"
+#include "parser/YcluiParser.h"
+#include "platform/engine/ScmVMExternal.h"
+#include "platform/ui/YuiTextField.h"
+#include "script/YcluiFieldBinding.h"
+#include "script/YcluiFieldFormat.h"
+#include "script/ycscmArguments.h"
 #include "script/ycscmPrimitives.h"
 
 namespace {
 
-void notThere(const char* name, YStatus& status) {
-  std::fprintf(stderr, "CLUI Error: %s is not there yet\n", name);
-  YStatusClear(status);
+constexpr std::uint32_t EchoPosition = 3;
+constexpr std::uint32_t SyntaxPosition = 4;
+constexpr std::uint32_t FeedPosition = 3;
+
+// A format that takes so many texts at most. YErrBadFormat is pushed for another one.
+const char* popFormat(YArgNum position, int most, YStatus& status) {
+  const char* format = ycscmPopString(position, status);
+  if (!YStatusIsGood(status) || YcluiFormatIsGood(format, most) != 0) return format;
+  cluiWarning(YErrBadFormat);
+  ycscmRefuse(position, YScmArgString, status);
+  return nullptr;
+}
+
+// A live object that the class finds for the handle. YErrNotAlive is pushed when there is none.
+template <class Kind>
+Kind* findLive(const void* handle, YArgNum position, YStatus& status) {
+  Kind* found = YStatusIsGood(status) ? Kind::FindLive(handle) : nullptr;
+  if (found == nullptr && YStatusIsGood(status)) {
+    cluiWarning(YErrNotAlive);
+    ycscmRefuse(position, YScmArgHandle, status);
+  }
+  return found;
+}
+
+YcluiFieldBinding* popBinding(YStatus& status) {
+  return findLive<YcluiFieldBinding>(ScmVMExternal::VMEAssertIsAHandle(1, status, -1), 1, status);
+}
+
+// Null also for a null handle, with the status good.
+YuiTextField* popField(YStatus& status) {
+  const void* handle = ScmVMExternal::VMEAssertIsAHandle(2, status, -1);
+  return handle == nullptr ? nullptr : findLive<YuiTextField>(handle, 2, status);
+}
+
+// Null also for 0, with the status good.
+YcluiParser* popParserIfAny(YStatus& status) {
+  const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
+  return address == 0 ? nullptr : ycscmLiveParser(address, status);
 }
 
 }  // namespace
 
-void ycscmAttachField(std::uint32_t, YStatus& status) {
-  notThere("clui-attach-field", status);
+void ycscmAttachField(std::uint32_t argc, YStatus& status) {
+  if (ScmVMExternal::VMECheckArgCount(argc, 2, SyntaxPosition, status) == 0) return;
+  const char* synFormat = argc == SyntaxPosition ? popFormat(SyntaxPosition, 2, status) : nullptr;
+  if (!YStatusIsGood(status)) return;
+  const char* echoFormat = argc >= EchoPosition ? popFormat(EchoPosition, 1, status) : nullptr;
+  if (!YStatusIsGood(status)) return;
+  YuiTextField* field = popField(status);
+  if (!YStatusIsGood(status)) return;
+  YcluiParser* parser = popParserIfAny(status);
+  if (!YStatusIsGood(status)) return;
+  ScmVMExternal::StackPushHandle(YcluiFieldBinding::Attach(field, parser, echoFormat, synFormat),
+                                 nullptr, nullptr);
 }
 
 void ycscmSetKeystrokeAction(std::uint32_t, YStatus& status) {
-  notThere("clui-set-keystroke-action", status);
+  const char* format = popFormat(3, 1, status);
+  if (!YStatusIsGood(status)) return;
+  if (ScmVMExternal::StackCharP() == 0) {
+    YStatusClear(status);
+    return;
+  }
+  const long key = ScmVMExternal::StackPopChar(status);
+  if (!ycscmFits<std::uint8_t>(key)) {
+    ycscmRefuse(2, YScmArgChar, status);
+    return;
+  }
+  YcluiFieldBinding* binding = popBinding(status);
+  if (binding == nullptr) return;
+  ScmVMExternal::StackPushBoolean(binding->setKeyAction(static_cast<char>(key), format));
 }
 
 void ycscmReferCurrentWord(std::uint32_t, YStatus& status) {
-  notThere("clui-refer-current-word", status);
+  const YcluiFieldBinding* binding = popBinding(status);
+  if (binding != nullptr) ScmVMExternal::StackPushString(binding->currentWord());
 }
 
-void ycscmReplaceCurrentWord(std::uint32_t, YStatus& status) {
-  notThere("clui-replace-current-word", status);
+void ycscmReplaceCurrentWord(std::uint32_t argc, YStatus& status) {
+  if (ScmVMExternal::VMECheckArgCount(argc, 1, FeedPosition, status) == 0) return;
+  const YWord feed =
+      argc == FeedPosition ? ScmVMExternal::VMEAssertIsABoolean(FeedPosition, status, -1) : 0;
+  if (!YStatusIsGood(status)) return;
+  const char* word = ycscmPopString(2, status);
+  if (!YStatusIsGood(status)) return;
+  YcluiFieldBinding* binding = popBinding(status);
+  if (binding == nullptr) return;
+  binding->replaceCurrentWord(word, feed);
+  ScmVMExternal::StackPushNull();
 }

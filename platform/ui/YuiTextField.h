@@ -44,6 +44,10 @@ class YQRT_API YuiTextField : public YuiBase {
   static YuiTextField* FindLive(const void* handle);
 
  protected:
+  // The object that the field asks, or null. A host that wants to end what a script has attached to
+  // the field deletes it.
+  YuiModificationCallBack* ModificationCallBack() const { return callBack_; }
+
   // What OnModification answers for the change; 1 when the field asks nobody. A field that may be
   // destroyed by what a user types looks at itself again only when it knows that it was not.
   YWord OfferModification(const char* text, std::uint32_t length);

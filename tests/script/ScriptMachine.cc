@@ -281,7 +281,12 @@ void ScmVMExternal::VMESetErrorBadType(YScmArgType, YStatus& status, long) {
 long ScmVMExternal::ExecuteString(const char* text, char* buffer, long, YStatus& status) {
   TheMachine->executed.emplace_back(text);
   *buffer = '\0';
+  status.word = 0;
   Ref result;
-  status.word = TheMachine->evaluateAll(text, result) ? 1 : 0;
+  if (TheMachine->executor) {
+    TheMachine->executor(text);
+  } else {
+    status.word = TheMachine->evaluateAll(text, result) ? 1 : 0;
+  }
   return 0;
 }

@@ -5,6 +5,7 @@
 #ifndef TESTS_SCRIPT_SCRIPTMACHINE_H_
 #define TESTS_SCRIPT_SCRIPTMACHINE_H_
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -34,6 +35,7 @@ struct ScriptMachine {
   std::map<std::string, Ref> variables;
   std::vector<std::unique_ptr<std::string>> strings;  // popped by the primitive that runs
   std::vector<std::string> executed;                  // the texts given to ExecuteString
+  std::function<void(const std::string&)> executor;   // evaluates them, in place of the machine
   std::string report;                                 // " @n" for the last argument reported
 
   // Evaluates the expressions of the text and answers the last value as text, or "bad" with what

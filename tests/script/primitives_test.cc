@@ -256,7 +256,6 @@ TEST_F(Primitives, BadArgumentsAreRefused) {
           {"(clui-playback-from-file q 'x')", "bad @1 /2057"},
           {"(clui-find-possible-token 0)", "bad @1 /2057"},
           {"(clui-complete-token 0 'x')", "bad @1 /2057"},
-          {"(clui-attach-field p n)", "bad"},
       },
       "(define f (clui-syntax 1)) (define g (clui-syntax f))");
   EXPECT_EQ("bad @1 /2057", run("(clui-set-syntax q g)"));
@@ -265,7 +264,6 @@ TEST_F(Primitives, BadArgumentsAreRefused) {
       "CLUI Error: error on (clui-indefinite-syntax)\n"
       "CLUI Error: error on (clui-set-syntax)\n"
       "CLUI Error: error on (clui-shut-logging)\n"
-      "CLUI Error: clui-attach-field is not there yet\n"
       "CLUI Error: error on (clui-set-syntax)\n",
       testing::internal::GetCapturedStderr());
   EXPECT_EQ("none", word("w"));

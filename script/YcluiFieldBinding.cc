@@ -1,0 +1,142 @@
+// Field, parser and binding: how they are tied and part, and what they tell each other.
+
+#include "script/YcluiFieldBinding.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "foundation/YStatus.h"
+#include "parser/YcluiParser.h"
+#include "platform/engine/ScmVMExternal.h"
+#include "script/YcluiFieldFormat.h"
+
+YcluiFieldBinding* YcluiFieldBinding::First = nullptr;
+
+// --- Life
+
+YcluiFieldBinding* YcluiFieldBinding::Attach(YuiTextField* field, YcluiParser* parser,
+                                             const char* echoFormat, const char* synFormat) {
+  auto* binding = new YcluiFieldBinding(echoFormat, synFormat);
+  if (binding == nullptr) return nullptr;
+  if (field != nullptr) binding->takeField(*field);
+  if (parser == nullptr) return binding;
+  binding->takeParser(*parser);
+  const Watch watch(*binding);
+  binding->show();
+  return watch.isGone() ? nullptr : binding;
+}
+
+YcluiFieldBinding::YcluiFieldBinding(const char* theEchoFormat, const char* theSynFormat)
+    : echoFormat(theEchoFormat), synFormat(theSynFormat), next(First) {
+  if (First != nullptr) First->previous = this;
+  First = this;
+}
+
+YcluiFieldBinding::~YcluiFieldBinding() {
+  (previous == nullptr ? First : previous->next) = next;
+  if (next != nullptr) next->previous = previous;
+  for (Watch* watch = watches; watch != nullptr; watch = watch->outer_) watch->binding_ = nullptr;
+  if (field != nullptr) field->SetModificationCallBack(nullptr);
+  if (parser != nullptr) releaseParser();
+}
+
+YcluiFieldBinding* YcluiFieldBinding::FindLive(const void* handle) {
+  YcluiFieldBinding* binding = First;
+  while (binding != nullptr && binding != handle) binding = binding->next;
+  return binding;
+}
+
+void YcluiFieldBinding::takeField(YuiTextField& taken) {
+  field = &taken;
+  taken.SetModificationCallBack(this);
+}
+
+void YcluiFieldBinding::OnRelease(YuiTextField* released) {
+  if (released == field) field = nullptr;
+}
+
+// The parser has room for one binding; it does not say which one it loses.
+void YcluiFieldBinding::takeParser(YcluiParser& taken) {
+  for (YcluiFieldBinding* other = First; other != nullptr; other = other->next) {
+    if (other->parser == &taken) other->parser = nullptr;
+  }
+  parser = &taken;
+  taken.sysSetEchoProcedure(
+      [](void* word, const char* wholeLine) {
+        static_cast<YcluiFieldBinding*>(word)->onEcho(wholeLine);
+      },
+      this);
+  taken.sysSetSynCallback(
+      [](void* word, const char* line, const char* wholeLine) {
+        static_cast<YcluiFieldBinding*>(word)->onSyntax(line, wholeLine);
+      },
+      this);
+  taken.sysSetGoneProcedure(
+      [](void* word) { static_cast<YcluiFieldBinding*>(word)->parser = nullptr; }, this);
+}
+
+void YcluiFieldBinding::releaseParser() {
+  parser->sysSetEchoProcedure(nullptr, nullptr);
+  parser->sysSetSynCallback(nullptr, nullptr);
+  parser->sysSetGoneProcedure(nullptr, nullptr);
+}
+
+// --- Between parser and field
+
+void YcluiFieldBinding::onEcho(const char* wholeLine) {
+  fieldText.assign(wholeLine);
+  if (fieldText.length != 0) fieldText << ' ';
+  wordStart_ = fieldText.length;
+  show();
+}
+
+void YcluiFieldBinding::onSyntax(const char* line, const char* wholeLine) {
+  if (synFormat.length == 0) return;
+  YString escapedLine;
+  YString escapedWhole;
+  YcluiAppendEscaped(line, escapedLine);
+  YcluiAppendEscaped(wholeLine, escapedWhole);
+  Run(synFormat, escapedLine.buffer, escapedWhole.buffer);
+}
+
+// What this leads to may change the copy, so the field gets one of its own.
+void YcluiFieldBinding::show() {
+  const YString shown(fieldText);
+  const Watch watch(*this);
+  const bool before = std::exchange(selfEdit, true);
+  ++shows;
+  showText(shown.buffer);
+  if (!watch.isGone()) selfEdit = before;
+}
+
+// Nothing of the binding is used behind the call out.
+void YcluiFieldBinding::showText(const char* shown) {
+  if (echoFormat.length != 0) {
+    YString escaped;
+    YcluiAppendEscaped(shown, escaped);
+    Run(echoFormat, escaped.buffer);
+  } else if (field != nullptr) {
+    field->SetText(shown);
+  } else {
+    std::printf("CLUI \"%s\" >\n", shown);
+  }
+}
+
+// A text that the parser does not echo (a comment, no syntax yet, no parser at all) leaves the
+// field without the blank that the copy has taken, so it is shown from here.
+void YcluiFieldBinding::feedParser(const char* word) {
+  const Watch watch(*this);
+  const std::uint32_t before = shows;
+  if (parser != nullptr && parser->isCondemned() == 0) parser->interpret(word);
+  YcluiParser::CleanupMortuary();
+  if (!watch.isGone() && shows == before) show();
+}
+
+void YcluiFieldBinding::Run(const YString& format, const char* first, const char* second) {
+  if (!YScmIsThere()) return;
+  YString command;
+  YcluiFillFormat(format.buffer, first, second, command);
+  YStatus status{0};
+  char printed[128];
+  ScmVMExternal::ExecuteString(command.buffer, printed, sizeof printed, status);
+}

@@ -1,0 +1,44 @@
+#include "script/YcluiFieldFormat.h"
+
+#include <cstring>
+
+#include "foundation/YKanji.h"
+
+// No byte of a double-byte character has the value of "%", so these may look at single bytes.
+
+YWord YcluiFormatIsGood(const char* format, int most) {
+  for (const char* p = std::strchr(format, '%'); p != nullptr; p = std::strchr(p + 2, '%')) {
+    if (p[1] != '%' && (p[1] != 's' || --most < 0)) return 0;
+  }
+  return 1;
+}
+
+void YcluiFillFormat(const char* format, const char* first, const char* second, YString& out) {
+  const char* next = first;
+  const char* rest = format;
+  for (const char* p = std::strchr(rest, '%'); p != nullptr; p = std::strchr(rest, '%')) {
+    out.concat(rest, static_cast<unsigned long>(p - rest));
+    if (p[1] == 's') {
+      out << next;
+      next = second;
+    } else {
+      out << '%';
+    }
+    rest = p + 2;
+  }
+  out << rest;
+}
+
+void YcluiAppendEscaped(const char* text, YString& out) {
+  YKanjiWalk walk;
+  bool isBehindOpenLead = false;
+  for (const char* p = text; *p != '\0'; ++p) {
+    const bool isSingle = walk.next(p) == 0;
+    if (isSingle && (*p == '"' || *p == '\\')) {
+      if (isBehindOpenLead) out.buffer[out.length - 1] = '?';
+      out << '\\';
+    }
+    out << *p;
+    isBehindOpenLead = isSingle && YIsKanjiLead(static_cast<unsigned char>(*p));
+  }
+}
