@@ -1,6 +1,7 @@
 #include "platform/engine/ScmVM.h"
 
 #include <dlfcn.h>
+#include <gc/gc.h>
 #include <pthread.h>
 
 #include <cstdlib>
@@ -22,6 +23,11 @@ Engine& TheEngine() {
 bool MayRun() {
   const Engine& engine = TheEngine();
   return engine.started && pthread_equal(engine.thread, pthread_self()) != 0;
+}
+
+bool ScriptRuns() {
+  const Engine& engine = TheEngine();
+  return MayRun() && engine.text != nullptr && engine.text->running && !engine.native;
 }
 
 namespace {
@@ -56,10 +62,12 @@ void StartGuile() {
   const Setting deprecated("GUILE_WARN_DEPRECATED", "no");
   const Setting locale("GUILE_INSTALL_LOCALE", "0");
   scm_init_guile();
+  Engine* const engine = &TheEngine();
+  GC_add_roots(engine, engine + 1);
 }
 
 SCM FromPrelude(const char* name) {
-  return scm_permanent_object(scm_variable_ref(scm_c_lookup(name)));
+  return scm_variable_ref(scm_c_lookup(name));
 }
 
 // Runs in the engine's own module.
@@ -77,22 +85,26 @@ void FillModule(void*) {
   engine.written = FromPrelude("written");
   engine.loadScript = FromPrelude("load-script");
   engine.abort = FromPrelude("stop");
-  engine.overflow = FromPrelude("stack-overflow");
+  engine.stackOverflow = FromPrelude("stack-overflow");
   engine.refuse = FromPrelude("refuse");
 }
 
 // What goes wrong here is a fault of ours or of the installation, told in the error.
 SCM SetUp(void* error) {
   Engine& engine = TheEngine();
-  engine.module = scm_permanent_object(scm_c_resolve_module("guile-user"));
-  engine.quoteSymbol = scm_permanent_object(scm_from_utf8_symbol("quote"));
-  engine.quoteVariable =
-      scm_permanent_object(scm_module_variable(engine.module, engine.quoteSymbol));
+  engine.module = scm_c_resolve_module("guile-user");
+  engine.quoteSymbol = scm_from_utf8_symbol("quote");
+  engine.quoteVariable = scm_module_variable(engine.module, engine.quoteSymbol);
   DefineHandles();
   OpenPorts();
   const SCM module = scm_c_define_module("yqrt engine", nullptr, nullptr);
   const SCM before = scm_set_current_module(module);
-  if (StartLimits(*static_cast<std::string*>(error)) == 0) return SCM_BOOL_F;
+  StartMemoryLimit();
+  StartStackLimits();
+  if (StartInterrupts() == 0) {
+    *static_cast<std::string*>(error) = "no pipe for interrupts";
+    return SCM_BOOL_F;
+  }
   FillModule(nullptr);
   scm_set_current_module(before);
   return SCM_BOOL_T;

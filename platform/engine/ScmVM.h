@@ -26,7 +26,7 @@ struct ScmVMError {
 class YQRT_API ScmVM {
  public:
   // The memory that scripts may hold before their text is ended with an error.
-  static constexpr std::size_t DefaultMemoryLimit = std::size_t{1} << 30;
+  static constexpr std::size_t DefaultMemoryLimit = std::size_t{512} << 20;
 
   // Starts the engine in this thread, once; 0 with a reason in `error` when it cannot be.
   static YWord start(std::size_t memoryLimit, std::string& error);

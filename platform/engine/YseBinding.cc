@@ -136,7 +136,6 @@ SCM Words(const char* text) {
 }
 
 SCM CallRow(unsigned index, SCM args) {
-  Engine& engine = TheEngine();
   const Row& row = Rows()[index];
   if (!MayRun()) Raise("misc-error", row, Words("runs in the engine's thread only"), SCM_EOL);
   std::uint32_t count = 0;
@@ -146,7 +145,7 @@ SCM CallRow(unsigned index, SCM args) {
   }
   FlushScheme();
   const Outcome outcome = CallNative(row, args, count);
-  if (engine.stopping) StopText(Text::Interrupted);
+  StopIfAsked();
   if (!outcome.good) RaiseReport(row, outcome.report, args);
   return outcome.value;
 }

@@ -23,10 +23,6 @@
 
 namespace yse {
 
-// How much C++ stack must be free, in bytes, where a new text begins and where a recursion goes on.
-constexpr std::size_t StackForText = std::size_t{512} << 10;
-constexpr std::size_t StackForRecursion = std::size_t{1} << 20;
-
 // A procedure of a library or of the host, as it was bound.
 struct Row {
   std::string name;
@@ -83,7 +79,6 @@ struct Place {
 struct Engine {
   bool started = false;
   pthread_t thread{};
-  char* stackEnd = nullptr;  // the lowest address of the C++ stack
   std::size_t memoryLimit = 0;
 
   SCM* slots = nullptr;  // the argument stack: collector's memory that is never collected
@@ -94,6 +89,7 @@ struct Engine {
 
   Text* text = nullptr;
   std::vector<Place> places;
+  Place failurePlace;
   std::u32string characters;  // work room for functions that may raise
   std::string bytes;
 
@@ -101,7 +97,8 @@ struct Engine {
   std::atomic<int> depth{0};          // texts that are running
   std::atomic<bool> stopping{false};  // all of them shall end
   std::atomic<bool> native{true};     // C++ code runs, not Scheme
-  bool stopTold = false;
+  bool exhausted = false;  // a text ended for want of memory, and there still is too little
+  bool stopTold = false;   // why they end
 
   SCM module = SCM_BOOL_F;   // scripts run in it
   SCM guarded = SCM_BOOL_F;  // procedures of the prelude
@@ -110,6 +107,7 @@ struct Engine {
   SCM loadScript = SCM_BOOL_F;
   SCM abort = SCM_BOOL_F;
   SCM stackOverflow = SCM_BOOL_F;
+  SCM failure = SCM_BOOL_F;  // the exception that was raised at `failurePlace`
   SCM refuse = SCM_BOOL_F;
   SCM quoteSymbol = SCM_BOOL_F;
   SCM quoteVariable = SCM_BOOL_F;
@@ -122,15 +120,20 @@ struct Engine {
   void* textWord = nullptr;
 };
 
-// Never destroyed: a script's thread may outlive main.
+// Never destroyed, and looked through by the collector.
 Engine& TheEngine();
 
 // Whether the engine has been started and this is its thread.
 bool MayRun();
 
+// Whether this is the engine's thread and in it runs Scheme code of a text, which may be stopped.
+bool ScriptRuns();
+
 // Guards (YseGuard.cc). Runs the text and tells the listener when it failed; nothing that the text
 // does unwinds the caller.
 void RunGuarded(Text& text);
+// Ends the innermost text when all shall end. Called from Scheme, may not return.
+void StopIfAsked();
 // Ends the innermost text, from Scheme. Does not return.
 [[noreturn]] void StopText(Text::Ending ending);
 void DefineGuards();
@@ -164,13 +167,25 @@ void* HandleFirst(SCM handle);
 // Calls the finalisers of the handles that were collected since the last call.
 void RunFinalisers();
 
-// Limits and interrupts (YseLimits.cc).
-YWord StartLimits(std::string& error);
+// Memory (YseMemory.cc). The second sets the collector's limit again after it had to be raised; the
+// third tells, after a text that ended for want of memory, whether the others have to end too.
+void StartMemoryLimit();
 void RestoreMemoryLimit();
-bool StackIsShort(std::size_t wanted);
-// Calls the procedure of no arguments so that it ends with an error when it recurses endlessly.
-// Called from Scheme, may raise.
+bool MemoryStaysShort();
+
+// Recursion (YseRecursion.cc). StackIsShort tells whether too little of the C++ stack is left for
+// another text. CallWithStackLimit calls the procedure of no arguments so that an endless recursion
+// of it ends with an error; it is called from Scheme and may raise.
+void StartStackLimits();
+bool StackIsShort();
 void CallWithStackLimit(SCM procedure);
+void RaiseStackOverflow();
+SCM OverflowAsked();
+
+// Interrupts (YseInterrupt.cc). AskForOverflow has OverflowAsked called soon, at some point of the
+// running text.
+YWord StartInterrupts();
+void AskForOverflow();
 
 // Ports (YsePorts.cc): output of scripts and of C++ code through stdio, in the order of writing.
 // May raise.

@@ -126,6 +126,19 @@ SCM SetPlace(SCM line, SCM column) {
   return SCM_UNSPECIFIED;
 }
 
+SCM IsLoading() {
+  const Engine& engine = TheEngine();
+  return scm_from_bool(engine.places.size() > engine.text->firstPlace);
+}
+
+SCM NoteFailure(SCM exception) {
+  Engine& engine = TheEngine();
+  if (scm_is_false(IsLoading())) return SCM_UNSPECIFIED;
+  engine.failure = exception;
+  engine.failurePlace = engine.places.back();
+  return SCM_UNSPECIFIED;
+}
+
 // The file in which the failure of this text happened, or false.
 SCM PlaceFile() {
   const std::string& file = TheEngine().text->error.file;
@@ -143,7 +156,9 @@ SCM SetErrorPlace(SCM file, SCM line, SCM column) {
 
 }  // namespace
 
-SCM Evaluate(SCM form) {
+namespace {
+
+SCM EvaluateForm(SCM form) {
   if (scm_is_pair(form) && scm_is_symbol(SCM_CAR(form))) {
     const SCM module = scm_current_module();
     const SCM procedure = BoundValue(module, SCM_CAR(form));
@@ -156,12 +171,25 @@ SCM Evaluate(SCM form) {
   return scm_primitive_eval(form);
 }
 
+}  // namespace
+
+// A system call that an interrupt has cut short can look like the end of the form.
+SCM Evaluate(SCM form) {
+  // A file that loads itself ends here: later, its winders could not run any more.
+  if (StackIsShort()) RaiseStackOverflow();
+  const SCM value = EvaluateForm(form);
+  StopIfAsked();
+  return value;
+}
+
 void DefineTexts() {
   scm_c_define_gsubr("%evaluate", 1, 0, 0, reinterpret_cast<void*>(&Evaluate));
   scm_c_define_gsubr("%read-file", 1, 0, 0, reinterpret_cast<void*>(&ReadFile));
   scm_c_define_gsubr("%push-place", 1, 0, 0, reinterpret_cast<void*>(&PushPlace));
   scm_c_define_gsubr("%pop-place", 0, 0, 0, reinterpret_cast<void*>(&PopPlace));
   scm_c_define_gsubr("%set-place", 2, 0, 0, reinterpret_cast<void*>(&SetPlace));
+  scm_c_define_gsubr("%loading?", 0, 0, 0, reinterpret_cast<void*>(&IsLoading));
+  scm_c_define_gsubr("%note-failure", 1, 0, 0, reinterpret_cast<void*>(&NoteFailure));
   scm_c_define_gsubr("%place-file", 0, 0, 0, reinterpret_cast<void*>(&PlaceFile));
   scm_c_define_gsubr("%set-error-place", 3, 0, 0, reinterpret_cast<void*>(&SetErrorPlace));
 }

@@ -13,14 +13,21 @@ namespace {
 
 // The functions from here to EnterText are called from Scheme and may raise.
 
+// Most values are small and need no guard against their size.
+SCM Shown(SCM value, std::size_t room) {
+  if (SCM_I_INUMP(value)) return scm_number_to_string(value, SCM_UNDEFINED);
+  const bool small = SCM_IMP(value) || scm_is_real(value) ||
+                     (scm_is_string(value) && scm_c_string_length(value) < room);
+  return small ? scm_object_to_string(value, SCM_UNDEFINED)
+               : scm_call_2(TheEngine().written, value, scm_from_size_t(room));
+}
+
 void NoteGoodEnd(SCM value) {
   Engine& engine = TheEngine();
   Text& text = *engine.text;
   FlushScheme();
   if (text.room > 0) {
-    engine.characters.clear();
-    const SCM shown = scm_call_2(engine.written, value, scm_from_size_t(text.room));
-    ToUtf8(shown, engine.bytes);
+    ToUtf8(Shown(value, text.room), engine.bytes);
     text.printed = BytesFromUtf8(engine.bytes);
   }
   text.ending = Text::Good;
@@ -45,27 +52,13 @@ SCM Run() {
   return SCM_UNSPECIFIED;
 }
 
-// Called where the error happens, before anything is unwound.
-SCM Thrown(SCM key, SCM args) {
-  (void)key;
-  (void)args;
-  Engine& engine = TheEngine();
-  Text& text = *engine.text;
-  if (engine.places.size() <= text.firstPlace) return SCM_UNSPECIFIED;
-  const Place& place = engine.places.back();
-  text.error.file = place.file;
-  text.error.line = place.line;
-  text.error.column = place.column;
-  return SCM_UNSPECIFIED;
-}
-
 bool IsCalmExit(SCM args) {
   if (!scm_is_pair(args)) return true;
   const SCM status = SCM_CAR(args);
   return scm_is_eq(status, SCM_BOOL_T) || scm_is_eq(status, SCM_INUM0);
 }
 
-SCM Caught(SCM key, SCM args) {
+SCM Caught(SCM exception, SCM key, SCM args) {
   Engine& engine = TheEngine();
   Text& text = *engine.text;
   FlushScheme();
@@ -73,6 +66,11 @@ SCM Caught(SCM key, SCM args) {
   if (exit && IsCalmExit(args)) {
     text.ending = Text::Good;
     return SCM_UNSPECIFIED;
+  }
+  if (scm_is_eq(exception, engine.failure)) {
+    text.error.file = engine.failurePlace.file;
+    text.error.line = engine.failurePlace.line;
+    text.error.column = engine.failurePlace.column;
   }
   ToUtf8(scm_call_2(engine.messageOf, key, args), text.error.message);
   text.ending = Text::Failed;
@@ -97,8 +95,7 @@ SCM Leave() {
 void* EnterText(void*) {
   Engine& engine = TheEngine();
   if (engine.depth == 1) {
-    scm_call_with_stack_overflow_handler(scm_from_long(MaxStackWords), engine.guarded,
-                                         engine.overflow);
+    CallWithStackLimit(engine.guarded);
   } else {
     scm_call_0(engine.guarded);
   }
@@ -129,16 +126,19 @@ void TellFailure(Text& text) {
     text.error.text = Utf8FromBytes(text.source);
   }
   text.error.interrupted = text.ending == Text::Interrupted;
-  // The levels of an interrupted nest end one after the other; it is one event.
-  if (text.error.interrupted && engine.stopTold) return;
-  if (text.error.interrupted) engine.stopTold = true;
+  // The levels of a nest that is stopped end one after the other; it is one event.
+  const bool stopped = text.error.interrupted || text.ending == Text::OutOfMemory;
+  if (stopped && engine.stopTold) return;
+  engine.stopTold = stopped && (engine.stopping || engine.exhausted);
   TellError(text.error);
 }
 
 void BeginOutermost() {
   Engine& engine = TheEngine();
   engine.stopping = false;
+  engine.exhausted = false;
   engine.stopTold = false;
+  engine.failure = SCM_BOOL_F;
   RestoreMemoryLimit();
 }
 
@@ -150,6 +150,12 @@ void StopText(Text::Ending ending) {
   std::abort();
 }
 
+void StopIfAsked() {
+  const Engine& engine = TheEngine();
+  if (engine.stopping) StopText(Text::Interrupted);
+  if (engine.exhausted) StopText(Text::OutOfMemory);
+}
+
 void RunGuarded(Text& text) {
   Engine& engine = TheEngine();
   text.outer = engine.text;
@@ -158,13 +164,14 @@ void RunGuarded(Text& text) {
   const std::size_t height = engine.height;
   const bool native = engine.native;
   engine.text = &text;
-  if (++engine.depth == 1) BeginOutermost();
+  if (engine.depth == 0) BeginOutermost();
+  ++engine.depth;
   std::fflush(stdout);
-  if (engine.stopping) {
-    text.ending = Text::Interrupted;
+  if (engine.stopping || engine.exhausted) {
+    text.ending = engine.stopping ? Text::Interrupted : Text::OutOfMemory;
   } else if (StackIsShort()) {
     text.ending = Text::Failed;
-    text.error.message = "the texts are nested too deep";
+    text.error.message = "the recursion is too deep";
   } else {
     engine.native = false;
     scm_c_with_continuation_barrier(&EnterText, nullptr);
@@ -175,14 +182,14 @@ void RunGuarded(Text& text) {
   engine.level = level;
   DropTo(height);
   engine.places.resize(text.firstPlace);
+  if (text.ending == Text::OutOfMemory) engine.exhausted = MemoryStaysShort();
   RunFinalisers();
   if (text.ending != Text::Good) TellFailure(text);
 }
 
 void DefineGuards() {
   scm_c_define_gsubr("%run", 0, 0, 0, reinterpret_cast<void*>(&Run));
-  scm_c_define_gsubr("%caught", 1, 0, 1, reinterpret_cast<void*>(&Caught));
-  scm_c_define_gsubr("%thrown", 1, 0, 1, reinterpret_cast<void*>(&Thrown));
+  scm_c_define_gsubr("%caught", 3, 0, 0, reinterpret_cast<void*>(&Caught));
   scm_c_define_gsubr("%enter", 0, 0, 0, reinterpret_cast<void*>(&Enter));
   scm_c_define_gsubr("%leave", 0, 0, 0, reinterpret_cast<void*>(&Leave));
 }

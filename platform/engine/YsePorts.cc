@@ -19,8 +19,8 @@ void SetUp(SCM port, const char* encoding) {
 void OpenPorts() {
   Engine& engine = TheEngine();
   const char* const encoding = LocaleEncoding();
-  engine.output = scm_permanent_object(scm_current_output_port());
-  engine.errors = scm_permanent_object(scm_current_error_port());
+  engine.output = scm_current_output_port();
+  engine.errors = scm_current_error_port();
   SetUp(engine.output, encoding);
   SetUp(engine.errors, encoding);
   scm_set_port_encoding_x(scm_current_input_port(), scm_from_latin1_string(encoding));

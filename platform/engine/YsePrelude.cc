@@ -19,12 +19,17 @@ const char* const Prelude = R"scheme(
     (lambda ()
       (dynamic-wind
         %enter
-        (lambda () (catch #t %run %caught %thrown))
+        (lambda ()
+          (with-exception-handler
+            (lambda (failure)
+              (%caught failure (exception-kind failure) (exception-args failure)))
+            %run
+            #:unwind? #t))
         (lambda () (if (%leave) (stop)))))
     (lambda (k) #f)))
 
 (define (stack-overflow)
-  (scm-error 'stack-overflow #f "the recursion is too deep" '() #f))
+  (scm-error 'stack-overflow #f "Stack overflow" '() #f))
 
 ;; What `print` writes of a value, cut to about `limit` characters: circular and endless things too.
 (define (bounded print value limit)
@@ -101,6 +106,7 @@ const char* const Prelude = R"scheme(
 (define (message-of-key key args)
   (cond
     ((and (eq? key '%exception) (pair? args)) (message-of-object (car args)))
+    ((eq? key 'stack-overflow) "the recursion is too deep")
     ((eq? key 'quit) (with-irritants "the text ended by exit with" args))
     ((and (eq? key 'syntax-error) (>= (length args) 5)) (apply message-of-syntax-error args))
     ((and (>= (length args) 3) (string? (cadr args))
@@ -121,7 +127,8 @@ const char* const Prelude = R"scheme(
 (define (refuse key name message . values)
   (scm-error key name message values #f))
 
-;; Scripts. The forms of a file are evaluated one by one, each at a known place.
+;; Scripts. The forms of a file are evaluated one by one, each at a known place. A failure is noted
+;; with the place at which it happens.
 (define (read-form port)
   (%set-place (port-line port) (port-column port))
   (let* ((form (read port))
@@ -140,12 +147,23 @@ const char* const Prelude = R"scheme(
               (loop (%evaluate form))))))
     %pop-place))
 
-(define (load-script file)
-  (if (not (string? file))
-      (scm-error 'wrong-type-arg "load" "a file name must be a string, not ~S" (list file) #f))
+(define (load-file file)
   (let ((port (open-input-string (%read-file file))))
     (set-port-filename! port file)
     (save-module-excursion (lambda () (load-forms file port)))))
+
+;; One handler sees the failures of all files that a text loads, at the place where they happen: with
+;; one per file, raising would take time that grows with the square of their nesting.
+(define (load-script file)
+  (if (not (string? file))
+      (scm-error 'wrong-type-arg "load" "a file name must be a string, not ~S" (list file) #f))
+  (if (%loading?)
+      (load-file file)
+      (with-exception-handler
+        (lambda (failure)
+          (%note-failure failure)
+          (raise-exception failure #:continuable? #t))
+        (lambda () (load-file file)))))
 
 (define (load-beside file name)
   (load-script
@@ -162,6 +180,7 @@ const char* const Prelude = R"scheme(
         ((_ name) #`(load-beside #,file name))
         (id (identifier? #'id) #`(lambda (name) (load-beside #,file name)))))))
 
+(debug-set! stack %stack-words)
 (set! %load-should-auto-compile #f)
 (fluid-set! %default-port-encoding "UTF-8")
 (default-duplicate-binding-handler '(replace last))

@@ -1,0 +1,79 @@
+// Endless recursion, on the Scheme stack and on the C++ stack.
+
+#include <gc/gc.h>
+#include <pthread.h>
+
+#include "platform/engine/YseEngine.h"
+
+namespace yse {
+
+namespace {
+
+// How much of the C++ stack a text finds at least, before Guile's own mark.
+constexpr std::uintptr_t StackForText = std::uintptr_t{512} << 10;
+// How deep a script may recurse, in words of the Scheme stack (32 MiB), and how much deeper until
+// the error is raised.
+constexpr long MaxStackWords = 4L << 20;
+constexpr long MoreStackWords = 1L << 20;
+constexpr int MostOverflows = 8;
+
+std::uintptr_t StackMark = 0;
+SCM OverflowHandler = SCM_BOOL_F;
+int Overflows = 0;  // in the outermost text
+bool OverflowPending = false;
+
+// Runs when the Scheme stack is used up. Answers how much more there may be, or raises. An error
+// that is raised here makes every winder of the recursion run into the limit again; so the
+// recursion is given more, and the error is raised from outside a moment later.
+SCM OnStackOverflow() {
+  if (++Overflows > MostOverflows) RaiseStackOverflow();
+  OverflowPending = true;
+  AskForOverflow();
+  return scm_from_long(MoreStackWords);
+}
+
+}  // namespace
+
+void RaiseStackOverflow() {
+  scm_call_0(TheEngine().stackOverflow);
+}
+
+// Runs soon after OnStackOverflow, from Scheme. May raise.
+SCM OverflowAsked() {
+  if (!OverflowPending || !ScriptRuns()) return SCM_UNSPECIFIED;
+  OverflowPending = false;
+  RaiseStackOverflow();
+  return SCM_UNSPECIFIED;
+}
+
+// Guile raises an error when its C functions recurse beyond a mark. Half of the stack is left below
+// the mark: for what C++ code needs on its own, and for the winders of such a recursion, which run
+// one inside the other.
+void StartStackLimits() {
+  OverflowHandler = scm_permanent_object(
+      scm_c_make_gsubr("overflow", 0, 0, 0, reinterpret_cast<void*>(&OnStackOverflow)));
+  pthread_attr_t attributes;
+  if (pthread_getattr_np(TheEngine().thread, &attributes) != 0) return;
+  void* lowest = nullptr;
+  std::size_t size = 0;
+  pthread_attr_getstack(&attributes, &lowest, &size);
+  pthread_attr_destroy(&attributes);
+  GC_stack_base base{};
+  GC_get_stack_base(&base);
+  StackMark = reinterpret_cast<std::uintptr_t>(lowest) + size / 2;
+  const std::uintptr_t room = reinterpret_cast<std::uintptr_t>(base.mem_base) - StackMark;
+  scm_c_define("%stack-words", scm_from_size_t(room / sizeof(SCM_STACKITEM)));
+}
+
+bool StackIsShort() {
+  const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+  return here < StackMark + StackForText;
+}
+
+void CallWithStackLimit(SCM procedure) {
+  Overflows = 0;
+  OverflowPending = false;
+  scm_call_with_stack_overflow_handler(scm_from_long(MaxStackWords), procedure, OverflowHandler);
+}
+
+}  // namespace yse

@@ -1,0 +1,38 @@
+// The engine in a test: started once in the program, with the test library open and a listener that
+// keeps what it is told.
+
+#ifndef TESTS_ENGINE_ENGINE_FIXTURE_H_
+#define TESTS_ENGINE_ENGINE_FIXTURE_H_
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/engine/ScmVM.h"
+#include "platform/engine/ScmVMExternal.h"
+
+// How a text ended: "+" and the printed value, or "-" and the message.
+std::string Eval(const std::string& text);
+
+struct Case {
+  const char* text;
+  const char* ending;
+};
+
+// Runs each text, with no state in common but what the texts define.
+template <std::size_t Count>
+void ExpectEach(const Case (&cases)[Count]) {
+  for (const Case& c : cases) EXPECT_EQ(Eval(c.text), c.ending) << c.text;
+}
+
+class EngineTest : public testing::Test {
+ protected:
+  static constexpr std::size_t MemoryLimit = std::size_t{96} << 20;
+
+  void SetUp() override;
+
+  static std::vector<ScmVMError> errors;
+};
+
+#endif  // TESTS_ENGINE_ENGINE_FIXTURE_H_

@@ -1,0 +1,151 @@
+// Texts that would not end by themselves. After each the engine works on.
+
+#include <pthread.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+
+#include "tests/engine/engine_fixture.h"
+
+namespace {
+
+using LimitsTest = EngineTest;
+
+TEST_F(LimitsTest, EndlessRecursion) {
+  const std::string ending = "the recursion is too deep";
+  for (const char* define : {
+           "(define (f n) (+ 1 (f n)))",
+           "(define (f n) (sort (list 1 2) (lambda (a b) (f n) #t)))",
+           "(define (f n) (cons 1 (eval '(f 1) (current-module))))",
+           "(define (f n) (dynamic-wind (lambda () 0) (lambda () (f n) 1) (lambda () 0)))",
+           "(define (f n) (dynamic-wind (lambda () 0) (lambda () (sort (list 1 2) (lambda (a b) "
+           "(f n) #t))) (lambda () 0)))",
+       }) {
+    Eval(define);
+    EXPECT_EQ(Eval("(f 1)"), "-" + ending) << define;
+    EXPECT_EQ(Eval("(t-eval \"(f 1)\")"), "+\"-" + ending + "\"") << define;
+    EXPECT_EQ(Eval("(catch #t (lambda () (f 1)) (lambda x 'caught))"), "+caught") << define;
+  }
+  EXPECT_EQ(Eval("(let loop ((n 100000)) (if (= n 0) 0 (+ 1 (loop (- n 1)))))"), "+100000");
+}
+
+TEST_F(LimitsTest, EndlessNesting) {
+  Eval("(define depth 0) (define (h) (set! depth (+ depth 1)) (t-eval \"(h)\"))");
+  EXPECT_EQ(Eval("(h) (> depth 500)"), "+#t");
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_EQ(errors[0].message, "the recursion is too deep");
+}
+
+TEST_F(LimitsTest, EndlessMemory) {
+  Eval("(define kept '())");
+  const std::string ending = "out of memory: the scripts hold more than they may";
+  for (const char* text : {
+           "(let loop ((l '())) (loop (cons 1 l)))",
+           "(make-vector 100000000 1)",
+           "(let loop ((s \"abc\")) (loop (string-append s s)))",
+           "(let loop ((l '())) (loop (cons (make-vector 10000 0) l)))",
+           "(catch #t (lambda () (let loop ((l '())) (loop (cons 1 l)))) (lambda x 1))",
+           "(t-eval \"(make-vector 100000000 1)\") (let loop ((l '())) (loop (cons 1 l)))",
+           "(define kept '()) "
+           "(let loop () (t-eval \"(set! kept (cons (make-vector 10000 0) kept))\") (loop))",
+       }) {
+    EXPECT_EQ(Eval(text), "-" + ending) << text;
+    EXPECT_EQ(Eval("(set! kept '()) (t-eval \"(vector-length (make-vector 100000 1))\")"),
+              "+\"+100000\"");
+  }
+  EXPECT_EQ(Eval("(vector-length (make-vector 1000000 1))"), "+1000000");
+}
+
+double Seconds() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+// Interrupts from a signal handler after 50 milliseconds.
+class Alarm {
+ public:
+  Alarm() {
+    std::signal(SIGALRM, [](int) { ScmVM::interrupt(); });
+    itimerval timer{};
+    timer.it_value.tv_usec = 50000;
+    setitimer(ITIMER_REAL, &timer, nullptr);
+  }
+};
+
+TEST_F(LimitsTest, Interrupts) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  Eval("(use-modules (ice-9 rdelim)) (define waiting (fdopen " + std::to_string(ends[0]) +
+       " \"r\"))");
+  for (const char* text : {
+           "(let loop () (loop))",
+           "(let loop () (catch #t (lambda () (let again () (again))) (lambda x 1)) (loop))",
+           "(sleep 100)",
+           "(read-line waiting)",
+           "(t-eval \"(let loop () (loop))\")",
+           "(let loop () (t-eval \"(t-eval \\\"(let loop () (loop))\\\")\") (loop))",
+           "(let loop () (t-eval \"0\") (loop))",
+           "(dynamic-wind (lambda () 0) (lambda () (let loop () (loop))) (lambda () (t-eval "
+           "\"1\")))",
+       }) {
+    errors.clear();
+    const double begin = Seconds();
+    const Alarm alarm;
+    EXPECT_EQ(Eval(text), "-interrupted") << text;
+    EXPECT_LT(Seconds() - begin, 5) << text;
+    ASSERT_EQ(errors.size(), 1U) << text;
+    EXPECT_TRUE(errors[0].interrupted);
+    EXPECT_EQ(Eval("(t-add 1 2)"), "+3");
+  }
+  ScmVM::interrupt();
+  EXPECT_EQ(Eval("(let loop ((n 100000)) (if (> n 0) (loop (- n 1)) n))"), "+0");
+}
+
+char* Outermost = nullptr;
+long Deepest = 0;
+
+void Nest(std::uint32_t, YStatus& status) {
+  const long left = ScmVMExternal::StackPopLong(status);
+  char here = 0;
+  Deepest = Outermost - &here;
+  char text[64];
+  std::snprintf(text, sizeof text, "(car (list (nest %ld)))", left - 1);
+  if (left > 0) Eval(text);
+  ScmVMExternal::StackPushLong(left);
+}
+
+// Measured: about 3 KiB a level without the sanitizers, which the deepest nesting of commands
+// multiplies by 200.
+TEST_F(LimitsTest, ALevelOfNestingIsSmall) {
+  char here = 0;
+  Outermost = &here;
+  ScmVM::bindProcedure("nest", &Nest, 1, 0);
+  EXPECT_EQ(Eval("(nest 200)"), "+200");
+  EXPECT_LT(Deepest / 200, 16384);
+  RecordProperty("bytes_per_level", static_cast<int>(Deepest / 200));
+  EXPECT_TRUE(errors.empty());
+}
+
+// Another thread gets nothing, and harms nothing.
+TEST_F(LimitsTest, OneThread) {
+  pthread_t thread{};
+  std::string answer;
+  pthread_create(
+      &thread, nullptr,
+      [](void* word) -> void* {
+        *static_cast<std::string*>(word) = Eval("(+ 1 2)");
+        return nullptr;
+      },
+      &answer);
+  pthread_join(thread, nullptr);
+  EXPECT_EQ(answer, "-");
+  EXPECT_EQ(Eval("(use-modules (ice-9 threads)) (join-thread (call-with-new-thread (lambda () "
+                 "(catch #t (lambda () (t-add 1 2)) (lambda (key who text . x) text)))))"),
+            "+\"runs in the engine's thread only\"");
+}
+
+}  // namespace

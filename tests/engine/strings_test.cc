@@ -1,0 +1,75 @@
+// Any bytes go into a Scheme string and come back as they were.
+
+#include <random>
+
+#include "tests/engine/engine_fixture.h"
+
+namespace {
+
+using StringsTest = EngineTest;
+
+std::vector<std::string> Given;
+std::size_t Next = 0;
+std::vector<std::string> Wrong;
+
+void Give(std::uint32_t, YStatus&) {
+  ScmVMExternal::StackPushString(Given[Next].c_str());
+}
+
+// True while there is more to give.
+void Take(std::uint32_t, YStatus& status) {
+  const char* const text = ScmVMExternal::StackPopString(status);
+  if (text == nullptr || text != Given[Next]) Wrong.push_back(Given[Next]);
+  YStatusSetGood(status);
+  ScmVMExternal::StackPushBoolean(++Next < Given.size() ? 1 : 0);
+}
+
+void ExpectAllComeBack() {
+  ScmVM::bindProcedure("give", &Give, 0, 0);
+  ScmVM::bindProcedure("take", &Take, 1, 0);
+  Next = 0;
+  Wrong.clear();
+  EXPECT_EQ(Eval("(let loop () (if (take (string-append (give))) (loop)))").front(), '+');
+  EXPECT_EQ(Next, Given.size());
+  EXPECT_EQ(Wrong, std::vector<std::string>());
+}
+
+TEST_F(StringsTest, AllBytesAndPairs) {
+  Given.clear();
+  for (int first = 1; first < 256; ++first) {
+    Given.emplace_back(1, static_cast<char>(first));
+    for (int second = 1; second < 256; ++second) {
+      Given.push_back({static_cast<char>(first), static_cast<char>(second)});
+    }
+  }
+  ExpectAllComeBack();
+}
+
+TEST_F(StringsTest, RandomBytes) {
+  Given.clear();
+  std::mt19937 random(4711);
+  for (int i = 0; i < 2000; ++i) {
+    std::string text;
+    for (std::size_t length = random() % 200; text.size() < length;) {
+      // Mostly around the lead bytes, where one byte decides what the next one is.
+      text.push_back(
+          static_cast<char>(random() % 4 == 0 ? 1 + random() % 255 : 0x81 + random() % 8));
+    }
+    Given.push_back(text);
+  }
+  Given.emplace_back(3000000, '\x81');
+  ExpectAllComeBack();
+}
+
+TEST_F(StringsTest, CharactersAreTheEncodings) {
+  ExpectEach({
+      {"(map char->integer (string->list \"\\\\~\x82\xA0\xB1\x87\x40\x81\x5F\"))",
+       "+(92 126 12354 65393 9312 65340)"},
+      // A lead byte alone, and one of two pairs that stand for one character.
+      {"(map char->integer (string->list \"\x87\x90\"))", "+(63367 63376)"},
+      {"(t-join \"\" (string #\\x301C) \"\")", "+\"\x81\x60\""},
+      {"(string-length \"\x95\\\")", "+1"},
+  });
+}
+
+}  // namespace

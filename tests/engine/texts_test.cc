@@ -1,0 +1,267 @@
+// Texts: values, messages, escapes, and scripts in files.
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/engine/engine_fixture.h"
+
+namespace {
+
+using TextsTest = EngineTest;
+
+TEST_F(TextsTest, Values) {
+  ExpectEach({
+      {"", "+#<unspecified>"},
+      {"1 2 (+ 1 2)", "+3"},
+      {"'(a \"b\" #\\c 1.5)", "+(a \"b\" #\\c 1.5)"},
+      {"(let ((l (list 1))) (set-cdr! l l) l)", "+(1 . #0#)"},
+      {"(define-syntax twice (syntax-rules () ((_ x) (list x x)))) (twice 3)", "+(3 3)"},
+      {"(exit)", "+"},
+      {"(quit 0)", "+"},
+      {"(string-length (make-string 1000000 #\\x))", "+1000000"},
+      {"(define-module (scratch)) (use-modules (srfi srfi-1) (rnrs)) (fold + 0 '(1 2))", "+3"},
+  });
+  EXPECT_EQ(Eval("(make-string 5000 #\\x)").size(), 256U);
+  EXPECT_EQ(Eval("(iota 1000000)").size(), 256U);
+  EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(TextsTest, MessagesInWords) {
+  ExpectEach({
+      {"(car 5)", "-car: Wrong type (expecting pair): 5"},
+      {"no-such-thing", "-Unbound variable: no-such-thing"},
+      {"(error \"no such file:\" \"a\" 1)", "-no such file: \"a\" 1"},
+      {"(throw 'mine 1 \"a\")", "-uncaught mine 1 \"a\""},
+      {"(raise-exception 'odd)", "-uncaught odd"},
+      {"(exit 3)", "-the text ended by exit with 3"},
+      {"(if)", "-source expression failed to match any pattern in (if)"},
+      {"(let ((x)) x)", "-let: bad let in (let ((x)) x)"},
+      {"(display 1", "-unexpected end of input while searching for: )"},
+      {"(error \"long\" (iota 1000000))",
+       "-long (0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 29 30 "
+       "31 32 33 34 35 36 37 38 39 40 41 42 43 44 45 46 47 48 49 50 51 52 53 54 55 56 57 58 59 60 "
+       "61 62 63 64 65 66 67 68 69..."},
+  });
+}
+
+// A call on constants is applied at once, any other expression is expanded first.
+TEST_F(TextsTest, BothWaysOfACallAgree) {
+  Eval(
+      "(define (rest-of . all) all) (define var 1) (define-syntax mac (syntax-rules () ((_ x) "
+      "'x)))");
+  for (const char* call : {"(rest-of 1 \"a\" #\\b #t 'c '(d . e) 1/2 2.5)",
+                           "(rest-of)",
+                           "(rest-of '())",
+                           "(car 5)",
+                           "(car)",
+                           "(var 1)",
+                           "(nothing 1)",
+                           "(mac 1)",
+                           "(t-add 1 2)",
+                           "(t-add 1 \"a\")",
+                           "(t-add 1)",
+                           "(exit 4)",
+                           "(rest-of 1 . 2)",
+                           "(rest-of ())",
+                           "(rest-of 'a 'b . c)",
+                           "(quote 1)",
+                           "(string-append \"a\" 'b)",
+                           "(t-refuse)",
+                           "(values)",
+                           "(quote)",
+                           "(rest-of (quote 1 2))"}) {
+    const std::string fast = Eval(call);
+    EXPECT_EQ(fast, Eval(std::string("(begin ") + call + ")")) << call;
+  }
+  EXPECT_EQ(Eval("(define (vector-copy . all) 'mine) (vector-copy 1 2)"), "+mine");
+}
+
+TEST_F(TextsTest, NothingLeavesThroughAPrimitive) {
+  const std::string left = "the text tried to leave through the procedure that runs it";
+  const std::string barrier = "%continuation-call: invoking continuation would cross";
+  EXPECT_EQ(Eval("(call-with-prompt 'p (lambda () (t-eval \"(abort-to-prompt 'p 1)\")) "
+                 "(lambda (k . x) 'escaped))"),
+            "+\"-" + left + "\"");
+  // Two levels down, with a winder that has its say on the way.
+  EXPECT_EQ(Eval("(define out '()) (list (call-with-prompt 'p (lambda () (t-eval \"(t-eval "
+                 "\\\"(dynamic-wind (lambda () 0) (lambda () (abort-to-prompt 'p)) "
+                 "(lambda () (set! out 'wound)))\\\")\")) list) out)"),
+            "+(\"+\\\"-" + left + "\\\"\" wound)");
+  EXPECT_EQ(Eval("(define k 0) (call/cc (lambda (c) (set! k c) (t-eval \"(k 5)\")))").substr(0, 56),
+            ("+\"-" + barrier).substr(0, 56));
+  Eval("(t-eval \"(call/cc (lambda (c) (set! k c)))\")");
+  EXPECT_EQ(Eval("(k 5)").substr(0, 50), ("-" + barrier).substr(0, 50));
+  ExpectEach({
+      {"(with-exception-handler (lambda (e) 'mine) (lambda () (t-eval \"(raise-exception 'q)\")))",
+       "+\"-uncaught q\""},
+      {"(catch #t (lambda () (t-eval \"(car 7)\")) (lambda x 'caught))",
+       "+\"-car: Wrong type (expecting pair): 7\""},
+      {"(list (t-eval \"(exit)\") (t-eval \"(exit 1)\"))",
+       "+(\"+\" \"-the text ended by exit with 1\")"},
+      // A generator that yields into its own text, and one that would yield through the primitive.
+      {"(define (yield x) (abort-to-prompt 'gen x)) "
+       "(call-with-prompt 'gen (lambda () (+ 1 (yield 2))) (lambda (k x) (k (* 10 x))))",
+       "+21"},
+      {"(call-with-prompt 'gen (lambda () (t-eval \"(+ 1 (yield 2))\")) (lambda (k x) (k x)))",
+       "+\"-the text tried to leave through the procedure that runs it\""},
+      {"(+ 1 2)", "+3"},
+  });
+}
+
+TEST_F(TextsTest, AFailureIsToldOnceFromTheInnermostPlace) {
+  Eval("(list (t-eval \"(t-eval \\\"(car 1)\\\")\") 2)");
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_EQ(errors[0].text, "(car 1)");
+  EXPECT_EQ(errors[0].message, "car: Wrong type (expecting pair): 1");
+  EXPECT_EQ(errors[0].file, "");
+  errors.clear();
+  Eval("(begin (t-eval \"(car 1)\") (t-refuse))");
+  ASSERT_EQ(errors.size(), 2U);
+  EXPECT_EQ(errors[1].message, "t-refuse: refused its arguments");
+}
+
+TEST_F(TextsTest, TheTextListenerSeesEveryText) {
+  static std::string seen;
+  ScmVM::setTextListener([](void*, const char* text) { seen += std::string(text) + ";"; }, nullptr);
+  Eval("(t-eval \"1\")");
+  ScmVM::setTextListener(nullptr, nullptr);
+  EXPECT_EQ(seen, "(t-eval \"1\");1;");
+}
+
+TEST_F(TextsTest, TheBufferIsNeverOverrun) {
+  const char* const text = "(string #\\a #\\x3042 #\\b)";  // "a<82 A0>b" with its quotes
+  const char* const cut[] = {"",
+                             "",
+                             "\"",
+                             "\"a",
+                             "\"a",
+                             "\"a\x82\xA0",
+                             "\"a\x82\xA0"
+                             "b"};
+  for (long size = 0; size < 7; ++size) {
+    YStatus status{0};
+    char buffer[9];
+    std::memset(buffer, '#', sizeof buffer);
+    const long length = ScmVMExternal::ExecuteString(text, buffer, size, status);
+    EXPECT_TRUE(YStatusIsGood(status));
+    EXPECT_EQ(buffer[size], '#');
+    if (size == 0) continue;
+    EXPECT_STREQ(buffer, cut[size]) << size;
+    EXPECT_EQ(length, static_cast<long>(std::strlen(cut[size])));
+  }
+  YStatus status{0};
+  EXPECT_EQ(ScmVMExternal::ExecuteString("(car 1)", nullptr, 100, status), 0);
+  EXPECT_FALSE(YStatusIsGood(status));
+}
+
+class ScriptsTest : public EngineTest {
+ protected:
+  void SetUp() override {
+    EngineTest::SetUp();
+    char name[] = "/tmp/clui-engine-XXXXXX";
+    folder_ = mkdtemp(name);
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::string write(const char* name, const std::string& content) const {
+    std::filesystem::create_directories(std::filesystem::path(folder_ + "/" + name).parent_path());
+    std::ofstream(folder_ + "/" + name) << content;
+    return folder_ + "/" + name;
+  }
+
+  std::string folder_;
+};
+
+std::string PlaceInScript;
+
+void NotePlace(std::uint32_t, YStatus&) {
+  int line = 0;
+  ScmVM::place(PlaceInScript, line);
+  PlaceInScript += ":" + std::to_string(line);
+}
+
+TEST_F(ScriptsTest, FilesAreLoadedBesideTheOneThatAsks) {
+  ScmVM::bindProcedure("note-place", &NotePlace, 0, 0);
+  write("sub/inner.scm", "(note-place)\n(define inner \"\xE3\x81\x82\")");
+  const std::string outer =
+      write("outer.scm", "; first\n\n(load \"sub/inner.scm\")\n(define done #t)");
+  ASSERT_EQ(ScmVM::loadFile(outer.c_str()), 1U);
+  EXPECT_EQ(Eval("(list done inner)"), "+(#t \"\x82\xA0\")");
+  EXPECT_EQ(PlaceInScript, folder_ + "/sub/inner.scm:1");
+  Eval("(note-place)");
+  EXPECT_EQ(PlaceInScript, ":0");
+}
+
+TEST_F(ScriptsTest, ErrorsCarryTheirPlace) {
+  write("inner.scm", "(define x 1)\n\n  (car x)\n");
+  const struct {
+    const char* content;
+    const char* file;
+    int line;
+    int column;
+    const char* message;
+  } cases[] = {
+      {"(define a 1)\n  (car a)", "", 2, 3, "car: Wrong type (expecting pair): 1"},
+      {"1\n(load \"inner.scm\")", "inner.scm", 3, 3, "car: Wrong type (expecting pair): 1"},
+      {"1\n(catch #t (lambda () (load \"inner.scm\")) (lambda x 0)) (car 2)", "", 2, 56,
+       "car: Wrong type (expecting pair): 2"},
+      {"1\n(begin\n  (let ((x)) 1))", "", 3, 3, "let: bad let in (let ((x)) 1)"},
+      {"1\n(+ 1", "", 2, 5, "unexpected end of input while searching for: )"},
+      {"1\n\xFF", "", 0, 0, "FILE is no UTF-8 in line 2"},
+      {"1\n\n(load \"case.scm\")", "", 3, 1, "the recursion is too deep"},
+      {"(load \"nothing.scm\")", "", 1, 1,
+       "cannot read FOLDER/nothing.scm: No such file or directory"},
+  };
+  for (const auto& c : cases) {
+    errors.clear();
+    const std::string file = write("case.scm", c.content);
+    EXPECT_EQ(ScmVM::loadFile(file.c_str()), 0U);
+    ASSERT_EQ(errors.size(), 1U) << c.content;
+    std::string message = errors[0].message;
+    if (const auto at = message.find(file); at != std::string::npos) {
+      message.replace(at, file.size(), "FILE");
+    }
+    if (const auto at = message.find(folder_); at != std::string::npos) {
+      message.replace(at, folder_.size(), "FOLDER");
+    }
+    EXPECT_EQ(message, c.message);
+    EXPECT_EQ(errors[0].line, c.line) << c.content;
+    EXPECT_EQ(errors[0].column, c.column) << c.content;
+    if (c.line > 0) {
+      EXPECT_EQ(errors[0].file, *c.file == '\0' ? file : folder_ + "/" + c.file);
+    }
+    EXPECT_EQ(errors[0].text, "");
+  }
+}
+
+// What scripts print and what C++ prints arrives in the order in which it was written.
+void SayInCpp(std::uint32_t, YStatus&) {
+  std::fputs("[c++]", stdout);
+}
+
+TEST_F(ScriptsTest, OutputKeepsItsOrder) {
+  ScmVM::bindProcedure("say", &SayInCpp, 0, 0);
+  std::fflush(stdout);
+  const std::string name = write("out", "");
+  const int saved = dup(1);
+  std::FILE* const out = std::fopen(name.c_str(), "w");
+  dup2(fileno(out), 1);
+  std::fputs("a", stdout);
+  Eval("(display \"b\x82\xA0\") (say) (display \"c\\n\") (say)");
+  std::fputs("d", stdout);
+  Eval("(display \"e\") (car 1)");
+  std::fputs("f", stdout);
+  std::fflush(stdout);
+  dup2(saved, 1);
+  close(saved);
+  std::fclose(out);
+  std::ifstream in(name);
+  const std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  EXPECT_EQ(content, "ab\xE3\x81\x82[c++]c\n[c++]def");
+}
+
+}  // namespace
