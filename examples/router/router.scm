@@ -1,0 +1,666 @@
+;;; The configuration line of a small router: interfaces, addresses, routes, access lists, pools,
+;;; users, and `show` in many forms. The router itself is simulated.
+;;;
+;;;     clui router.scm office.cmd        sets up the router of a small office and shows it
+;;;     clui router.scm                   reads what you type; `help` lists the commands, and `?`
+;;;                                       the words that can come next
+;;;
+;;; This file shows how a language with modes, questions and abbreviations is made out of tables. It
+;;; has five parts: words, commands, modes and their syntax, questions, and words that work
+;;; anywhere. The settings and their checks are in device.scm, what is printed in show.scm.
+
+(load "device.scm")
+(load "show.scm")
+
+(define parser (clui-parser-new 0)) ; the first parser that a script makes gets the text
+
+;;; 1. Words -------------------------------------------------------------------------------------
+;;;
+;;; A word with a value ends in ":", and so do its short forms: `address:`, `addr:`. A word without
+;;; one has no ":". The two may be as alike as they please: `ip address: 10.0.0.1/24` sets what
+;;; `no ip address` takes away, and `show ip route` lists what `show ip route: 10.0.0.9` asks for
+;;; one address.
+
+(define a-text 1)
+(define a-whole 3)
+
+(define words (make-hash-table)) ; name -> (id value explanation)
+(define forms (make-hash-table)) ; each text that stands for a word -> the word's name
+
+;; Each text must stand for one word. The dictionary would not always say so: a short form of a
+;; longer word goes before the full name of a shorter one, in silence.
+(define (claim! form name)
+  (let ((owner (hash-ref forms form)))
+    (if owner (error "two words answer to one text:" form owner name))
+    (hash-set! forms form name)))
+
+(define (check-id id name)
+  (if (zero? id) (error "this word cannot be added:" name) id))
+
+;; The beginnings of a text, from `shortest` letters on, without the text itself.
+(define (beginnings text shortest)
+  (map (lambda (n) (substring text 0 n)) (iota (- (string-length text) shortest) shortest)))
+
+;; Declares a word and its shortest form, with a line for `?`.
+(define (word name shortest explanation)
+  (for-each (lambda (form) (claim! form name)) (beginnings name (string-length shortest)))
+  (claim! name name)
+  (hash-set! words name
+             (list (check-id (clui-token parser name shortest) name) "" explanation)))
+
+;; Another name for the same word: it shares the id, so each syntax that takes the one takes both.
+(define (also name other)
+  (claim! other name)
+  (check-id (clui-token parser (id-of name) other) other))
+
+;; Declares a word with values. Such a word has no abbreviation of its own, so each short form is
+;; another name. `value` is how the values are written, for `?` and `help`.
+(define (value-word name shortest value explanation . types)
+  (let ((id (check-id (apply clui-token parser name types) name))
+        (stem (string-drop-right name 1)))
+    (claim! name name)
+    (hash-set! words name (list id value explanation))
+    (for-each (lambda (beginning)
+                (let ((form (string-append beginning ":")))
+                  (claim! form name)
+                  (check-id (apply clui-token parser id form types) form)))
+              (beginnings stem (1- (string-length shortest))))))
+
+(define (known-word name) (or (hash-ref words name) (error "no such word:" name)))
+(define (id-of name) (first (known-word name)))
+(define (value-of name) (second (known-word name)))
+(define (explanation-of name) (third (known-word name)))
+
+(for-each
+ (lambda (row) (apply word row))
+ '(("access" "ac" "access lists, which say what may pass")
+   ("address" "addr" "the address of the interface")
+   ("all" "all" "all ports")
+   ("auto" "au" "agreed upon with the other side")
+   ("banner" "ba" "the text that greets at the start")
+   ("cancel" "can" "gives up the command that is half typed")
+   ("clock" "clo" "date and time")
+   ("configure" "conf" "changes the settings")
+   ("contact" "con" "whom to ask about the device")
+   ("copy" "cop" "copies one configuration over another")
+   ("deny" "den" "does not let it pass")
+   ("description" "desc" "what the interface is for")
+   ("dhcp" "dh" "pools of addresses that are given out")
+   ("discard" "disc" "throws the packets away")
+   ("dns" "dn" "names of machines")
+   ("domain" "dom" "the domain of this device")
+   ("duplex" "dup" "whether both sides may speak at once")
+   ("end" "en" "back to the outermost mode")
+   ("erase" "era" "forgets a configuration")
+   ("established" "est" "packets that answer others only")
+   ("exit" "ex" "back by one mode")
+   ("forwarding" "forw" "passing packets on between interfaces")
+   ("full" "fu" "both sides at once")
+   ("gateway" "gate" "the way out that clients are told")
+   ("half" "ha" "one side at a time")
+   ("help" "he" "lists the commands of this mode")
+   ("helper" "helper" "where requests for addresses are passed on to")
+   ("hostname" "ho" "the name of this device")
+   ("http" "ht" "the web page of the device")
+   ("icmp" "ic" "ICMP, ping and the like")
+   ("in" "in" "packets that come in")
+   ("interface" "int" "the interfaces")
+   ("ip" "ip" "addresses and routes, or: all protocols")
+   ("lease" "lea" "for how long an address is given out")
+   ("level" "lev" "how much is logged")
+   ("lists" "lis" "all access lists")
+   ("location" "loc" "where the device stands")
+   ("logging" "log" "what is told to other machines")
+   ("lookup" "look" "asking for the addresses of names")
+   ("mtu" "mt" "the size of the largest packet")
+   ("no" "no" "takes a setting away, or answers a question")
+   ("ntp" "nt" "machines that know the time")
+   ("out" "ou" "packets that go out")
+   ("permit" "pe" "lets it pass")
+   ("range" "ran" "the addresses that are given out")
+   ("read" "rea" "may look")
+   ("reload" "rel" "starts the device anew")
+   ("renumber" "ren" "numbers the rules 10, 20, 30 and so on")
+   ("route" "ro" "the ways to other networks")
+   ("running" "ru" "the configuration in force")
+   ("secondary" "sec" "further addresses of the interface")
+   ("service" "ser" "what the device offers: http, ssh, telnet")
+   ("show" "sh" "shows settings and state")
+   ("shutdown" "shut" "takes the interface out of use")
+   ("snmp" "sn" "questions by machines that watch over others")
+   ("speed" "sp" "megabits in a second")
+   ("ssh" "ss" "the secure shell")
+   ("startup" "st" "the configuration that a reload brings back")
+   ("tcp" "tc" "TCP, connections")
+   ("telnet" "tel" "the shell that is not secure")
+   ("terminal" "t" "from here, by typing")
+   ("test" "tes" "asks what would become of a packet")
+   ("udp" "ud" "UDP, single packets")
+   ("user" "u" "who may use the device")
+   ("version" "ve" "what this device is")
+   ("write" "w" "saves the settings, or: may change them")
+   ("yes" "y" "answers a question")
+   ("zone" "zo" "the time zone")))
+
+;; What is one thing in `interface ethernet: 0` is several in `show interfaces`.
+(also "interface" "interfaces")
+(also "service" "services")
+(also "user" "users")
+
+(for-each
+ (lambda (row) (apply value-word row))
+ `(("address:" "addr:" "ADDRESS/LENGTH" "the address and its network: 10.0.0.1/24" ,a-text)
+   ("at:" "at:" "NUMBER" "the number of the rule that follows" ,a-whole)
+   ("banner:" "ban:" "TEXT" "the text that greets at the start" ,a-text)
+   ("community:" "com:" "TEXT" "the word that lets others ask" ,a-text)
+   ("contact:" "con:" "TEXT" "whom to ask about the device" ,a-text)
+   ("date:" "dat:" "YYYY-MM-DD" "the date" ,a-text)
+   ("description:" "desc:" "TEXT" "what the interface is for" ,a-text)
+   ("digest:" "dig:" "DIGITS" "a secret, as `show running` writes it" ,a-text)
+   ("distance:" "dist:" "NUMBER" "how far it is; the smaller one wins" ,a-whole)
+   ("domain:" "dom:" "NAME" "the name of the domain" ,a-text)
+   ("ethernet:" "eth:" "NUMBER" "an Ethernet port, 0 to 3" ,a-whole)
+   ("file:" "fil:" "NAME" "a file" ,a-text)
+   ("from:" "fr:" "NETWORK" "where it comes from: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
+   ("gateway:" "gate:" "ADDRESS" "the way out that clients are told" ,a-text)
+   ("helper:" "hel:" "ADDRESS" "where requests for addresses are passed on to" ,a-text)
+   ("host:" "ho:" "ADDRESS" "a machine that is told" ,a-text)
+   ("hostname:" "hostn:" "NAME" "the name of this device" ,a-text)
+   ("in:" "in:" "LIST" "an access list for packets that come in" ,a-text)
+   ("lease:" "lea:" "HOURS" "for how long an address is given out" ,a-whole)
+   ("level:" "lev:" "NUMBER" "how much is logged, 0 to 7" ,a-whole)
+   ("list:" "lis:" "NAME" "an access list" ,a-text)
+   ("location:" "loc:" "TEXT" "where the device stands" ,a-text)
+   ("loopback:" "loo:" "NUMBER" "an address of the device itself, 0 to 99" ,a-whole)
+   ("mtu:" "mt:" "BYTES" "the size of the largest packet" ,a-whole)
+   ("name:" "na:" "NAME" "a user" ,a-text)
+   ("network:" "net:" "NETWORK/LENGTH" "the network: 10.0.0.0/24" ,a-text)
+   ("out:" "ou:" "LIST" "an access list for packets that go out" ,a-text)
+   ("pool:" "po:" "NAME" "a pool of addresses" ,a-text)
+   ("port:" "port:" "NUMBER" "one port" ,a-whole)
+   ("ports:" "ports:" "FIRST, LAST" "all ports between two" ,a-whole ,a-whole)
+   ("privilege:" "priv:" "NUMBER" "how much the user may, 0 to 15" ,a-whole)
+   ("range:" "ran:" "FIRST, LAST" "the addresses that are given out" ,a-text ,a-text)
+   ("remark:" "rem:" "TEXT" "a note among the rules" ,a-text)
+   ("route:" "ro:" "NETWORK/LENGTH" "a network, or in `show` an address in it" ,a-text)
+   ("secondary:" "sec:" "ADDRESS/LENGTH" "a further address of the interface" ,a-text)
+   ("secret:" "secr:" "TEXT" "what the user has to know" ,a-text)
+   ("server:" "ser:" "ADDRESS" "a machine that answers" ,a-text)
+   ("speed:" "sp:" "NUMBER" "megabits in a second: 10, 100, 1000" ,a-whole)
+   ("time:" "ti:" "HH:MM:SS" "the time of day" ,a-text)
+   ("to:" "to:" "NETWORK" "where it goes: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
+   ("via:" "vi:" "ADDRESS" "the next router on the way" ,a-text)
+   ("vlan:" "vl:" "NUMBER" "a virtual network, 1 to 4094" ,a-whole)
+   ("zone:" "zo:" "NAME, HOURS" "the time zone, hours ahead of UTC" ,a-text ,a-whole)))
+
+;; A one-character word stands for itself, wherever it is: `show ?`, and `sh?` as well.
+(define question-mark (check-id (clui-token parser #\?) "?"))
+(hash-set! words "?" (list question-mark "" "lists the words that can come next"))
+
+;;; 2. Commands ----------------------------------------------------------------------------------
+;;;
+;;; A command is over at the first word behind which nothing more is needed; ends of line mean
+;;; nothing. So each command ends with a word of its own, or with a value, and no command is the
+;;; beginning of another one. What is optional stands in front (`distance:`) or has two commands.
+;;;
+;;; The code behind a command is a template, and what a user typed never becomes a part of it: text
+;;; and numbers are fetched as values. n counts the words of the command; -1 is the last one.
+
+;; The values of word n. Behind a comma there may be more of them than the word declares; they
+;; would be lost in silence.
+(define (args n most)
+  (let loop ((k 0))
+    (let ((value (token-argument parser n k)))
+      (cond ((not value) '())
+            ((= k most) (refuse "there is a value too many: " (value-text value)))
+            (else (cons value (loop (1+ k))))))))
+
+(define (arg n) (first (args n 1)))
+
+;; A block may have its mask as a second value: `address: 10.0.0.1, 255.255.255.0`.
+(define (block n) (args n 2))
+
+;; A command: its words, its code, and a line for `help` (#f: not listed there).
+(define (command text code help) (list (string-split text #\space) code help))
+
+;; Code behind the first words of other commands.
+(define (step text code) (list (string-split text #\space) code 'step))
+
+(define row-words first)
+(define row-code second)
+(define row-help third)
+(define (step? row) (eq? (row-help row) 'step))
+
+(define show-commands
+  (list
+   (command "show access list:" "(show-list (arg -1))" "one access list")
+   (command "show access lists" "(show-lists)" "all access lists")
+   (command "show banner" "(say (or (setting 'banner) \"there is no banner\"))" "the banner")
+   (command "show clock" "(show-clock)" "date and time")
+   (command "show dhcp" "(show-pools)" "the pools of addresses")
+   (command "show dns" "(show-names)" "names and the servers for them")
+   (command "show ethernet:" "(show-interface 'ethernet (arg -1))" "one Ethernet port")
+   (command "show interface" "(show-interfaces)" "all interfaces")
+   (command "show ip interface" "(show-ip-interfaces)" "all addresses of interfaces")
+   (command "show ip route" "(show-routes)" "all routes")
+   (command "show ip route:" "(show-route-to (arg -1))" "the way to one address")
+   (command "show logging" "(show-logging)" "what is logged, and where")
+   (command "show loopback:" "(show-interface 'loopback (arg -1))" "one loopback")
+   (command "show ntp" "(show-time-servers)" "the time zone and the servers")
+   (command "show running" "(print-configuration (configuration))" "the settings, as commands")
+   (command "show service" "(show-services)" "what the device offers")
+   (command "show snmp" "(show-snmp)" "who may ask this device")
+   (command "show startup" "(show-startup)" "what was saved, as commands")
+   (command "show user" "(show-users)" "who may use the device")
+   (command "show version" "(show-version)" "what this device is")
+   (command "show vlan:" "(show-interface 'vlan (arg -1))" "one virtual network")))
+
+(define (verdict-command protocol port?)
+  (command (string-append "test list: " protocol " from: to:" (if port? " port:" ""))
+           (string-append "(show-verdict (arg 1) '" protocol
+                          (if port? " (arg -3) (arg -2) (arg -1))" " (arg -2) (arg -1) #f)"))
+           "what a list says about a packet"))
+
+(define exec-commands
+  (list
+   (command "clock date: time:" "(set-clock! (arg -2) (arg -1))" "sets the clock")
+   (command "configure terminal" "(enter! 'config)" "changes the settings")
+   (command "copy running file:" "(save-configuration (arg -1))" "writes the settings to a file")
+   (command "copy running startup" "(save!)" "saves the settings for the next start")
+   (command "copy startup running" "(restore!)" "takes the saved settings back")
+   (command "erase startup" "(ask-to-erase!)" "forgets what was saved; asks")
+   (command "exit" "(refuse \"this is the outermost mode; the end of the input ends the session\")"
+            #f)
+   (command "reload" "(ask-to-reload!)" "starts the device anew; asks")
+   (verdict-command "icmp" #f)
+   (verdict-command "tcp" #t)
+   (verdict-command "udp" #t)
+   (command "write" "(save!)" "the same as copy running startup")))
+
+(define answers
+  (list
+   (command "yes" "(answer! #t)" #f)
+   (command "no" "(answer! #f)" #f)))
+
+;; Where settings are changed, `no` begins commands of its own. Its code then answers a question if
+;; there is one; the frame that it came in goes with the question.
+(define leaving
+  (list
+   (command "end" "(enter! 'exec)" "back to the outermost mode")
+   (command "exit" "(leave!)" "back by one mode")
+   (command "yes" "(answer! #t)" #f)
+   (step "no" "(if question (answer! #f))")))
+
+;; These open a section of the settings; they are there in the sections, too.
+(define openers
+  (list
+   (command "access list:" "(open-list! (arg -1))" "begins or changes an access list")
+   (command "dhcp pool:" "(open-pool! (arg -1))" "begins or changes a pool")
+   (command "interface ethernet:" "(open-interface! 'ethernet (arg -1))"
+            "changes an Ethernet port")
+   (command "interface loopback:" "(open-interface! 'loopback (arg -1))"
+            "begins or changes a loopback")
+   (command "interface vlan:" "(open-interface! 'vlan (arg -1))"
+            "begins or changes a virtual network")))
+
+(define config-commands
+  (list
+   (command "banner:" "(set-to! 'banner (note-of (arg -1)))" "greets with a text")
+   (command "clock zone:" "(set-zone! (args -1 2))" "sets the time zone")
+   (command "dns lookup" "(set-to! 'lookup #t)" "asks for the addresses of names")
+   (command "dns server:" "(include! 'dns (host-of (arg -1)))" "adds a server for names")
+   (command "domain:" "(set-to! 'domain (name-of \"a domain\" (arg -1)))" "names the domain")
+   (command "hostname:" "(set-to! 'hostname (name-of \"a device\" (arg -1)))"
+            "names the device")
+   (command "ip forwarding" "(set-to! 'forwarding #t)" "passes packets on")
+   (command "ip route: discard" "(add-route! (block -2) #f 1)" "throws packets away")
+   (command "ip route: distance: via:"
+            "(add-route! (block -3) (host-of (arg -1)) (arg -2))" "the same, less preferred")
+   (command "ip route: via:" "(add-route! (block -2) (host-of (arg -1)) 1)"
+            "sends packets for a network on")
+   (command "logging host:" "(include! 'log-hosts (host-of (arg -1)))" "logs to a machine")
+   (command "logging level:" "(set-to! 'log-level (within \"a level\" 0 (arg -1) 7))"
+            "says how much is logged")
+   (command "ntp server:" "(include! 'ntp (host-of (arg -1)))" "adds a server for the time")
+   (command "service http" "(include! 'services \"http\")" "offers the web page")
+   (command "service ssh" "(include! 'services \"ssh\")" "offers the secure shell")
+   (command "service telnet" "(include! 'services \"telnet\")" "offers the other shell")
+   (command "snmp community: read" "(set-community! (arg -2) \"read\")" "lets others look")
+   (command "snmp community: write" "(set-community! (arg -2) \"write\")" "lets others change")
+   (command "snmp contact:" "(set-to! 'contact (note-of (arg -1)))" "says whom to ask")
+   (command "snmp location:" "(set-to! 'location (note-of (arg -1)))" "says where it stands")
+   (command "user name: privilege: digest:"
+            "(set-user! (arg 1) (arg 2) (check-digest (arg 3)))" "the same, from a listing")
+   (command "user name: privilege: secret:"
+            "(set-user! (arg 1) (arg 2) (digest-of (arg 1) (secret-of (arg 3))))"
+            "lets somebody use the device")
+   (step "user name: privilege:" "(ask-about-privilege! (arg 1) (arg 2))")
+
+   (command "no access list:" "(ask-to-drop-list! (arg -1))" "drops a list; asks if it is used")
+   (command "no banner" "(set-to! 'banner #f)" "greets nobody")
+   (command "no clock zone" "(set-to! 'zone '(\"UTC\" 0))" "back to UTC")
+   (command "no dhcp pool:" "(drop-named! 'pools \"pool\" (arg -1))" "drops a pool")
+   (command "no dns lookup" "(set-to! 'lookup #f)" "does not ask for names")
+   (command "no dns server:" "(exclude! 'dns (host-of (arg -1)) (arg -1))" "drops a server")
+   (command "no domain" "(set-to! 'domain #f)" "has no domain")
+   (command "no hostname" "(set-to! 'hostname \"router\")" "is called router again")
+   (command "no interface loopback:" "(drop-interface! 'loopback (arg -1))" "drops a loopback")
+   (command "no interface vlan:" "(drop-interface! 'vlan (arg -1))" "drops a virtual network")
+   (command "no ip forwarding" "(set-to! 'forwarding #f)" "passes nothing on")
+   (command "no ip route:" "(drop-routes! (block -1))" "drops the routes to a network")
+   (command "no logging host:" "(exclude! 'log-hosts (host-of (arg -1)) (arg -1))"
+            "logs there no more")
+   (command "no logging level" "(set-to! 'log-level 6)" "logs as at first")
+   (command "no ntp server:" "(exclude! 'ntp (host-of (arg -1)) (arg -1))" "drops a server")
+   (command "no service http" "(exclude! 'services \"http\" \"http\")" "stops offering it")
+   (command "no service ssh" "(exclude! 'services \"ssh\" \"ssh\")" "stops offering it")
+   (command "no service telnet" "(exclude! 'services \"telnet\" \"telnet\")"
+            "stops offering it")
+   (command "no snmp community:" "(drop-community! (arg -1))" "answers it no more")
+   (command "no snmp contact" "(set-to! 'contact #f)" "names nobody")
+   (command "no snmp location" "(set-to! 'location #f)" "tells no place")
+   (command "no user name:" "(drop-named! 'users \"user\" (arg -1))" "drops a user")))
+
+(define interface-commands
+  (list
+   (command "access in:" "(attach-list! 'in (arg -1))" "a list for what comes in")
+   (command "access out:" "(attach-list! 'out (arg -1))" "a list for what goes out")
+   (command "description:" "(set-here! 'description (note-of (arg -1)))" "says what it is for")
+   (command "duplex auto" "(set-duplex! \"auto\")" "agrees with the other side")
+   (command "duplex full" "(set-duplex! \"full\")" "both sides at once")
+   (command "duplex half" "(set-duplex! \"half\")" "one side at a time")
+   (command "ip address:" "(set-address! (block -1))" "gives it its address")
+   (command "ip helper:" "(set-here! 'helper (host-of (arg -1)))" "passes DHCP requests on")
+   (command "ip secondary:" "(add-secondary! (block -1))" "gives it a further address")
+   (command "mtu:" "(set-here! 'mtu (within \"an MTU\" 68 (arg -1) 9216))"
+            "sets the largest packet")
+   (command "shutdown" "(set-here! 'up #f)" "takes it out of use")
+   (command "speed auto" "(set-speed! \"auto\")" "agrees with the other side")
+   (command "speed:" "(set-speed! (arg -1))" "sets the speed")
+
+   (command "no access in" "(set-here! 'in #f)" "lets all come in")
+   (command "no access out" "(set-here! 'out #f)" "lets all go out")
+   (command "no description" "(set-here! 'description #f)" "says nothing")
+   (command "no ip address" "(clear-address!)" "has no address")
+   (command "no ip helper" "(set-here! 'helper #f)" "passes no requests on")
+   (command "no ip secondary:" "(drop-secondary! (block -1))" "drops a further address")
+   (command "no mtu" "(set-here! 'mtu 1500)" "back to 1500")
+   (command "no shutdown" "(set-here! 'up #t)" "puts it into use")))
+
+;; What can stand behind a protocol: the words, the code of the ports, and where `to:` stands
+;; counted from the end.
+(define port-endings
+  '((" all" "#f" -2 "all ports")
+    (" port:" "(port-range (list (arg -1) (arg -1)))" -2 "one port")
+    (" ports:" "(port-range (args -1 2))" -2 "some ports")))
+(define tcp-endings
+  (append port-endings '((" established" "'established" -2 "answers only"))))
+(define no-ending '(("" "#f" -1 "")))
+
+(define (rule-command front number action protocol ending)
+  (let ((to (third ending)))
+    (command
+     (string-append front action " " protocol " from: to:" (first ending))
+     (text-of (list "(add-rule! " number " '" action " '" protocol
+                    " (side-of (block " (1- to) ")) (side-of (block " to ")) " (second ending)
+                    ")"))
+     (and (string-null? front)
+          (string-append (if (string=? action "permit") "lets " "keeps ")
+                         (if (string=? protocol "ip") "everything" (string-upcase protocol))
+                         (if (string=? action "permit") " through" " out")
+                         (if (string-null? (fourth ending)) "" ", ")
+                         (fourth ending))))))
+
+(define (rule-commands front number)
+  (append-map
+   (lambda (action)
+     (append-map
+      (lambda (protocol endings)
+        (map (lambda (ending) (rule-command front number action protocol ending)) endings))
+      '("tcp" "udp" "icmp" "ip")
+      (list tcp-endings port-endings no-ending no-ending)))
+   '("permit" "deny")))
+
+(define list-commands
+  (append
+   (rule-commands "" "#f")
+   (rule-commands "at: " "(arg 0)")
+   (list
+    (command "at: remark:" "(add-rule! (arg 0) 'remark (note-of (arg -1)) #f #f #f)"
+             "at: NUMBER goes in front of a rule to give it its place")
+    (command "remark:" "(add-rule! #f 'remark (note-of (arg -1)) #f #f #f)" "adds a note")
+    (command "renumber" "(renumber!)" "numbers the rules by tens")
+    (command "no at:" "(drop-rule! (arg -1))" "drops a rule"))))
+
+(define pool-commands
+  (list
+   (command "domain:" "(set-here! 'domain (name-of \"a domain\" (arg -1)))"
+            "the domain that clients are told")
+   (command "gateway:" "(set-here! 'gateway (in-pool (host-of (arg -1))))"
+            "the way out that they are told")
+   (command "lease:" "(set-here! 'lease (within \"a lease\" 1 (arg -1) 8760))"
+            "for how long they have an address")
+   (command "network:" "(set-pool-network! (block -1))" "the network; say this first")
+   (command "range:" "(set-pool-range! (args -1 2))" "the addresses that are given out")
+   (command "server:" "(add-pool-server! (arg -1))" "a server for names that they are told")
+
+   (command "no domain" "(set-here! 'domain #f)" "tells no domain")
+   (command "no gateway" "(set-here! 'gateway #f)" "tells no way out")
+   (command "no lease" "(set-here! 'lease 24)" "back to a day")
+   (command "no range" "(set-here! 'range #f)" "gives nothing out")
+   (command "no server:" "(drop-pool-server! (arg -1))" "tells that server no more")))
+
+(define (set-zone! values)
+  (set-to! 'zone (list (name-of "a time zone" (first values))
+                       (within "a time zone" -12 (second values) 14))))
+
+(define (set-community! text access)
+  (let ((others (alist-delete (note-of text) (setting 'communities))))
+    (check-room others)
+    (set-to! 'communities (append others (list (cons text access))))))
+
+(define (drop-community! text)
+  (if (not (assoc text (setting 'communities))) (refuse "there is no community " (quoted text)))
+  (set-to! 'communities (alist-delete text (setting 'communities))))
+
+(define (drop-named! table what name) (drop-entry! table (known table what name)))
+
+(define (drop-pool-server! text)
+  (let ((address (host-of text)))
+    (if (not (member address (of (this) 'servers))) (refuse text " is not there"))
+    (set-here! 'servers (delete address (of (this) 'servers)))))
+
+(define (open-interface! kind number)
+  (open-section! 'interfaces (interface-name kind number) (fresh-interface kind))
+  (enter! 'interface))
+
+(define (open-list! name)
+  (open-section! 'lists (name-of "an access list" name) '((rules . ())))
+  (enter! 'list))
+
+(define (open-pool! name)
+  (open-section! 'pools (name-of "a pool" name) fresh-pool)
+  (enter! 'pool))
+
+(define (save!)
+  (set! startup running)
+  (say "saved"))
+
+(define (restore!)
+  (if (not startup) (refuse "nothing was saved yet"))
+  (set! running startup))
+
+;;; 3. Modes and their syntax --------------------------------------------------------------------
+;;;
+;;; A mode is a syntax of its own, set when the mode begins. The other way would be one syntax for
+;;; all, and code that refuses what belongs to another mode; but completion, `?` and the message
+;;; about a word out of place all read the syntax, and would offer what is refused a moment later.
+;;;
+;;; To set a syntax costs two things. It drops the half-typed command and all frames: here that
+;;; does no harm, since a mode only changes at the end of a command. And it drops the words that
+;;; work anywhere: they are declared again each time.
+
+(define modes
+  `((exec . ,(append exec-commands show-commands answers))
+    (config . ,(append openers config-commands show-commands leaving))
+    (interface . ,(append interface-commands openers show-commands leaving))
+    (list . ,(append list-commands openers show-commands leaving))
+    (pool . ,(append pool-commands openers show-commands leaving))))
+
+(define mode #f)
+
+(define (enter! new-mode)
+  (if (memq new-mode '(exec config)) (set! section #f))
+  (when (not (eq? new-mode mode))
+    (set! mode new-mode)
+    (clui-set-syntax parser (syntax-of (assq-ref modes mode) #t))
+    (declare-words-for-anywhere!)))
+
+(define (leave!) (enter! (if (eq? mode 'config) 'exec 'config)))
+
+;; Commands that begin with the same words share them: where two nodes of a syntax take the same
+;; word, taking a word back (as each word does that works anywhere) finds the way on behind the one
+;; of them only. So a syntax is a tree: one node for each word that can come at a place. Fragments
+;; are used up where they are used; this makes new ones each time.
+(define (syntax-of rows first?)
+  (let ((choices (map (lambda (group) (choice-of (car group) (cdr group) first?))
+                      (by-first-word rows))))
+    (if (null? (cdr choices)) (car choices) (apply clui-oneof choices))))
+
+(define (choice-of name rows first?)
+  (let* ((here (find (lambda (row) (null? (cdr (row-words row)))) rows))
+         (rest (map (lambda (row) (cons (cdr (row-words row)) (cdr row)))
+                    (delete here rows eq?)))
+         (parts (append (if first? (list (priority-of name)) '())
+                        (list (id-of name))
+                        (if here (list (row-code here)) '())
+                        (if (null? rest) '() (list (syntax-of rest #f))))))
+    (if (and here (not (step? here)) (pair? rest))
+        (error "a command is over before its last word:" name rest))
+    (apply clui-syntax parts)))
+
+;; ((word . rows)...), the words in the order of their first coming.
+(define (by-first-word rows)
+  (fold-right
+   (lambda (name groups)
+     (acons name (filter (lambda (row) (string=? name (car (row-words row)))) rows) groups))
+   '()
+   (delete-duplicates (map (lambda (row) (car (row-words row))) rows))))
+
+;;; 4. Questions ---------------------------------------------------------------------------------
+;;;
+;;; A question pushes a frame: what is typed next is a command of its own, and the one that asked
+;;; waits below, half typed or finished. Priorities see to it that an answer is all that can come
+;;; in between: each command lets only those up to 10 interrupt it, and of those there are two.
+;;; What is no answer is refused, and the question stays open.
+
+(define (priority-of name)
+  (if (member name '("yes" "no")) (clui-priority 10 10) (clui-priority 127 10)))
+
+(define question #f) ; (procedure of the answer . whether a half-typed command waits)
+
+(define (ask! text half-typed? then)
+  (say text " (yes or no)")
+  (set! question (cons then half-typed?))
+  (clui-push parser))
+
+;; The frame of a finished command is reset by hand: it was left when the question came. After a
+;; `no`, a half-typed one is given up as well.
+(define (answer! yes?)
+  (if (not question) (refuse "there is no question to answer"))
+  (let ((then (car question))
+        (goes-on? (and (cdr question) yes?)))
+    (set! question #f)
+    (clui-pop parser)
+    (if (not goes-on?) (clui-reset parser))
+    (if yes? (then) (say "left as it was"))))
+
+(define (ask-to-reload!)
+  (ask! (if (saved?) "Reload?" "There are changes that were not saved. Reload all the same?")
+        #f reload!))
+
+(define (reload!)
+  (set! running (or startup fresh-settings))
+  (say "reloaded")
+  (if (setting 'banner) (say (setting 'banner))))
+
+(define (ask-to-erase!)
+  (if (not startup) (refuse "nothing was saved yet"))
+  (ask! "Forget what was saved?" #f (lambda () (set! startup #f))))
+
+(define (ask-to-drop-list! name)
+  (let ((used-by (users-of-list (known 'lists "access list" name))))
+    (if (null? used-by)
+        (drop-list! name)
+        (ask! (text-of (list "It is used by " (joined (map interface-text used-by))
+                             ". Remove it there, too?"))
+              #f (lambda () (drop-list! name))))))
+
+;; This one comes in the middle of a command, which goes on behind a `yes`.
+(define (ask-about-privilege! name privilege)
+  (let ((user (entry 'users name)))
+    (if (and user (not (= privilege (of user 'privilege))))
+        (ask! (text-of (list name " has the privilege " (of user 'privilege)
+                             ". Change it to " privilege "?"))
+              #t (lambda () #t)))))
+
+;;; 5. Words that work anywhere ------------------------------------------------------------------
+;;;
+;;; Such a word stays in the line and would shift the numbers of the others, so each takes itself
+;;; back before anything else.
+
+(define (aside procedure)
+  (clui-delete-last parser)
+  (procedure))
+
+(define (declare-words-for-anywhere!)
+  (clui-indefinite-syntax parser question-mark "(aside list-words)")
+  (clui-indefinite-syntax parser (id-of "help") "(aside list-commands-of-mode)")
+  (clui-indefinite-syntax parser (id-of "cancel") "(aside cancel!)"))
+
+(define (cancel!)
+  (if question (answer! #f) (clui-reset parser)))
+
+(define (prompt)
+  (string-append
+   (setting 'hostname)
+   (cond (section (string-append "(" (section-text) ")"))
+         ((eq? mode 'config) "(config)")
+         (else ""))
+   "#"))
+
+(define (section-text)
+  (case (car section)
+    ((interfaces) (interface-text (cdr section)))
+    ((lists) (string-append "list " (cdr section)))
+    (else (string-append "pool " (cdr section)))))
+
+(define (explained name)
+  (string-append name (if (string-null? (value-of name)) "" " ") (value-of name)))
+
+(define (print-lines lines)
+  (let ((width (apply max (map (lambda (each) (width-of (car each))) lines))))
+    (for-each (lambda (each) (say "  " (padded (car each) (+ width gap)) (cdr each))) lines)))
+
+;; Answers are words of the syntax all the time; they are offered when there is a question.
+(define (list-words)
+  (let ((hidden (if (eq? mode 'exec) '("yes" "no") '("yes")))
+        (possible (delete-duplicates (clui-find-possible-token parser ""))))
+    (say (prompt))
+    (print-lines (map (lambda (name) (cons (explained name) (explanation-of name)))
+                      (if question '("no" "yes")
+                          (sort (lset-difference string=? possible hidden) string<?))))))
+
+(define (list-commands-of-mode)
+  (say (prompt))
+  (print-lines
+   (append
+    (filter-map (lambda (row)
+                  (and (string? (row-help row))
+                       (cons (string-join (map explained (row-words row)) " ") (row-help row))))
+                (assq-ref modes mode))
+    '(("?" . "lists the words that can come next, also within a command")
+      ("cancel" . "gives up a half-typed command")
+      ("help" . "this list")))))
+
+(enter! 'exec)
