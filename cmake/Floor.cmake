@@ -35,5 +35,6 @@ function(clui_test name)
   endif()
   target_link_libraries(${name}_test PRIVATE clui_options GTest::gtest_main ${ARG_LIBRARIES})
   target_compile_definitions(${name}_test PRIVATE YSCM_IMPORT)
-  gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST)
+  # A test that hangs is a failure and does not hold up the others.
+  gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
