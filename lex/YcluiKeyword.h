@@ -26,6 +26,10 @@ class YQRT_API YcluiKeyword : public YAssoc {
   const char* name() const;
   std::uint32_t id() const { return idWord() & 0xffffff; }
   YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
+  // Says which of two words of a table was added first: that of the smaller number. 0 before the
+  // word is added.
+  std::uint64_t serial() const { return serialNumber; }
+  void setSerial(std::uint64_t number) { serialNumber = number; }
 
   // The hash of the text under which the word is found first: its shortest form if it declares one,
   // else its name.
@@ -51,6 +55,8 @@ class YQRT_API YcluiKeyword : public YAssoc {
   char* nameBuffer() const { return static_cast<char*>(key); }
 
  private:
+  std::uint64_t serialNumber = 0;
+
   std::uint32_t idWord() const {
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(value));
   }

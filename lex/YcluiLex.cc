@@ -137,10 +137,7 @@ const char* YcluiLex::keyword(std::uint32_t id) const {
 }
 
 const YcluiKeyword* YcluiLex::keyword(const char* name) const {
-  if (!usable()) return nullptr;
-  folded.assign(name);
-  folded.toLower();
-  return wordTable->find(folded.buffer);
+  return usable() ? wordTable->findInAnyCase(name) : nullptr;
 }
 
 const YDictionary* YcluiLex::words() const {

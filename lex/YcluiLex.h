@@ -200,10 +200,9 @@ class YQRT_API YcluiLex {
   // Reused by every token.
   YAttribValue word;
   YAttribValue argument;
-  YString collected;       // of the string that is being scanned
-  YString names;           // of the variable forms that are being scanned, one behind the other
-  YString settingName;     // of the variable that is being set
-  mutable YString folded;  // the name that is being looked up
+  YString collected;    // of the string that is being scanned
+  YString names;        // of the variable forms that are being scanned, one behind the other
+  YString settingName;  // of the variable that is being set
 
   bool usable() const { return variableTable != nullptr; }
   bool isDelimiter(char byte) const;

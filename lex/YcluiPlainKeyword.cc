@@ -16,8 +16,7 @@ YcluiPlainKeyword::YcluiPlainKeyword(const char* name, const char* abbreviation,
     : YcluiKeyword(name, RoomFor(name) + RoomFor(abbreviation), id, YcluiTokenKeyword) {
   if (abbreviation == nullptr || nameBuffer() == nullptr) return;
   abbreviationText = nameBuffer() + RoomFor(name);
-  abbreviationLength = std::strlen(abbreviation);
-  std::memcpy(abbreviationText, abbreviation, abbreviationLength + 1);
+  std::memcpy(abbreviationText, abbreviation, RoomFor(abbreviation));
   Ycvl(abbreviationText);
 }
 
@@ -29,7 +28,7 @@ YWord YcluiPlainKeyword::equalsKey(const void* k) {
   if (abbreviationText == nullptr) return YcluiKeyword::equalsKey(k);
   const char* text = k == nullptr ? "" : static_cast<const char*>(k);
   // A shorter text differs at its NUL.
-  if (std::strncmp(text, abbreviationText, abbreviationLength) != 0) return 0;
+  if (std::strncmp(text, abbreviationText, std::strlen(abbreviationText)) != 0) return 0;
   return std::strncmp(name(), text, std::strlen(text)) == 0 ? 1 : 0;
 }
 

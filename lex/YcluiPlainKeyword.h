@@ -3,8 +3,6 @@
 #ifndef LEX_YCLUIPLAINKEYWORD_H_
 #define LEX_YCLUIPLAINKEYWORD_H_
 
-#include <cstddef>
-
 #include "lex/YcluiKeyword.h"
 
 // With an abbreviation the keyword answers to every prefix of its name that begins with it, the
@@ -20,7 +18,6 @@ class YcluiPlainKeyword : public YcluiKeyword {
 
  private:
   char* abbreviationText = nullptr;
-  std::size_t abbreviationLength = 0;
 };
 
 #endif  // LEX_YCLUIPLAINKEYWORD_H_

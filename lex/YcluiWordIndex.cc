@@ -1,22 +1,77 @@
 #include "lex/YcluiWordIndex.h"
 
-void YcluiWordIndex::add(Link& link) {
-  Row& row = rows[link.key];
-  link.previous = row.last;
-  link.next = nullptr;
-  (row.last == nullptr ? row.first : row.last->next) = &link;
-  row.last = &link;
+#include <utility>
+
+namespace {
+
+constexpr int FirstPower = 4;
+
+}  // namespace
+
+YcluiWordIndex::YcluiWordIndex()
+    : slots(std::size_t{1} << FirstPower), homeShift(64 - FirstPower) {}
+
+void YcluiWordIndex::add(std::uint64_t key, YcluiKeyword* record) {
+  Slot* slot = &slots[slotOf(key)];
+  if (slot->record != nullptr) {
+    waiting.insert({key, record->serial(), record});
+    return;
+  }
+  *slot = {key, record};
+  ++rows;
+  if (rows > slots.size() / 3 * 2) grow();
 }
 
-void YcluiWordIndex::remove(Link& link) {
-  const auto place = rows.find(link.key);
-  Row& row = place->second;
-  (link.previous == nullptr ? row.first : link.previous->next) = link.next;
-  (link.next == nullptr ? row.last : link.next->previous) = link.previous;
-  if (row.first == nullptr) rows.erase(place);
+void YcluiWordIndex::remove(std::uint64_t key, YcluiKeyword* record) {
+  const std::size_t slot = slotOf(key);
+  if (slots[slot].record == record) {
+    refill(slot);
+  } else {
+    waiting.erase(waiting.find({key, record->serial(), record}));
+  }
 }
 
-const YcluiWordIndex::Link* YcluiWordIndex::first(std::uint64_t key) const {
-  const auto place = rows.find(key);
-  return place == rows.end() ? nullptr : place->second.first;
+// Where the way of a key begins. The upper bits of the product depend on all bits of the key: ids
+// in regular steps are spread too.
+std::size_t YcluiWordIndex::home(std::uint64_t key) const {
+  return ((key >> 1) * 0x9E3779B97F4A7C15U) >> homeShift;
+}
+
+// The slot of the row, or the empty one in which its way ends.
+std::size_t YcluiWordIndex::slotOf(std::uint64_t key) const {
+  std::size_t slot = home(key);
+  while (slots[slot].record != nullptr && slots[slot].key != key) slot = behind(slot);
+  return slot;
+}
+
+// The first that waits for the row moves up.
+void YcluiWordIndex::refill(std::size_t slot) {
+  const auto next = waiting.lower_bound({slots[slot].key, 0, nullptr});
+  if (next == waiting.end() || next->key != slots[slot].key) {
+    empty(slot);
+    return;
+  }
+  slots[slot].record = next->record;
+  waiting.erase(next);
+}
+
+// Rows whose way leads over the emptied slot move back into it, or they would not be found.
+void YcluiWordIndex::empty(std::size_t slot) {
+  const std::size_t mask = slots.size() - 1;
+  for (std::size_t i = behind(slot); slots[i].record != nullptr; i = behind(i)) {
+    const std::size_t way = (i - home(slots[i].key)) & mask;
+    if (way < ((i - slot) & mask)) continue;
+    slots[slot] = slots[i];
+    slot = i;
+  }
+  slots[slot] = {};
+  --rows;
+}
+
+void YcluiWordIndex::grow() {
+  const auto old = std::exchange(slots, decltype(slots)(slots.size() * 2));
+  --homeShift;
+  for (const Slot& slot : old) {
+    if (slot.record != nullptr) slots[slotOf(slot.key)] = slot;
+  }
 }

@@ -1,5 +1,5 @@
 // The two stages of a look-up, as they are told, probe a set by hash and then ask every record.
-// Here each stage is an index instead, from every text that the stage can find a word under to the
+// Here an index stands in their place, from every text that a stage can find a word under to the
 // words that it finds, in the order of adding. A text decides which row is looked at, and the words
 // in the row are asked, so what is answered is what asking them all would answer.
 //
@@ -32,19 +32,33 @@ std::uint64_t HashOf(const char* text) {
   return hash;
 }
 
-// The first word of the index that accepts the text at its whole length.
-YcluiKeyword* FirstThatMatches(const YcluiWordIndex& index, const char* text) {
-  const std::size_t length = std::strlen(text);
-  for (const auto* link = index.first(HashOf(text)); link != nullptr; link = link->next) {
-    if (link->length == length && link->record->matches(text) != 0) return link->record;
-  }
-  return nullptr;
+// The keys of a text of that hash: as what words are filed under, and as a longer form. They differ
+// in the last bit, so one place of the index tells whether the text is known at all.
+std::uint64_t FiledKey(std::uint64_t hash) {
+  return hash | 1;
+}
+
+std::uint64_t LongerKey(std::uint64_t hash) {
+  return FiledKey(hash) - 1;
 }
 
 // The text that the first stage finds a word under.
 const char* FiledAs(const YcluiKeyword& record) {
   const char* abbreviation = record.abbreviation();
   return abbreviation != nullptr ? abbreviation : record.name();
+}
+
+// Gives `use` the key of every text that the word is found under.
+template <class Use>
+void ForEachKey(YcluiKeyword& record, const Use& use) {
+  const char* shortest = FiledAs(record);
+  if (record.matches(shortest) == 0) return;
+  std::uint64_t hash = HashOf(shortest);
+  use(FiledKey(hash));
+  for (const char* p = record.name() + std::strlen(shortest); *p != '\0'; ++p) {
+    hash = NextHash(hash, *p);
+    use(LongerKey(hash));
+  }
 }
 
 }  // namespace
@@ -89,16 +103,19 @@ YWord YcluiWordTable::delAlias(const char* name) {
 }
 
 YcluiKeyword* YcluiWordTable::find(const char* key) const {
-  if (key == nullptr) key = "";
-  folded.assign(key);
-  folded.toLower();
-  YcluiKeyword* record = FirstThatMatches(filed, folded.buffer);
-  return record != nullptr ? record : FirstThatMatches(accepted, key);
+  fold(key);
+  // What a name in lower case begins with is in lower case: no word accepts another key.
+  return findFolded(folded == key);
+}
+
+YcluiKeyword* YcluiWordTable::findInAnyCase(const char* key) const {
+  fold(key);
+  return findFolded(true);
 }
 
 const char* YcluiWordTable::keyword(std::uint32_t id) const {
-  const auto* link = numbered.first(id);
-  return link == nullptr ? nullptr : link->record->name();
+  const YcluiKeyword* record = numbered.first(id, [](const YcluiKeyword&) { return true; });
+  return record == nullptr ? nullptr : record->name();
 }
 
 // NOLINTBEGIN(bugprone-parent-virtual-call): the records' own comparison is what is left out.
@@ -110,6 +127,23 @@ unsigned int YcluiWordTable::hashValue(const void* item) const {
   return YSet::hashValue(item);
 }
 // NOLINTEND(bugprone-parent-virtual-call)
+
+void YcluiWordTable::fold(const char* key) const {
+  folded.assign(key);
+  folded.toLower();
+}
+
+// The first stage, and behind it the second if it is wanted.
+YcluiKeyword* YcluiWordTable::findFolded(bool longerToo) const {
+  const char* text = folded.buffer;
+  const std::uint64_t hash = HashOf(text);
+  YcluiKeyword* record = forms.first(FiledKey(hash), [text](const YcluiKeyword& filed) {
+    return std::strcmp(FiledAs(filed), text) == 0;
+  });
+  if (record != nullptr || !longerToo) return record;
+  return forms.first(LongerKey(hash),
+                     [text](YcluiKeyword& longer) { return longer.matches(text) != 0; });
+}
 
 std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {
   if (!keep(record)) return 0;
@@ -142,41 +176,20 @@ YWord YcluiWordTable::remove(YcluiKeyword* record) {
 bool YcluiWordTable::clashes(const YcluiKeyword& record) const {
   const char* name = record.name();
   const char* form = FiledAs(record);
-  if (std::strcmp(form, name) == 0) return FirstThatMatches(filed, name) != nullptr;
-  for (const auto* link = accepted.first(HashOf(name)); link != nullptr; link = link->next) {
-    if (std::strcmp(FiledAs(*link->record), form) == 0 && link->record->matches(name) != 0) {
-      return true;
-    }
-  }
-  return false;
+  const std::uint64_t hash = HashOf(name);
+  const std::uint64_t key = std::strcmp(form, name) == 0 ? FiledKey(hash) : LongerKey(hash);
+  return forms.first(key, [name, form](YcluiKeyword& other) {
+    return std::strcmp(FiledAs(other), form) == 0 && other.matches(name) != 0;
+  }) != nullptr;
 }
 
 void YcluiWordTable::link(YcluiKeyword* record) {
-  Links& links = linksOf[record];
-  links.numbered = {record, record->id(), 0};
-  numbered.add(links.numbered);
-  const char* name = record->name();
-  const std::size_t length = std::strlen(name);
-  const char* shortest = FiledAs(*record);
-  const std::size_t shortestLength = std::strlen(shortest);
-  if (record->matches(shortest) == 0) return;
-  std::uint64_t hash = HashOf(shortest);
-  links.filed = {record, hash, shortestLength};
-  filed.add(links.filed);
-  links.accepted.resize(length - shortestLength);
-  for (std::size_t i = shortestLength; i < length; ++i) {
-    hash = NextHash(hash, name[i]);
-    YcluiWordIndex::Link& longer = links.accepted[i - shortestLength];
-    longer = {record, hash, i + 1};
-    accepted.add(longer);
-  }
+  record->setSerial(++lastSerial);
+  numbered.add(record->id(), record);
+  ForEachKey(*record, [this, record](std::uint64_t key) { forms.add(key, record); });
 }
 
 void YcluiWordTable::unlink(YcluiKeyword* record) {
-  const auto place = linksOf.find(record);
-  Links& links = place->second;
-  numbered.remove(links.numbered);
-  if (links.filed.record != nullptr) filed.remove(links.filed);
-  for (YcluiWordIndex::Link& longer : links.accepted) accepted.remove(longer);
-  linksOf.erase(place);
+  numbered.remove(record->id(), record);
+  ForEachKey(*record, [this, record](std::uint64_t key) { forms.remove(key, record); });
 }

@@ -3,12 +3,6 @@
 #ifndef LEX_YCLUIWORDTABLE_H_
 #define LEX_YCLUIWORDTABLE_H_
 
-#include <functional>
-#include <unordered_map>
-#include <utility>
-#include <vector>
-
-#include "foundation/YMemory.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "lex/YcluiKeyword.h"
@@ -55,6 +49,8 @@ class YcluiWordTable final : public YDictionary {
 
   // The word that the two stages find, or null.
   YcluiKeyword* find(const char* key) const;
+  // The same for the key in lower case.
+  YcluiKeyword* findInAnyCase(const char* key) const;
   // The name of the first added word of that id, or null.
   const char* keyword(std::uint32_t id) const;
 
@@ -63,24 +59,14 @@ class YcluiWordTable final : public YDictionary {
   unsigned int hashValue(const void* item) const override;
 
  private:
-  // Where the indexes hold a record.
-  struct Links {
-    YcluiWordIndex::Link numbered;
-    YcluiWordIndex::Link filed;
-    std::vector<YcluiWordIndex::Link, YAllocator<YcluiWordIndex::Link>> accepted;
-  };
-  using LinksOfRecords =
-      std::unordered_map<const YcluiKeyword*, Links, std::hash<const YcluiKeyword*>,
-                         std::equal_to<const YcluiKeyword*>,
-                         YAllocator<std::pair<const YcluiKeyword* const, Links>>>;
-
   std::uint32_t nextId;
+  std::uint64_t lastSerial = 0;
   mutable YString folded;   // the key of the present find
   YcluiWordIndex numbered;  // the words by id
-  YcluiWordIndex filed;     // by the text that the first stage finds them under
-  YcluiWordIndex accepted;  // by each longer text that they accept
-  LinksOfRecords linksOf;
+  YcluiWordIndex forms;     // by each text that they are found under
 
+  void fold(const char* key) const;
+  YcluiKeyword* findFolded(bool longerToo) const;
   std::uint32_t addWord(YcluiKeyword* record);
   bool keep(YcluiKeyword* record);
   YWord remove(YcluiKeyword* record);
