@@ -46,6 +46,7 @@ TEST(Interpret, CountsAndContinues) {
       {"box; 1,; 2 go", "run(1 2) run(go)"},
       {"box 1 2; 3 go", "run(1 23) run(go)"},
       {"half 3", "run(7 3)"},
+      {"box 1,; x; go", "run(go)"},
       {"go g; o", "run(go)"},
       {"box 1,; ^reset; ^open; ^drop; ^open; go", "reset(1) open(1) drop(1) open(0) run(go)"},
       {"^on run(go) ^exhaust; go go", "run(go) exhaust(1)"},
