@@ -44,6 +44,19 @@ CluiSpot CluiLine::spotOf(int offset) {
   return last_;
 }
 
+std::string CluiLine::textFrom(const CluiSpot& spot) const {
+  return spot.text == &before_.text ? before_.text + now_.text : *spot.text;
+}
+
+void CluiLine::move(CluiSpot& spot, std::size_t offset) const {
+  const std::size_t length = spot.text->size();
+  if (spot.text == &before_.text && offset >= length) {
+    spot = {now_.number, 0, 0, &now_.text};
+    offset -= length;
+  }
+  StepTo(spot, offset);
+}
+
 const std::wstring& CluiLine::characters(const CluiSpot& spot) {
   if (charactersOf_ != spot.line) characters_ = encoding_.fromSystem(*spot.text);
   charactersOf_ = spot.line;

@@ -33,6 +33,11 @@ class CluiLine {
   // answered again. Asked for in order, the spots of a line cost its length.
   CluiSpot spotOf(int offset);
 
+  // The text from the start of the line of a spot to the end of what is fed.
+  std::string textFrom(const CluiSpot& spot) const;
+  // Moves a spot on to a byte of that text; also from the line before into the present one.
+  void move(CluiSpot& spot, std::size_t offset) const;
+
   // The line of a spot as characters. Made once for each line.
   const std::wstring& characters(const CluiSpot& spot);
 

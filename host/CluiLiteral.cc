@@ -1,8 +1,10 @@
 #include "host/CluiLiteral.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "foundation/YKanji.h"
+#include "foundation/YNumber.h"
 #include "lex/YcluiKeyword.h"
 
 namespace {
@@ -32,7 +34,14 @@ std::size_t SkipBehind(const std::string& text, std::size_t place, const char* s
   return place < text.size() ? place + 1 : place;
 }
 
-std::size_t SkipArgument(const std::string& text, std::size_t place) {
+// A number ends where its digits do, whatever stands behind it.
+std::size_t SkipNumber(const std::string& text, std::size_t place) {
+  double number = 0;
+  const char* end = YReadDecimal(text.c_str() + place, number);
+  return end == nullptr ? place : static_cast<std::size_t>(end - text.c_str());
+}
+
+std::size_t SkipArgument(const std::string& text, std::size_t place, bool isNumber) {
   if (place >= text.size()) return text.size();
   const char quote[] = {text[place], '\0'};
   if (IsOneOf(text[place], "\"'")) return SkipBehind(text, place + 1, quote);
@@ -40,13 +49,14 @@ std::size_t SkipArgument(const std::string& text, std::size_t place) {
     place = SkipBehind(text, place, "}");
     return place < text.size() && text[place] == '[' ? SkipBehind(text, place, "]") : place;
   }
-  return SkipTo(text, place, ", \t\r\n");
+  return isNumber ? SkipNumber(text, place) : SkipTo(text, place, ", \t\r\n");
 }
 
 // Behind an argument and the comma behind that.
-std::size_t SkipToNext(const std::string& text, std::size_t place) {
-  place = SkipWhiteSpace(text, SkipArgument(text, place));
-  return place < text.size() && text[place] == ',' ? SkipWhiteSpace(text, place + 1) : place;
+void SkipToNext(const std::string& text, bool isNumber, CluiArgumentPlace& place) {
+  place.offset = SkipWhiteSpace(text, SkipArgument(text, place.offset, isNumber));
+  place.separated = place.offset < text.size() && text[place.offset] == ',';
+  if (place.separated) place.offset = SkipWhiteSpace(text, place.offset + 1);
 }
 
 }  // namespace
@@ -58,14 +68,24 @@ std::size_t CluiStepAt(const std::string& text, std::size_t offset) {
   return two ? 2 : 1;
 }
 
-std::size_t CluiArgumentOffset(const std::string& text, std::size_t offset, int index,
-                               const YcluiKeyword* keyword) {
-  std::size_t place = SkipWhiteSpace(text, offset);
+bool CluiIsBlank(const std::string& text) {
+  return SkipWhiteSpace(text, 0) == text.size();
+}
+
+bool CluiHasRest(const std::string& text, std::size_t offset) {
+  const std::size_t blank = text.find_first_of(" \t", offset);
+  return blank != std::string::npos && SkipWhiteSpace(text, blank) < text.size();
+}
+
+CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, int index,
+                                   const YcluiKeyword* keyword) {
+  CluiArgumentPlace place = {SkipWhiteSpace(text, offset), true};
   for (int i = 1; i < index; ++i) {
-    const bool isPoint = keyword != nullptr && keyword->argType(i - 1) == YcluiValuePoint;
-    if (isPoint) place = SkipToNext(text, place);
-    place = SkipToNext(text, place);
+    const YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(i - 1);
+    if (type == YcluiValuePoint) SkipToNext(text, true, place);
+    SkipToNext(text, type != YcluiValueNone && type != YcluiValueString, place);
   }
   const std::size_t end = text.find_last_not_of("\r\n") + 1;
-  return place < end ? place : end;
+  place.offset = std::min(place.offset, end);
+  return place;
 }

@@ -10,10 +10,22 @@ class YcluiKeyword;
 // The bytes of the character at `offset`, where one starts: 1 or 2.
 std::size_t CluiStepAt(const std::string& text, std::size_t offset);
 
-// The offset of argument `index`, from 1, of the word that ends in front of `offset`. `keyword`
+// Whether there is nothing but white space and comments.
+bool CluiIsBlank(const std::string& text);
+
+// Whether words follow, behind white space, on what stands at `offset`.
+bool CluiHasRest(const std::string& text, std::size_t offset);
+
+// Where an argument begins.
+struct CluiArgumentPlace {
+  std::size_t offset = 0;
+  bool separated = true;  // false when no comma stands between it and the argument in front of it
+};
+
+// The place of argument `index`, from 1, of the word that ends in front of `offset`. `keyword`
 // tells the types of the arguments and is null for a word without a declaration. The end of the
 // text when the argument is not in it.
-std::size_t CluiArgumentOffset(const std::string& text, std::size_t offset, int index,
-                               const YcluiKeyword* keyword);
+CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, int index,
+                                   const YcluiKeyword* keyword);
 
 #endif  // HOST_CLUILITERAL_H_

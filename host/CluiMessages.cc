@@ -1,5 +1,6 @@
 #include "host/CluiMessages.h"
 
+#include <algorithm>
 #include <cwchar>
 
 #include "foundation/YErrCodes.h"
@@ -43,11 +44,24 @@ constexpr CodeText Codes[] = {
     {YErrNoText, L"the value of the variable has no text"},
     {YErrWrongKind, L"an array cannot stand for a simple variable, nor the reverse"},
     {YErrNoSuchVariable, L"there is no such variable"},
-    {YErrNoClosingBrace, L"the closing brace or bracket of a variable is missing"},
+    {YErrNoClosingBrace,
+     L"a variable's name is ASCII letters and digits and ends with \"}\", an index with \"]\""},
 };
 
 constexpr std::size_t NamedAtMost = 12;
 constexpr std::size_t QuotedAtMost = 72;
+
+// As many of the words as there is room for, which is less by them then; nothing without room.
+std::wstring ListOf(const wchar_t* head, const std::vector<std::wstring>& words,
+                    std::size_t& room) {
+  std::wstring text;
+  if (room == 0) return text;
+  const std::size_t named = std::min(room, words.size());
+  room -= named;
+  for (std::size_t i = 0; i < named; ++i) text += (i == 0 ? head : L", ") + words[i];
+  if (named == words.size()) return text;
+  return text.append(L" and ").append(std::to_wstring(words.size() - named)).append(L" more");
+}
 
 }  // namespace
 
@@ -74,23 +88,19 @@ std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& neare
   return nearest.empty() ? text : text + L", did you mean " + CluiQuoted(nearest) + L"?";
 }
 
-std::wstring CluiMisplacedText(const std::wstring& word,
-                               const std::vector<std::wstring>& possible) {
-  std::wstring text = CluiQuoted(word) + L" cannot come here";
-  if (possible.empty()) return text + L", and no word can";
-  for (std::size_t i = 0; i < possible.size() && i < NamedAtMost; ++i) {
-    text += (i == 0 ? L"; expected: " : L", ") + possible[i];
-  }
-  if (possible.size() > NamedAtMost) {
-    text += L" and " + std::to_wstring(possible.size() - NamedAtMost) + L" more";
-  }
-  return text;
+std::wstring CluiMisplacedText(const std::wstring& word, const CluiPossible& possible) {
+  const std::wstring text = CluiQuoted(word) + L" cannot come here";
+  if (possible.here.empty() && possible.anywhere.empty()) return text + L", and no word can";
+  std::size_t room = NamedAtMost;
+  const std::wstring here = ListOf(L"; expected: ", possible.here, room);
+  return text + here + ListOf(L"; anywhere: ", possible.anywhere, room);
 }
 
-std::wstring CluiArgumentText(const std::wstring& word, int index, unsigned int valueType,
-                              const std::wstring& fault) {
-  return L"argument " + std::to_wstring(index) + L" of " + CluiQuoted(word) + L", " +
-         CluiTypeText(valueType) + L": " + fault;
+std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
+                              unsigned int valueType, const std::wstring& fault) {
+  std::wstring text = L"argument " + std::to_wstring(index) + L" of " + CluiQuoted(word);
+  if (wordLine > 0) text.append(L" in line ").append(std::to_wstring(wordLine));
+  return text + L", " + CluiTypeText(valueType) + L": " + fault;
 }
 
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) {

@@ -20,13 +20,20 @@ std::wstring CluiQuoted(const std::wstring& text);
 // A word that is in no dictionary; `nearest` may be empty.
 std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& nearest);
 
-// A word of the language at a place where it cannot come. Of the words that could, a dozen are
-// named.
-std::wstring CluiMisplacedText(const std::wstring& word, const std::vector<std::wstring>& possible);
+// The words that could come at a place, in the order in which they are to be named.
+struct CluiPossible {
+  std::vector<std::wstring> here;      // what the syntax expects
+  std::vector<std::wstring> anywhere;  // what works at any place
+};
 
-// Argument `index` of a word, and what is wrong with it.
-std::wstring CluiArgumentText(const std::wstring& word, int index, unsigned int valueType,
-                              const std::wstring& fault);
+// A word of the language at a place where it cannot come. Of the words that could, a dozen are
+// named, those that the syntax expects first.
+std::wstring CluiMisplacedText(const std::wstring& word, const CluiPossible& possible);
+
+// Argument `index` of a word, and what is wrong with it. `wordLine` is the line of the word when
+// the argument stands in a later one, else 0.
+std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
+                              unsigned int valueType, const std::wstring& fault);
 
 // A line that cannot be fed.
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding);

@@ -1,8 +1,11 @@
 #include "host/CluiRefusal.h"
 
 #include <strings.h>
-#include <cstring>
 
+#include <cstring>
+#include <set>
+
+#include "foundation/YErrCodes.h"
 #include "host/CluiLiteral.h"
 #include "host/CluiMessages.h"
 #include "host/CluiNearest.h"
@@ -22,11 +25,22 @@ bool StandsAt(const CluiSpot& spot, const char* word) {
          strncasecmp(spot.text->c_str() + spot.offset, word, length) == 0;
 }
 
-void MoveTo(CluiSpot& spot, std::size_t offset) {
-  while (spot.offset < offset) {
-    spot.offset += CluiStepAt(*spot.text, spot.offset);
-    ++spot.character;
+bool OpensVariable(const std::string& text, std::size_t place) {
+  return text.compare(place, 2, "${") == 0;
+}
+
+bool IsQuote(const std::string& text, std::size_t place) {
+  return place < text.size() && (text[place] == '"' || text[place] == '\'');
+}
+
+// What is wrong with the literal at a place of a text.
+std::wstring LiteralFault(unsigned int code, const std::string& text, std::size_t place) {
+  if (code == 0) return L"it is missing";
+  if (code == YErrEndOfInput && IsQuote(text, place)) return L"the quote is not closed";
+  if (code == YErrNotANumber && OpensVariable(text, place)) {
+    return L"the value of the variable is no number";
   }
+  return CluiCodeText(code);
 }
 
 }  // namespace
@@ -55,24 +69,68 @@ std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const std::wstring
 }
 
 std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstring& word) {
-  YString_Array texts;
-  parser.possibleWords(texts);
-  std::vector<std::wstring> words;
-  words.reserve(static_cast<std::size_t>(texts.size()));
-  for (int i = 0; i < texts.size(); ++i) words.push_back(encoding_.fromSystem(texts[i].buffer));
-  return CluiMisplacedText(word, words);
+  YString_Array syntax;
+  parser.completionList("", syntax);
+  std::set<std::string> expected;
+  for (int i = 0; i < syntax.size(); ++i) expected.insert(syntax[i].buffer);
+  YString_Array all;
+  parser.possibleWords(all);
+  CluiPossible possible;
+  for (int i = 0; i < all.size(); ++i) {
+    const bool isHere = expected.count(all[i].buffer) > 0;
+    (isHere ? possible.here : possible.anywhere).push_back(encoding_.fromSystem(all[i].buffer));
+  }
+  return CluiMisplacedText(word, possible);
 }
 
 std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused& refused,
                                           CluiSpot& spot) {
-  std::wstring fault = refused.code == 0 ? L"it is missing" : CluiCodeText(refused.code);
   const char* word = WordOf(*refused.token);
-  if (!StandsAt(spot, word)) return fault;
+  if (!StandsAt(spot, word)) return explainForm(parser, refused, spot);
+  const std::string text = line_.textFrom(spot);
   const YcluiKeyword* keyword = parser.lex()->keyword(word);
   const int index = refused.token->argc();
   // Behind the declared arguments, and behind a word without any, all are strings.
   YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(index - 1);
   if (type == YcluiValueNone) type = YcluiValueString;
-  MoveTo(spot, CluiArgumentOffset(*spot.text, spot.offset + std::strlen(word), index, keyword));
-  return CluiArgumentText(encoding_.fromSystem(word), index, type, fault);
+  const CluiArgumentPlace place =
+      CluiFindArgument(text, spot.offset + std::strlen(word), index, keyword);
+  const std::size_t line = spot.line;
+  line_.move(spot, place.offset);
+  std::wstring fault = LiteralFault(refused.code, text, place.offset);
+  if (!place.separated) fault += brokenText(encoding_.fromSystem(word), line, spot);
+  fault += restText(refused, text, place.offset, spot);
+  return CluiArgumentText(encoding_.fromSystem(word), line == spot.line ? 0 : line, index, type,
+                          fault);
+}
+
+// Of a variable form in the place of a word. Anything else comes out of a nested text, and its
+// fault costs nothing of the line.
+std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& refused,
+                                      const CluiSpot& spot) {
+  const std::string text = line_.textFrom(spot);
+  if (parser.lex()->suspendedTexts() > 0 || !OpensVariable(text, spot.offset)) {
+    return LiteralFault(refused.code, "", 0);
+  }
+  const std::size_t setting = text.find("}=", spot.offset);
+  const bool sets = setting != std::string::npos && IsQuote(text, setting + 2);
+  return LiteralFault(refused.code, text, sets ? setting + 2 : spot.offset) +
+         restText(refused, text, spot.offset, spot);
+}
+
+// An argument that no comma follows, though more are wanted, ends its line for the time being: that
+// is told where the next one was looked for.
+std::wstring CluiRefusal::brokenText(const std::wstring& word, std::size_t line,
+                                     const CluiSpot& spot) const {
+  if (spot.line != line) return L"; that line broke off without a comma";
+  if (spot.line == line_.number()) return std::wstring();
+  return L"; the arguments of " + CluiQuoted(word) +
+         L" broke off here and go on with the next line";
+}
+
+std::wstring CluiRefusal::restText(const CluiRefused& refused, const std::string& text,
+                                   std::size_t place, const CluiSpot& spot) const {
+  if (refused.code == 0 || !CluiHasRest(text, place)) return std::wstring();
+  const bool isOneLine = spot.line == line_.number() || CluiIsBlank(line_.text());
+  return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
 }

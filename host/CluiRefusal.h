@@ -22,7 +22,8 @@ struct CluiRefused {
 
 class CluiRefusal {
  public:
-  explicit CluiRefusal(CluiEncoding& encoding) : encoding_(encoding) {}
+  // The line is the one that is being fed, in which spots are.
+  CluiRefusal(CluiEncoding& encoding, const CluiLine& line) : encoding_(encoding), line_(line) {}
 
   // The message for a word that the outermost text holds at `spot`, which is moved to the literal
   // at fault where that can be told. A word out of a nested text has the spot of what stands for
@@ -35,11 +36,16 @@ class CluiRefusal {
   static constexpr std::size_t ComparedAtMost = 200;
 
   CluiEncoding& encoding_;
+  const CluiLine& line_;
   std::map<std::wstring, std::wstring> nearest_;  // of the words compared so far
 
   std::wstring explainUnknown(YcluiParser& parser, const std::wstring& word);
   std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word);
   std::wstring explainArgument(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
+  std::wstring explainForm(YcluiParser& parser, const CluiRefused& refused, const CluiSpot& spot);
+  std::wstring brokenText(const std::wstring& word, std::size_t line, const CluiSpot& spot) const;
+  std::wstring restText(const CluiRefused& refused, const std::string& text, std::size_t place,
+                        const CluiSpot& spot) const;
 };
 
 #endif  // HOST_CLUIREFUSAL_H_

@@ -54,8 +54,8 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
 
 void CluiReport::tell(const CluiPlace& place, const std::wstring& message) {
   std::string text = place.name;
-  if (place.line > 0) text += ":" + std::to_string(place.line);
-  if (place.column > 0) text += ":" + std::to_string(place.column);
+  if (place.line > 0) text.append(":").append(std::to_string(place.line));
+  if (place.column > 0) text.append(":").append(std::to_string(place.column));
   write(text + ": " + encoding_.toUser(message));
 }
 

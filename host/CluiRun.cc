@@ -27,8 +27,8 @@ CluiRun::CluiRun(const CluiOptions& options)
       progress_(!options.quiet && !options.trace),
       report_(encoding_, progress_),
       trace_(report_, encoding_),
-      refusal_(encoding_),
-      line_(encoding_) {}
+      line_(encoding_),
+      refusal_(encoding_, line_) {}
 
 int CluiRun::run() {
   std::string error;

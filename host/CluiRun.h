@@ -59,8 +59,8 @@ class CluiRun {
   CluiProgress progress_;
   CluiReport report_;
   CluiTrace trace_;
-  CluiRefusal refusal_;
   CluiLine line_;
+  CluiRefusal refusal_;
   YcluiParser* parser_ = nullptr;  // null until the language is loaded, and when all is over
   std::string input_;              // the name of the input being read
   std::vector<Code> codes_;

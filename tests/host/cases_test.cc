@@ -83,7 +83,8 @@ TEST_P(Program, DoesAsItsRowSays) {
   put("in", row.input);
   // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
   const std::string shell =
-      "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0; cd '" +
+      "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0 "
+      "examples='" EXAMPLES "'; cd '" +
       folder_.string() + "' && clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " + row.shell +
       "; } <in >out 2>errors";
   const int result = std::system(shell.c_str());

@@ -165,7 +165,7 @@ TEST(Literal, FindsAnArgument) {
       {" a\\,b,x", 2, 6},       {" 1", 2, 2},          {"", 1, 0},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(CluiArgumentOffset(row.text, 0, row.index, nullptr), row.offset) << row.text;
+    EXPECT_EQ(CluiFindArgument(row.text, 0, row.index, nullptr).offset, row.offset) << row.text;
   }
 }
 
