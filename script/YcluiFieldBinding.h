@@ -58,8 +58,8 @@ class YcluiFieldBinding : public YuiModificationCallBack {
   // Gives a key its action, in place of the one that it had. Answers 1.
   YWord setKeyAction(char key, const char* format);
 
-  // Puts another word in the place of the one being typed. With `feed` it is given to the parser,
-  // as it is; otherwise it can be typed on, and replaced again.
+  // Puts another word, which is not a part of this one, in the place of the one being typed. With
+  // `feed` it is given to the parser, as it is; otherwise it can be typed on, and replaced again.
   void replaceCurrentWord(const char* word, YWord feed);
 
   // The word being typed. Good until the binding changes.

@@ -1,7 +1,6 @@
 // What is typed into a field, and the word that is being typed.
 
 #include <cstring>
-#include <utility>
 
 #include "foundation/YKanji.h"
 #include "script/YcluiFieldBinding.h"
@@ -83,12 +82,11 @@ int YcluiFieldBinding::findKeyAction(char key) const {
 // --- The word
 
 void YcluiFieldBinding::replaceCurrentWord(const char* word, YWord feed) {
-  const YString replacement(word);  // which may stand in the text that is cut
   fieldText.truncate(wordStart_);
   if (feed != 0) {
-    feedParser(replacement.buffer);
+    feedParser(word);
     return;
   }
-  fieldText << replacement;
+  fieldText << word;
   show();
 }

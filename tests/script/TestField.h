@@ -3,6 +3,8 @@
 #ifndef TESTS_SCRIPT_TESTFIELD_H_
 #define TESTS_SCRIPT_TESTFIELD_H_
 
+#include <gtest/gtest.h>
+
 #include <cctype>
 #include <functional>
 #include <string>
@@ -16,39 +18,27 @@ class TestField : public YuiTextField {
   std::function<void()> onSetText;  // what the host does when it is given a text
 
   void SetText(const char* text) override {
-    if (OfferModification(text, 1) != 0) shown = text;
+    const std::string given = text;
+    if (OfferModification(text, 1) != 0) shown = given;
     if (onSetText) onSetText();
+    EXPECT_EQ(given, text);
   }
-
   void endBinding() { delete ModificationCallBack(); }
 
-  // Types the character and answers what became of it. A "<" deletes the last one; of the
-  // control characters the field shows none. Nothing of the field is used when it has gone.
+  // Types a character, or deletes the last one with "<", and answers what became of it. The field
+  // shows no control characters. It may have gone when it was refused.
   YWord key(const std::string& character) {
-    if (character == "<") {
-      const YWord taken = OfferModification(nullptr, 0);
-      if (taken != 0 && !shown.empty()) rubOut();
-      return taken;
-    }
-    // Not terminated: what stands behind the character is none of its own.
-    const std::string sent = character + "x";
-    const YWord taken =
-        OfferModification(sent.data(), static_cast<std::uint32_t>(character.size()));
-    if (taken != 0 && std::iscntrl(static_cast<unsigned char>(character[0])) == 0) {
+    const bool isDeletion = character == "<";
+    const std::string sent = character + "x";  // not terminated
+    const auto length = static_cast<std::uint32_t>(isDeletion ? 0 : character.size());
+    if (OfferModification(sent.data(), length) == 0) return 0;
+    const int last = static_cast<int>(shown.size()) - 1;
+    if (isDeletion) {
+      shown.resize(shown.size() - (YCheckKanji(shown.c_str(), last) == 4 ? 2 : 1));
+    } else if (std::iscntrl(static_cast<unsigned char>(character[0])) == 0) {
       shown += character;
     }
-    return taken;
-  }
-
-  // The character that begins the text.
-  static std::string first(const std::string& text) {
-    return text.substr(0, IsKanjiStart(text.c_str()) != 0 && text.size() > 1 ? 2 : 1);
-  }
-
- private:
-  void rubOut() {
-    const int last = static_cast<int>(shown.size()) - 1;
-    shown.resize(shown.size() - (YCheckKanji(shown.c_str(), last) == 4 ? 2 : 1));
+    return 1;
   }
 };
 
