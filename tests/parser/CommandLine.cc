@@ -1,7 +1,9 @@
 #include "tests/parser/CommandLine.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <utility>
@@ -11,6 +13,13 @@
 #include "tests/common/allocations.h"
 
 namespace {
+
+// A folder of this process alone, since tests run side by side. It goes with the process.
+struct OwnFolder {
+  std::string path = ::testing::TempDir() + "yclui_XXXXXX";
+  OwnFolder() { EXPECT_NE(mkdtemp(path.data()), nullptr); }
+  ~OwnFolder() { std::filesystem::remove_all(path); }
+};
 
 // Reads the notation of setSyntax, from the back, as fragments are built.
 class SyntaxReader {
@@ -290,7 +299,8 @@ void CheckRow(const char* words, const char* syntax, const char* kinds, const St
 }
 
 std::string PathOf(const std::string& name) {
-  return name.find('/') != std::string::npos ? name : ::testing::TempDir() + "yclui_" + name;
+  static const OwnFolder folder;
+  return name.find('/') != std::string::npos ? name : folder.path + "/" + name;
 }
 
 void WriteFile(const std::string& name, const std::string& text) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstdio>
@@ -364,7 +365,7 @@ TEST_F(Primitives, Completion) {
 }
 
 TEST_F(Primitives, LogAndPlayback) {
-  const std::string path = testing::TempDir() + "clui-script-test.log";
+  const std::string path = testing::TempDir() + "clui-script-" + std::to_string(getpid());
   install("(clui-oneof 1 'A' 2 \"(clui-parser-delete q) (clui-eval p ' ')\")");
   run("(define q (clui-parser-new 0)) (define name '" + path + "')");
   check({
