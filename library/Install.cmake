@@ -13,6 +13,7 @@ set(public_headers
   foundation/YString.h foundation/YString_Array.h foundation/YTypes.h
   platform/general/YDictionary.h platform/general/YLinkList.h platform/general/YSet.h
   platform/engine/ScmVM.h platform/engine/ScmVMExternal.h
+  platform/ui/YuiBase.h platform/ui/YuiModificationCallBack.h platform/ui/YuiTextField.h
   lex/YcluiKeyword.h lex/YcluiLex.h lex/YcluiLexBuffer.h lex/YcluiToken.h lex/YcluiVariable.h
   syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
   syntax/YcluiSyntaxNodeStk.h
@@ -25,7 +26,7 @@ foreach(header ${public_headers})
 endforeach()
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/yqrtClui.h DESTINATION ${header_root})
 
-install(TARGETS yqrtClui EXPORT yqrtCluiTargets
+install(TARGETS yqrtClui yqrtyui EXPORT yqrtCluiTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${header_root})
 if(TARGET yqrtyse)
