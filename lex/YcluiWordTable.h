@@ -18,7 +18,8 @@
 // one, and two words that share an accepted form are no error. Adding and deleting pass their name
 // to the same look-up.
 //
-// Every operation costs the length of the name, whatever the size of the table.
+// Every operation costs the length of the name, whatever the size of the table. Adding and deleting
+// a word costs the logarithm of their number more for a form, or an id, that many words share.
 class YcluiWordTable final : public YDictionary {
  public:
   // The number that the next word without an id of its own gets.
