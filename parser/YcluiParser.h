@@ -204,6 +204,7 @@ class YQRT_API YcluiParser {
   // Adds text to the log, null adding none; 1 when one is open, else 0. Of a playback nothing or a
   // comment is written, as the nest style says.
   YWord writeToLog(const char* text);
+  YWord isLogging() const { return logFile.isOpenning(); }
   // How playbacks are logged from now on; YcluiLogNestSilent at first.
   void nestStyle(YcluiLogNestStyle style) { logNestStyle = style; }
 
@@ -225,6 +226,13 @@ class YQRT_API YcluiParser {
   // the file, and empty ones not at all.
   YWord continuePlayback();
   YWord isPlaybackRun() const { return playbackRun; }
+  // Where the innermost playback stands, running or paused: the full name of its file, null when
+  // there is none; the line of the file, from 1, in which the last text given to `interpret` began;
+  // and how many bytes of the file are read. The numbers are 0 when there is none. The name stays
+  // good until a playback begins or ends.
+  const char* playbackName() const;
+  long playbackLine() const;
+  long playbackPosition() const;
   // Whether the text of an alias is being read; the end of a nested one ends it for all.
   YWord isAliasRun() const { return aliasRun; }
 
@@ -296,7 +304,13 @@ class YQRT_API YcluiParser {
   YWord playbackRun = 0;
   YWord playbackPaused = 0;
   YcluiLogFile_Stack playbackFiles;
-  YStack<std::uint64_t> playbackSerials;  // of the files on that stack
+  struct PlaybackPlace {
+    std::uint64_t serial = 0;  // of the file, among all that were played
+    long line = 0;             // where the last text began
+    long ends = 0;             // of lines that are read
+    long bytes = 0;            // that are read
+  };
+  YStack<PlaybackPlace> playbackPlaces;  // of the files on that stack
   std::uint64_t filesPlayed = 0;
   YcluiToken* workToken;
   YWord aliasRun = 0;

@@ -1,6 +1,7 @@
 // Playback: the lines of log files go through interpret.
 
 #include <cstdio>
+#include <cstring>
 
 #include "foundation/YErr.h"
 #include "foundation/YKanji.h"
@@ -15,11 +16,15 @@ class LineReader {
  public:
   LineReader(std::FILE* stream, YString& line) : stream_(stream), line_(line) {}
 
+  // All that was read so far.
+  long bytes() const { return bytes_; }
+  long ends() const { return ends_; }
+
   // Reads up to an end of line outside double quotes, which is not stored. 1 when another line may
   // follow, 0 at the end of the file.
   YWord read() {
     line_.truncate(0);
-    for (int byte = std::fgetc(stream_); byte != EOF; byte = std::fgetc(stream_)) {
+    for (int byte = get(); byte != EOF; byte = get()) {
       if (byte == '\n' && !inString_) return 1;
       if (byte == '"') inString_ = !inString_;
       add(byte);
@@ -34,13 +39,26 @@ class LineReader {
   std::FILE* stream_;
   YString& line_;
   bool inString_ = false;
+  long bytes_ = 0;
+  long ends_ = 0;
 
+  int get() {
+    const int byte = std::fgetc(stream_);
+    if (byte != EOF) ++bytes_;
+    if (byte == '\n') ++ends_;
+    return byte;
+  }
+  void unget(int byte) {
+    std::ungetc(byte, stream_);
+    --bytes_;
+    if (byte == '\n') --ends_;
+  }
   void add(int byte) { line_ << static_cast<char>(byte); }
 
   // A log holds strings with nothing escaped, while the lexer takes a backslash for the one and the
   // byte behind it: a quote or a backslash behind a backslash gets two more.
   void readEscaped() {
-    const int byte = std::fgetc(stream_);
+    const int byte = get();
     if (byte == EOF) return;
     if (byte == '"' || byte == '\\') line_ << "\\\\";
     add(byte);
@@ -48,13 +66,13 @@ class LineReader {
 
   // Takes the second byte of a character, whatever it looks like.
   void readTrail(int lead) {
-    const int byte = std::fgetc(stream_);
+    const int byte = get();
     if (byte == EOF) return;
     const char pair[] = {static_cast<char>(lead), static_cast<char>(byte), '\0'};
     if (IsKanjiStart(pair) != 0) {
       add(byte);
     } else {
-      std::ungetc(byte, stream_);
+      unget(byte);
     }
   }
 };
@@ -72,7 +90,9 @@ YWord YcluiParser::playbackFromLog(const char* path) {
   if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
   const Depth depth(playbackDepth);
   playbackFiles.push(file);
-  playbackSerials.push(++filesPlayed);
+  PlaybackPlace place;
+  place.serial = ++filesPlayed;
+  playbackPlaces.push(place);
   return playFile();
 }
 
@@ -97,11 +117,15 @@ YWord YcluiParser::reentryPlayback(int levels) {
 // Plays the top file from its beginning.
 YWord YcluiParser::playFile() {
   playbackRun = 1;
-  const std::uint64_t serial = playbackSerials.topSlot();
+  const std::uint64_t serial = playbackPlaces.topSlot().serial;
   YString line;
   LineReader reader(playbackFiles.topSlot(), line);
   for (YWord follows = 1; follows != 0;) {
+    PlaybackPlace& place = playbackPlaces.topSlot();
+    place.line = reader.ends() + 1;
     follows = reader.read();
+    place.ends = reader.ends();
+    place.bytes = reader.bytes();
     interpret(line.buffer);
     if (stopsBehindLine(serial) != 0) return 1;
   }
@@ -111,10 +135,15 @@ YWord YcluiParser::playFile() {
 // Plays what is left of the top file, in pieces.
 YWord YcluiParser::resumeFile() {
   playbackRun = 1;
-  const std::uint64_t serial = playbackSerials.topSlot();
+  const std::uint64_t serial = playbackPlaces.topSlot().serial;
   std::FILE* stream = playbackFiles.topSlot();
   char piece[1024];
   while (std::fgets(piece, sizeof piece, stream) != nullptr) {
+    PlaybackPlace& place = playbackPlaces.topSlot();
+    const std::size_t length = std::strlen(piece);
+    place.line = place.ends + 1;
+    place.bytes += static_cast<long>(length);
+    if (length > 0 && piece[length - 1] == '\n') ++place.ends;
     if (piece[0] != '\n') interpret(piece);
     if (stopsBehindLine(serial) != 0) return 1;
   }
@@ -125,7 +154,7 @@ YWord YcluiParser::resumeFile() {
 // Whether the file is not to be read further: for a pause, or because a command of the line has
 // gone on with it and finished it.
 YWord YcluiParser::stopsBehindLine(std::uint64_t serial) {
-  if (playbackSerials.isEmpty() != 0 || playbackSerials.topSlot() != serial) return 1;
+  if (playbackPlaces.isEmpty() != 0 || playbackPlaces.topSlot().serial != serial) return 1;
   if (playbackPaused == 0) return 0;
   playbackRun = 0;
   return 1;
@@ -134,9 +163,21 @@ YWord YcluiParser::stopsBehindLine(std::uint64_t serial) {
 YWord YcluiParser::finishFile() {
   YcluiLogFile file = playbackFiles.topSlot();
   playbackFiles.drop();
-  playbackSerials.drop();
+  playbackPlaces.drop();
   if (playbackFiles.isEmpty() != 0) playbackRun = 0;
   return file.close();
+}
+
+const char* YcluiParser::playbackName() const {
+  return playbackFiles.isEmpty() != 0 ? nullptr : playbackFiles.topSlot().filename();
+}
+
+long YcluiParser::playbackLine() const {
+  return playbackPlaces.isEmpty() != 0 ? 0 : playbackPlaces.topSlot().line;
+}
+
+long YcluiParser::playbackPosition() const {
+  return playbackPlaces.isEmpty() != 0 ? 0 : playbackPlaces.topSlot().bytes;
 }
 
 void YcluiParser::closeAllPlayback() {

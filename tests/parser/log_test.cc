@@ -212,6 +212,25 @@ TEST(Playback, StartsPausesAndGoesOn) {
   }
 }
 
+TEST(Playback, TellsWhereItStands) {
+  WriteFile("places", "go \"two\nlines\"\nstop\xFF\n\nstop\n");
+  CommandLine line("go stop", "( go | stop{stop} )");
+  const auto place = [&] {
+    return std::to_string(line.playbackLine()) + "+" + std::to_string(line.playbackPosition());
+  };
+  std::string inside;
+  line.at["run(stop)"] = [&] { inside = place(); };
+  line.perform("^pause; ^play places");
+  EXPECT_EQ(place(), "1+15") << "a line that is two of the file, read whole";
+  EXPECT_NE(std::string(line.playbackName()).find("places"), std::string::npos);
+  line.perform("^continue");
+  EXPECT_EQ(inside, "5+27") << "resumed";
+  EXPECT_EQ(place(), "0+0");
+  EXPECT_EQ(line.playbackName(), nullptr);
+  line.perform("^play places");
+  EXPECT_EQ(inside, "5+27") << "a byte that was given back counts once";
+}
+
 TEST(Playback, NestingIsBounded) {
   CommandLine line("next", "next{next}");
   line.trace("err");
