@@ -11,12 +11,13 @@
 namespace {
 
 volatile std::sig_atomic_t asked = 0;
+volatile std::sig_atomic_t lineFinishes = 0;
 int pipeEnds[2] = {-1, -1};
 
 void OnInterrupt(int) {
   const int before = errno;
   asked = 1;
-  ScmVM::interrupt();
+  if (lineFinishes == 0) ScmVM::interrupt();
   // A full pipe has told already.
   if (write(pipeEnds[1], "", 1) < 0) errno = before;
   errno = before;
@@ -32,6 +33,10 @@ void CluiCatchInterrupt() {
   action.sa_handler = OnInterrupt;
   action.sa_flags = static_cast<int>(SA_RESETHAND);
   sigaction(SIGINT, &action, nullptr);
+}
+
+void CluiLetLineFinish(bool finish) {
+  lineFinishes = finish ? 1 : 0;
 }
 
 bool CluiInterrupted() {

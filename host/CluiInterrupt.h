@@ -8,6 +8,9 @@
 // it.
 void CluiCatchInterrupt();
 
+// Whether the first SIGINT leaves script text alone, because the run ends behind the line at hand.
+void CluiLetLineFinish(bool finish);
+
 // Whether the run has been asked to end.
 bool CluiInterrupted();
 

@@ -3,11 +3,13 @@
 #include <getopt.h>
 
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
 constexpr char Help[] =
     R"(Usage: clui [OPTION]... LANGUAGE.scm [FILE]...
+       clui --show [--encoding NAME] RECORDING...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -).
 
@@ -17,6 +19,12 @@ each FILE in order (standard input when there is none, or for -).
       --encoding NAME
                      the encoding of files, standard input and messages
                      (UTF-8 unless told); any ASCII superset that iconv knows
+      --log FILE     record every word that comes in FILE, which is made anew
+      --append       record at the end of that FILE
+      --nest STYLE   how words that are played back are recorded: plain, as if
+                     typed (unless told); comment; silent, not at all
+      --play         each FILE is a recording, to be played back
+      --show         print recordings, converted to the encoding
   -q, --quiet        no progress and no summary
       --trace        tell every token with its answer, every echo and every
                      command text
@@ -29,12 +37,28 @@ input ended inside a command; 2 the program could not do its work; 130 it was
 interrupted.
 )";
 
-enum LongOnly { OptHelp = 256, OptVersion, OptEncoding, OptTrace, OptLibrary };
+enum LongOnly {
+  OptHelp = 256,
+  OptVersion,
+  OptEncoding,
+  OptTrace,
+  OptLibrary,
+  OptLog,
+  OptAppend,
+  OptNest,
+  OptPlay,
+  OptShow
+};
 
 constexpr option LongOptions[] = {
     {"help", no_argument, nullptr, OptHelp},
     {"version", no_argument, nullptr, OptVersion},
     {"encoding", required_argument, nullptr, OptEncoding},
+    {"log", required_argument, nullptr, OptLog},
+    {"append", no_argument, nullptr, OptAppend},
+    {"nest", required_argument, nullptr, OptNest},
+    {"play", no_argument, nullptr, OptPlay},
+    {"show", no_argument, nullptr, OptShow},
     {"quiet", no_argument, nullptr, 'q'},
     {"trace", no_argument, nullptr, OptTrace},
     {"library", required_argument, nullptr, OptLibrary},
@@ -49,6 +73,43 @@ CluiStart BadUsage() {
 CluiStart Print(const char* text) {
   std::fputs(text, stdout);
   return CluiStart::Done;
+}
+
+bool ReadNestStyle(const char* name, YcluiLogNestStyle& style) {
+  const struct {
+    const char* name;
+    YcluiLogNestStyle style;
+  } styles[] = {{"plain", YcluiLogNestPlain},
+                {"comment", YcluiLogNestComment},
+                {"silent", YcluiLogNestSilent}};
+  for (const auto& entry : styles) {
+    if (std::strcmp(entry.name, name) != 0) continue;
+    style = entry.style;
+    return true;
+  }
+  std::fprintf(stderr, "clui: --nest takes plain, comment or silent, not \"%s\"\n", name);
+  return false;
+}
+
+// What stands behind the options.
+CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
+  if (options.append && options.log.empty()) {
+    std::fputs("clui: --append needs --log\n", stderr);
+    return BadUsage();
+  }
+  if (names == end) {
+    std::fputs(options.show ? "clui: --show needs a FILE\n" : "clui: no LANGUAGE.scm is given\n",
+               stderr);
+    return BadUsage();
+  }
+  if (!options.show) options.language = *names++;
+  options.files.assign(names, end);
+  if (options.play && options.files.empty()) {
+    std::fputs("clui: --play needs a FILE\n", stderr);
+    return BadUsage();
+  }
+  if (options.files.empty() && options.texts.empty()) options.files.emplace_back("-");
+  return CluiStart::Run;
 }
 
 }  // namespace
@@ -72,6 +133,21 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
       case OptLibrary:
         options.library = optarg;
         break;
+      case OptLog:
+        options.log = optarg;
+        break;
+      case OptAppend:
+        options.append = true;
+        break;
+      case OptNest:
+        if (!ReadNestStyle(optarg, options.nest)) return BadUsage();
+        break;
+      case OptPlay:
+        options.play = true;
+        break;
+      case OptShow:
+        options.show = true;
+        break;
       case OptHelp:
         return Print(Help);
       case OptVersion:
@@ -80,12 +156,5 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         return BadUsage();
     }
   }
-  if (optind >= argc) {
-    std::fputs("clui: no LANGUAGE.scm is given\n", stderr);
-    return BadUsage();
-  }
-  options.language = argv[optind];
-  options.files.assign(argv + optind + 1, argv + argc);
-  if (options.files.empty() && options.texts.empty()) options.files.emplace_back("-");
-  return CluiStart::Run;
+  return ReadNames(argv + optind, argv + argc, options);
 }

@@ -6,14 +6,21 @@
 #include <string>
 #include <vector>
 
+#include "parser/YcluiLogNestStyle.h"
+
 struct CluiOptions {
-  std::string language;            // the script that makes the parser
-  std::vector<std::string> texts;  // of -e, in order
-  std::vector<std::string> files;  // "-" is standard input
-  std::string encoding = "UTF-8";  // of files and streams
-  std::string library;             // empty: the one that belongs to the program
-  bool quiet = false;              // neither progress nor summary
-  bool trace = false;              // every token, echo and command
+  std::string language;                        // the script that makes the parser
+  std::vector<std::string> texts;              // of -e, in order
+  std::vector<std::string> files;              // "-" is standard input
+  std::string encoding = "UTF-8";              // of files and streams
+  std::string library;                         // empty: the one that belongs to the program
+  std::string log;                             // empty: nothing is recorded
+  bool append = false;                         // at the end of that file
+  YcluiLogNestStyle nest = YcluiLogNestPlain;  // how playbacks are recorded
+  bool play = false;                           // the files are recordings to be played
+  bool show = false;                           // print recordings, and nothing else
+  bool quiet = false;                          // neither progress nor summary
+  bool trace = false;                          // every token, echo and command
 };
 
 // What the program does once its options are read.

@@ -15,8 +15,8 @@ class CluiProgress {
 
   // A file of `total` bytes is going to be read; 0 for what has no size.
   void begin(const std::string& name, long long total);
-  // So many of its bytes are read.
-  void show(long long done);
+  // So many of its bytes are read, the last of them in that line.
+  void show(long long done, long long line);
   void erase();
 
  private:
@@ -26,6 +26,7 @@ class CluiProgress {
   std::string name_;
   long long total_ = 0;
   std::size_t drawn_ = 0;  // columns on the terminal now
+  Clock::time_point begin_;
   Clock::time_point last_;
 };
 

@@ -104,6 +104,15 @@ std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused
                           fault);
 }
 
+void CluiRefusal::moveToArgument(YcluiParser& parser, const YcluiToken& token, int index,
+                                 CluiSpot& spot) const {
+  const char* word = WordOf(token);
+  if (!StandsAt(spot, word)) return;
+  const std::size_t behind = spot.offset + std::strlen(word);
+  const YcluiKeyword* keyword = parser.lex()->keyword(word);
+  line_.move(spot, CluiFindArgument(line_.textFrom(spot), behind, index, keyword).offset);
+}
+
 // Of a variable form in the place of a word. Anything else comes out of a nested text, and its
 // fault costs nothing of the line.
 std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& refused,

@@ -29,6 +29,9 @@ class CluiRefusal {
   // at fault where that can be told. A word out of a nested text has the spot of what stands for
   // that text.
   std::wstring explain(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
+  // Moves the spot of a word to argument `index`, from 1, if the word stands there.
+  void moveToArgument(YcluiParser& parser, const YcluiToken& token, int index,
+                      CluiSpot& spot) const;
 
  private:
   // How many unknown words are compared with the dictionary in a run; a large file of words of

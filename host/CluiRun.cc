@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "foundation/YErrCodes.h"
 #include "host/CluiInterrupt.h"
 #include "host/CluiMessages.h"
 #include "host/CluiProcedures.h"
@@ -40,7 +41,12 @@ int CluiRun::run() {
     finish();
     return CluiInterrupted() ? Stopped : Unable;
   }
-  readInputs();
+  if (startLog()) {
+    readInputs();
+    endLog();
+  } else {
+    unable_ = true;
+  }
   finish();
   summarise();
   return status();
@@ -114,6 +120,7 @@ void CluiRun::follow() {
 }
 
 void CluiRun::readInputs() {
+  CluiLetLineFinish(options_.play);
   if (!options_.texts.empty()) {
     std::string text;
     for (const std::string& part : options_.texts) text += part + "\n";
@@ -124,7 +131,7 @@ void CluiRun::readInputs() {
   }
   for (const std::string& file : options_.files) {
     if (CluiInterrupted()) return;
-    readFile(file);
+    options_.play ? playFile(file) : readFile(file);
   }
 }
 
@@ -146,7 +153,7 @@ void CluiRun::readLines(CluiSource& source) {
   while (!CluiInterrupted() && (result = source.next(bytes, error)) == CluiRead::Line) {
     if (!isAlive()) return giveUpInput(number, "the parser was deleted; the rest is not read");
     feed(bytes, ++number);
-    progress_.show(source.bytesRead());
+    progress_.show(source.bytesRead(), static_cast<long long>(number));
   }
   progress_.erase();
   if (CluiInterrupted()) return report_.tell({input_, number, 0}, L"interrupted");
@@ -226,6 +233,8 @@ void CluiRun::finish() {
     if (parser->isCondemned() == 0) break;
   }
   YcluiParser::CleanupMortuary();
+  // The parser tries once more to write out what could not be written.
+  if (logLost_) std::erase_if(codes_, [](const Code& c) { return c.code == YErrNotClosed; });
   tellCodes();
   YErr.setListener(nullptr, nullptr);
   ScmVM::closeLibraries();

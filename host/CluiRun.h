@@ -3,6 +3,7 @@
 #ifndef HOST_CLUIRUN_H_
 #define HOST_CLUIRUN_H_
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -39,6 +40,8 @@ class CluiRun {
   int run();
 
  private:
+  using Clock = std::chrono::steady_clock;
+
   // Where the lexer stands: the same for all that belongs to one token.
   struct Stand {
     std::uint32_t offset = 0;
@@ -63,14 +66,17 @@ class CluiRun {
   CluiRefusal refusal_;
   YcluiParser* parser_ = nullptr;  // null until the language is loaded, and when all is over
   std::string input_;              // the name of the input being read
+  std::string playedName_;         // its full name, when it is played
   std::vector<Code> codes_;
   Stand offered_;          // the token that came before the syntax last, until a command begins
   std::string openWord_;   // of the token that was half read last
   int openArguments_ = 0;  // how many it had
+  std::size_t taken_ = 0;  // words that came before the syntax and were not refused
   std::size_t refused_ = 0;
   std::size_t failed_ = 0;
-  bool ended_ = false;   // an input ended inside a command
-  bool unable_ = false;  // not all input could be read
+  bool ended_ = false;    // an input ended inside a command
+  bool logLost_ = false;  // not everything could be recorded
+  bool unable_ = false;   // not all input could be read
 
   // CluiRun.cc: the way of the run.
   bool start();
@@ -91,8 +97,19 @@ class CluiRun {
   int status() const;
   void summarise();
 
+  // CluiRunLog.cc: recording and playing.
+  bool startLog();
+  void endLog();
+  void playFile(const std::string& name);
+  void tellStopped(Clock::time_point begin);
+  bool isPlayed() const;
+  CluiPlace playbackPlace() const;
+  void showPlayback();
+  void tellLosses(const YcluiToken& token);
+
   // CluiRunEvents.cc: what comes back from parser and engine meanwhile.
   CluiPlace here();
+  CluiSpot spotNow();
   Stand stand() const;
   CluiPlace placeOf(const CluiSpot& spot) const;
   void tellProblem(const std::string& place, const std::string& problem);

@@ -16,7 +16,7 @@ constexpr std::size_t WaitingAtMost = 64;
 }  // namespace
 
 CluiPlace CluiRun::here() {
-  if (parser_ != nullptr) return placeOf(line_.spotOf(parser_->lastTokenOffset()));
+  if (parser_ != nullptr) return placeOf(spotNow());
   CluiPlace place;
   int line = 0;
   ScmVM::place(place.name, line);
@@ -25,12 +25,20 @@ CluiPlace CluiRun::here() {
   return place;
 }
 
+// Of the last token. What is played has no spot.
+CluiSpot CluiRun::spotNow() {
+  static const std::string none;
+  if (isPlayed()) return {0, 0, 0, &none};
+  return line_.spotOf(parser_->lastTokenOffset());
+}
+
 CluiRun::Stand CluiRun::stand() const {
   if (parser_ == nullptr) return {};
   return {parser_->lex()->tokenOffset(), parser_->lex()->suspendedTexts()};
 }
 
 CluiPlace CluiRun::placeOf(const CluiSpot& spot) const {
+  if (isPlayed()) return playbackPlace();
   return {input_, spot.line, spot.line == 0 ? 0 : spot.character + 1};
 }
 
@@ -50,6 +58,7 @@ void CluiRun::tellCodes() {
     if (code.severity == YErrNote && !options_.trace) continue;
     // Nothing else tells of a text that was not read.
     if (code.code == YErrTooDeep) ++refused_;
+    if (code.code == YErrNotClosed) unable_ = true;
     report_.tell(code.place, CluiCodeText(code.code));
   }
 }
@@ -80,8 +89,9 @@ void CluiRun::onScriptError(const ScmVMError& error) {
   std::wstring message = encoding_.fromUtf8(error.message);
   // A primitive that failed says by a code what the engine cannot know.
   if (!codes_.empty()) {
-    message += L" (" + CluiCodeText(codes_.back().code) + L")";
-    codes_.pop_back();
+    const unsigned int code = codes_.back().code;
+    message += L" (" + CluiCodeText(code) + L")";
+    while (!codes_.empty() && codes_.back().code == code) codes_.pop_back();
   }
   tellCodes();
   if (parser_ == nullptr) {
@@ -93,7 +103,7 @@ void CluiRun::onScriptError(const ScmVMError& error) {
     return report_.tell(place, message);
   }
   ++failed_;
-  tellAt(line_.spotOf(parser_->lastTokenOffset()), L"the command failed: " + message);
+  tellAt(spotNow(), L"the command failed: " + message);
   if (!error.text.empty()) report_.tell(L"  in " + encoding_.fromUtf8(error.text));
 }
 
@@ -107,20 +117,27 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   tellCodes();
   offered_ = stand();
   if (CluiInterrupted()) {
-    parser_->exhaust();
-    return YcluiTokenDrop;
+    parser_->pausePlayback();
+    if (!options_.play) {
+      parser_->exhaust();
+      return YcluiTokenDrop;
+    }
   }
+  ++taken_;
+  showPlayback();
+  tellLosses(token);
   if (options_.trace) trace_.offered(token);
   return YcluiTokenPass;
 }
 
 void CluiRun::onRefuse(const YcluiToken& token) {
-  if (CluiInterrupted()) return parser_->exhaust();
+  if (CluiInterrupted() && !options_.play) return parser_->exhaust();
   ++refused_;
   const bool offered = offered_ == stand();
+  if (offered) --taken_;
   offered_ = {};
   const CluiRefused refused = {&token, offered, takeCode()};
-  CluiSpot spot = line_.spotOf(parser_->lastTokenOffset());
+  CluiSpot spot = spotNow();
   const std::wstring message = refusal_.explain(*parser_, refused, spot);
   if (options_.trace) trace_.refused(token, offered);
   tellAt(spot, message);

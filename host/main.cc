@@ -7,6 +7,7 @@
 
 #include "host/CluiOptions.h"
 #include "host/CluiRun.h"
+#include "host/CluiShow.h"
 
 namespace {
 
@@ -31,5 +32,5 @@ int main(int argc, char** argv) {
     case CluiStart::Run:
       break;
   }
-  return CluiRun(options).run();
+  return options.show ? CluiShow(options) : CluiRun(options).run();
 }

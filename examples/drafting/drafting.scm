@@ -80,6 +80,9 @@
 (define scale: (word "scale:" a-number))
 (define margin: (word "margin:" a-point))
 (define save: (word "save:" a-string))
+(define record: (word "record:" a-string))
+(define stop-recording-word (word "stop-recording"))
+(define play: (word "play:" a-string))
 (define alias: (word "alias:" a-string a-string))
 (define unalias: (word "unalias:" a-string))
 
@@ -184,6 +187,23 @@
   (if (not (clui-unset-alias parser name))
       (refuse "\"" name "\" is no alias")))
 
+;; A recording holds the words as they came, with values in the place of variables and the text in
+;; the place of aliases, and so draws the same again. `stop-recording` itself stands in it; played
+;; back, it finds nothing to stop, which is no fault then.
+(define (record! parser file)
+  (if (not (clui-start-logging parser file))
+      (refuse "cannot record to " file ", or a recording is under way or being played")))
+
+(define (stop-recording! parser)
+  (clui-shut-logging parser))
+
+;; While a command runs, its line is still complete and takes no word: the reset makes room for what
+;; is played. The rest of the typed line runs before that.
+(define (play! parser file)
+  (clui-reset parser)
+  (if (not (clui-playback-from-file parser file))
+      (refuse "cannot play " file ": it is not there, or is being recorded to or played")))
+
 ;;; 3. Syntax ------------------------------------------------------------------------------------
 ;;;
 ;;; A command is over at the first word behind which nothing more is needed, so no command here has
@@ -234,6 +254,9 @@
    title: "(set! sheet-title (token-argument $p -1 0))"
    scale: "(set! sheet-scale (within \"a scale\" 0.1 $$[0] 100000))"
    margin: "(set! sheet-margin (point $$[0]))" ; a point writes two numbers, side by side
+   record: "(record! $p (token-argument $p -1 0))"
+   stop-recording-word "(stop-recording! $p)"
+   play: "(play! $p (token-argument $p -1 0))"
    alias: "(make-alias! $p (token-argument $p -1 0) (token-argument $p -1 1))"
    unalias: "(drop-alias! $p (token-argument $p -1 0))"
    (clui-syntax (clui-priority 200 127) save: "(save-drawing! (token-argument $p -1 0))")))
@@ -344,6 +367,7 @@ Building    wall: X,Y to: X,Y ... end         window: X,Y to: X,Y
             (or close)                        door: X,Y to: X,Y left (right, sliding, open)
             stairs: X,Y to: X,Y steps: N      dimension: X,Y to: X,Y ... off: D
 Groups      group: NAME, X,Y ... done         place: NAME at: X,Y (place: NAME, 90 turns it)
+Recording   record: FILE   stop-recording   play: FILE
 Sheet       title: \"...\"   scale: N   margin: X,Y   undo   save: FILE
 Anywhere    layer: NAME   colour: C   pen: MM   dash: KIND   fill: C   pattern: KIND
             unit: MM   origin: X,Y   turn: DEGREES   thickness: D   round: D
