@@ -84,7 +84,6 @@ void FillModule(void*) {
   engine.messageOf = FromPrelude("message-of");
   engine.written = FromPrelude("written");
   engine.loadScript = FromPrelude("load-script");
-  engine.abort = FromPrelude("stop");
   engine.stackOverflow = FromPrelude("stack-overflow");
   engine.refuse = FromPrelude("refuse");
 }

@@ -65,6 +65,7 @@ struct Text {
   bool running = false;  // while Scheme code runs that may be stopped
   std::size_t firstPlace = 0;
   SCM module = SCM_BOOL_F;  // current before the text
+  SCM stop = SCM_BOOL_F;    // the procedure that leaves the text
   std::string printed;      // the value, bytes
   ScmVMError error;
 };
@@ -105,7 +106,6 @@ struct Engine {
   SCM messageOf = SCM_BOOL_F;
   SCM written = SCM_BOOL_F;
   SCM loadScript = SCM_BOOL_F;
-  SCM abort = SCM_BOOL_F;
   SCM stackOverflow = SCM_BOOL_F;
   SCM failure = SCM_BOOL_F;  // the exception that was raised at `failurePlace`
   SCM refuse = SCM_BOOL_F;

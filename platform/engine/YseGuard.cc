@@ -77,6 +77,11 @@ SCM Caught(SCM exception, SCM key, SCM args) {
   return SCM_UNSPECIFIED;
 }
 
+SCM SetStop(SCM stop) {
+  TheEngine().text->stop = stop;
+  return SCM_UNSPECIFIED;
+}
+
 SCM Enter() {
   Engine& engine = TheEngine();
   engine.text->module = scm_set_current_module(engine.module);
@@ -146,7 +151,7 @@ void BeginOutermost() {
 
 void StopText(Text::Ending ending) {
   TheEngine().text->ending = ending;
-  scm_call_0(TheEngine().abort);
+  scm_call_0(TheEngine().text->stop);
   std::abort();
 }
 
@@ -190,6 +195,7 @@ void RunGuarded(Text& text) {
 void DefineGuards() {
   scm_c_define_gsubr("%run", 0, 0, 0, reinterpret_cast<void*>(&Run));
   scm_c_define_gsubr("%caught", 3, 0, 0, reinterpret_cast<void*>(&Caught));
+  scm_c_define_gsubr("%set-stop", 1, 0, 0, reinterpret_cast<void*>(&SetStop));
   scm_c_define_gsubr("%enter", 0, 0, 0, reinterpret_cast<void*>(&Enter));
   scm_c_define_gsubr("%leave", 0, 0, 0, reinterpret_cast<void*>(&Leave));
 }

@@ -41,32 +41,30 @@ SCM AfterCollection() {
   return SCM_UNSPECIFIED;
 }
 
-// A running text is ended, which takes some memory too. C++ code cannot be ended: it gets what it
-// asked for.
-void* OnOutOfMemory(std::size_t bytes) {
-  static bool inside = false;
-  const bool ends = ScriptRuns();
-  GC_set_max_heap_size(GC_get_heap_size() + (ends ? 0 : bytes) + Reserve);
+void RaiseLimit(std::size_t bytes) {
+  GC_set_max_heap_size(GC_get_heap_size() + bytes + Reserve);
   LimitRaised = true;
-  if (ends) StopText(Text::OutOfMemory);
-  void* memory = nullptr;
-  if (!inside) {
-    inside = true;
-    memory = GC_malloc(bytes);
-    inside = false;
-  }
-  if (memory == nullptr) {
-    std::fputs("out of memory\n", stderr);
-    std::abort();
-  }
-  return memory;
 }
 
-// Wipes what the ended text has left in the unused part of the C++ stack: the collector takes any
-// word there for a reference once another frame lies over it.
-__attribute__((noinline)) void WipeStack() {
-  volatile char unused[std::size_t{64} << 10];
-  for (volatile char& byte : unused) byte = 0;
+// Runs when the collector may not let the heap grow; it has not collected before. If that does not
+// help, a running text is ended, which takes some memory too. C++ code cannot be ended: it gets
+// what it asked for.
+void* OnOutOfMemory(std::size_t bytes) {
+  static bool inside = false;
+  if (inside) return nullptr;
+  inside = true;
+  GC_gcollect();
+  void* memory = HeldMemory() + bytes < Allowed ? GC_malloc(bytes) : nullptr;
+  inside = false;
+  if (memory != nullptr) return memory;
+  RaiseLimit(ScriptRuns() ? 0 : bytes);
+  if (ScriptRuns()) StopText(Text::OutOfMemory);
+  inside = true;
+  memory = GC_malloc(bytes);
+  inside = false;
+  if (memory != nullptr) return memory;
+  std::fputs("out of memory\n", stderr);
+  std::abort();
 }
 
 }  // namespace
@@ -88,13 +86,12 @@ void RestoreMemoryLimit() {
 }
 
 // The collector sometimes goes on holding what a text has dropped. The next texts shall not suffer
-// for it: they may hold a quarter of the limit beyond that, up to twice the limit in all.
+// for it: they may hold half of the limit beyond that, up to twice the limit in all.
 bool MemoryStaysShort() {
   const std::size_t limit = TheEngine().memoryLimit;
-  WipeStack();
   Allowed = limit;
   const bool isShort = MemoryIsShort();
-  if (TheEngine().depth == 0) Allowed = std::clamp(HeldMemory() + limit / 4, limit, limit * 2);
+  if (TheEngine().depth == 0) Allowed = std::clamp(HeldMemory() + limit / 2, limit, limit * 2);
   LimitRaised = true;
   return isShort;
 }

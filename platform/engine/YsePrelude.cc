@@ -5,18 +5,15 @@ namespace yse {
 // Names that begin with % are C++ functions.
 const char* const Prelude = R"scheme(
 
-;; The prompt of every text. Only this module holds the tag, so nothing inside a text can install or
-;; aim at it; an abort reaches the innermost text.
-(define text-tag (make-prompt-tag "text"))
-
-(define (stop) (abort-to-prompt text-tag))
-
 ;; Runs the text that is on top of the engine's list. Whatever leaves it (an error, an abort to some
 ;; outer prompt, an interrupt) ends here: %leave is true unless the text came to its end, and the
-;; unwinding then turns to our own prompt.
+;; unwinding then turns to our own prompt. No script has the procedure that goes there.
+(define call/ec (@ (ice-9 control) call/ec))
+
 (define (guarded)
-  (call-with-prompt text-tag
-    (lambda ()
+  (call/ec
+    (lambda (stop)
+      (%set-stop stop)
       (dynamic-wind
         %enter
         (lambda ()
@@ -25,8 +22,7 @@ const char* const Prelude = R"scheme(
               (%caught failure (exception-kind failure) (exception-args failure)))
             %run
             #:unwind? #t))
-        (lambda () (if (%leave) (stop)))))
-    (lambda (k) #f)))
+        (lambda () (if (%leave) (stop)))))))
 
 (define (stack-overflow)
   (scm-error 'stack-overflow #f "Stack overflow" '() #f))

@@ -212,7 +212,7 @@ TEST_F(ScriptsTest, ErrorsCarryTheirPlace) {
       {"1\n(begin\n  (let ((x)) 1))", "", 3, 3, "let: bad let in (let ((x)) 1)"},
       {"1\n(+ 1", "", 2, 5, "unexpected end of input while searching for: )"},
       {"1\n\xFF", "", 0, 0, "FILE is no UTF-8 in line 2"},
-      {"1\n\n(load \"case.scm\")", "", 3, 1, "the recursion is too deep"},
+      {"\n\n(load \"case.scm\")", "", 3, 1, "the recursion is too deep"},
       {"(load \"nothing.scm\")", "", 1, 1,
        "cannot read FOLDER/nothing.scm: No such file or directory"},
   };
