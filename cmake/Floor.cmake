@@ -2,7 +2,16 @@
 
 add_library(clui_options INTERFACE)
 target_include_directories(clui_options INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(clui_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror)
+target_compile_options(clui_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror
+  # g++ 12 sees overlaps in concatenations of strings where there are none.
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(CLUI_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    message(FATAL_ERROR "CLUI_FUZZ needs clang++ as the compiler")
+  endif()
+  set(CLUI_SANITIZE ON)
+  target_compile_options(clui_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 if(CLUI_SANITIZE)
   target_compile_options(clui_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
