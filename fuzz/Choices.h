@@ -1,0 +1,49 @@
+// Turns the bytes of the fuzzer into choices and texts.
+
+#ifndef FUZZ_CHOICES_H_
+#define FUZZ_CHOICES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+// Takes from the front, so that an input can be written by hand. When nothing is left every choice
+// is 0 and every text is empty.
+class Choices {
+ public:
+  Choices(const std::uint8_t* bytes, std::size_t count) : at_(bytes), end_(bytes + count) {}
+
+  bool more() const { return at_ != end_; }
+  unsigned byte() { return more() ? *at_++ : 0; }
+  unsigned below(unsigned count) { return byte() % count; }
+  // The bytes up to the next 0, which is taken along.
+  std::string text() {
+    std::string text;
+    while (more() && *at_ != 0) text += static_cast<char>(*at_++);
+    byte();
+    return text;
+  }
+  // All that is left, zeros included.
+  std::string rest() {
+    std::string all(at_, end_);
+    at_ = end_;
+    return all;
+  }
+
+ private:
+  const std::uint8_t* at_;
+  const std::uint8_t* end_;
+};
+
+// A finding is what ends the process.
+inline void Require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count);
+
+#endif  // FUZZ_CHOICES_H_

@@ -1,0 +1,89 @@
+// Both readers of a playback over any file, which pauses at any line: the texts that come are those
+// that a reader of the whole file at once would give.
+
+#include <fstream>
+#include <vector>
+
+#include "foundation/YKanji.h"
+#include "fuzz/Choices.h"
+#include "fuzz/Folder.h"
+#include "parser/YcluiParser.h"
+
+namespace {
+
+// Pauses behind each line in turn that the bits tell.
+class Player : public YcluiParser {
+ public:
+  explicit Player(unsigned pauses) : pauses_(pauses) {
+    const YcluiValueType string = YcluiValueString;
+    lex()->addKeyword("say:", 1, &string, 1);
+    auto* syntax = new YcluiSyntaxGraph;
+    syntax->insertAnd(new YcluiSyntaxNode(1, "f $0[0]"));
+    setSyntaxGraph(syntax);
+  }
+
+  std::vector<std::string> texts;
+
+  bool pausesBehind(std::size_t line) const { return (pauses_ >> (line % 8) & 1U) != 0; }
+  int interpret(const char* text) override {
+    if (pausesBehind(texts.size())) pausePlayback();
+    texts.emplace_back(text);
+    return YcluiParser::interpret(text);
+  }
+
+ private:
+  unsigned pauses_;
+
+  YWord evaluate(const char* /*text*/) override { return 1; }
+};
+
+// The first line from `at` on as the first reader gives it.
+std::string LineAt(const std::string& log, std::size_t& at, bool& inString) {
+  std::string line;
+  for (; at < log.size() && (log[at] != '\n' || inString); ++at) {
+    line += log[at];
+    if (log[at] == '"') inString = !inString;
+    const bool isEscape = log[at] == '\\' && at + 1 < log.size();
+    const bool isPair = at + 1 < log.size() && IsKanjiStart(log.substr(at, 2).c_str()) != 0;
+    if (isEscape && (log[at + 1] == '"' || log[at + 1] == '\\')) line += "\\\\";
+    if (isEscape || isPair) line += log[++at];
+  }
+  return line.c_str();
+}
+
+std::vector<std::string> Expected(const std::string& log, const Player& player) {
+  std::vector<std::string> texts;
+  std::size_t at = 0;
+  bool inString = false;
+  for (bool follows = true; follows; ++at) {
+    texts.push_back(LineAt(log, at, inString));
+    follows = at < log.size();
+    if (follows && player.pausesBehind(texts.size() - 1)) {
+      ++at;
+      break;
+    }
+  }
+  while (at < log.size()) {
+    const std::size_t length = std::min<std::size_t>(log.find('\n', at) - at, 1022) + 1;
+    const std::string piece = log.substr(at, length);
+    if (piece[0] != '\n') texts.emplace_back(piece.c_str());
+    at += length;
+  }
+  return texts;
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+  static const Folder folder;
+  const std::string path = folder.path() + "/log";
+  Choices choices(bytes, count);
+  Player player(choices.byte());
+  const std::string log = choices.rest();
+  std::ofstream(path) << log;
+  Require(player.playbackFromLog(path.c_str()) == 1, "a file can be played");
+  while (player.continuePlayback() != 0) {
+  }
+  Require(player.texts == Expected(log, player), "the texts of the file");
+  return 0;
+}
