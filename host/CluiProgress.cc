@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -29,7 +30,7 @@ void CluiProgress::show(long long done, long long line) {
   std::string text = name_ + ": " + std::to_string(done) + " of " + std::to_string(total_) +
                      " bytes, " + std::to_string(done * 100 / total_) + "%, " +
                      std::to_string(static_cast<long long>(static_cast<double>(line) / time)) +
-                     " lines/s, " + std::to_string(static_cast<long long>(left + 0.5)) + " s left";
+                     " lines/s, " + std::to_string(std::lround(left)) + " s left";
   // Only what stands on one line can be erased.
   if (text.size() > WidthAtMost) text.erase(0, text.size() - WidthAtMost);
   erase();

@@ -120,7 +120,6 @@ void CluiRun::follow() {
 }
 
 void CluiRun::readInputs() {
-  CluiLetLineFinish(options_.play);
   if (!options_.texts.empty()) {
     std::string text;
     for (const std::string& part : options_.texts) text += part + "\n";

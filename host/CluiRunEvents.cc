@@ -118,7 +118,8 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   offered_ = stand();
   if (CluiInterrupted()) {
     parser_->pausePlayback();
-    if (!options_.play) {
+    // A line that is played directly is finished.
+    if (line_.number() > 0) {
       parser_->exhaust();
       return YcluiTokenDrop;
     }
@@ -131,7 +132,7 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
 }
 
 void CluiRun::onRefuse(const YcluiToken& token) {
-  if (CluiInterrupted() && !options_.play) return parser_->exhaust();
+  if (CluiInterrupted() && line_.number() > 0) return parser_->exhaust();
   ++refused_;
   const bool offered = offered_ == stand();
   if (offered) --taken_;
