@@ -60,10 +60,12 @@ class ScmVMExternal {
   // Each removes the top of the stack. With another type on top, or an empty stack, bit 0 of the
   // status is cleared and the answer is 0 or null; a pop never sets the bit. A string is the
   // engine's and stays until the primitive returns; one with a NUL, or with a character outside the
-  // encoding, is of the wrong type.
+  // encoding, is of the wrong type. Any bytes that were pushed come back as they were: those that
+  // are no character of the encoding are U+F700 plus the byte in between.
   YSCM_API static long StackPopLong(YStatus& status);
   YSCM_API static double StackPopDouble(YStatus& status);  // a float too
-  YSCM_API static long StackPopChar(YStatus& status);      // the character's code
+  // The character's code in the encoding: a byte, or lead * 256 + trail.
+  YSCM_API static long StackPopChar(YStatus& status);
   YSCM_API static const char* StackPopString(YStatus& status);
   YSCM_API static void* StackPopHandle(YStatus& status);  // the handle's first word
   YSCM_API static void StackPop(YStatus& status);
@@ -95,11 +97,12 @@ class ScmVMExternal {
   YSCM_API static void VMESetErrorArgNum(YArgNum argNum, YStatus& status);
   YSCM_API static void VMESetErrorBadType(YScmArgType type, YStatus& status, long detail);
 
-  // Evaluates the expressions of a NUL-terminated text in the running engine. Sets bit 0 of the
-  // status when all went well and clears it otherwise. `buffer` takes the printed value or the
-  // error message, cut to `size` bytes with the NUL; the answer is the length of what was printed.
-  // May be called from inside a primitive, to any depth; nothing that the text does unwinds the
-  // caller.
+  // Evaluates the expressions of a NUL-terminated text in the running engine, one after the other.
+  // Sets bit 0 of the status when all went well and clears it otherwise. `buffer` takes the printed
+  // value of the last one or the error message, cut between two characters to `size` bytes with the
+  // NUL; the answer is the length of what it holds. A null buffer, or a size of 0, takes nothing.
+  // May be called from inside a primitive; a nest that comes near the end of the C++ stack ends
+  // with an error in the innermost text. Nothing that the text does unwinds the caller.
   YSCM_API static long ExecuteString(const char* text, char* buffer, long size, YStatus& status);
 };
 

@@ -16,7 +16,7 @@ namespace {
 // Most values are small and need no guard against their size.
 SCM Shown(SCM value, std::size_t room) {
   if (SCM_I_INUMP(value)) return scm_number_to_string(value, SCM_UNDEFINED);
-  const bool small = SCM_IMP(value) || scm_is_real(value) ||
+  const bool small = SCM_IMP(value) || scm_is_real(value) || IsHandle(value) ||
                      (scm_is_string(value) && scm_c_string_length(value) < room);
   return small ? scm_object_to_string(value, SCM_UNDEFINED)
                : scm_call_2(TheEngine().written, value, scm_from_size_t(room));
