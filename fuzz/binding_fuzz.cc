@@ -33,7 +33,7 @@ class Desk {
     YcluiParser* parser = YcluiParser::Live(0);
     YcluiFieldBinding* live = YcluiFieldBinding::FindLive(binding_);
     const unsigned choice = choices_.byte();
-    if (choice >= 32) return type(choices_.byte());
+    if (choice >= 32 && telling_ == 0) return type(choices_.byte());
     if (choice == 1 && parser != nullptr) parser->interpret(choices_.text().c_str());
     if (choice == 2 && parser != nullptr) parser->reset();
     if (choice == 3 && parser != nullptr) parser->pushFrame();
@@ -67,8 +67,9 @@ class Desk {
   ScriptMachine machine_;
   std::unique_ptr<TestField> field_;
   YcluiFieldBinding* binding_ = nullptr;
-  bool isTied_ = false;  // the binding has the present field
+  bool isTied_ = false;  // the binding fills the present field
   int depth_ = 0;
+  int telling_ = 0;  // nobody types while the field is told a text
 
   void event() {
     if (depth_ == 20 || choices_.below(3) != 2) return;
@@ -79,7 +80,11 @@ class Desk {
 
   void newField() {
     field_ = std::make_unique<TestField>();
-    field_->onSetText = [this] { event(); };
+    field_->onSetText = [this] {
+      ++telling_;
+      event();
+      --telling_;
+    };
     isTied_ = false;
   }
 
@@ -101,13 +106,16 @@ class Desk {
   // The former binding goes first: this field would forget it, and nobody else would destroy it.
   void attach() {
     dropBinding();
-    isTied_ = true;
-    YcluiFieldBinding* made = YcluiFieldBinding::Attach(
-        field_.get(), YcluiParser::Live(0), choices_.below(2) != 0 ? "E %s" : "", "S %s %s");
-    if (binding_ != nullptr)
+    const bool hasFormat = choices_.below(2) != 0;  // the field then is the script's to fill
+    if (depth_ == 0) field_->shown.clear();
+    isTied_ = !hasFormat && depth_ == 0;
+    YcluiFieldBinding* made = YcluiFieldBinding::Attach(field_.get(), YcluiParser::Live(0),
+                                                        hasFormat ? "E %s" : "", "S %s %s");
+    if (binding_ != nullptr) {
       dropMade(made);
-    else
+    } else {
       binding_ = made;
+    }
   }
   // A script has attached another one while this one was being made.
   void dropMade(YcluiFieldBinding* made) {

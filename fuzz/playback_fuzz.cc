@@ -26,6 +26,7 @@ class Player : public YcluiParser {
 
   bool pausesBehind(std::size_t line) const { return (pauses_ >> (line % 8) & 1U) != 0; }
   int interpret(const char* text) override {
+    if (isAliasRun() != 0) return YcluiParser::interpret(text);  // it is none of the file's
     if (pausesBehind(texts.size())) pausePlayback();
     texts.emplace_back(text);
     return YcluiParser::interpret(text);

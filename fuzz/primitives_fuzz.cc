@@ -25,6 +25,7 @@ class Script {
     TheMachine = &machine_;
     machine_.executor = [this](const std::string&) { command(); };
     for (unsigned i = 0; i < Kept; ++i) machine_.variables[NameOf(i)] = std::make_shared<Value>();
+    if (choices_.below(4) != 0) furnish();
   }
   ~Script() {
     while (YcluiParser* parser = YcluiParser::Live(0)) YcluiParser::AddDeadBody(parser);
@@ -50,6 +51,19 @@ class Script {
   int depth_ = 0;
   int commands_ = 0;
 
+  // What a script has when it has begun well.
+  void furnish() {
+    machine_.run("(define v0 (clui-parser-new 0))");
+    teach();
+    machine_.run("(define v1 (clui-syntax 1 'A' (clui-oneof 2 'B $0' (clui-anyof 3 'C')) 1 'D'))");
+    machine_.run(
+        "(clui-set-syntax v0 v1) (define v2 'a b ') (define v3 (clui-token v0 0 'say:' 1))");
+    machine_.variables["v4"] = std::make_shared<Value>(
+        Value{.kind = 'h', .number = reinterpret_cast<long>(static_cast<YuiTextField*>(&field_))});
+    machine_.run("(define v5 (clui-attach-field v0 v4))");
+    bindings_.push_back(machine_.variables["v5"]);
+  }
+
   Ref& any() { return machine_.variables[NameOf(choices_.byte())]; }
 
   void command() {
@@ -66,7 +80,7 @@ class Script {
     const unsigned choice = choices_.byte();
     value.number = choice < 128 ? static_cast<long>(choice) - 8 : any()->number + choice % 2;
     value.real = choice;
-    if (choice == 255) value.number = reinterpret_cast<long>(&field_);
+    if (choice == 255) value.number = reinterpret_cast<long>(static_cast<YuiTextField*>(&field_));
     if (value.kind == 's') value.text = safeText();
     if (value.kind == 'p') {
       value.car = any();
