@@ -186,6 +186,7 @@ void CluiRun::endInput(std::size_t number) {
   report_.tell({input_, 0, 0}, L"the input ended inside " + what);
   parser_->dropOpenToken();
   parser_->exhaust();
+  while (isAlive() && parser_->nestingDepth() > 1) parser_->popFrame();
   parser_->reset();
 }
 
@@ -209,8 +210,10 @@ std::wstring CluiRun::unfinished() const {
   }
   YString_Array candidates;
   const bool goesOn = parser_->completionList("", candidates) > 0;
-  if (parser_->numberOfToken() == 0 || !goesOn) return std::wstring();
-  return L"the command " + CluiQuoted(encoding_.fromSystem(parser_->currentLine()));
+  if (parser_->numberOfToken() > 0 && goesOn) {
+    return L"the command " + CluiQuoted(encoding_.fromSystem(parser_->currentLine()));
+  }
+  return parser_->nestingDepth() > 1 ? L"what interrupts another command" : std::wstring();
 }
 
 bool CluiRun::isAlive() const {
