@@ -240,7 +240,7 @@ void CommandLine::perform(const std::string& steps, char separator) {
   std::istringstream in(steps);
   for (std::string step; std::getline(in, step, separator);) {
     if (!step.empty() && step[0] == ' ') step.erase(0, 1);
-    if (step.back() == ' ' && step.find('^') == 0) step.pop_back();
+    if (step.find('^') == 0 && step.back() == ' ') step.pop_back();
     if (step.empty() || step[0] != '^') {
       interpret(step.c_str());
       continue;
