@@ -3,6 +3,8 @@
 #include <gc/gc.h>
 #include <pthread.h>
 
+#include <algorithm>
+
 #include "platform/engine/YseEngine.h"
 
 namespace yse {
@@ -11,6 +13,8 @@ namespace {
 
 // How much of the C++ stack a text finds at least, before Guile's own mark.
 constexpr std::uintptr_t StackForText = std::uintptr_t{512} << 10;
+// A stack without a limit is used up to here.
+constexpr std::size_t MostStack = std::size_t{32} << 20;
 // How deep a script may recurse, in words of the Scheme stack (32 MiB), and how much deeper until
 // the error is raised.
 constexpr long MaxStackWords = 4L << 20;
@@ -60,8 +64,8 @@ void StartStackLimits() {
   pthread_attr_destroy(&attributes);
   GC_stack_base base{};
   GC_get_stack_base(&base);
-  StackMark = reinterpret_cast<std::uintptr_t>(lowest) + size / 2;
-  const std::uintptr_t room = reinterpret_cast<std::uintptr_t>(base.mem_base) - StackMark;
+  const std::size_t room = std::min(size, MostStack) / 2;
+  StackMark = reinterpret_cast<std::uintptr_t>(base.mem_base) - room;
   scm_c_define("%stack-words", scm_from_size_t(room / sizeof(SCM_STACKITEM)));
 }
 
