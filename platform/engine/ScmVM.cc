@@ -71,7 +71,7 @@ SCM FromPrelude(const char* name) {
 }
 
 // Runs in the engine's own module.
-void FillModule(void*) {
+void FillModule() {
   Engine& engine = TheEngine();
   scm_c_define("%user", engine.module);
   DefineGuards();
@@ -104,7 +104,7 @@ SCM SetUp(void* error) {
     *static_cast<std::string*>(error) = "no pipe for interrupts";
     return SCM_BOOL_F;
   }
-  FillModule(nullptr);
+  FillModule();
   scm_set_current_module(before);
   return SCM_BOOL_T;
 }

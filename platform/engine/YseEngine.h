@@ -12,8 +12,8 @@
 #include <libguile.h>
 
 #include <atomic>
-#include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -1,7 +1,7 @@
 // Running a text so that it comes back, however it ends.
 
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
 
 #include "platform/engine/YseEngine.h"
 #include "platform/engine/YseFileName.h"
@@ -43,12 +43,15 @@ SCM RunSource(const char* source) {
   }
 }
 
-SCM Run() {
+SCM RunFile(const char* file) {
   Engine& engine = TheEngine();
-  const Text& text = *engine.text;
-  NoteGoodEnd(text.source != nullptr
-                  ? RunSource(text.source)
-                  : scm_call_1(engine.loadScript, FromUtf8(Utf8FromFileName(text.file))));
+  engine.bytes = Utf8FromFileName(file);
+  return scm_call_1(engine.loadScript, FromUtf8(engine.bytes));
+}
+
+SCM Run() {
+  const Text& text = *TheEngine().text;
+  NoteGoodEnd(text.source != nullptr ? RunSource(text.source) : RunFile(text.file));
   return SCM_UNSPECIFIED;
 }
 

@@ -3,7 +3,7 @@
 
 #include <gc/gc.h>
 
-#include <cstdio>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
