@@ -1,8 +1,8 @@
 #include "host/CluiReport.h"
 
-#include <clocale>
 #include <cstdio>
-#include <cwchar>
+
+#include "host/CluiWidth.h"
 
 namespace {
 
@@ -12,17 +12,6 @@ constexpr wchar_t Cut[] = L"...";
 
 bool IsControl(wchar_t c) {
   return c < 0x20 || (c >= 0x7F && c < 0xA0);
-}
-
-// wcwidth knows characters only in a locale that has them all, which the user's need not be.
-int WidthOf(wchar_t c) {
-  static const locale_t all = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  if (c < 0x7F) return 1;
-  if (all == nullptr) return c >= 0x1100 ? 2 : 1;
-  const locale_t before = uselocale(all);
-  const int width = wcwidth(c);
-  uselocale(before);
-  return width < 0 ? 1 : width;
 }
 
 }  // namespace
@@ -44,7 +33,7 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
     if (c == L'\t') {
       excerpt.caret += c;
     } else {
-      excerpt.caret.append(static_cast<std::size_t>(WidthOf(c)), L' ');
+      excerpt.caret.append(static_cast<std::size_t>(CluiWidthOf(c)), L' ');
     }
   }
   if (to < length) excerpt.text += Cut;

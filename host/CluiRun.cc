@@ -201,10 +201,10 @@ void CluiRun::readLeftText(std::size_t number) {
 }
 
 std::wstring CluiRun::unfinished() const {
-  if (parser_->tokenIsOpen() != 0) {
-    const YcluiKeyword* keyword = parser_->lex()->keyword(openWord_.c_str());
-    const int next = openArguments_ + 1;
-    std::wstring what = L"the arguments of " + CluiQuoted(encoding_.fromSystem(openWord_));
+  if (const YcluiToken* token = parser_->openToken()) {
+    const YcluiKeyword* keyword = parser_->lex()->keyword(token->string());
+    std::wstring what = L"the arguments of " + CluiQuoted(encoding_.fromSystem(token->string()));
+    const int next = token->argc();
     if (keyword == nullptr || next > keyword->argCount()) return what;
     return what + L"; expected next: " + CluiTypeText(keyword->argType(next - 1));
   }

@@ -69,8 +69,6 @@ class CluiRun {
   std::string playedName_;         // its full name, when it is played
   std::vector<Code> codes_;
   Stand offered_;          // the token that came before the syntax last, until a command begins
-  std::string openWord_;   // of the token that was half read last
-  int openArguments_ = 0;  // how many it had
   std::size_t taken_ = 0;  // words that came before the syntax and were not refused
   std::size_t refused_ = 0;
   std::size_t failed_ = 0;

@@ -146,9 +146,4 @@ void CluiRun::onRefuse(const YcluiToken& token) {
 
 void CluiRun::onEcho(const char* line) {
   if (options_.trace) trace_.echo(line);
-  if (parser_->tokenIsOpen() == 0) return;
-  const YcluiToken* token = parser_->currentToken();
-  if (token == nullptr || token->underConstruction() == 0 || token->string() == nullptr) return;
-  openWord_ = token->string();
-  openArguments_ = token->argc() - 1;
 }

@@ -108,6 +108,8 @@ class YQRT_API YcluiParser {
 
   // Whether a token waits for the rest of its arguments.
   YWord tokenIsOpen() const;
+  // That token, with the arguments that are read, or null. Good until the next text.
+  const YcluiToken* openToken() const { return tokenIsOpen() != 0 ? workToken : nullptr; }
   // Drops such a token. Text that is unread behind it stays.
   void dropOpenToken();
 

@@ -1,0 +1,214 @@
+// The lines that a terminal remembers, and what it lists.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+
+#include "host/terminal/CluiHistory.h"
+#include "host/terminal/CluiListing.h"
+#include "parser/YcluiParser.h"
+#include "syntax/YcluiSyntaxGraph.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+class History : public testing::Test {
+ protected:
+  fs::path folder_;
+  std::string file_;
+
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "clui-XXXXXX").string();
+    folder_ = mkdtemp(name.data());
+    file_ = (folder_ / "state" / "clui" / "a.history").string();
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  std::string text() const {
+    std::ostringstream all;
+    all << std::ifstream(file_, std::ios::binary).rdbuf();
+    return all.str();
+  }
+  void put(const std::string& text) const {
+    fs::create_directories(fs::path(file_).parent_path());
+    std::ofstream(file_, std::ios::binary) << text;
+  }
+  // What a new run finds, newest first.
+  Lines loaded(std::size_t maximum = 1000) const {
+    CluiHistory history(file_, maximum);
+    history.load();
+    Lines lines;
+    while (const std::string* line = history.older("")) lines.push_back(*line);
+    return lines;
+  }
+};
+
+TEST_F(History, KeepsEveryByteAndNothingTwice) {
+  const Lines lines = {"a\\n", "\x95\x5C\t\\x41", std::string("\0\x1B\x7F\r\n", 5) + "b\n\\", "\\"};
+  CluiHistory history(file_);
+  EXPECT_TRUE(history.load());
+  for (const std::string& line : lines) {
+    history.add(line);
+    history.add(line);
+  }
+  history.add(" \n");
+  history.add(std::string(CluiHistory::LongestLine + 1, 'x'));
+  EXPECT_EQ(loaded(), Lines(lines.rbegin(), lines.rend()));
+  struct stat state {};
+  stat(file_.c_str(), &state);
+  EXPECT_EQ(state.st_mode & 07777, 0600u);
+  stat(fs::path(file_).parent_path().c_str(), &state);
+  EXPECT_EQ(state.st_mode & 07777, 0700u);
+}
+
+TEST_F(History, GoesBackAndForth) {
+  CluiHistory history("");
+  EXPECT_EQ(history.older("x"), nullptr);
+  for (const char* line : {"a", "b"}) history.add(line);
+  EXPECT_EQ(history.newer(), nullptr);
+  EXPECT_EQ(*history.older("half"), "b");
+  EXPECT_EQ(*history.older("b"), "a");
+  EXPECT_EQ(history.older("a"), nullptr);
+  EXPECT_EQ(*history.newer(), "b");
+  EXPECT_EQ(*history.newer(), "half");
+  EXPECT_EQ(history.newer(), nullptr);
+  history.older("");
+  history.reset();
+  EXPECT_EQ(*history.older(""), "b");
+}
+
+TEST_F(History, IsBoundedWhoeverAddsToIt) {
+  CluiHistory one(file_, 3);
+  CluiHistory other(file_, 3);
+  for (int i = 0; i < 10; ++i) {
+    one.add("one" + std::to_string(i));
+    other.add("other" + std::to_string(i));
+  }
+  EXPECT_TRUE(one.save());
+  EXPECT_EQ(text(), "other8\none9\nother9\n");
+  other.add("z");
+  EXPECT_EQ(loaded(2), (Lines{"z", "other9"}));
+}
+
+TEST_F(History, LosesNoLineOfProgramsThatShortenMeanwhile) {
+  std::string old;
+  for (int i = 0; i < 400; ++i) old += "old\n";
+  put(old);
+  std::vector<pid_t> programs;
+  for (int program = 0; program < 4; ++program) {
+    programs.push_back(fork());
+    if (programs.back() != 0) continue;
+    CluiHistory history(file_, program == 0 ? 400 : 5000);
+    for (int i = 0; i < 60; ++i) {
+      history.add(std::to_string(program) + "." + std::to_string(i));
+      if (program == 0) history.save();
+    }
+    _exit(history.save() ? 0 : 1);
+  }
+  for (const pid_t program : programs) {
+    int status = -1;
+    waitpid(program, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  const Lines lines = loaded(5000);
+  const auto left = std::count(lines.begin(), lines.end(), "old");
+  EXPECT_EQ(static_cast<long>(lines.size()) - left, 240);
+  EXPECT_LT(left, 400);  // or nothing was shortened
+}
+
+TEST_F(History, PutsUpWithAnyFile) {
+  put("a\\q\\x4\n\n\\x41\xFF\nbroken");
+  EXPECT_EQ(loaded(), (Lines{"broken", "A\xFF", "a\\q\\x4"}));
+  CluiHistory(file_).add("b");
+  EXPECT_EQ(loaded()[0] + loaded()[1], "bbroken");
+  put(std::string(9 << 20, 'x') + "\nlast\n");
+  EXPECT_EQ(loaded(), Lines{"last"});
+  fs::remove(file_);
+  mkfifo(file_.c_str(), 0600);
+  CluiHistory history(file_);
+  EXPECT_FALSE(history.load());
+  history.add("kept");
+  EXPECT_EQ(*history.older(""), "kept");
+  EXPECT_FALSE(history.save());
+}
+
+TEST(HistoryFile, IsWhereTheUserKeepsStates) {
+  const struct {
+    const char *state, *home, *file;
+  } rows[] = {
+      {"/s", "/h", "/s/clui/a.b.history"},
+      {"s", "/h", "/h/.local/state/clui/a.b.history"},
+      {"", "h", ""},
+      {nullptr, nullptr, ""},
+      {"/s", nullptr, "/s/clui/a.b.history"},
+  };
+  const std::string home = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
+  const auto set = [](const char* name, const char* value) {
+    value == nullptr ? unsetenv(name) : setenv(name, value, 1);
+  };
+  for (const auto& row : rows) {
+    set("XDG_STATE_HOME", row.state);
+    set("HOME", row.home);
+    EXPECT_EQ(CluiHistory::DefaultFile("x/a.b.scm"), row.file);
+  }
+  unsetenv("XDG_STATE_HOME");
+  set("HOME", home.c_str());
+}
+
+TEST(Listing, FillsColumnsDownwards) {
+  const struct {
+    Lines words;
+    int width;
+    const char* text;
+  } rows[] = {
+      {{}, 80, ""},
+      {{"a", "bb", "c", "d", "e"}, 9, "a   d\nbb  e\nc\n"},
+      {{"a", "bb", "c", "d", "e"}, 11, "a   c   e\nbb  d\n"},
+      {{"\x95\x5C", "abc", "d"}, 11, "\x95\x5C   d\nabc\n"},
+      {{"a", "b", "0123456789", "c", "d"}, 8, "a  b\n0123456789\nc  d\n"},
+      {{"a", "b"}, 0, "a\nb\n"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(CluiColumns(row.words, row.width), row.text) << row.width;
+}
+
+TEST(Listing, NamesWordsOrTheTypeOfAnArgument) {
+  YcluiParser parser;
+  YcluiLex& lex = *parser.lex();
+  const YcluiValueType types[] = {YcluiValueInteger, YcluiValuePoint, YcluiValueString};
+  const std::uint32_t ids[] = {lex.addKeyword("move:", 3, types, 0),
+                               lex.addKeyword("moth", "mo", 0), lex.addKeyword(';', 0),
+                               lex.addKeyword("\x83\x61", nullptr, 0)};
+  auto* graph = new YcluiSyntaxGraph;
+  for (const std::uint32_t id : ids) graph->insertOr(new YcluiSyntaxNode(id));
+  parser.setSyntaxGraph(graph);
+  const struct {
+    const char *fed, *typed;
+    Lines candidates;
+  } rows[] = {
+      {"", "", {";", "moth", "move:", "\x83\x61"}},
+      {"", "MO", {"moth", "move:"}},
+      {"", "\x83\x41", {}},
+      {"", "x:", {}},
+      {"", "move:", {"(an integer)"}},
+      {"", "Move:1,2,", {"(a point)"}},
+      {"", "move:1,2,3,\"a,\\\",", {"(a string)"}},
+      {"move: 1, ", "2", {"(a point)"}},
+      {"2,3, ", "", {"(a string)"}},
+  };
+  for (const auto& row : rows) {
+    parser.interpret(row.fed);
+    EXPECT_EQ(CluiCandidates(parser, row.typed), row.candidates) << row.fed << row.typed;
+  }
+}
+
+}  // namespace
