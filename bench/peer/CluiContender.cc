@@ -1,0 +1,72 @@
+// yqrtClui as a host would use it that carries out its commands itself: the command's template says
+// which action it is, and the action takes its values from the token.
+
+#include "bench/peer/Contender.h"
+#include "parser/YcluiParser.h"
+
+namespace {
+
+class SwitchParser : public YcluiParser {
+ public:
+  Outcome outcome;
+
+  explicit SwitchParser(const Language& language) {
+    const YcluiValueType values[] = {YcluiValueInteger, YcluiValueString};
+    const std::uint32_t on = lex()->addKeyword("on:", 2, values, 0);
+    const std::uint32_t off = lex()->addKeyword("off:", 2, values, 0);
+    auto* commands = new YcluiSyntaxGraph;
+    for (std::size_t i = 0; i < language.words.size(); ++i) {
+      const std::uint32_t id =
+          lex()->addKeyword(language.words[i].c_str(), language.shortForms[i].c_str(), 0);
+      auto* command = new YcluiSyntaxGraph;
+      command->insertOr(new YcluiSyntaxNode(on, "+"));
+      command->insertOr(new YcluiSyntaxNode(off, "-"));
+      command->insertAnd(new YcluiSyntaxNode(id));
+      commands->insertOr(command);
+      delete command;
+    }
+    setSyntaxGraph(commands);
+  }
+
+ private:
+  YWord evaluate(const char* command) override {
+    const std::int32_t number = (*currentToken())[1]->GetLong();
+    outcome.sum += *command == '+' ? number : -number;
+    return 1;
+  }
+};
+
+class CluiContender : public Contender {
+ public:
+  explicit CluiContender(const Language& language) : parser_(language) {}
+
+  std::string typed(const Line& line) const override {
+    return line.word + (line.isOn ? " on:" : " off:") + std::to_string(line.number) + ",\"abc\"\n";
+  }
+
+  Outcome read(const std::vector<std::string>& lines) override {
+    parser_.outcome = Outcome();
+    for (const std::string& line : lines) {
+      if (parser_.interpret(line.c_str()) == 0) ++parser_.outcome.refused;
+    }
+    return parser_.outcome;
+  }
+
+  long complete(const char* prefix) override {
+    YString_Array words;
+    return parser_.completionList(prefix, words);
+  }
+
+  bool log(const char* path) override {
+    return path != nullptr ? parser_.startLogging(path, 0) != 0 : parser_.shutLogging() != 0;
+  }
+
+ private:
+  SwitchParser parser_;
+};
+
+}  // namespace
+
+std::unique_ptr<Contender> MakeClui(const Language& language) {
+  return std::make_unique<CluiContender>(language);
+}

@@ -1,0 +1,72 @@
+// The least that reading such lines can cost: split at blanks, look the first word up, call.
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+#include <unordered_map>
+
+#include "bench/peer/Contender.h"
+
+namespace {
+
+struct Words {
+  std::string_view word[4];
+  int count = 0;
+};
+
+using Action = bool (*)(const Words&, long& sum);
+
+Words Split(std::string_view line) {
+  Words words;
+  std::size_t at = 0;
+  while (words.count < 4) {
+    at = line.find_first_not_of(' ', at);
+    if (at == std::string_view::npos) break;
+    const std::size_t end = std::min(line.find(' ', at), line.size());
+    words.word[words.count++] = line.substr(at, end - at);
+    at = end;
+  }
+  return words;
+}
+
+bool Switch(const Words& words, long& sum) {
+  int number = 0;
+  const std::string_view text = words.word[2];
+  if (words.count != 4 || text.empty()) return false;
+  if (std::from_chars(text.begin(), text.end(), number).ec != std::errc()) return false;
+  if (words.word[1] != "on" && words.word[1] != "off") return false;
+  sum += words.word[1] == "on" ? number : -number;
+  return true;
+}
+
+class HandLoop : public Contender {
+ public:
+  explicit HandLoop(const Language& language) {
+    for (const std::string& word : language.words) actions_[word] = &Switch;
+  }
+
+  std::string typed(const Line& line) const override {
+    return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
+  }
+
+  Outcome read(const std::vector<std::string>& lines) override {
+    Outcome outcome;
+    for (const std::string& line : lines) {
+      const Words words = Split(line);
+      const auto action = actions_.find(words.word[0]);
+      if (action == actions_.end() || !action->second(words, outcome.sum)) ++outcome.refused;
+    }
+    return outcome;
+  }
+
+  long complete(const char*) override { return 0; }
+
+ private:
+  std::unordered_map<std::string_view, Action> actions_;
+};
+
+}  // namespace
+
+std::unique_ptr<Contender> MakeHandLoop(const Language& language) {
+  return std::make_unique<HandLoop>(language);
+}
