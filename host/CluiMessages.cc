@@ -88,12 +88,18 @@ std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& neare
   return nearest.empty() ? text : text + L", did you mean " + CluiQuoted(nearest) + L"?";
 }
 
-std::wstring CluiMisplacedText(const std::wstring& word, const CluiPossible& possible) {
-  const std::wstring text = CluiQuoted(word) + L" cannot come here";
+std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& line,
+                               const CluiPossible& possible) {
+  const std::wstring text = CluiQuoted(word) + L" cannot come " +
+                            (line.empty() ? L"here" : L"in the middle of " + CluiQuoted(line));
   if (possible.here.empty() && possible.anywhere.empty()) return text + L", and no word can";
   std::size_t room = NamedAtMost;
   const std::wstring here = ListOf(L"; expected: ", possible.here, room);
   return text + here + ListOf(L"; anywhere: ", possible.anywhere, room);
+}
+
+std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line) {
+  return CluiQuoted(line) + L" waits, and " + CluiQuoted(word) + L" may not interrupt it";
 }
 
 std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,

@@ -26,9 +26,13 @@ struct CluiPossible {
   std::vector<std::wstring> anywhere;  // what works at any place
 };
 
-// A word of the language at a place where it cannot come. Of the words that could, a dozen are
-// named, those that the syntax expects first.
-std::wstring CluiMisplacedText(const std::wstring& word, const CluiPossible& possible);
+// A word of the language at a place where it cannot come: in the middle of a command, unless `line`
+// is empty. Of the words that could, a dozen are named, those that the syntax expects first.
+std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& line,
+                               const CluiPossible& possible);
+
+// A word that may not interrupt the command of which `line` is there.
+std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line);
 
 // Argument `index` of a word, and what is wrong with it. `wordLine` is the line of the word when
 // the argument stands in a later one, else 0.

@@ -1,6 +1,7 @@
 #include "host/CluiNearest.h"
 
 #include <algorithm>
+#include <compare>
 
 namespace {
 
@@ -14,10 +15,23 @@ int Allowed(std::size_t length) {
   return length < 9 ? 2 : 3;
 }
 
+bool EndsInColon(const std::wstring& word) {
+  return word.size() > 1 && word.back() == L':';
+}
+
 // A colon forgotten behind a word is no slip beside another one.
 std::wstring WithoutColon(const std::wstring& word) {
-  return word.size() > 1 && word.back() == L':' ? word.substr(0, word.size() - 1) : word;
+  return EndsInColon(word) ? word.substr(0, word.size() - 1) : word;
 }
+
+// The less, the likelier is a word meant.
+struct Rank {
+  int slips;
+  bool away;
+  bool endsOtherwise;
+
+  auto operator<=>(const Rank&) const = default;
+};
 
 int LengthOf(const std::wstring& text) {
   return static_cast<int>(text.size());
@@ -46,15 +60,23 @@ int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost) {
   return std::min(row.back(), atMost + 1);
 }
 
-std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words) {
+std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words,
+                         std::size_t here) {
   const std::wstring meant = WithoutColon(typed);
-  int best = Allowed(typed.size()) + 1;
+  const int allowed = Allowed(typed.size());
+  Rank best = {allowed + 2, true, true};
   const std::wstring* nearest = nullptr;
-  for (const std::wstring& word : words) {
-    const int distance = CluiDistance(meant, WithoutColon(word), best - 1);
-    if (distance >= best) continue;
-    best = distance;
-    nearest = &word;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const bool away = i >= here;
+    const int atMost = std::min(allowed, best.slips - (away ? 1 : 0));
+    if (atMost < 0) continue;
+    const int distance = CluiDistance(meant, WithoutColon(words[i]), atMost);
+    if (distance > atMost) continue;
+    const Rank rank = {distance + (away ? 1 : 0), away,
+                       EndsInColon(typed) != EndsInColon(words[i])};
+    if (!(rank < best)) continue;
+    best = rank;
+    nearest = &words[i];
   }
   return nearest == nullptr ? std::wstring() : *nearest;
 }

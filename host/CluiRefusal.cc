@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <set>
+#include <string_view>
 
 #include "foundation/YErrCodes.h"
 #include "host/CluiLiteral.h"
@@ -48,27 +49,48 @@ std::wstring LiteralFault(unsigned int code, const std::string& text, std::size_
 std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot) {
   const YcluiToken& token = *refused.token;
   const std::wstring word = encoding_.fromSystem(WordOf(token));
+  if (refused.offered && refused.code == YErrInterruptRefused) {
+    return CluiWaitingText(word, waitingLine(parser));
+  }
   if (refused.offered && refused.code != 0) return CluiCodeText(refused.code);
   if (refused.code != 0) return explainArgument(parser, refused, spot);
   if (token.id() == YcluiIdNone || token.id() == YcluiIdFreeWord) {
     return explainUnknown(parser, word);
   }
-  if (refused.offered) return explainMisplaced(parser, word);
+  if (refused.offered) return explainMisplaced(parser, word, refused.inside);
   return explainArgument(parser, refused, spot);
 }
 
 std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const std::wstring& word) {
-  const auto known = nearest_.find(word);
-  if (known != nearest_.end()) return CluiUnknownText(word, known->second);
-  if (nearest_.size() >= ComparedAtMost) return CluiUnknownText(word, std::wstring());
-  std::vector<std::wstring> words;
+  if (compared_ >= ComparedAtMost) return CluiUnknownText(word, std::wstring());
+  ++compared_;
+  YString_Array possible;
+  parser.possibleWords(possible);
+  std::set<std::string_view> expected;
+  for (int i = 0; i < possible.size(); ++i) expected.insert(possible[i].buffer);
+  std::vector<std::wstring> here;
+  std::vector<std::wstring> away;
   for (YAssocSetItr i(*parser.lex()->words()); i.item != nullptr; ++i) {
-    words.push_back(encoding_.fromSystem(static_cast<const YcluiKeyword*>(i.item)->name()));
+    const auto* record = static_cast<const YcluiKeyword*>(i.item);
+    const char* name = parser.lex()->keyword(record->id());
+    const bool isHere = name != nullptr && expected.count(name) > 0;
+    (isHere ? here : away).push_back(encoding_.fromSystem(record->name()));
   }
-  return CluiUnknownText(word, nearest_[word] = CluiNearest(word, words));
+  const std::size_t count = here.size();
+  here.insert(here.end(), away.begin(), away.end());
+  return CluiUnknownText(word, CluiNearest(word, here, count));
 }
 
-std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstring& word) {
+// What the current frame interrupts.
+std::wstring CluiRefusal::waitingLine(const YcluiParser& parser) const {
+  std::string line = parser.wholeLine();
+  line.resize(line.size() - std::strlen(parser.currentLine()));
+  if (!line.empty() && line.back() == ' ') line.pop_back();
+  return encoding_.fromSystem(line);
+}
+
+std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstring& word,
+                                           bool inside) {
   YString_Array syntax;
   parser.completionList("", syntax);
   std::set<std::string> expected;
@@ -80,7 +102,8 @@ std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstri
     const bool isHere = expected.count(all[i].buffer) > 0;
     (isHere ? possible.here : possible.anywhere).push_back(encoding_.fromSystem(all[i].buffer));
   }
-  return CluiMisplacedText(word, possible);
+  const std::wstring line = inside ? encoding_.fromSystem(parser.currentLine()) : std::wstring();
+  return CluiMisplacedText(word, line, possible);
 }
 
 std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused& refused,
@@ -113,13 +136,25 @@ void CluiRefusal::moveToArgument(YcluiParser& parser, const YcluiToken& token, i
   line_.move(spot, CluiFindArgument(line_.textFrom(spot), behind, index, keyword).offset);
 }
 
+// Out of text that the line does not show: a number is known to be an argument's.
+std::wstring CluiRefusal::explainNested(YcluiParser& parser, const CluiRefused& refused) const {
+  const std::wstring fault = LiteralFault(refused.code, "", 0);
+  const bool isNumber = refused.code == YErrNotANumber || refused.code == YErrBadPoint ||
+                        refused.code == YErrOutOfRange;
+  const char* word = WordOf(*refused.token);
+  const YcluiKeyword* keyword = parser.lex()->keyword(word);
+  const int index = refused.token->argc();
+  if (!isNumber || keyword == nullptr || index > keyword->argCount()) return fault;
+  return CluiArgumentText(encoding_.fromSystem(word), 0, index, keyword->argType(index - 1), fault);
+}
+
 // Of a variable form in the place of a word. Anything else comes out of a nested text, and its
 // fault costs nothing of the line.
 std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& refused,
                                       const CluiSpot& spot) {
   const std::string text = line_.textFrom(spot);
   if (parser.lex()->suspendedTexts() > 0 || !OpensVariable(text, spot.offset)) {
-    return LiteralFault(refused.code, "", 0);
+    return explainNested(parser, refused);
   }
   const std::size_t setting = text.find("}=", spot.offset);
   const bool sets = setting != std::string::npos && IsQuote(text, setting + 2);

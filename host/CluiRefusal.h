@@ -3,7 +3,6 @@
 #ifndef HOST_CLUIREFUSAL_H_
 #define HOST_CLUIREFUSAL_H_
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -18,12 +17,16 @@ struct CluiRefused {
   const YcluiToken* token = nullptr;
   bool offered = false;   // it was read whole and came before the syntax
   unsigned int code = 0;  // what it pushed onto the error manager, 0 for nothing
+  bool inside = false;    // the command under way began before the line that is being fed
 };
 
 class CluiRefusal {
  public:
   // The line is the one that is being fed, in which spots are.
   CluiRefusal(CluiEncoding& encoding, const CluiLine& line) : encoding_(encoding), line_(line) {}
+
+  // Another input begins.
+  void restart() { compared_ = 0; }
 
   // The message for a word that the outermost text holds at `spot`, which is moved to the literal
   // at fault where that can be told. A word out of a nested text has the spot of what stands for
@@ -34,17 +37,19 @@ class CluiRefusal {
                       CluiSpot& spot) const;
 
  private:
-  // How many unknown words are compared with the dictionary in a run; a large file of words of
+  // How many unknown words of an input are compared with the dictionary; a large file of words of
   // another language must not cost its length times the dictionary's.
   static constexpr std::size_t ComparedAtMost = 200;
 
   CluiEncoding& encoding_;
   const CluiLine& line_;
-  std::map<std::wstring, std::wstring> nearest_;  // of the words compared so far
+  std::size_t compared_ = 0;
 
   std::wstring explainUnknown(YcluiParser& parser, const std::wstring& word);
-  std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word);
+  std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word, bool inside);
+  std::wstring waitingLine(const YcluiParser& parser) const;
   std::wstring explainArgument(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
+  std::wstring explainNested(YcluiParser& parser, const CluiRefused& refused) const;
   std::wstring explainForm(YcluiParser& parser, const CluiRefused& refused, const CluiSpot& spot);
   std::wstring brokenText(const std::wstring& word, std::size_t line, const CluiSpot& spot) const;
   std::wstring restText(const CluiRefused& refused, const std::string& text, std::size_t place,

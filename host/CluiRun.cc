@@ -148,6 +148,7 @@ void CluiRun::readLines(CluiSource& source) {
   std::size_t number = 0;
   CluiRead result = CluiRead::End;
   line_.restart();
+  refusal_.restart();
   progress_.begin(input_, source.bytesOfFile());
   while (!CluiInterrupted() && (result = source.next(bytes, error)) == CluiRead::Line) {
     if (!isAlive()) return giveUpInput(number, "the parser was deleted; the rest is not read");
@@ -173,6 +174,7 @@ void CluiRun::feed(std::string& bytes, std::size_t number) {
 void CluiRun::interpret(std::string& text, std::size_t number) {
   line_.take(text, number);
   offered_ = {};
+  takenBefore_ = taken_;
   parser_->interpret(line_.text().c_str());
   if (options_.trace) trace_.settle();
   tellCodes();

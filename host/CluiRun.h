@@ -70,6 +70,7 @@ class CluiRun {
   std::vector<Code> codes_;
   Stand offered_;          // the token that came before the syntax last, until a command begins
   std::size_t taken_ = 0;  // words that came before the syntax and were not refused
+  std::size_t takenBefore_ = 0;  // of these, in earlier lines
   std::size_t refused_ = 0;
   std::size_t failed_ = 0;
   bool ended_ = false;    // an input ended inside a command
@@ -114,6 +115,7 @@ class CluiRun {
   void tellAt(const CluiSpot& spot, const std::wstring& message);
   void tellCodes();
   unsigned int takeCode();
+  bool beganEarlier() const;
   void onCode(unsigned int code, YErrSeverity severity);
   void onScriptError(const ScmVMError& error);
   void onText(const char* text);

@@ -104,13 +104,20 @@ void CluiRun::onScriptError(const ScmVMError& error) {
   }
   ++failed_;
   tellAt(spotNow(), L"the command failed: " + message);
-  if (!error.text.empty()) report_.tell(L"  in " + encoding_.fromUtf8(error.text));
+  // What the language says of its own accord needs no look into its scripts.
+  if (!error.worded && !error.text.empty()) report_.tell(L"  in " + encoding_.fromUtf8(error.text));
 }
 
 void CluiRun::onText(const char* text) {
   tellCodes();
   offered_ = {};
   if (options_.trace) trace_.runs(text);
+}
+
+// Whether the command under way has words from in front of the line that is being fed. What is
+// played is shown without its line.
+bool CluiRun::beganEarlier() const {
+  return parser_->numberOfToken() > (isPlayed() ? 0 : taken_ - takenBefore_);
 }
 
 YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
@@ -137,7 +144,7 @@ void CluiRun::onRefuse(const YcluiToken& token) {
   const bool offered = offered_ == stand();
   if (offered) --taken_;
   offered_ = {};
-  const CluiRefused refused = {&token, offered, takeCode()};
+  const CluiRefused refused = {&token, offered, takeCode(), beganEarlier()};
   CluiSpot spot = spotNow();
   const std::wstring message = refusal_.explain(*parser_, refused, spot);
   if (options_.trace) trace_.refused(token, offered);

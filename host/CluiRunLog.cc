@@ -94,6 +94,7 @@ void CluiRun::playFile(const std::string& name) {
   if (!isAlive()) return giveUpInput(0, "the parser was deleted; this is not played");
   playedName_ = YcluiLogFile(name.c_str()).filename();
   line_.restart();
+  refusal_.restart();
   CluiLetLineFinish(true);
   progress_.begin(name, size);
   const Clock::time_point begin = Clock::now();

@@ -319,6 +319,11 @@ const char* YcluiParser::currentLine() const {
   return frame == nullptr ? "" : frame->currentLine();
 }
 
+const char* YcluiParser::wholeLine() const {
+  const YcluiLineParser* frame = currentFrame();
+  return frame == nullptr ? "" : frame->wholeLine();
+}
+
 int YcluiParser::findToken(const YcluiToken& token) const {
   const YcluiLineParser* frame = currentFrame();
   return frame == nullptr ? -1 : frame->findToken(token);

@@ -126,6 +126,8 @@ class YQRT_API YcluiParser {
   const YcluiToken* tokenAt(YWord index) const;
   YWord numberOfToken() const;
   const char* currentLine() const;
+  // Behind the lines of the commands that it interrupts.
+  const char* wholeLine() const;
   // The index of the first token with the same id, or -1.
   int findToken(const YcluiToken& token) const;
   int findToken(const char* text) const;

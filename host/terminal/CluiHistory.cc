@@ -72,7 +72,7 @@ bool IsWorthKeeping(const std::string& line) {
 class LockedFile {
  public:
   LockedFile(const std::string& name, int flags) : name_(name) {
-    for (int attempt = 0; attempt < 20 && !isLocked_ && open(flags); ++attempt) tryLock();
+    for (int attempt = 0; attempt < 500 && !isLocked_ && open(flags); ++attempt) tryLock();
   }
   LockedFile(const LockedFile&) = delete;
   LockedFile& operator=(const LockedFile&) = delete;

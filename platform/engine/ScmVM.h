@@ -26,6 +26,7 @@ struct ScmVMError {
   std::string file;     // the script file, UTF-8; empty when the failing text is no file
   int line = 0;         // from 1, 0 when unknown: where the form at the top of the file begins that
   int column = 0;       // failed, or the place inside it that the reader or the expander names
+  bool worded = false;  // the script said it itself, by `error` with a text
   bool interrupted = false;  // the text was stopped by interrupt()
 };
 

@@ -61,6 +61,12 @@ bool IsCalmExit(SCM args) {
   return scm_is_eq(status, SCM_BOOL_T) || scm_is_eq(status, SCM_INUM0);
 }
 
+// What `error` raises. A procedure of the engine puts its own name first.
+bool IsWorded(SCM key, SCM args) {
+  return scm_is_eq(key, scm_from_utf8_symbol("misc-error")) && scm_is_pair(args) &&
+         scm_is_false(SCM_CAR(args));
+}
+
 SCM Caught(SCM exception, SCM key, SCM args) {
   Engine& engine = TheEngine();
   Text& text = *engine.text;
@@ -76,6 +82,7 @@ SCM Caught(SCM exception, SCM key, SCM args) {
     text.error.column = engine.failurePlace.column;
   }
   ToUtf8(scm_call_2(engine.messageOf, key, args), text.error.message);
+  text.error.worded = IsWorded(key, args);
   text.ending = Text::Failed;
   return SCM_UNSPECIFIED;
 }

@@ -92,7 +92,8 @@ TEST(Nearest, CountsSlips) {
 }
 
 TEST(Nearest, NamesOnlyWhatMayBeMeant) {
-  const std::vector<std::wstring> words = {L"a", L"line:", L"lane:", L"radius:", L"rectangle:"};
+  const std::vector<std::wstring> words = {L"lime",    L"a",          L"line:", L"lane:",
+                                           L"radius:", L"rectangle:", L"rage",  L"lines"};
   const struct {
     const wchar_t *typed, *nearest;
   } rows[] = {
@@ -104,8 +105,13 @@ TEST(Nearest, NamesOnlyWhatMayBeMeant) {
       {L"lxyz", L""},
       {L"rdus:", L"radius:"},
       {L"rextnagl:", L"rectangle:"},
+      {L"rafe", L"rage"},
+      {L"lixe:", L"line:"},    // ends alike
+      {L"lixe", L"lime"},
+      {L"pines:", L"line:"},  // can come here, at two slips, as "lines" cannot
   };
-  for (const auto& row : rows) EXPECT_EQ(CluiNearest(row.typed, words), row.nearest) << row.typed;
+  for (const auto& row : rows)
+    EXPECT_EQ(CluiNearest(row.typed, words, 6), row.nearest) << row.typed;
 }
 
 TEST(Excerpt, PutsTheCaretByWidth) {
