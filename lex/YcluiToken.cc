@@ -59,9 +59,8 @@ YcluiToken& YcluiToken::operator=(const YcluiToken& source) {
   makeRoom(static_cast<std::size_t>(source.argc_));
   argc_ = source.argc_;
   for (std::size_t i = 0; i < static_cast<std::size_t>(argc_); ++i) args[i] = source.args[i];
-  source.extendWholeStr();  // once for all copies
-  wholeStr.assign(source.wholeStr);
   wholeWritten = source.wholeWritten;
+  if (wholeWritten > 0) wholeStr.assign(source.wholeStr);
   wholeArgc = source.wholeArgc;
   hidden_ = source.hidden_;
   previousNode_ = source.previousNode_;

@@ -11,7 +11,8 @@ YWord YcluiLineParser::reset() {
   own.isShowing = false;
   tokens.clear();
   passed = 0;
-  cutTexts(0);
+  if (shown > 0) cutTexts(0);
+  shown = 0;
   return 1;
 }
 
@@ -71,6 +72,16 @@ YWord YcluiLineParser::takeAgain(const YcluiToken_Array& saved, int without) {
   return 1;
 }
 
+const char* YcluiLineParser::currentLine() const {
+  showAll();
+  return line.buffer;
+}
+
+const char* YcluiLineParser::wholeLine() const {
+  showAll();
+  return whole.buffer;
+}
+
 const YcluiSyntaxNode* YcluiLineParser::firstNode() const {
   for (; passed < tokens.count(); ++passed) {
     const YcluiSyntaxNode* node = tokens.at(passed).presentNode();
@@ -102,7 +113,6 @@ void YcluiLineParser::hideToken() {
 }
 
 void YcluiLineParser::storeToken(const YcluiToken& token) {
-  extendTexts(token.echoString());
   // In steps of half the size, since those of the stack end at 256 and a line may be much longer.
   if (tokens.count() == tokens.size()) tokens.resize(tokens.count() + tokens.count() / 2 + 1);
   YcluiToken& stored = tokens.extend();
@@ -112,18 +122,26 @@ void YcluiLineParser::storeToken(const YcluiToken& token) {
 }
 
 void YcluiLineParser::dropToken() {
-  const char* echo = currentToken()->echoString();
-  const std::size_t echoLength = echo == nullptr ? 0 : std::strlen(echo);
-  const std::size_t blank = tokens.count() > 1 ? 1 : 0;
-  cutTexts(line.length - static_cast<std::uint32_t>(echoLength + blank));
+  if (shown == tokens.count()) {
+    const char* echo = currentToken()->echoString();
+    const std::size_t echoLength = echo == nullptr ? 0 : std::strlen(echo);
+    const std::size_t blank = shown > 1 ? 1 : 0;
+    cutTexts(line.length - static_cast<std::uint32_t>(echoLength + blank));
+    --shown;
+  }
   tokens.drop();
   passed = std::min(passed, tokens.count());
 }
 
-void YcluiLineParser::extendTexts(const char* echo) {
+void YcluiLineParser::showAll() const {
+  if (shown == tokens.count()) return;
   keepHeldTexts();
+  for (; shown < tokens.count(); ++shown) extendTexts(tokens.at(shown).echoString());
+}
+
+void YcluiLineParser::extendTexts(const char* echo) const {
   const std::uint32_t before = line.length;
-  if (tokens.isEmpty() == 0) line << ' ';
+  if (shown > 0) line << ' ';
   if (echo != nullptr) line << echo;
   if (prefix.length > 0 && before == 0 && line.length > 0) whole << ' ';
   whole.concat(line.buffer + before, line.length - before);
@@ -137,6 +155,7 @@ void YcluiLineParser::cutTexts(std::uint32_t lineLength) {
 }
 
 std::uint32_t YcluiLineParser::holdTexts() {
+  showAll();
   ++own.holders;
   ++own.presentHolders;
   return own.textSerial;
@@ -147,7 +166,7 @@ void YcluiLineParser::releaseTexts(std::uint32_t held) {
   if (--own.holders == 0) own.keptTexts.removeAll();
 }
 
-void YcluiLineParser::keepHeldTexts() {
+void YcluiLineParser::keepHeldTexts() const {
   if (own.presentHolders == 0) return;
   own.presentHolders = 0;
   ++own.textSerial;

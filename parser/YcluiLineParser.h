@@ -60,15 +60,18 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
   const YcluiSyntaxNode* firstNode() const;
 
   // The line without and with its prefix; the empty text when it is empty.
-  const char* currentLine() const { return line.buffer; }
-  const char* wholeLine() const { return whole.buffer; }
+  const char* currentLine() const;
+  const char* wholeLine() const;
 
  private:
   friend class YcluiParser;
 
   YcluiToken_Stack tokens;
-  YString line;
-  YString whole;
+  // The texts show the first `shown` tokens. The others join them when somebody asks, since most
+  // lines are never looked at.
+  mutable YString line;
+  mutable YString whole;
+  mutable std::int32_t shown = 0;
   YString prefix;
   // How many of the tokens are known to lie before the one on which the command begins. Each token
   // is asked once, so that a long line of words that may stand anywhere stays cheap.
@@ -85,7 +88,8 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
 
   void storeToken(const YcluiToken& token);
   void dropToken();
-  void extendTexts(const char* echo);
+  void showAll() const;
+  void extendTexts(const char* echo) const;
   void cutTexts(std::uint32_t lineLength);
   YWord takeAgain(const YcluiToken_Array& saved, int without);
 
@@ -94,7 +98,7 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
   // wants.
   std::uint32_t holdTexts();
   void releaseTexts(std::uint32_t held);
-  void keepHeldTexts();
+  void keepHeldTexts() const;
 
   // What belongs to this very frame and not to a copy of it.
   struct Bookkeeping {
@@ -110,7 +114,7 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
     std::uint32_t textSerial = 0;      // counts the times that texts were kept
     YArray<YString> keptTexts;
   };
-  Bookkeeping own;
+  mutable Bookkeeping own;
 };
 
 using YcluiLineParserP_Array = YArray<YcluiLineParser*>;

@@ -168,8 +168,7 @@ YWord YcluiParser::pushToken(YcluiToken& token) {
 // The step, the log and the priority check. Null when the token is refused.
 const YcluiSyntaxNode* YcluiParser::stepInto(YcluiLineParser& frame, const YcluiToken& token) {
   const YcluiSyntaxNode* accepted = frame.next(token);
-  writeToLog(token.wholeString());
-  writeToLog(" ");
+  logToken(token);
   if (accepted == nullptr || admits(frame, *accepted) != 0) return accepted;
   frame.popLastToken();
   cluiNote(YErrInterruptRefused);
@@ -243,6 +242,7 @@ void YcluiParser::refuseCallback(const YcluiToken& token) {
 void YcluiParser::echoCallback() {
   YcluiLineParser* frame = currentFrame();
   if (frame == nullptr || echoEnabled == 0) return;
+  if (echoProc == nullptr && sysEchoProc == nullptr) return;
   const Running scope(*this);
   const TextUse use(*frame);
   const char* whole = frame->wholeLine();
@@ -252,7 +252,7 @@ void YcluiParser::echoCallback() {
 
 void YcluiParser::synCallback() {
   YcluiLineParser* frame = currentFrame();
-  if (frame == nullptr) return;
+  if (frame == nullptr || (synProc == nullptr && sysSynProc == nullptr)) return;
   const TextUse use(*frame);
   const char* line = frame->currentLine();
   const char* whole = frame->wholeLine();

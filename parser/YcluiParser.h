@@ -379,6 +379,8 @@ class YQRT_API YcluiParser {
   static bool IsBody(const YcluiParser* parser);
   static void TakeBody(const YcluiParser* parser);
 
+  void logToken(const YcluiToken& token);
+  void putIntoLog(const char* text);
   void closeLog();
   YWord reentryPlayback(int levels);
   YWord playFile();

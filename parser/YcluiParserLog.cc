@@ -46,6 +46,21 @@ YWord YcluiParser::shutLogging() {
 
 YWord YcluiParser::writeToLog(const char* text) {
   if (logFile.isOpenning() == 0) return 0;
+  putIntoLog(text);
+  std::fflush(logFile);
+  return 1;
+}
+
+// The word and its blank go to the file together: it ends behind a token at any moment, and costs
+// one write for each.
+void YcluiParser::logToken(const YcluiToken& token) {
+  if (logFile.isOpenning() == 0) return;
+  putIntoLog(token.wholeString());
+  putIntoLog(" ");
+  std::fflush(logFile);
+}
+
+void YcluiParser::putIntoLog(const char* text) {
   if (playbackRun == 0 || logNestStyle != YcluiLogNestSilent) {
     const bool isComment = playbackRun != 0 && logNestStyle == YcluiLogNestComment;
     if (isComment && logFile.lineLength() == 0) std::fputs("# ", logFile);
@@ -57,8 +72,6 @@ YWord YcluiParser::writeToLog(const char* text) {
     std::fputs("\n", logFile);
     logFile.putString(nullptr);
   }
-  std::fflush(logFile);
-  return 1;
 }
 
 // A log that cannot be written out is closed all the same when its parser goes.
