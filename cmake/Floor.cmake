@@ -24,7 +24,9 @@ function(clui_floor name)
   cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
   add_library(clui_${name} OBJECT ${ARG_SOURCES})
   target_link_libraries(clui_${name} PUBLIC clui_options)
-  target_compile_options(clui_${name} PRIVATE -fno-exceptions)
+  # Nobody puts operations of their own in the place of the library's, so calls within a file may be
+  # inlined although the objects are fit for a shared library.
+  target_compile_options(clui_${name} PRIVATE -fno-exceptions -fno-semantic-interposition)
   target_compile_definitions(clui_${name} PRIVATE YSCM_IMPORT)
 endfunction()
 

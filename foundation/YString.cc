@@ -44,6 +44,17 @@ void GrowFor(YString& s, unsigned long length) {
   Reallocate(s, std::max(length + 1, doubled));
 }
 
+// Makes room for `n` bytes more, and answers where `text` is then: it may lie in the string.
+const char* GrowToAppend(YString& s, const char* text, unsigned long n) {
+  // As numbers: `text` may point anywhere.
+  const std::uintptr_t offset =
+      reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(s.buffer);
+  const bool inside = offset < s.capacity;
+  if (n > LongestRoom) YOutOfMemory();
+  GrowFor(s, s.length + n);
+  return inside ? s.buffer + offset : text;
+}
+
 void SetLength(YString& s, unsigned long length) {
   s.length = static_cast<std::uint32_t>(length);
   if (s.capacity != 0) s.buffer[length] = '\0';
@@ -106,14 +117,14 @@ YWord YString::assign(const char* text) {
 
 YWord YString::assign(const char* text, unsigned long n) {
   if (text == nullptr) n = 0;
-  if (n >= LongestRoom) YOutOfMemory();
-  if (n != 0 && n >= capacity) {
+  if (n < capacity) {
+    std::memmove(buffer, TextOf(text), n);
+  } else if (n > 0) {
+    if (n >= LongestRoom) YOutOfMemory();
     YString fresh;
     Reallocate(fresh, n + 1);
     std::swap(*this, fresh);
     std::memcpy(buffer, text, n);  // `text` may lie in the old buffer, which `fresh` holds
-  } else {
-    std::memmove(buffer, TextOf(text), n);
   }
   SetLength(*this, n);
   return 1;
@@ -129,15 +140,9 @@ YWord YString::concat(const char* text) {
 
 YWord YString::concat(const char* text, unsigned long n) {
   if (text == nullptr || n == 0) return 1;
-  // As numbers: `text` may point anywhere.
-  const std::uintptr_t offset =
-      reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(buffer);
-  const bool inside = offset < capacity;
-  const unsigned long whole = length + n;
-  if (n > LongestRoom) YOutOfMemory();
-  GrowFor(*this, whole);
-  std::memmove(buffer + length, inside ? buffer + offset : text, n);
-  SetLength(*this, whole);
+  if (n >= capacity - length) text = GrowToAppend(*this, text, n);
+  std::memmove(buffer + length, text, n);
+  SetLength(*this, length + n);
   return 1;
 }
 

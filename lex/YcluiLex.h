@@ -3,6 +3,8 @@
 #ifndef LEX_YCLUILEX_H_
 #define LEX_YCLUILEX_H_
 
+#include <string_view>
+
 #include "foundation/YAttribValue.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
@@ -206,8 +208,13 @@ class YQRT_API YcluiLex {
 
   bool usable() const { return variableTable != nullptr; }
   bool isDelimiter(char byte) const;
+  // GetUnquotedString before it has a value: the word lies in the text or in `collected`, until the
+  // next scan. Null when the text ends inside it.
+  char* scanWord(char* text, std::string_view& scanned, YWord& flag, const char* introducers,
+                 const char* stops);
+  std::string_view collect(const char* run, const char* end);
   YWord getVariableToken(YcluiToken& token);
-  YWord getUnknownWord(YcluiToken& token, bool announces);
+  YWord getUnknownWord(YcluiToken& token, std::string_view text, bool announces);
   YWord getArgumentsOf(YcluiToken& token, const YcluiKeyword* record);
   char* readForm(char* text, YAttribValue& value, YcluiVariableKind& kind, std::uint32_t& index);
   char* readIndex(char* text, YAttribValue& value);

@@ -1,7 +1,8 @@
 // The scanners of single literals.
 //
-// A string is collected in runs of bytes that stand for themselves: `run` is where the present one
-// begins, and a backslash or a variable form ends it.
+// A string is scanned in runs of bytes that stand for themselves: `run` is where the present one
+// begins, and a backslash or a variable form ends it. Most strings are one run, which is taken from
+// the text as it lies there.
 
 #include "foundation/YKanji.h"
 #include "foundation/YNumber.h"
@@ -10,6 +11,9 @@
 #include "lex/YcluiLexValues.h"
 
 namespace {
+
+constexpr YcluiByteSet QuotedBytes = QuotedSpecials();
+constexpr YcluiByteSet WordBytes = WordSpecials();
 
 void Collect(YString& collected, const char* run, const char* end) {
   collected.concat(run, static_cast<unsigned long>(end - run));
@@ -23,24 +27,33 @@ char* ReadNumber(char* text, double& number) {
 
 }  // namespace
 
-char* YcluiLex::GetUnquotedString(char* text, YAttribValue& value, YWord& flag,
-                                  const char* introducers, const char* stops) {
-  const YcluiByteSet introduces(introducers);
-  const YcluiByteSet stop(stops);
+// The string whose last run is this one.
+std::string_view YcluiLex::collect(const char* run, const char* end) {
+  if (collected.length == 0) return {run, static_cast<std::size_t>(end - run)};
+  Collect(collected, run, end);
+  return {collected.buffer, collected.length};
+}
+
+char* YcluiLex::scanWord(char* text, std::string_view& scanned, YWord& flag,
+                         const char* introducers, const char* stops) {
+  YcluiByteSet special = WordBytes;
+  special.add(introducers);
+  special.add(stops);
   flag = 0;
   collected.truncate(0);
   char* run = text;
   char* p = text;
-  while (*p != '\0' && flag == 0) {
-    if (stop.has(*p) || IsWhiteSpace(*p) || OpensVariable(p)) break;
+  while (flag == 0) {
+    p = special.passOthers(p);
+    if (*p == '\0' || IsIn(stops, *p) || IsWhiteSpace(*p) || OpensVariable(p)) break;
     if (IsKanjiStart(p) != 0) {
-      if (p[1] == '\0') return Refuse(value, YErrEndOfInput);
+      if (p[1] == '\0') return nullptr;
       p += 2;
-    } else if (introduces.has(*p)) {
+    } else if (IsIn(introducers, *p)) {
       flag = 1;
       ++p;
     } else if (*p == '\\') {
-      if (p[1] == '\0') return Refuse(value, YErrEndOfInput);
+      if (p[1] == '\0') return nullptr;
       Collect(collected, run, p);
       run = p + 1;
       p += 2;
@@ -48,17 +61,27 @@ char* YcluiLex::GetUnquotedString(char* text, YAttribValue& value, YWord& flag,
       ++p;
     }
   }
-  Collect(collected, run, p);
-  value.SetString(collected.buffer, collected.length);
+  scanned = collect(run, p);
   return p;
 }
 
+char* YcluiLex::GetUnquotedString(char* text, YAttribValue& value, YWord& flag,
+                                  const char* introducers, const char* stops) {
+  std::string_view scanned;
+  char* next = scanWord(text, scanned, flag, introducers, stops);
+  if (next == nullptr) return Refuse(value, YErrEndOfInput);
+  value.SetString(scanned.data(), scanned.size());
+  return next;
+}
+
 char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
+  YcluiByteSet special = QuotedBytes;
+  special.add(quote);
   value.SetNull();
   collected.truncate(0);
   char* run = text + 1;
   char* p = run;
-  while (*p != '\0' && *p != quote) {
+  for (p = special.passOthers(p); *p != '\0' && *p != quote; p = special.passOthers(p)) {
     if (IsKanjiStart(p) != 0) {
       p += p[1] == '\0' ? 1 : 2;
     } else if (OpensVariable(p)) {
@@ -76,8 +99,8 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
     }
   }
   if (*p == '\0') return Refuse(value, YErrEndOfInput);
-  Collect(collected, run, p);
-  value.SetString(collected.buffer, collected.length);
+  const std::string_view scanned = collect(run, p);
+  value.SetString(scanned.data(), scanned.size());
   return p + 1;
 }
 

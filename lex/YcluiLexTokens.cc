@@ -1,7 +1,9 @@
 // Tokens and their arguments.
 
+#include "foundation/YErr.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiLexBytes.h"
+#include "lex/YcluiWordTable.h"
 
 YWord YcluiLex::getNextToken(YcluiToken& token) {
   if (more() == 0) return 0;
@@ -12,16 +14,17 @@ YWord YcluiLex::getNextToken(YcluiToken& token) {
   if (OpensVariable(cursor)) return getVariableToken(token);
 
   YWord announces = 0;
+  std::string_view text;
   if (isDelimiter(*cursor)) {
-    word.SetString(cursor, 1);
+    text = {cursor, 1};
     ++cursor;
   } else {
-    cursor = GetUnquotedString(cursor, word, announces, argIntroducers.buffer, delimiters.buffer);
-    if (cursor == nullptr) return 0;
+    cursor = scanWord(cursor, text, announces, argIntroducers.buffer, delimiters.buffer);
+    if (cursor == nullptr) return cluiError(YErrEndOfInput);
   }
 
-  const YcluiKeyword* record = keyword(word.GetString());
-  if (record == nullptr) return getUnknownWord(token, announces != 0);
+  const YcluiKeyword* record = wordTable->findInAnyCase(text);
+  if (record == nullptr) return getUnknownWord(token, text, announces != 0);
   token = *record;
   if (record->type() == YcluiTokenArgKeyword) return getArgumentsOf(token, record);
   if (record->type() == YcluiTokenAlias) {
@@ -44,10 +47,10 @@ YWord YcluiLex::getVariableToken(YcluiToken& token) {
   return 1;
 }
 
-// The word scanned last is not in the dictionary. Its type and its further arguments are those that
-// the token had before.
-YWord YcluiLex::getUnknownWord(YcluiToken& token, bool announces) {
-  token.setArg0(word.GetString());
+// A word that is not in the dictionary. Its type and its further arguments are those that the token
+// had before.
+YWord YcluiLex::getUnknownWord(YcluiToken& token, std::string_view text, bool announces) {
+  token.setArg0(text);
   if (!announces) {
     token.setID(YcluiIdNone);
     return 0;

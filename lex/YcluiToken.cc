@@ -34,7 +34,7 @@ void AppendValue(YString& text, const YAttribValue& value) {
 YcluiToken::YcluiToken() : args(2) {}
 
 YcluiToken::YcluiToken(const char* word) : YcluiToken() {
-  setArg0(word);
+  setArg0(word == nullptr ? "" : word);
 }
 
 YcluiToken::YcluiToken(const YcluiKeyword& keyword) {
@@ -142,8 +142,8 @@ YWord YcluiToken::setEchoString(const char* text) {
   return 1;
 }
 
-void YcluiToken::setArg0(const char* word) {
-  args[0].SetString(word);
+void YcluiToken::setArg0(std::string_view word) {
+  args[0].SetString(word.data(), word.size());
   recreateWholeStr();
 }
 

@@ -4,6 +4,7 @@
 #define LEX_YCLUITOKEN_H_
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "foundation/YAttribValue.h"
@@ -116,7 +117,7 @@ class YQRT_API YcluiToken {
   YcluiSyntaxNode* presentNode() const { return presentNode_; }
   void presentNode(YcluiSyntaxNode* node) { presentNode_ = node; }
 
-  void setArg0(const char* word);
+  void setArg0(std::string_view word);
   // Sets the number of arguments; the whole text stays that of before.
   void setArgC(std::uint32_t count);
   void resizeArgs(std::uint32_t count);

@@ -103,12 +103,12 @@ YWord YcluiWordTable::delAlias(const char* name) {
 }
 
 YcluiKeyword* YcluiWordTable::find(const char* key) const {
-  fold(key);
+  fold(key == nullptr ? "" : key);
   // What a name in lower case begins with is in lower case: no word accepts another key.
   return findFolded(folded == key);
 }
 
-YcluiKeyword* YcluiWordTable::findInAnyCase(const char* key) const {
+YcluiKeyword* YcluiWordTable::findInAnyCase(std::string_view key) const {
   fold(key);
   return findFolded(true);
 }
@@ -128,8 +128,8 @@ unsigned int YcluiWordTable::hashValue(const void* item) const {
 }
 // NOLINTEND(bugprone-parent-virtual-call)
 
-void YcluiWordTable::fold(const char* key) const {
-  folded.assign(key);
+void YcluiWordTable::fold(std::string_view key) const {
+  folded.assign(key.data(), key.size());
   folded.toLower();
 }
 

@@ -3,6 +3,8 @@
 #ifndef LEX_YCLUIWORDTABLE_H_
 #define LEX_YCLUIWORDTABLE_H_
 
+#include <string_view>
+
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "lex/YcluiKeyword.h"
@@ -51,7 +53,7 @@ class YcluiWordTable final : public YDictionary {
   // The word that the two stages find, or null.
   YcluiKeyword* find(const char* key) const;
   // The same for the key in lower case.
-  YcluiKeyword* findInAnyCase(const char* key) const;
+  YcluiKeyword* findInAnyCase(std::string_view key) const;
   // The name of the first added word of that id, or null.
   const char* keyword(std::uint32_t id) const;
 
@@ -66,7 +68,7 @@ class YcluiWordTable final : public YDictionary {
   YcluiWordIndex numbered;  // the words by id
   YcluiWordIndex forms;     // by each text that they are found under
 
-  void fold(const char* key) const;
+  void fold(std::string_view key) const;
   YcluiKeyword* findFolded(bool longerToo) const;
   std::uint32_t addWord(YcluiKeyword* record);
   bool keep(YcluiKeyword* record);

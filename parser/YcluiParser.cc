@@ -37,6 +37,7 @@ YcluiParser::~YcluiParser() {
   delete graph;
   deleteIndefiniteNodes();
   delete workToken;
+  for (; spareTokens.isEmpty() == 0; spareTokens.drop()) delete spareTokens.topSlot();
 }
 
 // --- Text
@@ -98,6 +99,7 @@ void YcluiParser::beginOuterText() {
 }
 
 YWord YcluiParser::readToken() {
+  if (workTokenLent) renewWorkToken();
   const bool begins = workToken->underConstruction() == 0;
   const YWord good = lexer->getNextToken(*workToken);
   // The texts of aliases are not part of the text that the offset speaks of.
@@ -105,19 +107,31 @@ YWord YcluiParser::readToken() {
   return good;
 }
 
-// Callbacks get a token of this level, since a nested text is read into the working token.
+// The work token stays with whoever uses it. A copy takes its place, since what the lexer leaves in
+// a token shows in the next one.
+void YcluiParser::renewWorkToken() {
+  const YcluiToken* used = workToken;
+  if (spareTokens.isEmpty() != 0) {
+    workToken = YChecked(new (std::nothrow) YcluiToken);
+  } else {
+    workToken = spareTokens.topSlot();
+    spareTokens.drop();
+  }
+  *workToken = *used;
+  workTokenLent = false;
+}
 
 void YcluiParser::refuseWord() {
-  const YcluiLevels<YcluiToken>::Use token(levelTokens);
-  *token = *workToken;
+  const TokenUse token(*this);
+  renewWorkToken();
   workToken->setNeedMore(0);
   refuseCallback(*token);
   echoCallback();
 }
 
 YWord YcluiParser::pushWorkToken() {
-  const YcluiLevels<YcluiToken>::Use token(levelTokens);
-  *token = *workToken;
+  const TokenUse token(*this);
+  if (tokProc != nullptr) renewWorkToken();  // a callback may change the one it gets
   return pushToken(*token);
 }
 

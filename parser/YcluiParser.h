@@ -283,6 +283,7 @@ class YQRT_API YcluiParser {
   class FrameUse;
   class TextUse;
   class Depth;
+  class TokenUse;
 
   YWord context;
   YcluiLex* lexer;
@@ -316,7 +317,9 @@ class YQRT_API YcluiParser {
   };
   YStack<PlaybackPlace> playbackPlaces;  // of the files on that stack
   std::uint64_t filesPlayed = 0;
-  YcluiToken* workToken;
+  YcluiToken* workToken;       // what the lexer reads into
+  bool workTokenLent = false;  // it is on its way, and nothing may be read into it
+  YStack<YcluiToken*> spareTokens;
   YWord aliasRun = 0;
   YWord echoEnabled = 1;
 
@@ -325,8 +328,7 @@ class YQRT_API YcluiParser {
   int suspendedDepth = 0;  // texts that wait for a nested one to be read
   int outerSuspended = 0;  // of these, those that waited when the outermost interpret began
   int playbackDepth = 0;   // loops that read lines of a file
-  YcluiLevels<YcluiToken> levelTokens;  // the complete tokens that are on their way
-  YcluiLevels<YString> levelTexts;      // texts of aliases and commands
+  YcluiLevels<YString> levelTexts;  // texts of aliases and commands
 
   // Places in the text of the outermost interpret.
   long tokenOffset = 0;  // see lastTokenOffset
@@ -361,6 +363,7 @@ class YQRT_API YcluiParser {
   YWord readToken();
   void refuseWord();
   YWord pushWorkToken();
+  void renewWorkToken();
   void showOpenToken();
   const YcluiSyntaxNode* stepInto(YcluiLineParser& frame, const YcluiToken& token);
   YWord expand(const YcluiToken& token);

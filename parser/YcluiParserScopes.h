@@ -50,6 +50,29 @@ class YcluiParser::TextUse {
   std::uint32_t held_;
 };
 
+// The work token goes on its way. It stays as it is until then: what is read meanwhile is read into
+// a copy, which becomes the work token.
+class YcluiParser::TokenUse {
+ public:
+  explicit TokenUse(YcluiParser& parser) : parser_(parser), token_(*parser.workToken) {
+    parser_.workTokenLent = true;
+  }
+  TokenUse(const TokenUse&) = delete;
+  TokenUse& operator=(const TokenUse&) = delete;
+  ~TokenUse() {
+    if (parser_.workToken == &token_) {
+      parser_.workTokenLent = false;
+    } else {
+      parser_.spareTokens.push(&token_);
+    }
+  }
+  YcluiToken& operator*() const { return token_; }
+
+ private:
+  YcluiParser& parser_;
+  YcluiToken& token_;
+};
+
 // One call of a recursion that is counted.
 class YcluiParser::Depth {
  public:
