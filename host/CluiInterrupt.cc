@@ -23,16 +23,28 @@ void OnInterrupt(int) {
   errno = before;
 }
 
+void CatchWith(int flags) {
+  struct sigaction action = {};
+  action.sa_handler = OnInterrupt;
+  action.sa_flags = flags;
+  sigaction(SIGINT, &action, nullptr);
+}
+
 }  // namespace
 
 void CluiCatchInterrupt() {
   struct sigaction old = {};
   if (sigaction(SIGINT, nullptr, &old) != 0 || old.sa_handler == SIG_IGN) return;
   if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;
-  struct sigaction action = {};
-  action.sa_handler = OnInterrupt;
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
-  sigaction(SIGINT, &action, nullptr);
+  CatchWith(static_cast<int>(SA_RESETHAND));
+}
+
+void CluiKeepCatchingInterrupts() {
+  if (pipeEnds[0] >= 0) CatchWith(SA_RESTART);
+}
+
+void CluiForgetInterrupt() {
+  asked = 0;
 }
 
 void CluiLetLineFinish(bool finish) {

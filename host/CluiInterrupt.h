@@ -14,6 +14,11 @@ void CluiLetLineFinish(bool finish);
 // Whether the run has been asked to end.
 bool CluiInterrupted();
 
+// From here on no SIGINT ends the process: each stops the text that is running.
+void CluiKeepCatchingInterrupts();
+// The interrupt has been answered.
+void CluiForgetInterrupt();
+
 // A descriptor that becomes readable with the signal, for waiting beside another; -1 without one.
 int CluiInterruptDescriptor();
 

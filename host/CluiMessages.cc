@@ -112,15 +112,14 @@ std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, in
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) {
   switch (fault.kind) {
     case CluiFault::Nul:
-      return L"a NUL byte; the line is not read";
+      return L"a NUL byte";
     case CluiFault::BadBytes:
-      return L"this is no character of " + std::wstring(encoding.begin(), encoding.end()) +
-             L"; the line is not read";
+      return L"this is no character of " + std::wstring(encoding.begin(), encoding.end());
     case CluiFault::Lacking:
       break;
   }
   wchar_t number[16];
   std::swprintf(number, 16, L"U+%04X", static_cast<unsigned int>(fault.code));
   return L"the character " + std::wstring(number) + L" \"" + fault.code +
-         L"\" does not exist in code page 932; the line is not read";
+         L"\" does not exist in code page 932";
 }

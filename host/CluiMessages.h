@@ -39,7 +39,7 @@ std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line)
 std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
                               unsigned int valueType, const std::wstring& fault);
 
-// A line that cannot be fed.
+// What cannot be fed.
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding);
 
 #endif  // HOST_CLUIMESSAGES_H_

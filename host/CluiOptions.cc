@@ -1,6 +1,7 @@
 #include "host/CluiOptions.h"
 
 #include <getopt.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
@@ -11,7 +12,8 @@ constexpr char Help[] =
     R"(Usage: clui [OPTION]... LANGUAGE.scm [FILE]...
        clui --show [--encoding NAME] RECORDING...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
-each FILE in order (standard input when there is none, or for -).
+each FILE in order (standard input when there is none, or for -). In a terminal
+without a FILE, what is typed is read word by word.
 
   -e TEXT            read TEXT as a line of its own, before any FILE; may be
                      given more than once, and standard input is then read only
@@ -108,7 +110,9 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
     std::fputs("clui: --play needs a FILE\n", stderr);
     return BadUsage();
   }
-  if (options.files.empty() && options.texts.empty()) options.files.emplace_back("-");
+  const bool readsInput = !options.show && options.files.empty() && options.texts.empty();
+  options.typed = readsInput && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+  if (readsInput && !options.typed) options.files.emplace_back("-");
   return CluiStart::Run;
 }
 

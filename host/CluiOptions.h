@@ -19,6 +19,7 @@ struct CluiOptions {
   YcluiLogNestStyle nest = YcluiLogNestPlain;  // how playbacks are recorded
   bool play = false;                           // the files are recordings to be played
   bool show = false;                           // print recordings, and nothing else
+  bool typed = false;                          // keys of a terminal are read
   bool quiet = false;                          // neither progress nor summary
   bool trace = false;                          // every token, echo and command
 };

@@ -42,6 +42,7 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
 }
 
 void CluiReport::tell(const CluiPlace& place, const std::wstring& message) {
+  if (place.name.empty()) return tell(message);
   std::string text = place.name;
   if (place.line > 0) text.append(":").append(std::to_string(place.line));
   if (place.column > 0) text.append(":").append(std::to_string(place.column));
@@ -59,5 +60,6 @@ void CluiReport::show(const CluiExcerpt& excerpt) {
 
 void CluiReport::write(const std::string& line) {
   progress_.erase();
+  if (before_) before_();
   std::fprintf(stderr, "%s\n", line.c_str());
 }

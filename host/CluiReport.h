@@ -3,7 +3,9 @@
 #ifndef HOST_CLUIREPORT_H_
 #define HOST_CLUIREPORT_H_
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "host/CluiEncoding.h"
 #include "host/CluiProgress.h"
@@ -32,15 +34,18 @@ class CluiReport {
   CluiReport(CluiEncoding& encoding, CluiProgress& progress)
       : encoding_(encoding), progress_(progress) {}
 
-  // "name:line:column: message", with what is none left out.
+  // "name:line:column: message", with what is none left out; without a name, the message alone.
   void tell(const CluiPlace& place, const std::wstring& message);
   // The message alone, as it stands.
   void tell(const std::wstring& message);
   void show(const CluiExcerpt& excerpt);
+  // Called in front of each line, so that what else is on the terminal can make way.
+  void setBefore(std::function<void()> before) { before_ = std::move(before); }
 
  private:
   CluiEncoding& encoding_;
   CluiProgress& progress_;
+  std::function<void()> before_;
 
   void write(const std::string& line);
 };

@@ -6,6 +6,7 @@
 #include "host/CluiInterrupt.h"
 #include "host/CluiMessages.h"
 #include "host/CluiProcedures.h"
+#include "host/terminal/CluiTerminalProcedures.h"
 #include "parser/YcluiParser.h"
 #include "platform/engine/ScmVMExternal.h"
 
@@ -42,12 +43,13 @@ int CluiRun::run() {
     return CluiInterrupted() ? Stopped : Unable;
   }
   if (startLog()) {
-    readInputs();
+    session_ != nullptr ? typeIn() : readInputs();
     endLog();
   } else {
     unable_ = true;
   }
   finish();
+  endSession();
   summarise();
   return status();
 }
@@ -66,7 +68,8 @@ bool CluiRun::start() {
     return false;
   }
   CluiBindProcedures();
-  return true;
+  if (options_.typed) openSession();
+  return CluiBindTerminalProcedures();
 }
 
 // What scripts read and write is in the encoding of everything else.
@@ -167,7 +170,8 @@ void CluiRun::feed(std::string& bytes, std::size_t number) {
   CluiFault fault;
   if (encoding_.toSystem(bytes, text, fault)) return interpret(text, number);
   ++refused_;
-  report_.tell({input_, number, fault.character + 1}, CluiFaultText(fault, options_.encoding));
+  report_.tell({input_, number, fault.character + 1},
+               CluiFaultText(fault, options_.encoding) + L"; the line is not read");
   report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
 }
 
@@ -247,11 +251,12 @@ void CluiRun::finish() {
 int CluiRun::status() const {
   if (CluiInterrupted()) return Stopped;
   if (unable_) return Unable;
+  if (options_.typed) return AllTaken;
   return refused_ > 0 || failed_ > 0 || ended_ ? SomethingRefused : AllTaken;
 }
 
 void CluiRun::summarise() {
-  if (options_.quiet || (refused_ == 0 && failed_ == 0)) return;
+  if (options_.quiet || options_.typed || (refused_ == 0 && failed_ == 0)) return;
   std::wstring text;
   if (refused_ > 0) text = Plural(refused_, L"refusal");
   if (failed_ > 0) text += (text.empty() ? L"" : L", ") + Plural(failed_, L"failed command");

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,13 +18,15 @@
 #include "host/CluiReport.h"
 #include "host/CluiSource.h"
 #include "host/CluiTrace.h"
+#include "host/terminal/CluiSession.h"
+#include "host/terminal/CluiTyping.h"
 #include "lex/YcluiToken.h"
 #include "platform/engine/ScmVM.h"
 
 class YcluiParser;
 
 // One a process, as there is one engine and one error manager.
-class CluiRun {
+class CluiRun : public CluiTyping {
  public:
   enum Status {
     AllTaken = 0,
@@ -38,6 +41,12 @@ class CluiRun {
 
   // Does everything and answers the exit status.
   int run();
+
+  YcluiParser* parser() override;
+  void beginWord(const std::string& word) override;
+  void endWord() override;
+  void readLine(std::string& bytes, std::size_t number) override;
+  std::size_t refusals() const override { return refused_; }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -73,9 +82,10 @@ class CluiRun {
   std::size_t takenBefore_ = 0;  // of these, in earlier lines
   std::size_t refused_ = 0;
   std::size_t failed_ = 0;
-  bool ended_ = false;    // an input ended inside a command
-  bool logLost_ = false;  // not everything could be recorded
-  bool unable_ = false;   // not all input could be read
+  bool ended_ = false;                    // an input ended inside a command
+  bool logLost_ = false;                  // not everything could be recorded
+  bool unable_ = false;                   // not all input could be read
+  std::unique_ptr<CluiSession> session_;  // when somebody types
 
   // CluiRun.cc: the way of the run.
   bool start();
@@ -105,6 +115,11 @@ class CluiRun {
   CluiPlace playbackPlace() const;
   void showPlayback();
   void tellLosses(const YcluiToken& token);
+
+  // CluiRunTyping.cc: somebody types.
+  void openSession();
+  void typeIn();
+  void endSession();
 
   // CluiRunEvents.cc: what comes back from parser and engine meanwhile.
   CluiPlace here();

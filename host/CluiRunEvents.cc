@@ -112,6 +112,7 @@ void CluiRun::onText(const char* text) {
   tellCodes();
   offered_ = {};
   if (options_.trace) trace_.runs(text);
+  if (session_ != nullptr) session_->scriptRuns(text);
 }
 
 // Whether the command under way has words from in front of the line that is being fed. What is
@@ -152,5 +153,6 @@ void CluiRun::onRefuse(const YcluiToken& token) {
 }
 
 void CluiRun::onEcho(const char* line) {
+  if (session_ != nullptr) session_->lineIs(line);
   if (options_.trace) trace_.echo(line);
 }

@@ -45,11 +45,15 @@ int YcluiLineParser::findToken(const YcluiToken& token) const {
 const YcluiToken* YcluiLineParser::popLastToken() {
   hideToken();
   if (tokens.isEmpty() != 0) return nullptr;
-  const YcluiToken& last = tokens.topSlot();
-  YcluiSyntaxNode* previous = last.previousNode();
-  const bool wasIndefinite = previous == last.presentNode() && indefiniteNode(last.id()) != nullptr;
-  if (previous != nullptr && !wasIndefinite) goBack(previous);
+  YcluiSyntaxNode* previous = tokens.topSlot().previousNode();
+  if (previous != nullptr && lastIsIndefinite() == 0) goBack(previous);
   return popToken();
+}
+
+YWord YcluiLineParser::lastIsIndefinite() const {
+  if (tokens.isEmpty() != 0) return 0;
+  const YcluiToken& last = tokens.topSlot();
+  return last.previousNode() == last.presentNode() && indefiniteNode(last.id()) != nullptr ? 1 : 0;
 }
 
 YWord YcluiLineParser::removeToken(YWord index) {

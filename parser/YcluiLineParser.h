@@ -49,6 +49,8 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
   // Takes the last token back, and answers the one that is last then. The walker goes back to the
   // node at which the token found it; a token that did not move it leaves it alone.
   const YcluiToken* popLastToken();
+  // Whether that token came as a word that works at any place of the line.
+  YWord lastIsIndefinite() const;
 
   // Takes a token out by walking the others again, since what stood in front of a token decides
   // what it may be. 0 when there is no such token, or when one of the others is then refused: the

@@ -328,6 +328,11 @@ YWord YcluiParser::numberOfToken() const {
   return frame == nullptr ? 0 : frame->numberOfToken();
 }
 
+YWord YcluiParser::lastIsIndefinite() const {
+  const YcluiLineParser* frame = currentFrame();
+  return frame == nullptr ? 0 : frame->lastIsIndefinite();
+}
+
 const char* YcluiParser::currentLine() const {
   const YcluiLineParser* frame = currentFrame();
   return frame == nullptr ? "" : frame->currentLine();

@@ -125,6 +125,8 @@ class YQRT_API YcluiParser {
   const YcluiToken* currentToken() const;  // the last one
   const YcluiToken* tokenAt(YWord index) const;
   YWord numberOfToken() const;
+  // Whether the last one came as a word that works at any place of a line.
+  YWord lastIsIndefinite() const;
   const char* currentLine() const;
   // Behind the lines of the commands that it interrupts.
   const char* wholeLine() const;

@@ -30,7 +30,6 @@ void YcluiParser::setSyntaxGraph(YcluiSyntaxGraph* newGraph) {
 
 void YcluiParser::addIndefiniteNode(YcluiSyntaxNode* node) {
   if (indefiniteRoot == nullptr || node == nullptr) return;
-  node->noteChange();
   node->kind = YcluiNodeIndefinite;
   indefiniteRoot->append(node);
 }
@@ -42,7 +41,9 @@ void YcluiParser::replaceIndefiniteRoot() {
     if (formerIndefinites == nullptr) {
       formerIndefinites = YChecked(new (std::nothrow) YcluiSyntaxNode);
     }
-    formerIndefinites->takeSuccessors(*indefiniteRoot);
+    while (indefiniteRoot->first() != nullptr) {
+      formerIndefinites->attach(indefiniteRoot->YChain::detach(indefiniteRoot->first()));
+    }
     retiredRoots.push(indefiniteRoot);
   }
   indefiniteRoot = root;

@@ -11,6 +11,10 @@ YcluiSyntaxNode* NewStructuralNode() {
   return YChecked(new (std::nothrow) YcluiSyntaxNode);
 }
 
+void MoveLinks(YcluiSyntaxNode* from, YcluiSyntaxNode* to) {
+  while (YRing* ring = from->first()) to->attach(from->detach(ring));
+}
+
 // Stops at members of closures made before, so what can be reached only through them stays as it
 // is.
 void MarkClosure(YcluiSyntaxNode* from) {
@@ -19,7 +23,6 @@ void MarkClosure(YcluiSyntaxNode* from) {
   while (work.isEmpty() == 0) {
     YcluiSyntaxNode* node = work.pop();
     if (node->kind == YcluiNodeClosure) continue;
-    node->noteChange();
     node->kind = YcluiNodeClosure;
     work.pushSuccessors(*node);
   }
@@ -39,14 +42,14 @@ YcluiSyntaxGraph::~YcluiSyntaxGraph() {
 
 YWord YcluiSyntaxGraph::insertAnd(YcluiSyntaxNode* node) {
   if (isEmptied() != 0 || node == nullptr) return 0;
-  node->takeSuccessors(*start);
+  MoveLinks(start, node);
   start->append(node);
   return 1;
 }
 
 YWord YcluiSyntaxGraph::insertAnd(YcluiSyntaxGraph* graph) {
   if (canTake(graph) == 0) return 0;
-  graph->end->takeSuccessors(*start);
+  MoveLinks(start, graph->end);
   start->append(graph->start);
   graph->handOver();
   return 1;
@@ -64,7 +67,6 @@ YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxNode* node) {
 YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
   if (canTake(graph) == 0) return 0;
   detachEnd();
-  start->noteChange();
   YcluiSyntaxNode* fork = NewStructuralNode();
   graph->end->append(end);
   fork->append(graph->start);

@@ -1,22 +1,11 @@
 #include "syntax/YcluiSyntaxNode.h"
 
 #include <new>
-#include <utility>
 
 #include "foundation/YErr.h"
-#include "syntax/YcluiNodeMemo.h"
-
-namespace {
-
-// The mark of a node that is about to go; walks have lower numbers.
-constexpr std::uint64_t Collected = ~std::uint64_t{0};
-
-}  // namespace
-
-std::uint64_t YcluiSyntaxNode::ChangeCount = 0;
 
 YcluiSyntaxNode::YcluiSyntaxNode(unsigned long id, const char* actionText)
-    : tokenId(static_cast<std::uint32_t>(id)), coverRound_(0), covers_(0) {
+    : tokenId(static_cast<std::uint32_t>(id)) {
   if (actionText != nullptr) setAction(actionText);
 }
 
@@ -25,15 +14,11 @@ YcluiSyntaxNode::YcluiSyntaxNode(const YcluiSyntaxNode& other)
       tokenId(other.tokenId),
       kind(other.kind),
       priority(other.priority),
-      interruptLimit(other.interruptLimit),
-      coverRound_(0),
-      covers_(0) {
+      interruptLimit(other.interruptLimit) {
   if (other.action != nullptr) setAction(other.action->buffer);
 }
 
 YcluiSyntaxNode::~YcluiSyntaxNode() {
-  noteChange();
-  delete memo_;
   delete action;
 }
 
@@ -41,17 +26,4 @@ YWord YcluiSyntaxNode::setAction(const char* text) {
   if (action != nullptr) return action->assign(text);
   action = new (std::nothrow) YString(text);
   return action != nullptr ? 1 : cluiFatal(YErrNoMemory);
-}
-
-// What is remembered of indefinite nodes follows a list that grows, and none that loses a link.
-void YcluiSyntaxNode::noteLoss() {
-  noteChange();
-  delete std::exchange(memo_, nullptr);
-}
-
-bool YcluiSyntaxNode::collect() {
-  if (mark_ == Collected) return false;
-  noteChange();
-  mark_ = Collected;
-  return true;
 }

@@ -1,0 +1,62 @@
+// A run in which somebody types at a terminal.
+
+#include "host/CluiInterrupt.h"
+#include "host/CluiRun.h"
+#include "parser/YcluiParser.h"
+
+namespace {
+
+constexpr char Pasted[] = "paste";
+
+}  // namespace
+
+void CluiRun::openSession() {
+  session_ = std::make_unique<CluiSession>(*this, encoding_, options_.language);
+  report_.setBefore([this] { session_->makeWay(); });
+}
+
+void CluiRun::typeIn() {
+  CluiKeepCatchingInterrupts();
+  parser_->setSynCallback(
+      [](void* word, const char*, const char*) {
+        static_cast<CluiRun*>(word)->session_->commandIsComplete();
+      },
+      this);
+  line_.restart();
+  input_.clear();
+  if (session_->run()) return;
+  giveUpInput(0, isAlive() ? "nothing can be typed here" : "the parser was deleted");
+}
+
+void CluiRun::endSession() {
+  if (session_ == nullptr) return;
+  const int signal = session_->endingSignal();
+  report_.setBefore(nullptr);
+  session_.reset();
+  if (signal != 0) CluiTerminal::EndBy(signal);
+}
+
+YcluiParser* CluiRun::parser() {
+  return isAlive() ? parser_ : nullptr;
+}
+
+// Without a number: what is typed word by word has no lines.
+void CluiRun::beginWord(const std::string& word) {
+  std::string text = word + " ";
+  line_.take(text, 0);
+  refusal_.restart();
+  offered_ = {};
+  takenBefore_ = taken_;
+}
+
+void CluiRun::endWord() {
+  if (options_.trace) trace_.settle();
+  tellCodes();
+}
+
+void CluiRun::readLine(std::string& bytes, std::size_t number) {
+  input_ = Pasted;
+  feed(bytes, number);
+  if (isAlive()) readLeftText(number);
+  input_.clear();
+}

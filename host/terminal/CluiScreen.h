@@ -1,0 +1,72 @@
+// The line being typed, on the screen.
+
+#ifndef HOST_TERMINAL_CLUISCREEN_H_
+#define HOST_TERMINAL_CLUISCREEN_H_
+
+#include <string>
+
+#include "host/CluiEncoding.h"
+#include "host/terminal/CluiCapabilities.h"
+
+// A prompt and a line behind it, in as many rows as they need, with the cursor at the end. Nothing
+// is written from here: what has to go to the terminal is collected, and is no more than what has
+// changed. While the line is hidden others may write; when it is shown again it begins in a row of
+// its own, wherever they left the cursor.
+//
+// Of a line that is longer than the screen, the rows at the end are kept right.
+class CluiScreen {
+ public:
+  CluiScreen(const CluiCapabilities& capabilities, CluiEncoding& encoding);
+
+  // The window has another size now, and a line that ran over its edge has been laid out anew.
+  void resize(int width, int height);
+  int width() const { return static_cast<int>(width_); }
+
+  // Makes the screen show these, the line shown if it was hidden.
+  void show(const std::wstring& prompt, const std::wstring& line);
+  // Takes the line from the screen. The cursor is left where it began.
+  void hide();
+  // Leaves the line where it is, and the cursor at the start of the row below it.
+  void leave();
+  bool isHidden() const { return hidden_; }
+
+  // A text above the line, which is hidden then: any number of lines, with their ends.
+  void print(const std::wstring& text);
+  // Clears all of the screen.
+  void clear();
+  void ring() { output_ += capabilities_.ring; }
+  // Nothing of what is on the screen is known any more.
+  void forget() { hidden_ = true; }
+
+  // What is to be written, which is then taken as written.
+  std::string takeOutput();
+
+ private:
+  struct Place {
+    std::size_t row = 0;
+    std::size_t column = 0;  // the width of the screen: behind the last one
+  };
+
+  const CluiCapabilities& capabilities_;
+  CluiEncoding& encoding_;
+  std::size_t width_;
+  std::size_t height_;
+  bool hidden_ = true;
+  std::wstring shown_;         // prompt and line
+  std::size_t promptEnd_ = 0;  // how much of it is the prompt
+  Place cursor_;
+  std::string output_;
+
+  bool canErase() const { return !capabilities_.up.empty() && !capabilities_.clearToEnd.empty(); }
+  void step(Place& place, wchar_t c) const;
+  Place placeOf(std::size_t character) const;
+  std::size_t startOfRow(std::size_t row, std::size_t& character) const;
+  void goToRow(std::size_t row);
+  void beginFreshRow();
+  void drawFrom(std::size_t character);
+  void settleAtEdge();
+  void change(const std::wstring& text, std::size_t same);
+  void changeInPlace(const std::wstring& text);
+};
+
+#endif  // HOST_TERMINAL_CLUISCREEN_H_

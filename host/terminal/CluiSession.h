@@ -1,0 +1,105 @@
+// Somebody types at a terminal.
+
+#ifndef HOST_TERMINAL_CLUISESSION_H_
+#define HOST_TERMINAL_CLUISESSION_H_
+
+#include <string>
+
+#include "host/CluiEncoding.h"
+#include "host/terminal/CluiCapabilities.h"
+#include "host/terminal/CluiHistory.h"
+#include "host/terminal/CluiKeys.h"
+#include "host/terminal/CluiScreen.h"
+#include "host/terminal/CluiTerminal.h"
+#include "host/terminal/CluiTerminalField.h"
+#include "host/terminal/CluiTyping.h"
+
+struct CluiPrompts {
+  std::wstring ready = L"> ";   // a command may begin
+  std::wstring open = L"... ";  // one is under way
+};
+
+// Keys go to the field, and what the field holds goes to the screen. What a key does is not decided
+// here but by what is bound to the field; only an open quote, in which no key is bound, is closed
+// from here for the keys that end a word or give it up.
+//
+// Whoever else writes to the terminal calls makeWay() first. What a complete command looked like
+// stays on the screen; everything else that is typed makes way.
+class CluiSession {
+ public:
+  CluiSession(CluiTyping& typing, CluiEncoding& encoding, const std::string& language);
+  ~CluiSession();
+  CluiSession(const CluiSession&) = delete;
+  CluiSession& operator=(const CluiSession&) = delete;
+
+  // The one that there is, or null.
+  static CluiSession* Current();
+
+  // Reads keys until somebody wants to leave. False when there is no terminal to be had, or when
+  // the parser went.
+  bool run();
+  // The signal that ended it, or 0.
+  int endingSignal() const { return terminal_.endingSignal(); }
+
+  CluiTerminalField& field() { return field_; }
+  CluiScreen& screen() { return screen_; }
+  CluiHistory& history() { return history_; }
+  CluiPrompts& prompts() { return prompts_; }
+
+  // What happens meanwhile.
+  void makeWay();
+  void lineIs(const char* wholeLine) { field_.takeLine(wholeLine); }
+  void commandIsComplete();
+  void scriptRuns(const char* text);
+
+  // What keys can ask for.
+  void leave() { leaves_ = true; }
+  void giveUp();
+  void takeBack();
+  // The control byte that came before the one at hand, without anything typed between; else NUL.
+  char lastKey() const { return lastKey_; }
+  // Whether nothing is typed and no command is under way.
+  bool isEmpty() { return field_.text().empty() && !commandIsOpen(); }
+  bool isPasting() const { return pasting_; }
+
+ private:
+  CluiTyping& typing_;
+  CluiEncoding& encoding_;
+  CluiCapabilities capabilities_;
+  CluiTerminal terminal_;
+  CluiTerminalField field_;
+  CluiScreen screen_;
+  CluiHistory history_;
+  CluiPrompts prompts_;
+  bool leaves_ = false;
+  char lastKey_ = '\0';
+  char thisKey_ = '\0';
+  std::string typed_;  // of the command under way, for the history
+  bool pasting_ = false;
+  std::string pasted_;           // the last line, as far as it has come
+  std::size_t pastedLines_ = 0;  // complete ones of this paste
+
+  bool attach();
+  void loop();
+  void take(CluiKeys& keys);
+  void lookAround();
+  void afterInterrupt(CluiKeys& keys);
+  void refresh();
+  void flush();
+  const std::wstring& promptNow();
+
+  void handle(const CluiKey& key);
+  void control(char byte);
+  void controlInQuote(char byte);
+  void text(const std::string& character);
+  bool offer(const std::string& bytes);
+  void remember(const std::string& word, std::size_t refusalsBefore);
+  bool commandIsOpen();
+
+  void paste(const std::string& bytes);
+  void pasteLine();
+  void pasteRest();
+  std::string takeWord();
+};
+
+#endif  // HOST_TERMINAL_CLUISESSION_H_

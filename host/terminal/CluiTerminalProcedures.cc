@@ -1,0 +1,211 @@
+#include "host/terminal/CluiTerminalProcedures.h"
+
+#include <strings.h>
+
+#include <algorithm>
+
+#include "foundation/YErr.h"
+#include "foundation/YKanji.h"
+#include "host/terminal/CluiListing.h"
+#include "host/terminal/CluiPrelude.h"
+#include "host/terminal/CluiSession.h"
+#include "parser/YcluiParser.h"
+#include "platform/engine/ScmVM.h"
+#include "platform/engine/ScmVMExternal.h"
+
+namespace {
+
+using Scm = ScmVMExternal;
+
+CluiSession* Session() {
+  return CluiSession::Current();
+}
+
+void PushFalse() {
+  Scm::StackPushBoolean(0);
+}
+
+void PushText(const std::string* text) {
+  text == nullptr ? PushFalse() : Scm::StackPushString(text->c_str());
+}
+
+// Null with bit 0 clear when the argument is no live parser.
+YcluiParser* PopParser(YStatus& status) {
+  const long address = Scm::VMEAssertIsALong(1, status, -1);
+  if (!YStatusIsGood(status)) return nullptr;
+  YcluiParser* parser = YcluiParser::FindLive(address);
+  if (parser != nullptr) return parser;
+  YErr.pushError(YErrNotAlive, YErrWarning);
+  Scm::VMESetErrorArgNum(1, status);
+  Scm::VMESetErrorBadType(YScmArgLong, status, -1);
+  return nullptr;
+}
+
+std::wstring WideOf(const std::string& text) {
+  static CluiEncoding encoding;
+  static std::string problem;
+  static const bool isOpen = encoding.open("UTF-8", problem);
+  return isOpen ? encoding.fromSystem(text) : std::wstring();
+}
+
+void TerminalField(std::uint32_t, YStatus&) {
+  YuiTextField* field = Session() == nullptr ? nullptr : &Session()->field();
+  Scm::StackPushHandle(field, nullptr, nullptr);
+}
+
+void TerminalPrint(std::uint32_t, YStatus& status) {
+  const char* text = Scm::VMEAssertIsAString(1, status, -1);
+  if (!YStatusIsGood(status)) return;
+  if (Session() != nullptr) Session()->screen().print(WideOf(text));
+  Scm::StackPushNull();
+}
+
+void TerminalPrompt(std::uint32_t, YStatus& status) {
+  const char* open = Scm::VMEAssertIsAString(2, status, -1);
+  if (!YStatusIsGood(status)) return;
+  const char* ready = Scm::VMEAssertIsAString(1, status, -1);
+  if (!YStatusIsGood(status)) return;
+  if (Session() != nullptr) Session()->prompts() = {WideOf(ready), WideOf(open)};
+  Scm::StackPushNull();
+}
+
+void TerminalLeave(std::uint32_t, YStatus&) {
+  if (Session() != nullptr) Session()->leave();
+  Scm::StackPushNull();
+}
+
+// --- Words that may come
+
+// What all of the words begin with. Not cut inside a character.
+std::string CommonBeginning(const std::vector<std::string>& words) {
+  std::string common = words.front();
+  for (const std::string& word : words) {
+    const auto same = std::mismatch(common.begin(), common.end(), word.begin(), word.end()).first;
+    common.erase(same, common.end());
+  }
+  const int last = static_cast<int>(common.size()) - 1;
+  if (last >= 0 && YCheckKanji(common.c_str(), last) == 1) common.pop_back();
+  return common;
+}
+
+void TerminalComplete(std::uint32_t, YStatus& status) {
+  const char* text = Scm::VMEAssertIsAString(2, status, -1);
+  if (!YStatusIsGood(status)) return;
+  const std::string word = text;
+  YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  const std::vector<std::string> words = CluiCandidates(*parser, word.c_str());
+  // Where an argument is wanted, what comes is no word but says so.
+  const bool isWord = parser->openToken() == nullptr && !words.empty() &&
+                      words.front().size() >= word.size() &&
+                      strncasecmp(words.front().c_str(), word.c_str(), word.size()) == 0;
+  const std::string common = isWord ? CommonBeginning(words) : std::string();
+  if (common.empty()) return PushFalse();
+  if (common == word && words.size() == 1) return Scm::StackPushBoolean(1);
+  Scm::StackPushString(common.c_str());
+}
+
+void TerminalList(std::uint32_t, YStatus& status) {
+  const char* text = Scm::VMEAssertIsAString(2, status, -1);
+  if (!YStatusIsGood(status)) return;
+  const std::string word = text;
+  YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  if (Session() == nullptr) return PushFalse();
+  const std::vector<std::string> words = CluiCandidates(*parser, word.c_str());
+  CluiScreen& screen = Session()->screen();
+  if (!words.empty()) screen.print(WideOf(CluiColumns(words, screen.width())));
+  Scm::StackPushBoolean(words.empty() ? 0 : 1);
+}
+
+// --- Lines of before
+
+void TerminalOlder(std::uint32_t, YStatus& status) {
+  const char* word = Scm::VMEAssertIsAString(1, status, -1);
+  if (!YStatusIsGood(status)) return;
+  PushText(Session() == nullptr ? nullptr : Session()->history().older(word));
+}
+
+void TerminalNewer(std::uint32_t, YStatus&) {
+  PushText(Session() == nullptr ? nullptr : Session()->history().newer());
+}
+
+// --- The command under way
+
+void TerminalGiveUp(std::uint32_t, YStatus& status) {
+  if (PopParser(status) == nullptr) return;
+  if (Session() != nullptr) Session()->giveUp();
+  Scm::StackPushNull();
+}
+
+void TerminalTakeBack(std::uint32_t, YStatus& status) {
+  if (PopParser(status) == nullptr) return;
+  if (Session() != nullptr) Session()->takeBack();
+  Scm::StackPushNull();
+}
+
+void TerminalEmpty(std::uint32_t, YStatus&) {
+  Scm::StackPushBoolean(Session() == nullptr || Session()->isEmpty() ? 1 : 0);
+}
+
+// Behind the ":" of a word and behind a comma nothing of the argument has been typed.
+bool EndsInArgument(const YcluiParser& parser, const std::string& word) {
+  if (word.empty() || word.back() == ':' || word.back() == ',') return false;
+  return parser.openToken() != nullptr || word.find(':') != std::string::npos;
+}
+
+void TerminalInArgument(std::uint32_t, YStatus& status) {
+  const char* text = Scm::VMEAssertIsAString(2, status, -1);
+  if (!YStatusIsGood(status)) return;
+  const std::string word = text;
+  const YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  Scm::StackPushBoolean(EndsInArgument(*parser, word) ? 1 : 0);
+}
+
+// --- Keys and screen
+
+void TerminalLastKey(std::uint32_t, YStatus&) {
+  const char key = Session() == nullptr ? '\0' : Session()->lastKey();
+  const std::string text(1, key);
+  key == '\0' ? PushFalse() : Scm::StackPushString(text.c_str());
+}
+
+void TerminalPasting(std::uint32_t, YStatus&) {
+  Scm::StackPushBoolean(Session() != nullptr && Session()->isPasting() ? 1 : 0);
+}
+
+void TerminalBell(std::uint32_t, YStatus&) {
+  if (Session() != nullptr) Session()->screen().ring();
+  Scm::StackPushNull();
+}
+
+void TerminalClear(std::uint32_t, YStatus&) {
+  if (Session() != nullptr) Session()->screen().clear();
+  Scm::StackPushNull();
+}
+
+constexpr struct {
+  const char* name;
+  void (*procedure)(std::uint32_t, YStatus&);
+  std::uint32_t required;
+} Procedures[] = {
+    {"terminal-field", TerminalField, 0},       {"terminal-print", TerminalPrint, 1},
+    {"terminal-prompt", TerminalPrompt, 2},     {"terminal-leave", TerminalLeave, 0},
+    {"terminal-complete", TerminalComplete, 2}, {"terminal-list", TerminalList, 2},
+    {"terminal-older", TerminalOlder, 1},       {"terminal-newer", TerminalNewer, 0},
+    {"terminal-give-up", TerminalGiveUp, 1},    {"terminal-take-back", TerminalTakeBack, 1},
+    {"terminal-last-key", TerminalLastKey, 0},  {"terminal-pasting?", TerminalPasting, 0},
+    {"terminal-empty?", TerminalEmpty, 0},      {"terminal-in-argument?", TerminalInArgument, 2},
+    {"terminal-bell", TerminalBell, 0},         {"terminal-clear", TerminalClear, 0},
+};
+
+}  // namespace
+
+bool CluiBindTerminalProcedures() {
+  for (const auto& row : Procedures) ScmVM::bindProcedure(row.name, row.procedure, row.required, 0);
+  YStatus status = {0};
+  char answer[64];
+  ScmVMExternal::ExecuteString(CluiPrelude, answer, sizeof answer, status);
+  return YStatusIsGood(status);
+}
