@@ -123,6 +123,7 @@ bool CluiRun::beganEarlier() const {
 
 YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   tellCodes();
+  if (session_ != nullptr) session_->wordComes();
   offered_ = stand();
   if (CluiInterrupted()) {
     parser_->pausePlayback();

@@ -1,6 +1,7 @@
 #include "host/terminal/CluiSession.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "host/CluiInterrupt.h"
 #include "host/CluiMessages.h"
@@ -152,8 +153,8 @@ void CluiSession::commandIsComplete() {
 void CluiSession::scriptRuns(const char* text) {
   if (std::string_view(text).starts_with("(terminal-")) return;
   YcluiParser* parser = typing_.parser();
-  const bool stays =
-      parser != nullptr && parser->lastIsIndefinite() != 0 && !screen_.isHidden() && !pasting_;
+  const bool isFirst = std::exchange(wordIsNew_, false);
+  const bool stays = isFirst && !pasting_ && parser != nullptr && parser->lastIsIndefinite() != 0;
   if (!stays) return makeWay();
   const bool alone = parser->numberOfToken() == 1 && parser->nestingDepth() == 1;
   screen_.show(alone ? prompts_.ready : prompts_.open, field_.characters());

@@ -49,6 +49,7 @@ class CluiSession {
   // What happens meanwhile.
   void makeWay();
   void lineIs(const char* wholeLine) { field_.takeLine(wholeLine); }
+  void wordComes() { wordIsNew_ = true; }
   void commandIsComplete();
   void scriptRuns(const char* text);
 
@@ -74,7 +75,8 @@ class CluiSession {
   bool leaves_ = false;
   char lastKey_ = '\0';
   char thisKey_ = '\0';
-  std::string typed_;  // of the command under way, for the history
+  std::string typed_;       // of the command under way, for the history
+  bool wordIsNew_ = false;  // and has not run anything yet
   bool pasting_ = false;
   std::string pasted_;           // the last line, as far as it has come
   std::size_t pastedLines_ = 0;  // complete ones of this paste
