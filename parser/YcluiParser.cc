@@ -29,7 +29,8 @@ YcluiParser::YcluiParser(YWord contextWord)
 
 YcluiParser::~YcluiParser() {
   leaveLive();
-  if (sysGoneProc != nullptr) sysGoneProc(sysGoneData);
+  tellGone();
+  leaveMortuary();
   closeLog();
   closeAllPlayback();
   delete lexer;

@@ -381,6 +381,8 @@ class YQRT_API YcluiParser {
 
   void joinLive();
   void leaveLive();
+  void tellGone();
+  void leaveMortuary();
   static bool IsBody(const YcluiParser* parser);
   static void TakeBody(const YcluiParser* parser);
 

@@ -190,6 +190,15 @@ void YcluiParser::joinLive() {
 void YcluiParser::leaveLive() {
   (previousLive == nullptr ? FirstLive : previousLive->nextLive) = nextLive;
   (nextLive == nullptr ? LastLive : nextLive->previousLive) = previousLive;
+}
+
+// Who is told may try to delete the parser: it waits in the mortuary like one that runs.
+void YcluiParser::tellGone() {
+  const Running scope(*this);
+  if (sysGoneProc != nullptr) sysGoneProc(sysGoneData);
+}
+
+void YcluiParser::leaveMortuary() {
   if (Mortuary != nullptr && condemned != 0) TakeBody(this);
 }
 

@@ -117,14 +117,11 @@ const std::map<std::string, Operation> Operations = {
     {"pop", [](auto& line, auto&) { return line.popFrame(); }},
     {"depth", [](auto& line, auto&) { return YWord(line.nestingDepth()); }},
     {"syntax", [](auto& line, auto& syntax) { return line.setSyntax(syntax), 1u; }},
-    {"anywhere", [](auto& line, auto& w) { return line.addIndefiniteNode(line.node(w)), 1u; }},
     {"unword", [](auto& line, auto& word) { return line.lex()->delKeyword(word.c_str()); }},
-    {"unecho", [](auto& line, auto&) { return line.setEchoProcedure(nullptr, nullptr), 1u; }},
     {"unfield", [](auto& line, auto&) { return line.sysSetEchoProcedure(nullptr, nullptr), 1u; }},
     {"mute", [](auto& line, auto&) { return line.enableEcho(0), 1u; }},
     {"untok", [](auto& line, auto&) { return line.setTokCallback(nullptr, nullptr), 1u; }},
     {"unrefuse", [](auto& line, auto&) { return line.setTokRefuseCallback(nullptr, nullptr), 1u; }},
-    {"unsyn", [](auto& line, auto&) { return line.setSynCallback(nullptr, nullptr), 1u; }},
     {"log", [](auto& line, auto& file) { return line.startLogging(PathOf(file).c_str(), 0); }},
     {"append", [](auto& line, auto& file) { return line.startLogging(PathOf(file).c_str(), 1); }},
     {"write", [](auto& line, auto& text) { return line.writeToLog(text.c_str()); }},
@@ -135,12 +132,6 @@ const std::map<std::string, Operation> Operations = {
     {"continue", [](auto& line, auto&) { return line.continuePlayback(); }},
     {"playing", [](auto& line, auto&) { return line.isPlaybackRun(); }},
     {"fail", [](auto&, auto& index) { return YWord(FailAllocation(std::stoi(index))); }},
-    {"die",
-     [](auto& line, auto&) {
-       YcluiParser::AddDeadBody(&line);
-       YcluiParser::CleanupMortuary();
-       return line.isCondemned();
-     }},
     {"tokens", [](auto& line, auto&) { return line.tell("tokens", line.tokens()), 1u; }},
     {"on",
      [](auto& line, auto& given) {

@@ -10,58 +10,6 @@ namespace {
 const char* const Words = "a b c box/ii help! al->a_b_c";
 const char* const Syntax = "( a{one} | b c{two} | box )";
 
-TEST(Reentry, EverythingFromEverywhere) {
-  const char* const places[] = {"tok(b)",    "echo(b)",   "field(b)",   "syn(b c|b c)", "run(two)",
-                                "refuse(x)", "refuse(c)", "echo(box1)", "run(help 0)",  "echo()"};
-  const char* const operations[] = {
-      "a b",
-      "box 7",
-      "^inside b c al",
-      "^token a",
-      "^push",
-      "^pop",
-      "^pop & ^push",
-      "^push & ^inside a & ^pop",
-      "^syntax ( a{one} | b c )",
-      "^syntax c & ^syntax ( a | b )",
-      "^anywhere c",
-      "^reset",
-      "^reset & b c a",
-      "^untoken & ^untoken",
-      "^remove 0",
-      "^dummy d",
-      "^exhaust",
-      "^drop",
-      "^unword a",
-      "^unecho",
-      "^unfield",
-      "^untok & ^unrefuse & ^unsyn",
-      "^play reentry",
-      "^pause & ^play reentry & ^continue",
-      "^log reentry.log & ^reset & ^shut",
-      "^die",
-  };
-  WriteFile("reentry", "a\nb c\nal box 1\n, 2\nunknown");
-  YcluiParser::CreateMortuary();
-  for (const char* place : places) {
-    for (const std::string operation : operations) {
-      SCOPED_TRACE(operation + " at " + place);
-      CommandLine line(Words, Syntax);
-      line.perform("^push; ^on " + std::string(place) + " " + operation);
-      line.perform("b x help c al c a box 1; , 2 a");
-      EXPECT_TRUE(line.at.empty()) << "never came there";
-      EXPECT_EQ(line.tokens().find('!'), std::string::npos);
-      // Whatever it was, a new syntax makes a new start.
-      line.perform("^drop; ^exhaust");
-      line.setSyntax(Syntax);
-      line.trace("run");
-      line.perform("b c");
-      EXPECT_EQ(line.told(), "run(two)");
-    }
-  }
-  YcluiParser::DestroyMortuary();
-}
-
 TEST(Reentry, NestedTextsAndFrames) {
   const Steps rows[] = {
       // The rest of the line comes first, unless a text is read inside.

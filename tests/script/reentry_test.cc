@@ -1,0 +1,565 @@
+// Everything from everywhere: in each callback and command of a parser, at three depths, each
+// operation and each primitive, alone and with each other one behind it.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/YErr.h"
+#include "parser/YcluiParser.h"
+#include "script/YcluiFieldBinding.h"
+#include "script/ycscm.h"
+#include "tests/script/ScriptMachine.h"
+#include "tests/script/TestField.h"
+
+// Of the sanitizers, where there are any. Their traces are costly.
+extern "C" {
+__attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
+const char* __asan_default_options() {
+  return "malloc_context_size=4";
+}
+}
+
+namespace {
+
+constexpr int Levels = 3;
+constexpr int Ways = 3;           // to get from one level to the next
+constexpr int MostEvents = 3000;  // of a case that has an end
+
+class Desk;
+
+enum Kind { Tok, Refuse, Echo, SysEcho, Syn, SysSyn, Command, Gone, Error, Show };
+enum Around { Plain, WithField, WithFormats };
+
+struct Place {
+  const char* name;
+  Kind kind;
+  std::string_view event;  // how the text of the event ends
+  std::string drive;       // the text that leads there; keys, when it begins with "@"
+  Around around = Plain;
+  void (*operate)(Desk& d) = nullptr;  // what the command "op" does
+};
+
+void PrintTo(const Place& place, std::ostream* out) {
+  *out << place.name;
+}
+
+struct Action {
+  const char* name;  // or the expressions to run
+  void (*take)(Desk& d) = nullptr;
+};
+
+YcluiSyntaxNode* Node(std::uint32_t id, const char* command = nullptr) {
+  return new YcluiSyntaxNode(id, command);
+}
+
+// ( a{A} | b c{C} | box:{B} | go{go} )
+YcluiSyntaxGraph* Syntax() {
+  auto* graph = new YcluiSyntaxGraph;
+  graph->insertAnd(Node(3, "C"));
+  graph->insertAnd(Node(2));
+  graph->insertOr(Node(1, "A"));
+  graph->insertOr(Node(4, "B $0[0]"));
+  graph->insertOr(Node(5, "go"));
+  return graph;
+}
+
+ScriptMachine* Machine = nullptr;
+Desk* TheDesk = nullptr;
+long Combinations = 0;
+std::string Case;
+
+void tellCase() {
+  std::cerr << Case << std::endl;
+}
+
+// What there is for one case: two parsers that scripts call p and q, a field f, and a binding k.
+class Desk {
+  std::set<YcluiParser*> parsers_;  // those that have not gone
+
+ public:
+  YcluiParser* const p;
+  YcluiParser* const q;
+  TestField field;
+
+  Desk(const Place& place, int level, int way)
+      : p(newParser()), q(newParser()), place_(place), wanted_(level), way_(way) {
+    TheDesk = this;
+    Machine->executed.clear();
+    Machine->variables.erase("k");
+    define("p", 'l', p);
+    define("q", 'l', q);
+    define("f", 'h', static_cast<YuiTextField*>(&field));
+    teach(*p);
+    teachWords(*q);
+    if (place.kind == Gone) teach(*q);
+    if (place.kind == Gone) p->interpret("b ");
+    listen();
+    field.onSetText = [this] { event(Show, field.shown); };
+    if (place.around != Plain) attach();
+    watch(*p);
+  }
+
+  ~Desk() {
+    EXPECT_LT(events_, MostEvents);
+    if (isThere(p)) expectOrder();
+    for (const long binding : bindings_) {
+      delete YcluiFieldBinding::FindLive(reinterpret_cast<void*>(binding));
+    }
+    for (YcluiParser* parser : std::set<YcluiParser*>(parsers_)) {
+      watch(*parser);
+      YcluiParser::AddDeadBody(parser);
+    }
+    YcluiParser::CleanupMortuary();
+    EXPECT_TRUE(parsers_.empty()) << "a body is left";
+    EXPECT_EQ(YcluiParser::Live(0), nullptr);
+    YErr.setListener(nullptr, nullptr);
+  }
+
+  // Goes to the place and does the two there. Whether it came there.
+  bool perform(const Action& first, const Action* second) {
+    first_ = &first;
+    second_ = second;
+    dive();
+    return first_ == nullptr;
+  }
+
+  void run(const char* expressions) {
+    Machine->run(expressions);
+    const Ref& made = Machine->variables["k"];
+    if (made != nullptr && made->number != binding_) bindings_.push_back(binding_ = made->number);
+  }
+
+  // A parser that is missed when it is not destroyed.
+  YcluiParser* newParser() {
+    auto* parser = new YcluiParser;
+    parsers_.insert(parser);
+    watch(*parser);
+    return parser;
+  }
+  bool isThere(YcluiParser* parser) const { return parsers_.count(parser) != 0; }
+
+  void teachWords(YcluiParser& parser) {
+    const char* const words[] = {"a", "b", "c"};
+    for (int i = 0; i < 3; ++i) parser.lex()->addKeyword(words[i], nullptr, YWord(i + 1));
+  }
+
+ private:
+  const Place& place_;
+  const int wanted_;
+  const int way_;
+  const Action* first_ = nullptr;
+  const Action* second_ = nullptr;
+  int level_ = 0;
+  int events_ = 0;
+  std::vector<long> bindings_;
+  long binding_ = 0;
+  YcluiGoneProc bindingsGone_ = nullptr;  // of the binding on p
+  long bindingThere_ = 0;
+
+  template <class T>
+  void define(const char* name, char kind, T* object) {
+    Machine->variables[name] =
+        std::make_shared<Value>(Value{.kind = kind, .number = reinterpret_cast<long>(object)});
+  }
+
+  void attach() {
+    const bool tells = place_.around == WithFormats;
+    auto* made = YcluiFieldBinding::Attach(&field, p, tells ? "E%s" : "", tells ? "S%s" : "");
+    made->setKeyAction('!', "key");
+    define("k", 'h', made);
+    bindings_.push_back(binding_ = reinterpret_cast<long>(made));
+  }
+
+  void teach(YcluiParser& parser) {
+    const YcluiValueType types[] = {YcluiValueInteger, YcluiValueInteger};
+    teachWords(parser);
+    parser.lex()->addKeyword("box:", 2, types, 4);
+    parser.lex()->addKeyword("go", nullptr, 5);
+    parser.lex()->addKeyword("op", nullptr, 6);
+    parser.lex()->addKeyword("d", nullptr, 7);
+    parser.setAlias("al", "b c ");
+    parser.setSyntaxGraph(Syntax());
+    parser.addIndefiniteNode(Node(6, "op"));
+  }
+
+  void listen() {
+    Machine->executor = [this](const std::string& text) { command(text); };
+    YErr.setListener([](void*, unsigned int, YErrSeverity) { TheDesk->event(Error); }, nullptr);
+    p->setTokCallback(
+        [](void*, YcluiToken& token) {
+          TheDesk->event(Tok, token.string());
+          return YcluiTokenPass;
+        },
+        nullptr);
+    p->setTokRefuseCallback([](void*, const YcluiToken& token,
+                               std::uint32_t) { TheDesk->event(Refuse, token.string()); },
+                            nullptr);
+    p->setEchoProcedure([](void*, const char* line) { TheDesk->event(Echo, line); }, nullptr);
+    p->sysSetEchoProcedure([](void*, const char* line) { TheDesk->event(SysEcho, line); }, nullptr);
+    p->setSynCallback([](void*, const char* line, const char*) { TheDesk->event(Syn, line); },
+                      nullptr);
+    p->sysSetSynCallback([](void*, const char* line, const char*) { TheDesk->event(SysSyn, line); },
+                         nullptr);
+  }
+
+  // The parser tells this desk when it goes, and the binding that is on it.
+  void watch(YcluiParser& parser) {
+    const YcluiGoneProc before = parser.sysSetGoneProcedure(leave, &parser);
+    if (&parser != p || before == leave) return;
+    bindingsGone_ = before;
+    bindingThere_ = binding_;
+  }
+  static void leave(void* parser) {
+    Desk& d = *TheDesk;
+    if (parser == d.p) d.event(Gone);
+    if (parser == d.p && d.bindingsGone_ != nullptr) {
+      d.bindingsGone_(reinterpret_cast<void*>(d.bindingThere_));
+    }
+    d.parsers_.erase(static_cast<YcluiParser*>(parser));
+  }
+
+  // Each level in a way of its own.
+  void dive() {
+    if (level_ == wanted_) return;
+    YcluiParser& runner = place_.kind == Gone ? *q : *p;
+    if (++level_ > 1) runner.pushFrame();
+    const bool isLast = level_ == wanted_;
+    const std::string text = isLast ? place_.drive : "go ";
+    if (text[0] == '@') {
+      for (const char key : text.substr(1)) field.key(std::string(1, key));
+    } else if (level_ == 1 || way_ == 0) {
+      runner.interpret(text.c_str());
+    } else if (way_ == 1) {
+      runner.pushToken(text.c_str());
+    } else {
+      runner.playbackFromLog(isLast ? "drive" : "deeper");
+    }
+    --level_;
+  }
+
+  void command(const std::string& text) {
+    event(Command, text);
+    if (text == "go") dive();
+    if (text == "op" && place_.operate != nullptr) place_.operate(*this);
+  }
+
+  void event(Kind kind, std::string_view text = "") {
+    if (++events_ == MostEvents) tellCase(), std::abort();  // it would never end
+    if (first_ == nullptr || kind != place_.kind || level_ != wanted_) return;
+    if (!text.ends_with(place_.event)) return;
+    take(*std::exchange(first_, nullptr));
+    if (second_ != nullptr) take(*second_);
+  }
+
+  void take(const Action& action) {
+    if (action.take == nullptr) {
+      run(action.name);
+    } else if (isThere(p)) {
+      action.take(*this);
+    }
+    if (isThere(p)) watch(*p);
+  }
+
+  // Whatever it was: the line is that of its tokens, and the parser does what it did.
+  void expectOrder() {
+    std::string line;
+    for (YWord i = 0; i < p->numberOfToken(); ++i) {
+      line += (i == 0 ? "" : " ") + std::string(p->tokenAt(i)->echoString());
+    }
+    EXPECT_EQ(line, p->currentLine());
+    p->dropOpenToken();
+    p->exhaust();
+    while (p->nestingDepth() > 1) p->popFrame();
+    p->reset();
+    teachWords(*p);
+    Machine->executed.clear();
+    EXPECT_EQ(p->interpret("a b c "), 3);
+    std::string commands;
+    for (const std::string& text : Machine->executed) {
+      if (text == "A" || text == "C") commands += text;
+    }
+    EXPECT_EQ(commands, "AC");
+  }
+};
+
+const Place Places[] = {
+    {"token", Tok, "b", "a b c "},
+    {"alias", Tok, "al", "al a "},
+    {"inside alias", Tok, "c", "al a "},
+    {"unknown word", Refuse, "zz", "b zz c "},
+    {"refused token", Refuse, "d", "b d c "},
+    {"echo of token", Echo, "b", "a b c "},
+    {"echo of open token", Echo, "1", "box: 1 "},
+    {"echo of reset", Echo, "", "op c ", Plain, [](Desk& d) { d.p->reset(); }},
+    {"echo of popFrame", Echo, "", "op c ", Plain, [](Desk& d) { d.p->popFrame(); }},
+    {"echo of popToken", Echo, "", "op c ", Plain, [](Desk& d) { d.p->popToken(); }},
+    {"echo of removeToken", Echo, "", "op c ", Plain, [](Desk& d) { d.p->removeToken(0); }},
+    {"system's echo", SysEcho, "b", "a b c "},
+    {"syntax", Syn, "b c", "a b c "},
+    {"system's syntax", SysSyn, "b c", "a b c "},
+    {"command", Command, "C", "a b c b "},
+    {"command of an alias", Command, "C", "al al "},
+    {"command anywhere", Command, "op", "b op c "},
+    {"error", Error, "", "b box: 1,x "},
+    {"gone", Gone, "", "op ", Plain,
+     [](Desk& d) {
+       YcluiParser::AddDeadBody(d.p);
+       YcluiParser::CleanupMortuary();
+     }},
+    {"field", Show, "b ", "a b c ", WithField},
+    {"echo format", Command, "b ", "a b c ", WithFormats},
+    {"syntax format", Command, "Sb c", "a b c ", WithFormats},
+    {"typed word", Command, "C", "@b c a ", WithField},
+    {"key action", Command, "key", "@b c! ", WithField},
+};
+
+const Action Actions[] = {
+    {"interpret", [](Desk& d) { d.p->interpret("b c a b "); }},
+    {"interpret what is refused", [](Desk& d) { d.p->interpret("d zz box: x\n${none} "); }},
+    {"interpret an alias", [](Desk& d) { d.p->interpret("al al "); }},
+    {"interpret what stays open", [](Desk& d) { d.p->interpret("box: 1 "); }},
+    {"interpret the rest", [](Desk& d) { d.p->interpret(", 2 ${v=1} "); }},
+    {"interpret of another",
+     [](Desk& d) {
+       if (d.isThere(d.q)) d.q->interpret("a al ");
+     }},
+    {"exhaust",
+     [](Desk& d) {
+       d.p->exhaust();
+       d.p->interpret(nullptr);
+     }},
+    {"pushToken a text", [](Desk& d) { d.p->pushToken("b c al "); }},
+    {"pushToken",
+     [](Desk& d) {
+       for (const char* word : {"c", "al", "none"}) {
+         YcluiToken token = d.p->makeToken(word);
+         d.p->pushToken(token);
+       }
+     }},
+    {"pushToken its own",
+     [](Desk& d) {
+       const YcluiToken* last = d.p->currentToken();
+       if (last == nullptr) return;
+       YcluiToken token(*last);
+       d.p->pushToken(token);
+     }},
+    {"pushDummyToken", [](Desk& d) { d.p->pushDummyToken("dummy"); }},
+    {"dropOpenToken", [](Desk& d) { d.p->dropOpenToken(); }},
+    {"look around",
+     [](Desk& d) {
+       const YcluiParser& p = *d.p;
+       YString_Array words;
+       YString completed;
+       unsigned long unique = 0;
+       std::ostringstream out;
+       p.dmpCommandLine(out);
+       p.completionList("b", words);
+       p.completionString("", completed, unique);
+       p.possibleWords(words);
+       EXPECT_LE(p.findToken("b"), static_cast<int>(p.numberOfToken()));
+       EXPECT_EQ(p.tokenAt(p.numberOfToken()), nullptr);
+       EXPECT_EQ(p.playbackName() == nullptr, p.playbackLine() == 0);
+       EXPECT_LE(p.tokenIsOpen() + p.isAliasRun() + p.isPlaybackRun() + p.isLogging(), 4U);
+     }},
+    {"popToken", [](Desk& d) { d.p->popToken(); }},
+    {"removeToken",
+     [](Desk& d) {
+       d.p->removeToken(99);
+       d.p->removeToken(0);
+     }},
+    {"reset", [](Desk& d) { d.p->reset(); }},
+    {"setSyntaxGraph", [](Desk& d) { d.p->setSyntaxGraph(Syntax()); }},
+    {"setSyntaxGraph twice",
+     [](Desk& d) {
+       YcluiSyntaxGraph* graph = Syntax();
+       d.p->setSyntaxGraph(graph);
+       d.p->setSyntaxGraph(nullptr);
+       d.p->setSyntaxGraph(graph);
+     }},
+    {"addIndefiniteNode", [](Desk& d) { d.p->addIndefiniteNode(Node(7, "D")); }},
+    {"pushFrame", [](Desk& d) { d.p->pushFrame(); }},
+    {"popFrame", [](Desk& d) { d.p->popFrame(); }},
+    {"popFrame all",
+     [](Desk& d) {
+       while (d.p->nestingDepth() > 1) d.p->popFrame();
+     }},
+    {"no callbacks",
+     [](Desk& d) {
+       d.p->setTokCallback(nullptr, nullptr);
+       d.p->setTokRefuseCallback(nullptr, nullptr);
+       d.p->setEchoProcedure(nullptr, nullptr);
+       d.p->setSynCallback(nullptr, nullptr);
+     }},
+    {"no callbacks of the system",
+     [](Desk& d) {
+       d.p->sysSetEchoProcedure(nullptr, nullptr);
+       d.p->sysSetSynCallback(nullptr, nullptr);
+       d.p->enableEcho(0);
+     }},
+    {"setAlias", [](Desk& d) { d.p->setAlias("al", "a d zz "); }},
+    {"unsetAlias", [](Desk& d) { d.p->unsetAlias("al"); }},
+    {"setVariable",
+     [](Desk& d) {
+       const YAttribValue value("b c ", 0);
+       d.p->setVariable("v", value);
+       d.p->setVariable("w", value, 300);
+       d.p->setVariable("w", 1, &value);
+     }},
+    {"startLogging", [](Desk& d) { d.p->startLogging("log", 0); }},
+    {"writeToLog",
+     [](Desk& d) {
+       d.p->nestStyle(YcluiLogNestComment);
+       d.p->writeToLog("text");
+     }},
+    {"shutLogging", [](Desk& d) { d.p->shutLogging(); }},
+    {"playbackFromLog", [](Desk& d) { d.p->playbackFromLog("play"); }},
+    {"pausePlayback", [](Desk& d) { d.p->pausePlayback(); }},
+    {"continuePlayback", [](Desk& d) { d.p->continuePlayback(); }},
+    {"AddDeadBody", [](Desk& d) { YcluiParser::AddDeadBody(d.p); }},
+    {"CleanupMortuary", [](Desk&) { YcluiParser::CleanupMortuary(); }},
+    {"die",
+     [](Desk& d) {
+       YcluiParser::AddDeadBody(d.p);
+       YcluiParser::AddDeadBody(d.p);
+       YcluiParser::CleanupMortuary();
+     }},
+    {"another dies",
+     [](Desk& d) {
+       if (d.isThere(d.q)) YcluiParser::AddDeadBody(d.q);
+       YcluiParser::CleanupMortuary();
+     }},
+    {"another mortuary",
+     [](Desk&) {
+       YcluiParser::DestroyMortuary();
+       YcluiParser::CleanupMortuary();
+       YcluiParser::CreateMortuary();
+     }},
+    {"a new parser",
+     [](Desk& d) {
+       YcluiParser* parser = d.newParser();
+       parser->interpret("a");
+       YcluiParser::AddDeadBody(parser);
+     }},
+    {"delKeyword",
+     [](Desk& d) {
+       for (const char* word : {"a", "b", "c", "box:", "op"}) d.p->lex()->delKeyword(word);
+     }},
+    {"addKeyword",
+     [](Desk& d) {
+       d.p->lex()->addKeyword(';', 0);
+       d.p->lex()->addKeyword("zz", nullptr, 1);
+     }},
+    {"putString", [](Desk& d) { d.p->lex()->putString(" a b "); }},
+    {"pushString", [](Desk& d) { d.p->lex()->pushString("a b "); }},
+    {"popString", [](Desk& d) { d.p->lex()->popString(); }},
+    {"getNextToken",
+     [](Desk& d) {
+       YcluiToken token;
+       d.p->lex()->setString("a b");
+       d.p->lex()->getNextToken(token);
+     }},
+    {"no binding", [](Desk& d) { d.field.endBinding(); }},
+    {"type",
+     [](Desk& d) {
+       for (const char* key : {"a", " ", "b", "<", "!"}) d.field.key(key);
+     }},
+    {"(clui-token p 'new' 'ne') (clui-token q 'new' 1 4) (clui-token p 8 #\\,)"},
+    {"(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C') (clui-anyof 4)))"
+     "(clui-set-syntax p g) (clui-set-syntax q g)"},
+    {"(clui-set-syntax p (clui-syntax (clui-priority 1 2) (clui-oneof 1 'A' (clui-syntax 2 3 'C'))"
+     "))"},
+    {"(clui-indefinite-syntax p 7 'D')"},
+    {"(clui-parser-delete q) (clui-eval p 'a ')"},
+    {"(clui-parser-delete p) (clui-eval q 'a')"},
+    {"(clui-reset p)"},
+    {"(clui-delete-last p)"},
+    {"(clui-eval p 'a ')"},
+    {"(clui-eval p 'op b al ')"},
+    {"(clui-push p)"},
+    {"(clui-pop p)"},
+    {"(define k (clui-attach-field p f))"},
+    {"(define k (clui-attach-field p f 'E%s' 'S%s'))"},
+    {"(define k (clui-attach-field 0 f))"},
+    {"(clui-put-dummy-token p 'dummy')"},
+    {"(clui-start-logging p 'log' #t)"},
+    {"(clui-shut-logging p)"},
+    {"(clui-playback-from-file p 'play')"},
+    {"(clui-set-alias p 'al' 'c b')"},
+    {"(clui-unset-alias p 'al')"},
+    {"(clui-set-variable p 'v' (list 1 'b' 2.5))"},
+    {"(clui-set-keystroke-action k #\\! 'key %s')"},
+    {"(clui-replace-current-word k 'b c ' #t)"},
+    {"(clui-refer-current-word k) (clui-replace-current-word k 'ab' #f)"},
+    {"(clui-depth p) (clui-find-possible-token p '') (clui-complete-token p 'b')"},
+};
+
+class EverythingFrom : public testing::TestWithParam<Place> {
+ protected:
+  static void SetUpTestSuite() {
+    Folder = testing::TempDir() + "yclui_XXXXXX";
+    ASSERT_NE(mkdtemp(Folder.data()), nullptr);
+    Before = std::filesystem::current_path();
+    std::filesystem::current_path(Folder);
+    std::ofstream("play") << "a\nb op c\nbox: 1\n, 2 al\n";
+    std::ofstream("deeper") << "go \n";
+    CluiLibInitialize();
+    if (__sanitizer_set_death_callback != nullptr) __sanitizer_set_death_callback(tellCase);
+  }
+  static void TearDownTestSuite() {
+    CluiLibCleanup();
+    std::filesystem::current_path(Before);
+    std::filesystem::remove_all(Folder);
+    std::cout << Combinations << " combinations\n";
+  }
+  void SetUp() override {
+    TheMachine = Machine = &machine_;
+    std::ofstream("drive") << GetParam().drive << '\n';
+  }
+
+  void perform(const Action& first, const Action* second, int level, int way) {
+    Case = std::string(GetParam().name) + ", level " + std::to_string(level) + ", way " +
+           std::to_string(way) + ": " + first.name + "; ";
+    if (second != nullptr) Case += second->name;
+    Desk desk(GetParam(), level, way);
+    ASSERT_TRUE(desk.perform(first, second)) << "never came there";
+    ++Combinations;
+  }
+
+ private:
+  ScriptMachine machine_;
+  static std::string Folder;
+  static std::filesystem::path Before;
+};
+std::string EverythingFrom::Folder;
+std::filesystem::path EverythingFrom::Before;
+
+TEST_P(EverythingFrom, AtEachLevel) {
+  for (int level = 1; level <= Levels; ++level) {
+    int way = 0;
+    for (const Action& first : Actions) {
+      perform(first, nullptr, level, ++way % Ways);
+      for (const Action& second : Actions) {
+        perform(first, &second, level, ++way % Ways);
+        ASSERT_FALSE(HasFailure()) << Case;
+      }
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, EverythingFrom, testing::ValuesIn(Places), [](const auto& one) {
+  std::string name = one.param.name;
+  std::erase_if(name, [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; });
+  return name;
+});
+
+}  // namespace
