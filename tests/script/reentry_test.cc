@@ -95,7 +95,7 @@ class Desk {
       : p(newParser()), q(newParser()), place_(place), wanted_(level), way_(way) {
     TheDesk = this;
     Machine->executed.clear();
-    Machine->variables.erase("k");
+    Machine->variables["k"] = std::make_shared<Value>();
     define("p", 'l', p);
     define("q", 'l', q);
     define("f", 'h', static_cast<YuiTextField*>(&field));
@@ -135,8 +135,8 @@ class Desk {
 
   void run(const char* expressions) {
     Machine->run(expressions);
-    const Ref& made = Machine->variables["k"];
-    if (made != nullptr && made->number != binding_) bindings_.push_back(binding_ = made->number);
+    const long made = Machine->variables["k"]->number;
+    if (made != binding_) bindings_.push_back(binding_ = made);
   }
 
   // A parser that is missed when it is not destroyed.
