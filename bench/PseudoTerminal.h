@@ -1,0 +1,35 @@
+// A program in a terminal of its own, and somebody at its keyboard.
+
+#ifndef BENCH_PSEUDOTERMINAL_H_
+#define BENCH_PSEUDOTERMINAL_H_
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+class PseudoTerminal {
+ public:
+  // 100 columns by 30 rows.
+  explicit PseudoTerminal(const std::vector<std::string>& command);
+  PseudoTerminal(const PseudoTerminal&) = delete;
+  PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+  ~PseudoTerminal();
+
+  // Reads what comes until nothing has come for so long; false when nothing came at all within ten
+  // seconds.
+  bool settle(int milliseconds);
+  // Presses a key and answers the seconds until the first byte of the answer; negative without one.
+  double press(const std::string& bytes);
+  // How many bytes have come since the last key was pressed.
+  std::size_t answered() const { return answered_; }
+
+ private:
+  int master_ = -1;
+  pid_t child_ = -1;
+  std::size_t answered_ = 0;
+
+  bool readWithin(int milliseconds);
+};
+
+#endif  // BENCH_PSEUDOTERMINAL_H_
