@@ -5,6 +5,7 @@
 #include "bench/CompletionRows.h"
 #include "host/terminal/CluiListing.h"
 #include "parser/YcluiParser.h"
+#include "syntax/YcluiSyntaxGraph.h"
 
 namespace {
 

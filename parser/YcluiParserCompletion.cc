@@ -5,6 +5,7 @@
 #include <functional>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "foundation/YMemory.h"
 #include "parser/YcluiParser.h"
@@ -30,6 +31,14 @@ class DistinctWords {
       seen_;
 };
 
+// At once, where growing word by word would move a long list many times.
+void MakeRoom(YString_Array& list, int count) {
+  const int size = list.size();
+  if (count <= size) return;
+  list.resize(count);
+  list.resize(size);
+}
+
 std::uint32_t CommonLength(const YString& a, const YString& b) {
   const std::uint32_t most = std::min(a.length, b.length);
   std::uint32_t n = 0;
@@ -44,14 +53,16 @@ int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
   YcluiSyntaxNodeP_Array nodes;
   if (frame == nullptr || frame->possibleNodes(nodes) == 0) return 0;
   const std::size_t length = prefix == nullptr ? 0 : std::strlen(prefix);
+  std::vector<const char*, YAllocator<const char*>> found;
   for (int i = 0; i < nodes.size(); ++i) {
     const char* word = lexer->keyword(nodes.at(i)->tokenId);
-    if (length == 0) {
-      list[i].assign(word);
-    } else if (word != nullptr && std::strncmp(word, prefix, length) == 0) {
-      list.end().assign(word);
-    }
+    if (length == 0 || (word != nullptr && std::strncmp(word, prefix, length) == 0))
+      found.push_back(word);
   }
+  const int first = length == 0 ? 0 : list.size();
+  const int count = static_cast<int>(found.size());
+  MakeRoom(list, first + count);
+  for (int i = 0; i < count; ++i) list[first + i].assign(found[static_cast<std::size_t>(i)]);
   return list.size();
 }
 
@@ -77,6 +88,7 @@ void YcluiParser::possibleWords(YString_Array& words) const {
   DistinctWords distinct(words);
   YcluiSyntaxNodeP_Array nodes;
   frame->possibleNodes(nodes);
+  MakeRoom(words, nodes.size());
   for (int i = 0; i < nodes.size(); ++i) distinct.add(lexer->keyword(nodes.at(i)->tokenId));
   for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) {
     distinct.add(lexer->keyword(i.node()->tokenId));
