@@ -83,7 +83,7 @@ class Field {
     const PeerWork logged = [clui, plain, name] {
       return clui->log(name.c_str()) && plain() && clui->log(nullptr);
     };
-    const std::vector<Measured> measured = SideBySide({plain, logged}, count, repetitions);
+    std::vector<Measured> measured = SideBySide({plain, logged}, count, repetitions);
     std::filesystem::remove(name);
     return measured;
   }
