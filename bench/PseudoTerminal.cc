@@ -57,11 +57,11 @@ bool PseudoTerminal::settle(int milliseconds) {
   return true;
 }
 
-double PseudoTerminal::press(const std::string& bytes) {
+double PseudoTerminal::press(const std::string& bytes, std::size_t atLeast) {
   answered_ = 0;
   const double start = Now();
   if (write(master_, bytes.data(), bytes.size()) < 0 || !readWithin(Patience)) return -1;
   const double answer = Now() - start;
-  while (readWithin(Pause)) continue;
-  return answer;
+  while (readWithin(answered_ < atLeast ? Patience : Pause)) continue;
+  return answered_ < atLeast ? -1 : answer;
 }

@@ -19,10 +19,9 @@ class PseudoTerminal {
   // Reads what comes until nothing has come for so long; false when nothing came at all within ten
   // seconds.
   bool settle(int milliseconds);
-  // Presses a key and answers the seconds until the first byte of the answer; negative without one.
-  double press(const std::string& bytes);
-  // How many bytes have come since the last key was pressed.
-  std::size_t answered() const { return answered_; }
+  // Presses a key and answers the seconds until the first byte of the answer, of which at least so
+  // many bytes must come; negative when they do not.
+  double press(const std::string& bytes, std::size_t atLeast);
 
  private:
   int master_ = -1;

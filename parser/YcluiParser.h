@@ -253,9 +253,9 @@ class YQRT_API YcluiParser {
   // The longest common beginning of these words, by bytes: 1 when it is not empty. `unique` is 1
   // when there was one candidate only, else 0. Without a candidate `completed` is untouched.
   YWord completionString(const char* prefix, YString& completed, unsigned long& unique) const;
-  // Replaces `words` by the distinct words that could come next, in the walker's order, those of
-  // indefinite nodes behind the others.
-  void possibleWords(YString_Array& words) const;
+  // Replaces `words` by the distinct words that could come next and begin with `prefix`, in any
+  // case of ASCII letters, in the walker's order, those of indefinite nodes behind the others.
+  void possibleWords(YString_Array& words, const char* prefix = nullptr) const;
 
   // Deletion by scripts, also from a command of the parser itself. A condemned parser goes on
   // working until the mortuary is cleaned up. Only a YcluiParser made by new is destroyed there; a

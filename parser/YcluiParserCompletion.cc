@@ -12,19 +12,23 @@
 
 namespace {
 
-// Adds words to an array, each once.
+// Keeps the words that begin with a prefix, each once. The names of the dictionary are in lower
+// case, and so is the prefix.
 class DistinctWords {
  public:
-  explicit DistinctWords(YString_Array& words) : words_(words) {}
+  explicit DistinctWords(const YString& prefix) : prefix_(prefix) {}
 
   // Nothing for null and for the empty text.
   void add(const char* word) {
-    if (word == nullptr || *word == '\0' || !seen_.insert(word).second) return;
-    words_.end() = YString(word);
+    const bool fits =
+        word != nullptr && *word != '\0' && std::strncmp(word, prefix_.buffer, prefix_.length) == 0;
+    if (fits && seen_.insert(word).second) words_.push_back(word);
   }
+  const std::vector<const char*, YAllocator<const char*>>& words() const { return words_; }
 
  private:
-  YString_Array& words_;
+  const YString& prefix_;
+  std::vector<const char*, YAllocator<const char*>> words_;
   // Views of the lexer's names, which stay where they are while nothing is added or deleted.
   std::unordered_set<std::string_view, std::hash<std::string_view>, std::equal_to<>,
                      YAllocator<std::string_view>>
@@ -81,16 +85,20 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
   return 1;
 }
 
-void YcluiParser::possibleWords(YString_Array& words) const {
+void YcluiParser::possibleWords(YString_Array& words, const char* prefix) const {
   words.resize(0);
   const YcluiLineParser* frame = currentFrame();
   if (frame == nullptr) return;
-  DistinctWords distinct(words);
+  YString folded(prefix);
+  folded.toLower();
+  DistinctWords distinct(folded);
   YcluiSyntaxNodeP_Array nodes;
   frame->possibleNodes(nodes);
-  MakeRoom(words, nodes.size());
   for (int i = 0; i < nodes.size(); ++i) distinct.add(lexer->keyword(nodes.at(i)->tokenId));
   for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) {
     distinct.add(lexer->keyword(i.node()->tokenId));
   }
+  const int count = static_cast<int>(distinct.words().size());
+  MakeRoom(words, count);
+  for (int i = 0; i < count; ++i) words[i].assign(distinct.words()[static_cast<std::size_t>(i)]);
 }

@@ -1,7 +1,6 @@
 #include "host/terminal/CluiListing.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "host/CluiEncoding.h"
 #include "host/CluiLiteral.h"
@@ -115,17 +114,12 @@ std::string CluiColumns(const std::vector<std::string>& words, int screenWidth) 
 }
 
 std::vector<std::string> CluiCandidates(YcluiParser& parser, const char* beginning) {
-  YString folded(beginning);
-  const YcluiValueType type = ExpectedType(parser, folded.buffer);
+  const YcluiValueType type = ExpectedType(parser, beginning);
   if (type != YcluiValueNone) return {ShownType(type)};
-  folded.toLower();  // as the names of the dictionary are
   YString_Array words;
-  parser.possibleWords(words);
+  parser.possibleWords(words, beginning);
   std::vector<std::string> candidates;
-  for (int i = 0; i < words.size(); ++i) {
-    const char* word = words[i].buffer;
-    if (std::strncmp(word, folded.buffer, folded.length) == 0) candidates.emplace_back(word);
-  }
+  for (int i = 0; i < words.size(); ++i) candidates.emplace_back(words[i].buffer);
   std::sort(candidates.begin(), candidates.end());
   return candidates;
 }
