@@ -30,6 +30,7 @@ void YcluiParser::setSyntaxGraph(YcluiSyntaxGraph* newGraph) {
 
 void YcluiParser::addIndefiniteNode(YcluiSyntaxNode* node) {
   if (indefiniteRoot == nullptr || node == nullptr) return;
+  node->noteChange();
   node->kind = YcluiNodeIndefinite;
   indefiniteRoot->append(node);
 }
@@ -41,9 +42,7 @@ void YcluiParser::replaceIndefiniteRoot() {
     if (formerIndefinites == nullptr) {
       formerIndefinites = YChecked(new (std::nothrow) YcluiSyntaxNode);
     }
-    while (indefiniteRoot->first() != nullptr) {
-      formerIndefinites->attach(indefiniteRoot->YChain::detach(indefiniteRoot->first()));
-    }
+    formerIndefinites->takeSuccessors(*indefiniteRoot);
     retiredRoots.push(indefiniteRoot);
   }
   indefiniteRoot = root;

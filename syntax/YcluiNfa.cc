@@ -20,12 +20,22 @@
 //     some matched node, which are kept, and in the order of those.
 //
 // Ways are counted up to 2, once for each node (waysBehind).
+//
+// What comes up in a step does not depend on the token, so a step at a place with many alternatives
+// can be looked up: the matches of each id, in the order of their coming up, and the number of ways
+// that are open behind them (YcluiNodeMemo). That is made for places that are one node: a
+// structural node that stands alone in nextNodes, or a token node whose successors they are. With
+// several matches the ways behind them are counted in one walk, in which what was counted before
+// counts; they are remembered for the matches of an id together, or else for one node by itself.
+// All that was read for it carries a mark, by which a node knows that its changes matter.
 
 #include "syntax/YcluiNfa.h"
 
 #include <algorithm>
+#include <new>
 
 #include "foundation/YErr.h"
+#include "syntax/YcluiNodeMemo.h"
 
 namespace {
 
@@ -33,6 +43,20 @@ namespace {
 constexpr std::int32_t Counting = -1;
 // One way more than this makes no difference.
 constexpr int MostWays = 2;
+// Older than that of every walk.
+constexpr std::uint64_t OldestSerial = 1;
+// So many links are looked at in no more time than it takes to look something up.
+constexpr int FewLinks = 16;
+// In how many indexes what follows a structural node may stand.
+constexpr std::uint32_t MostCovers = 4;
+
+bool HasFewLinks(const YcluiSyntaxNode& node) {
+  int links = 0;
+  for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) {
+    if (++links > FewLinks) return false;
+  }
+  return true;
+}
 
 // Whether the walk to the end of the graph passes the node.
 bool IsPassable(const YcluiSyntaxNode& node) {
@@ -48,17 +72,31 @@ YWord YcluiNfa::syntaxGraph(YcluiSyntaxGraph* walked) {
 
 YcluiSyntaxNode* YcluiNfa::indefiniteNode(const unsigned long& tokenId) const {
   if (indefiniteRoot == nullptr) return nullptr;
+  int links = 0;
   for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) {
     if (i.node()->tokenId == tokenId) return i.node();
+    if (++links > FewLinks) return indexedIndefiniteNode(tokenId);
   }
   return nullptr;
 }
 
+// Successors are added behind those that were read.
+YcluiSyntaxNode* YcluiNfa::indexedIndefiniteNode(unsigned long tokenId) const {
+  YcluiNodeMemo& memo = memoOf(indefiniteRoot);
+  while (memo.read != indefiniteRoot->last()) {
+    memo.read = memo.read == nullptr ? indefiniteRoot->first() : memo.read->next();
+    memo.indefinites.add(static_cast<YcluiSyntaxNode*>(memo.read->item()));
+  }
+  const YcluiIdIndex::Row* row = memo.indefinites.find(tokenId);
+  return row == nullptr ? nullptr : memo.indefinites.firstOf(*row);
+}
+
 YWord YcluiNfa::reset() {
-  nextNodes.clear();
+  clearPlaces();
   if (graph == nullptr || graph->start == nullptr) return 0;
   currentNode = graph->start;
   nextNodes.push(graph->start);
+  if (graph->start->tokenId == 0) onlyPlace = graph->start;
   terminated = 0;
   return 1;
 }
@@ -67,18 +105,20 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   YcluiSyntaxNode* indefinite = indefiniteNode(tokenId);
   if (indefinite != nullptr) return indefinite;
 
-  savedNodes.swap(nextNodes);
-  findMatches(tokenId);
-  if (matchedNodes.isEmpty() != 0) {
-    nextNodes.swap(savedNodes);
-    return nullptr;
+  YcluiIdIndex* index = indexOfPlace();
+  std::int32_t* known = nullptr;
+  if (index != nullptr) {
+    known = takeMatches(*index, tokenId);
+  } else {
+    findMatches(tokenId);
   }
+  if (matchedNodes.isEmpty() != 0) return nullptr;
 
   YcluiSyntaxNode* answer = matchedNodes.top();
   currentNode = answer;
-  KeepFirstAndLast(matchedNodes);
+  const int ends = known != nullptr && *known >= 0 ? *known : endsBehindMatches();
+  if (known != nullptr) *known = ends;
   standBehindMatches();
-  const int ends = endsBehindMatches();
   if (ends > 0) terminated = 1;
   // Last of all: the host's listener may use this walker.
   if (ends > 1) cluiNote(YErrAmbiguous);
@@ -86,13 +126,13 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
 }
 
 YcluiSyntaxNode* YcluiNfa::goBack(YcluiSyntaxNode* node) {
-  nextNodes.clear();
+  clearPlaces();
   currentNode = node;
   terminated = 0;
   if (node == nullptr) return nullptr;
-  nextNodes.pushSuccessors(*node);
+  standBehind(node);
   const bool isStart = graph != nullptr && node == graph->start;
-  if (!isStart && waysBehind(node, NewSerial()) > 0) terminated = 1;
+  if (!isStart && endsBehind(node) > 0) terminated = 1;
   return node;
 }
 
@@ -104,6 +144,7 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   YcluiSyntaxNodeStk found;
   YcluiSyntaxNodeStk pushed;
   YcluiSyntaxNodeStk queue;
+  if (unlisted != nullptr) pushed.pushSuccessors(*unlisted);
   int waiting = nextNodes.count();
   int taken = 0;
   while (pushed.isEmpty() == 0 || waiting > 0 || taken < queue.count()) {
@@ -123,13 +164,35 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   return 1;
 }
 
-// What waits is read from the top, and then the queue that grows behind it.
+void YcluiNfa::clearPlaces() {
+  nextNodes.clear();
+  onlyPlace = nullptr;
+  unlisted = nullptr;
+}
+
+void YcluiNfa::listNext() {
+  if (unlisted == nullptr) return;
+  nextNodes.pushSuccessors(*unlisted);
+  KeepFirstAndLast(nextNodes);
+  unlisted = nullptr;
+}
+
+// What waits is read from the top, and then the queue that grows behind it. Without a match the
+// walker stands where it stood.
 void YcluiNfa::findMatches(unsigned long tokenId) {
+  listNext();
+  savedNodes.swap(nextNodes);
   matchedNodes.clear();
   workNodes.clear();
+  looked = savedNodes.count();
   const std::uint64_t serial = NewSerial();
   for (int i = savedNodes.count(); i > 0; --i) meet(savedNodes.at(i - 1), tokenId, serial);
   for (int i = 0; i < workNodes.count(); ++i) meet(workNodes.at(i), tokenId, serial);
+  KeepFirstAndLast(matchedNodes);
+  nextNodes.swap(savedNodes);
+  if (onlyPlace == nullptr || looked <= FewLinks) return;
+  YcluiNodeMemo& memo = memoOf(onlyPlace);
+  if (memo.step == YcluiNodeMemo::Step::Unknown) memo.step = YcluiNodeMemo::Step::Wide;
 }
 
 void YcluiNfa::meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial) {
@@ -144,22 +207,141 @@ void YcluiNfa::meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t 
 // leave them out at once.
 void YcluiNfa::open(const YcluiSyntaxNode& node, unsigned long tokenId) {
   for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) {
+    ++looked;
     const std::uint32_t id = i.node()->tokenId;
     if (id == 0 || id == tokenId) workNodes.push(i.node());
   }
 }
 
+// The same for a step that can be looked up. Answers where the ways behind its matches are kept,
+// or null when there is no match.
+std::int32_t* YcluiNfa::takeMatches(YcluiIdIndex& index, unsigned long tokenId) {
+  matchedNodes.clear();
+  YcluiIdIndex::Row* row = index.find(tokenId);
+  if (row == nullptr) return nullptr;
+  index.pushAll(*row, matchedNodes);
+  return &row->ends;
+}
+
+// The index for the present place, when there is one or it is time to make it.
+YcluiIdIndex* YcluiNfa::indexOfPlace() {
+  using Step = YcluiNodeMemo::Step;
+  if (onlyPlace == nullptr || onlyPlace->memo_ == nullptr) return nullptr;
+  YcluiNodeMemo& memo = *onlyPlace->memo_;
+  if (!memo.holds(graphEnd())) return nullptr;
+  if (memo.step == Step::Wide) {
+    memo.step = fillIndex(memo.matches) ? Step::Indexed : Step::Covered;
+  }
+  return memo.step == Step::Indexed ? &memo.matches : nullptr;
+}
+
+// Collects what comes up in a step, whatever its id, in the order of a step.
+bool YcluiNfa::fillIndex(YcluiIdIndex& index) {
+  matchedNodes.clear();
+  workNodes.clear();
+  pushPlaces(workNodes);
+  const std::uint64_t serial = NewSerial();
+  NoteReading(onlyPlace);
+  for (int i = 0; i < workNodes.count(); ++i) {
+    YcluiSyntaxNode* node = workNodes.at(i);
+    if (node->tokenId != 0) {
+      NoteReading(node);
+      matchedNodes.push(node);
+    } else if (Mark(node, serial)) {
+      if (!cover(node)) return false;
+      workNodes.pushSuccessors(*node);
+    }
+  }
+  KeepFirstAndLast(matchedNodes);
+  for (int i = 0; i < matchedNodes.count(); ++i) index.add(matchedNodes.at(i));
+  return true;
+}
+
+// The places of nextNodes, from the top.
+void YcluiNfa::pushPlaces(YcluiSyntaxNodeStk& nodes) const {
+  if (onlyPlace->tokenId == 0) {
+    nodes.push(onlyPlace);
+    return;
+  }
+  for (const YRing* ring = onlyPlace->last(); ring != nullptr; ring = ring->previous()) {
+    nodes.push(static_cast<YcluiSyntaxNode*>(ring->item()));
+  }
+}
+
+// Counts the indexes in which the successors of the node stand. Of many places that lead on to one
+// another only some get one: all of them together could be as large as the square of the graph.
+bool YcluiNfa::cover(YcluiSyntaxNode* node) {
+  const std::uint32_t round = YcluiSyntaxNode::Changes() & 0xFFFFFF;
+  if (node->coverRound_ != round) node->covers_ = 0;
+  node->coverRound_ = round;
+  if (node->covers_ == MostCovers) return false;
+  ++node->covers_;
+  return true;
+}
+
+YcluiNodeMemo& YcluiNfa::memoOf(YcluiSyntaxNode* node) const {
+  if (node->memo_ == nullptr) node->memo_ = YChecked(new (std::nothrow) YcluiNodeMemo);
+  node->memo_->renew(graphEnd());
+  return *node->memo_;
+}
+
 void YcluiNfa::standBehindMatches() {
-  nextNodes.clear();
-  for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
+  clearPlaces();
+  if (matchedNodes.count() == 1) {
+    standBehind(matchedNodes.at(0));
+  } else {
+    for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
+  }
   KeepFirstAndLast(nextNodes);
 }
 
+void YcluiNfa::standBehind(YcluiSyntaxNode* node) {
+  const YRing* first = node->first();
+  if (first != nullptr && first->next() == nullptr) {
+    auto* next = static_cast<YcluiSyntaxNode*>(first->item());
+    nextNodes.push(next);
+    if (next->tokenId == 0) onlyPlace = next;
+    return;
+  }
+  if (node->tokenId != 0) onlyPlace = node;
+  if (onlyPlace == nullptr || HasFewLinks(*node)) {
+    nextNodes.pushSuccessors(*node);
+  } else {
+    unlisted = node;
+  }
+}
+
 int YcluiNfa::endsBehindMatches() {
+  if (matchedNodes.count() == 1) return endsBehind(matchedNodes.at(0));
   const std::uint64_t serial = NewSerial();
   int ends = 0;
   for (int i = 0; i < matchedNodes.count(); ++i) ends += waysBehind(matchedNodes.at(i), serial);
-  return ends;
+  return std::min(ends, MostWays);
+}
+
+// The ways behind a single match. What leads to one node only has the ways of that one, which it
+// shares with all others that do.
+int YcluiNfa::endsBehind(YcluiSyntaxNode* node) {
+  if (node->kind == YcluiNodeClosure) return 0;
+  const YRing* first = node->first();
+  if (node->tokenId == 0 || first == nullptr || first->next() != nullptr) {
+    return memorizedWaysBehind(node);
+  }
+  auto* next = static_cast<YcluiSyntaxNode*>(first->item());
+  if (!IsPassable(*next)) {
+    NoteReading(next);
+    return 0;
+  }
+  return std::min(memorizedWaysBehind(next) + (next == graphEnd() ? 1 : 0), MostWays);
+}
+
+int YcluiNfa::memorizedWaysBehind(YcluiSyntaxNode* node) {
+  const YcluiNodeMemo* memo = node->memo_;
+  if (memo != nullptr && memo->holds(graphEnd()) && memo->ways >= 0) return memo->ways;
+  looked = 0;
+  const int ways = waysBehind(node, NewSerial());
+  if (looked > FewLinks) memoOf(node).ways = ways;
+  return ways;
 }
 
 // The ways from behind the node to the end of the graph, up to MostWays. Depth first: a node stays
@@ -173,9 +355,7 @@ int YcluiNfa::waysBehind(YcluiSyntaxNode* node, std::uint64_t serial) {
     YcluiSyntaxNode* top = workNodes.top();
     if (Mark(top, serial)) {
       top->note_ = Counting;
-      for (YcluiSuccessorIterator i(*top); i.ring != nullptr; ++i) {
-        if (IsPassable(*i.node()) && i.node()->mark_ != serial) workNodes.push(i.node());
-      }
+      for (YcluiSuccessorIterator i(*top); i.ring != nullptr; ++i) follow(i.node(), serial);
       continue;
     }
     if (top->note_ == Counting) top->note_ = sumOfWays(*top);
@@ -184,19 +364,33 @@ int YcluiNfa::waysBehind(YcluiSyntaxNode* node, std::uint64_t serial) {
   return node->note_;
 }
 
+void YcluiNfa::follow(YcluiSyntaxNode* next, std::uint64_t serial) {
+  ++looked;
+  if (!IsPassable(*next)) {
+    NoteReading(next);
+  } else if (next->mark_ != serial) {
+    workNodes.push(next);
+  }
+}
+
 int YcluiNfa::sumOfWays(const YcluiSyntaxNode& node) const {
   int ways = 0;
   for (YcluiSuccessorIterator i(node); i.ring != nullptr && ways < MostWays; ++i) {
     const YcluiSyntaxNode* next = i.node();
     if (!IsPassable(*next) || next->note_ == Counting) continue;
-    ways += next->note_ + (graph != nullptr && next == graph->end ? 1 : 0);
+    ways += next->note_ + (next == graphEnd() ? 1 : 0);
   }
   return std::min(ways, MostWays);
 }
 
 std::uint64_t YcluiNfa::NewSerial() {
-  static std::uint64_t last = 0;
+  static std::uint64_t last = OldestSerial;
   return ++last;
+}
+
+// Sees to it that a node of which something is remembered has a mark.
+void YcluiNfa::NoteReading(YcluiSyntaxNode* node) {
+  if (node->mark_ == 0) node->mark_ = OldestSerial;
 }
 
 // Whether the walk of that number comes by the node for the first time.
@@ -208,6 +402,7 @@ bool YcluiNfa::Mark(YcluiSyntaxNode* node, std::uint64_t serial) {
 
 void YcluiNfa::KeepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
   const int all = nodes.count();
+  if (all < 3) return;
   for (int i = 0; i < all; ++i) nodes.at(i)->note_ = i;
   const std::uint64_t serial = NewSerial();
   nodes.clear();

@@ -7,13 +7,20 @@
 #include "syntax/YcluiSyntaxGraph.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 
+class YcluiIdIndex;
+
 // Takes token ids and follows every way through the graph that they allow at once, so that two
 // commands may begin with the same words and part only later. It owns neither the graph nor the
 // indefinite nodes, and a copy walks on from the same place by itself.
 //
-// Every operation is linear in the part of the graph that it reaches and does not recurse. Once the
-// stacks have been as deep as a step needs them, steps do not allocate. All walkers of a process
-// run in one thread, since they leave marks in the nodes; those marks mean nothing between calls.
+// Every operation is linear in the part of the graph that it reaches and does not recurse. A step
+// at a place with many alternatives looks at all of them the first two times only: from then on it
+// costs what it matches, until the graph changes there, whichever walker comes by. So it is for
+// indefinite nodes, which may become more. What is remembered for that stays in proportion to the
+// graph and goes with its nodes.
+//
+// Once places and stacks have been used as a step needs them, steps do not allocate. All walkers of
+// a process run, and all graphs that were walked are changed, in one thread.
 class YQRT_API YcluiNfa {
  public:
   YcluiNfa() = default;
@@ -69,26 +76,55 @@ class YQRT_API YcluiNfa {
   // and `nodes` stays as it was.
   YWord possibleNodes(YcluiSyntaxNodeP_Array& nodes) const;
 
+  // A node that says where the walker stands: wherever this is the same, and not null, the same
+  // nodes are possible. Null where it depends on several nodes. Means nothing any more when
+  // YcluiSyntaxNode::Changes() is another number.
+  const YcluiSyntaxNode* place() const { return onlyPlace; }
+
  protected:
   YcluiSyntaxGraph* graph = nullptr;
   YcluiSyntaxNode* indefiniteRoot = nullptr;
   YWord terminated = 0;
   YcluiSyntaxNode* currentNode = nullptr;
-  YcluiSyntaxNodeStk nextNodes;     // where the next token is sought, the top first
+  YcluiSyntaxNodeStk nextNodes;     // where the next token is sought, the top first; see listNext
   YcluiSyntaxNodeStk workNodes;     // work lists of a step
   YcluiSyntaxNodeStk savedNodes;    // during a step, nextNodes as it found them
   YcluiSyntaxNodeStk matchedNodes;  // the matches of a step, in the order of their coming up
 
+  // Behind a node with many successors nextNodes is empty until something needs the list.
+  void listNext();
+
  private:
+  // Set when a step depends on one node: a structural one that is the only place, or the token node
+  // behind which the walker stands.
+  YcluiSyntaxNode* onlyPlace = nullptr;
+  YcluiSyntaxNode* unlisted = nullptr;  // the node whose successors nextNodes stands for; or null
+  int looked = 0;                       // links that the present step has looked at
+
+  void clearPlaces();
+  std::int32_t* takeMatches(YcluiIdIndex& index, unsigned long tokenId);
   void findMatches(unsigned long tokenId);
   void meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial);
   void open(const YcluiSyntaxNode& node, unsigned long tokenId);
+  void standBehind(YcluiSyntaxNode* node);
   void standBehindMatches();
   int endsBehindMatches();
+  int endsBehind(YcluiSyntaxNode* node);
+  int memorizedWaysBehind(YcluiSyntaxNode* node);
   int waysBehind(YcluiSyntaxNode* node, std::uint64_t serial);
+  void follow(YcluiSyntaxNode* next, std::uint64_t serial);
   int sumOfWays(const YcluiSyntaxNode& node) const;
 
+  const YcluiSyntaxNode* graphEnd() const { return graph == nullptr ? nullptr : graph->end; }
+  YcluiNodeMemo& memoOf(YcluiSyntaxNode* node) const;
+  YcluiSyntaxNode* indexedIndefiniteNode(unsigned long tokenId) const;
+  YcluiIdIndex* indexOfPlace();
+  bool fillIndex(YcluiIdIndex& index);
+  void pushPlaces(YcluiSyntaxNodeStk& nodes) const;
+  static bool cover(YcluiSyntaxNode* node);
+
   static std::uint64_t NewSerial();
+  static void NoteReading(YcluiSyntaxNode* node);
   static bool Mark(YcluiSyntaxNode* node, std::uint64_t serial);
   static void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes);
 };

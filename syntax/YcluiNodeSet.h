@@ -3,23 +3,21 @@
 #ifndef SYNTAX_YCLUINODESET_H_
 #define SYNTAX_YCLUINODESET_H_
 
-#include "platform/general/YSet.h"
+#include "platform/general/YLinkList.h"
 
 class YcluiSyntaxNode;
 
 // Owns its nodes: they are destroyed with it. All are collected before the first one goes, since
-// the way to a node leads through the lists of the others.
-class YcluiNodeSet final : public YSet {
+// any of them may lead to any other. Their links become those of the set, so that collecting asks
+// for no memory but for one link a call, and does not recurse.
+class YcluiNodeSet final : private YLinkList {
  public:
   YcluiNodeSet() = default;
-  ~YcluiNodeSet() { deleteAll(); }
+  ~YcluiNodeSet();
 
-  // Attaches the node and all that can be reached from it, but for what can be reached only through
-  // nodes that the set holds already. Nothing for null. Does not recurse.
+  // Takes the node and all that can be reached from it, but for what is collected already. Nothing
+  // for null.
   void collectNodes(YcluiSyntaxNode* node);
-
-  // Destroys the node.
-  void deleteIt(void* item) override;
 };
 
 #endif  // SYNTAX_YCLUINODESET_H_

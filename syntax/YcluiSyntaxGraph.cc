@@ -11,10 +11,6 @@ YcluiSyntaxNode* NewStructuralNode() {
   return YChecked(new (std::nothrow) YcluiSyntaxNode);
 }
 
-void MoveLinks(YcluiSyntaxNode* from, YcluiSyntaxNode* to) {
-  while (YRing* ring = from->first()) to->attach(from->detach(ring));
-}
-
 // Stops at members of closures made before, so what can be reached only through them stays as it
 // is.
 void MarkClosure(YcluiSyntaxNode* from) {
@@ -23,6 +19,7 @@ void MarkClosure(YcluiSyntaxNode* from) {
   while (work.isEmpty() == 0) {
     YcluiSyntaxNode* node = work.pop();
     if (node->kind == YcluiNodeClosure) continue;
+    node->noteChange();
     node->kind = YcluiNodeClosure;
     work.pushSuccessors(*node);
   }
@@ -42,14 +39,14 @@ YcluiSyntaxGraph::~YcluiSyntaxGraph() {
 
 YWord YcluiSyntaxGraph::insertAnd(YcluiSyntaxNode* node) {
   if (isEmptied() != 0 || node == nullptr) return 0;
-  MoveLinks(start, node);
+  node->takeSuccessors(*start);
   start->append(node);
   return 1;
 }
 
 YWord YcluiSyntaxGraph::insertAnd(YcluiSyntaxGraph* graph) {
   if (canTake(graph) == 0) return 0;
-  MoveLinks(start, graph->end);
+  graph->end->takeSuccessors(*start);
   start->append(graph->start);
   graph->handOver();
   return 1;
@@ -67,6 +64,7 @@ YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxNode* node) {
 YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
   if (canTake(graph) == 0) return 0;
   detachEnd();
+  start->noteChange();
   YcluiSyntaxNode* fork = NewStructuralNode();
   graph->end->append(end);
   fork->append(graph->start);

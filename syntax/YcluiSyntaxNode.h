@@ -15,18 +15,24 @@ enum YcluiNodeKind : std::uint16_t {
   YcluiNodeIndefinite = 2,  // stands outside the graph and is accepted anywhere in a line
 };
 
+class YcluiNodeMemo;
+
 // The list that a node inherits holds its successors, in the order of their `append`. It does not
 // own them: a node may follow any number of nodes, itself included, and a graph owns all its nodes.
 //
 // A node with a `tokenId` of 0 is structural: it accepts nothing and only leads on to its
 // successors. Any other node accepts the token of that id, and only such a node fires its `action`.
+//
+// Walkers remember what they have read of a graph. They notice when successors change through the
+// operations of this class and when a node goes; who writes another `tokenId` or `kind` into a node
+// that a walker may have come by calls noteChange.
 class YQRT_API YcluiSyntaxNode : public YLinkList {
  public:
   std::uint32_t tokenId;
-  YString* action = nullptr;  // the command template; owned, null when there is none
   YcluiNodeKind kind = YcluiNodePlain;
   std::uint8_t priority = 127;        // what its command brings when it interrupts another
   std::uint8_t interruptLimit = 127;  // the highest priority that may interrupt its command
+  YString* action = nullptr;          // the command template; owned, null when there is none
 
   // The id is cut to 32 bits. A null action leaves the node without one.
   explicit YcluiSyntaxNode(unsigned long id = 0, const char* actionText = nullptr);
@@ -35,6 +41,31 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   YcluiSyntaxNode& operator=(const YcluiSyntaxNode&) = delete;
   // Leaves the successors alone.
   ~YcluiSyntaxNode();
+
+  // The operations of the list of successors.
+  void* append(void* node) {
+    noteChange();
+    return YLinkList::append(node);
+  }
+  YRing* attach(YRing* ring) {
+    noteChange();
+    return YLinkList::attach(ring);
+  }
+  YRing* detach(YRing* ring) {
+    noteLoss();
+    return YLinkList::detach(ring);
+  }
+  void* detach(void* node) {
+    noteLoss();
+    return YLinkList::detach(node);
+  }
+  // Takes over all successors of another node, in their order, behind those that are here. Costs
+  // the same however many they are.
+  void takeSuccessors(YcluiSyntaxNode& from) {
+    noteChange();
+    from.noteLoss();
+    attachAll(from);
+  }
 
   // Makes `text` the action; null makes it an empty text. 0 when there was no action yet and none
   // could be allocated: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
@@ -46,12 +77,32 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
     return interruptLimit >= other.priority ? 1 : 0;
   }
 
+  // Makes walkers forget what they remember of a graph, if one has come by this node.
+  void noteChange() {
+    if (mark_ != 0) ++ChangeCount;
+  }
+  // How often walkers were made to forget. While it stays the same, all nodes that a walker has
+  // come by are alive and lead where they led.
+  static std::uint64_t Changes() { return ChangeCount; }
+
  private:
   // A walk over a graph writes its serial number into the nodes that it has come by, with a note of
-  // its own, and so needs no set of them. What an earlier walk left here has an older number.
+  // its own, and so needs no set of them. What an earlier walk left here has an older number; 0 is
+  // that of a node that no walk has come by.
   friend class YcluiNfa;
   std::int32_t note_ = 0;
+  std::uint32_t coverRound_ : 24;  // see YcluiNfa::cover
+  std::uint32_t covers_ : 8;
   std::uint64_t mark_ = 0;
+  YcluiNodeMemo* memo_ = nullptr;  // what walkers remember; owned, mostly null
+
+  static std::uint64_t ChangeCount;
+
+  void noteLoss();
+
+  // Whether the set of the nodes to be destroyed, into which it goes, does not hold it yet.
+  friend class YcluiNodeSet;
+  bool collect();
 };
 
 // Walks the successors of a node, in the order of its list:

@@ -20,6 +20,13 @@ YRing* YChain::detach(YRing* ring) {
   return ring;
 }
 
+void YChain::attachAll(YChain& from) {
+  YRing* ring = std::exchange(from.first_, nullptr);
+  if (ring == nullptr) return;
+  attach(ring);
+  last_ = std::exchange(from.last_, nullptr);
+}
+
 YLinkList::~YLinkList() {
   YRing* ring = first();
   while (ring != nullptr) delete std::exchange(ring, ring->next());

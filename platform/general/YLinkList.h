@@ -12,6 +12,8 @@ class YQRT_API YRing {
   void* item() const { return item_; }
   // The next ring of its chain, null behind the last.
   YRing* next() const { return next_; }
+  // The one before it, null in front of the first.
+  YRing* previous() const { return previous_; }
 
  private:
   friend class YChain;
@@ -34,6 +36,9 @@ class YQRT_API YChain {
   YRing* attach(YRing* ring);
   // Takes a ring of this chain out, with its item, and destroys neither; answers it.
   YRing* detach(YRing* ring);
+  // Takes over all rings of the other chain, in their order, behind those that are here. Costs the
+  // same however many they are.
+  void attachAll(YChain& from);
 
  private:
   YRing* first_ = nullptr;

@@ -1,0 +1,59 @@
+#include "syntax/YcluiIdIndex.h"
+
+#include <utility>
+
+namespace {
+
+constexpr std::size_t FewestRows = 16;
+constexpr int FewestRowsShift = 64 - 4;
+
+}  // namespace
+
+void YcluiIdIndex::add(YcluiSyntaxNode* node) {
+  if (2 * used_ >= rows_.size()) grow();
+  const auto added = static_cast<std::int32_t>(entries_.size());
+  entries_.push_back({node, None});
+  Row& row = rows_[placeOf(node->tokenId)];
+  if (row.first == None) {
+    ++used_;
+    row.id = node->tokenId;
+    row.first = added;
+  } else {
+    entries_[static_cast<std::size_t>(row.last)].next = added;
+  }
+  row.last = added;
+}
+
+void YcluiIdIndex::clear() {
+  rows_.clear();
+  entries_.clear();
+  used_ = 0;
+}
+
+YcluiIdIndex::Row* YcluiIdIndex::find(unsigned long id) {
+  if (rows_.empty()) return nullptr;
+  Row& row = rows_[placeOf(id)];
+  return row.first == None ? nullptr : &row;
+}
+
+void YcluiIdIndex::pushAll(const Row& row, YcluiSyntaxNodeStk& nodes) const {
+  for (std::int32_t i = row.first; i != None; i = entryAt(i).next) nodes.push(entryAt(i).node);
+}
+
+// The place of the row, or that at which it would be added.
+std::size_t YcluiIdIndex::placeOf(unsigned long id) const {
+  std::size_t place = (std::uint64_t{id} * 0x9E3779B97F4A7C15U) >> homeShift_;
+  while (rows_[place].first != None && rows_[place].id != id) {
+    place = (place + 1) & (rows_.size() - 1);
+  }
+  return place;
+}
+
+void YcluiIdIndex::grow() {
+  const std::vector<Row, YAllocator<Row>> old = std::move(rows_);
+  homeShift_ = old.empty() ? FewestRowsShift : homeShift_ - 1;
+  rows_ = std::vector<Row, YAllocator<Row>>(old.empty() ? FewestRows : 2 * old.size());
+  for (const Row& row : old) {
+    if (row.first != None) rows_[placeOf(row.id)] = row;
+  }
+}

@@ -1,0 +1,51 @@
+// Nodes by the token ids that they accept. Internal to the walker.
+
+#ifndef SYNTAX_YCLUIIDINDEX_H_
+#define SYNTAX_YCLUIIDINDEX_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "foundation/YMemory.h"
+#include "syntax/YcluiSyntaxNode.h"
+#include "syntax/YcluiSyntaxNodeStk.h"
+
+// Under each id stands a row of nodes in the order of their adding. Adding and finding take
+// constant time.
+class YcluiIdIndex {
+ public:
+  struct Row {
+    std::uint32_t id = 0;
+    std::int32_t first = None;  // of its entries; None in an empty place
+    std::int32_t last = None;
+    std::int32_t ends = None;  // for the walker, which sets it when it knows
+  };
+  static constexpr std::int32_t None = -1;
+
+  void add(YcluiSyntaxNode* node);
+  void clear();
+
+  // The row of the id, or null; good until something is added.
+  Row* find(unsigned long id);
+  YcluiSyntaxNode* firstOf(const Row& row) const { return entryAt(row.first).node; }
+  // Pushes the nodes of the row, in their order.
+  void pushAll(const Row& row, YcluiSyntaxNodeStk& nodes) const;
+
+ private:
+  struct Entry {
+    YcluiSyntaxNode* node;
+    std::int32_t next;
+  };
+
+  std::vector<Row, YAllocator<Row>> rows_;  // a power of two of them, half of them in use at most
+  int homeShift_ = 0;                       // 64 less that power
+  std::size_t used_ = 0;
+  std::vector<Entry, YAllocator<Entry>> entries_;
+
+  const Entry& entryAt(std::int32_t i) const { return entries_[static_cast<std::size_t>(i)]; }
+  std::size_t placeOf(unsigned long id) const;
+  void grow();
+};
+
+#endif  // SYNTAX_YCLUIIDINDEX_H_
