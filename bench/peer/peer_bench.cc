@@ -105,6 +105,7 @@ class Field {
     const bool isRefused = spelling == Spelling::Unknown || spelling == Spelling::Misplaced;
     const Outcome expected = isRefused ? Outcome{0, count} : Outcome{SumOf(lines), 0};
     std::vector<std::string> typed;
+    typed.reserve(lines.size());
     for (const Line& line : lines) typed.push_back(contender->typed(line));
     return [contender, expected, typed] { return contender->read(typed) == expected; };
   }

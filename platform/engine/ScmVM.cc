@@ -94,6 +94,7 @@ SCM SetUp(void* error) {
   engine.module = scm_c_resolve_module("guile-user");
   engine.quoteSymbol = scm_from_utf8_symbol("quote");
   engine.quoteVariable = scm_module_variable(engine.module, engine.quoteSymbol);
+  engine.hashReaders = scm_c_public_ref("guile", "%read-hash-procedures");
   DefineHandles();
   OpenPorts();
   const SCM module = scm_c_define_module("yqrt engine", nullptr, nullptr);

@@ -111,6 +111,7 @@ struct Engine {
   SCM refuse = SCM_BOOL_F;
   SCM quoteSymbol = SCM_BOOL_F;
   SCM quoteVariable = SCM_BOOL_F;
+  SCM hashReaders = SCM_BOOL_F;  // the fluid of what scripts have read-hash-extend know
   SCM output = SCM_BOOL_F;
   SCM errors = SCM_BOOL_F;
 
@@ -141,6 +142,11 @@ void DefineGuards();
 // Evaluates one expression in the current module. Called from Scheme, may raise.
 SCM Evaluate(SCM form);
 void DefineTexts();
+
+// Plain calls (YsePlainCall.cc). The expression of a text that is one call of a name on constants,
+// as Guile would read it; SCM_UNDEFINED for other texts and for what only Guile can tell. Called
+// from Scheme, may raise.
+SCM ReadPlainCall(const char* text);
 
 // Binding (YseBinding.cc). Bind answers 0 when there is no room for another one.
 YWord Bind(const Row& row);

@@ -13,9 +13,23 @@ namespace {
 
 // The functions from here to EnterText are called from Scheme and may raise.
 
+// What most commands answer is written without a port, which costs as much as all the rest of a
+// plain call. False for any other value.
+bool WriteCommon(SCM value, std::string& printed) {
+  if (SCM_I_INUMP(value)) {
+    printed = std::to_string(SCM_I_INUM(value));
+  } else if (scm_is_bool(value)) {
+    printed = scm_is_true(value) ? "#t" : "#f";
+  } else if (scm_is_eq(value, SCM_UNSPECIFIED)) {
+    printed = "#<unspecified>";
+  } else {
+    return false;
+  }
+  return true;
+}
+
 // Most values are small and need no guard against their size.
 SCM Shown(SCM value, std::size_t room) {
-  if (SCM_I_INUMP(value)) return scm_number_to_string(value, SCM_UNDEFINED);
   const bool small = SCM_IMP(value) || scm_is_real(value) || IsHandle(value) ||
                      (scm_is_string(value) && scm_c_string_length(value) < room);
   return small ? scm_object_to_string(value, SCM_UNDEFINED)
@@ -26,7 +40,7 @@ void NoteGoodEnd(SCM value) {
   Engine& engine = TheEngine();
   Text& text = *engine.text;
   FlushScheme();
-  if (text.room > 0) {
+  if (text.room > 0 && !WriteCommon(value, text.printed)) {
     ToUtf8(Shown(value, text.room), engine.bytes);
     text.printed = BytesFromUtf8(engine.bytes);
   }
@@ -34,6 +48,8 @@ void NoteGoodEnd(SCM value) {
 }
 
 SCM RunSource(const char* source) {
+  const SCM call = ReadPlainCall(source);
+  if (!SCM_UNBNDP(call)) return Evaluate(call);
   const SCM port = scm_open_input_string(FromBytes(source));
   SCM value = SCM_UNSPECIFIED;
   for (;;) {

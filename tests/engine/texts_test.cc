@@ -17,6 +17,9 @@ TEST_F(TextsTest, Values) {
   ExpectEach({
       {"", "+#<unspecified>"},
       {"1 2 (+ 1 2)", "+3"},
+      {"(< 1 2)", "+#t"},
+      {"(< 2 1)", "+#f"},
+      {"(- 1 2)", "+-1"},
       {"'(a \"b\" #\\c 1.5)", "+(a \"b\" #\\c 1.5)"},
       {"(let ((l (list 1))) (set-cdr! l l) l)", "+(1 . #0#)"},
       {"(define-syntax twice (syntax-rules () ((_ x) (list x x)))) (twice 3)", "+(3 3)"},
@@ -48,36 +51,56 @@ TEST_F(TextsTest, MessagesInWords) {
   });
 }
 
-// A call on constants is applied at once, any other expression is expanded first.
+// A call on constants is read and applied at once, any other expression goes to Guile's reader and
+// is expanded first.
 TEST_F(TextsTest, BothWaysOfACallAgree) {
   Eval(
       "(define (rest-of . all) all) (define var 1) (define-syntax mac (syntax-rules () ((_ x) "
       "'x)))");
-  for (const char* call : {"(rest-of 1 \"a\" #\\b #t 'c '(d . e) 1/2 2.5)",
-                           "(rest-of)",
-                           "(rest-of '())",
-                           "(car 5)",
-                           "(car)",
-                           "(var 1)",
-                           "(nothing 1)",
-                           "(mac 1)",
-                           "(t-add 1 2)",
-                           "(t-add 1 \"a\")",
-                           "(t-add 1)",
-                           "(exit 4)",
-                           "(rest-of 1 . 2)",
-                           "(rest-of ())",
-                           "(rest-of 'a 'b . c)",
-                           "(quote 1)",
-                           "(string-append \"a\" 'b)",
-                           "(t-refuse)",
-                           "(values)",
-                           "(quote)",
-                           "(rest-of (quote 1 2))"}) {
+  for (const char* call :
+       {"(rest-of 1 \"a\" #\\b #t 'c '(d . e) 1/2 2.5)",
+        "(rest-of)",
+        "(rest-of '())",
+        "(car 5)",
+        "(car)",
+        "(var 1)",
+        "(nothing 1)",
+        "(mac 1)",
+        "(t-add 1 2)",
+        "(t-add 1 \"a\")",
+        "(t-add 1)",
+        "(exit 4)",
+        "(rest-of 1 . 2)",
+        "(rest-of ())",
+        "(rest-of 'a 'b . c)",
+        "(quote 1)",
+        "(string-append \"a\" 'b)",
+        "(t-refuse)",
+        "(values)",
+        "(quote)",
+        "(rest-of (quote 1 2))",
+        "\n ( rest-of\t1 )\r\f",
+        "(rest-of 1)2",
+        "(rest-of 1) (rest-of 2)",
+        "(rest-of 1;c\n)",
+        "(REST-OF 1)",
+        "(rest-of +7 -8 +-9 - -0 007 123456789012345678 9223372036854775808 1/2)",
+        "(rest-of 1.5 -0.25 +0.1 0.3000000000000000444 -0.0)",
+        "(rest-of 1e3 .5 5. 1.5e3)",
+        "(rest-of \"\" \"two\nlines\" \"a\\\\b\\\"c\")",
+        "(rest-of \"a\\n\")",
+        "(rest-of \"a\"\"b\")",
+        "(rest-of \"\x83\x5c\")",
+        "(rest-of #t #f 'a-b.c!)",
+        "(rest-of #true #:key 'A '5)",
+        "(string-set! \"abc\" 0 #\\x)"}) {
     const std::string fast = Eval(call);
     EXPECT_EQ(fast, Eval(std::string("(begin ") + call + ")")) << call;
   }
   EXPECT_EQ(Eval("(define (vector-copy . all) 'mine) (vector-copy 1 2)"), "+mine");
+  Eval("(read-hash-extend #\\t (lambda (c port) 5))");
+  EXPECT_EQ(Eval("(rest-of #t #f)"), "+(5 #f)");
+  Eval("(read-hash-extend #\\t #f)");
 }
 
 TEST_F(TextsTest, NothingLeavesThroughAPrimitive) {
