@@ -4,6 +4,7 @@
 #include <charconv>
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <system_error>
 
 namespace {
@@ -38,6 +39,18 @@ const char* ExponentEnd(const char* p) {
   return end == digits ? p : end;
 }
 
+// Reads a number of a few digits and nothing else, which is what most numbers are. Null when it is
+// another one.
+const char* ReadWhole(const char* p, double& value) {
+  constexpr int MostDigits = 15;  // a double holds all of them
+  std::int64_t whole = 0;
+  const char* end = p;
+  for (; IsDigit(*end) && end - p < MostDigits; ++end) whole = whole * 10 + (*end - '0');
+  if (end == p || IsDigit(*end) || *end == '.' || *end == 'e' || *end == 'E') return nullptr;
+  value = static_cast<double>(whole);
+  return end;
+}
+
 // What a number that is not 0 and does not fit a double reads as. Only the sign of its order of
 // magnitude counts, which is where its first digit stands before the point, plus the exponent.
 double OutOfRange(const char* mantissa, const char* mantissaEnd, const char* end) {
@@ -69,6 +82,11 @@ const char* YReadDecimal(const char* text, double& value) {
   while (IsSpace(*p)) ++p;
   const bool negative = *p == '-';
   if (*p == '-' || *p == '+') ++p;
+  const char* wholeEnd = ReadWhole(p, value);
+  if (wholeEnd != nullptr) {
+    if (negative) value = -value;
+    return wholeEnd;
+  }
   const char* mantissaEnd = MantissaEnd(p);
   if (mantissaEnd == nullptr) return nullptr;
   const char* end = ExponentEnd(mantissaEnd);

@@ -30,7 +30,9 @@ YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32
     cluiFatal(YErrNoMemory);
     return;
   }
-  std::memcpy(buffer, TextOf(name), std::strlen(TextOf(name)) + 1);
+  lengthOfName = static_cast<std::uint32_t>(std::strlen(TextOf(name)));
+  lengthOfShortest = lengthOfName;
+  std::memcpy(buffer, TextOf(name), lengthOfName + std::size_t{1});
   Ycvl(buffer);
   key = buffer;
 }

@@ -26,6 +26,10 @@ class YQRT_API YcluiKeyword : public YAssoc {
   const char* name() const;
   std::uint32_t id() const { return idWord() & 0xffffff; }
   YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
+  // The length of the name, and that of the shortest text that the word is found under: its
+  // abbreviation if it has one, else the name.
+  std::uint32_t nameLength() const { return lengthOfName; }
+  std::uint32_t shortestLength() const { return lengthOfShortest; }
   // Says which of two words of a table was added first: that of the smaller number. 0 before the
   // word is added.
   std::uint64_t serial() const { return serialNumber; }
@@ -53,8 +57,13 @@ class YQRT_API YcluiKeyword : public YAssoc {
  protected:
   // The allocation that holds the name, null when there was no memory.
   char* nameBuffer() const { return static_cast<char*>(key); }
+  void setShortestLength(std::size_t length) {
+    lengthOfShortest = static_cast<std::uint32_t>(length);
+  }
 
  private:
+  std::uint32_t lengthOfName = 0;
+  std::uint32_t lengthOfShortest = 0;
   std::uint64_t serialNumber = 0;
 
   std::uint32_t idWord() const {

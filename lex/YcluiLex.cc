@@ -76,6 +76,7 @@ YWord YcluiLex::popString() {
 
 YWord YcluiLex::more() {
   if (cursor == nullptr || *cursor == '\0') return 0;
+  if (!IsWhiteSpace(*cursor) && *cursor != '#') return 1;
   cursor = SkipWhiteSpace(cursor);
   return cursor == nullptr ? 0 : 1;
 }

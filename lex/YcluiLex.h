@@ -215,6 +215,7 @@ class YQRT_API YcluiLex {
   std::string_view collect(const char* run, const char* end);
   YWord getVariableToken(YcluiToken& token);
   YWord getUnknownWord(YcluiToken& token, std::string_view text, bool announces);
+  YWord readArg(YAttribValue& value, YcluiValueType type);
   YWord getArgumentsOf(YcluiToken& token, const YcluiKeyword* record);
   char* readForm(char* text, YAttribValue& value, YcluiVariableKind& kind, std::uint32_t& index);
   char* readIndex(char* text, YAttribValue& value);

@@ -76,11 +76,12 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
   int n = declared != 0 ? token.argc() - 1 : 0;
   bool done = declared <= n;
   for (;;) {
-    if (!done && more() == 0) {
+    if (more() == 0) {
+      if (done) return -1;
       token.setNeedMore(1);
       return n;
     }
-    if (getNextArg(argument, done ? YcluiValueString : types[n]) == 0) return -1;
+    if (readArg(argument, done ? YcluiValueString : types[n]) == 0) return -1;
     token.setValue(argument, ++n);
     if (declared <= n) {
       token.setNeedMore(0);
@@ -95,7 +96,11 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
 }
 
 YWord YcluiLex::getNextArg(YAttribValue& value, YcluiValueType type) {
-  if (more() == 0) return 0;
+  return more() == 0 ? 0 : readArg(value, type);
+}
+
+// Reads an argument where the cursor stands on its first byte.
+YWord YcluiLex::readArg(YAttribValue& value, YcluiValueType type) {
   const bool variable = OpensVariable(cursor);
   YWord flag = 0;
   switch (type) {

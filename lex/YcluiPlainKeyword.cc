@@ -18,6 +18,7 @@ YcluiPlainKeyword::YcluiPlainKeyword(const char* name, const char* abbreviation,
   abbreviationText = nameBuffer() + RoomFor(name);
   std::memcpy(abbreviationText, abbreviation, RoomFor(abbreviation));
   Ycvl(abbreviationText);
+  setShortestLength(std::strlen(abbreviationText));
 }
 
 unsigned long YcluiPlainKeyword::hashKey() {

@@ -97,7 +97,7 @@ YcluiToken& YcluiToken::operator=(const YcluiKeyword& keyword) {
   type_ = keyword.type();
   makeRoom(static_cast<std::size_t>(keyword.argCount()) + 1);
   argc_ = 1;
-  setArg0(keyword.name());
+  setArg0({keyword.name(), keyword.nameLength()});
   hidden_ = 0;
   hasEcho_ = false;
   previousNode_ = nullptr;

@@ -48,6 +48,12 @@ const char* FiledAs(const YcluiKeyword& record) {
   return abbreviation != nullptr ? abbreviation : record.name();
 }
 
+// Whether the name of the word begins with the text.
+bool Begins(const YcluiKeyword& record, std::string_view text) {
+  return text.size() <= record.nameLength() &&
+         std::memcmp(record.name(), text.data(), text.size()) == 0;
+}
+
 // Gives `use` the key of every text that the word is found under.
 template <class Use>
 void ForEachKey(YcluiKeyword& record, const Use& use) {
@@ -135,14 +141,15 @@ void YcluiWordTable::fold(std::string_view key) const {
 
 // The first stage, and behind it the second if it is wanted.
 YcluiKeyword* YcluiWordTable::findFolded(bool longerToo) const {
-  const char* text = folded.buffer;
-  const std::uint64_t hash = HashOf(text);
+  const std::string_view text(folded.buffer, folded.length);
+  const std::uint64_t hash = HashOf(folded.buffer);
   YcluiKeyword* record = forms.first(FiledKey(hash), [text](const YcluiKeyword& filed) {
-    return std::strcmp(FiledAs(filed), text) == 0;
+    return filed.shortestLength() == text.size() && Begins(filed, text);
   });
   if (record != nullptr || !longerToo) return record;
-  return forms.first(LongerKey(hash),
-                     [text](YcluiKeyword& longer) { return longer.matches(text) != 0; });
+  return forms.first(LongerKey(hash), [text](const YcluiKeyword& longer) {
+    return longer.shortestLength() < text.size() && Begins(longer, text);
+  });
 }
 
 std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {
