@@ -24,11 +24,8 @@ YWord IsKanjiStart(const char* p) {
 }
 
 void YFoldCase(char* text) {
+  YKanjiWalk walk;
   for (char* p = text; *p != '\0'; ++p) {
-    if (*p >= 'A' && *p <= 'Z') {
-      *p = static_cast<char>(*p + ('a' - 'A'));
-    } else if (IsLead(*p) && YIsKanjiTrail(static_cast<unsigned char>(p[1]))) {
-      ++p;
-    }
+    if (walk.next(p) == 0) *p = YLowerCase(*p);
   }
 }

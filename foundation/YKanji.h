@@ -11,7 +11,7 @@
 #include "foundation/YTypes.h"
 
 constexpr bool YIsKanjiLead(unsigned char byte) {
-  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+  return byte >= 0x81 && (byte <= 0x9F || (byte >= 0xE0 && byte <= 0xFC));
 }
 constexpr bool YIsKanjiTrail(unsigned char byte) {
   return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC);
@@ -53,6 +53,11 @@ class YKanjiWalk {
  private:
   bool inCharacter_ = false;
 };
+
+// The lower case of an ASCII capital, and any other byte as it is.
+constexpr char YLowerCase(char byte) {
+  return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+}
 
 // Folds the ASCII capitals of a NUL-terminated text to lower case in place and leaves the bytes of
 // double-byte characters alone.

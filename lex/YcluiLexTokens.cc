@@ -75,6 +75,7 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
   const int declared = static_cast<int>(wanted);
   int n = declared != 0 ? token.argc() - 1 : 0;
   bool done = declared <= n;
+  argument.SetNull();  // a type that reads nothing leaves what is there
   for (;;) {
     if (more() == 0) {
       if (done) return -1;

@@ -31,19 +31,6 @@ void YcluiWordIndex::remove(std::uint64_t key, YcluiKeyword* record) {
   }
 }
 
-// Where the way of a key begins. The upper bits of the product depend on all bits of the key: ids
-// in regular steps are spread too.
-std::size_t YcluiWordIndex::home(std::uint64_t key) const {
-  return ((key >> 1) * 0x9E3779B97F4A7C15U) >> homeShift;
-}
-
-// The slot of the row, or the empty one in which its way ends.
-std::size_t YcluiWordIndex::slotOf(std::uint64_t key) const {
-  std::size_t slot = home(key);
-  while (slots[slot].record != nullptr && slots[slot].key != key) slot = behind(slot);
-  return slot;
-}
-
 // The first that waits for the row moves up.
 void YcluiWordIndex::refill(std::size_t slot) {
   const auto next = waiting.lower_bound({slots[slot].key, 0, nullptr});

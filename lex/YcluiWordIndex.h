@@ -57,9 +57,18 @@ class YcluiWordIndex {
   // A record with two texts of one key waits twice.
   std::multiset<Waiting, std::less<Waiting>, YAllocator<Waiting>> waiting;
 
-  std::size_t home(std::uint64_t key) const;
+  // Where the way of a key begins. The upper bits of the product depend on all bits of the key: ids
+  // in regular steps are spread too.
+  std::size_t home(std::uint64_t key) const {
+    return ((key >> 1) * 0x9E3779B97F4A7C15U) >> homeShift;
+  }
   std::size_t behind(std::size_t slot) const { return (slot + 1) & (slots.size() - 1); }
-  std::size_t slotOf(std::uint64_t key) const;
+  // The slot of the row, or the empty one in which its way ends.
+  std::size_t slotOf(std::uint64_t key) const {
+    std::size_t slot = home(key);
+    while (slots[slot].record != nullptr && slots[slot].key != key) slot = behind(slot);
+    return slot;
+  }
   void refill(std::size_t slot);
   void empty(std::size_t slot);
   void grow();

@@ -13,6 +13,7 @@
 #include <new>
 
 #include "foundation/YErr.h"
+#include "foundation/YKanji.h"
 #include "lex/YcluiAlias.h"
 #include "lex/YcluiArgKeyword.h"
 #include "lex/YcluiPlainKeyword.h"
@@ -109,14 +110,13 @@ YWord YcluiWordTable::delAlias(const char* name) {
 }
 
 YcluiKeyword* YcluiWordTable::find(const char* key) const {
-  fold(key == nullptr ? "" : key);
+  const std::uint64_t hash = fold(key == nullptr ? "" : key);
   // What a name in lower case begins with is in lower case: no word accepts another key.
-  return findFolded(folded == key);
+  return findFolded(hash, folded == key);
 }
 
 YcluiKeyword* YcluiWordTable::findInAnyCase(std::string_view key) const {
-  fold(key);
-  return findFolded(true);
+  return findFolded(fold(key), true);
 }
 
 const char* YcluiWordTable::keyword(std::uint32_t id) const {
@@ -134,15 +134,24 @@ unsigned int YcluiWordTable::hashValue(const void* item) const {
 }
 // NOLINTEND(bugprone-parent-virtual-call)
 
-void YcluiWordTable::fold(std::string_view key) const {
+// Puts the key in lower case into `folded`, as YFoldCase does, and answers the hash of that.
+std::uint64_t YcluiWordTable::fold(std::string_view key) const {
   folded.assign(key.data(), key.size());
-  folded.toLower();
+  std::uint64_t hash = HashOfNothing;
+  for (char* p = folded.buffer; *p != '\0'; ++p) {
+    if (YIsKanjiLead(static_cast<unsigned char>(*p)) && IsKanjiStart(p) != 0 && p[1] != '\0') {
+      hash = NextHash(hash, *p++);
+    } else {
+      *p = YLowerCase(*p);
+    }
+    hash = NextHash(hash, *p);
+  }
+  return hash;
 }
 
 // The first stage, and behind it the second if it is wanted.
-YcluiKeyword* YcluiWordTable::findFolded(bool longerToo) const {
+YcluiKeyword* YcluiWordTable::findFolded(std::uint64_t hash, bool longerToo) const {
   const std::string_view text(folded.buffer, folded.length);
-  const std::uint64_t hash = HashOf(folded.buffer);
   YcluiKeyword* record = forms.first(FiledKey(hash), [text](const YcluiKeyword& filed) {
     return filed.shortestLength() == text.size() && Begins(filed, text);
   });

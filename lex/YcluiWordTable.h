@@ -68,8 +68,8 @@ class YcluiWordTable final : public YDictionary {
   YcluiWordIndex numbered;  // the words by id
   YcluiWordIndex forms;     // by each text that they are found under
 
-  void fold(std::string_view key) const;
-  YcluiKeyword* findFolded(bool longerToo) const;
+  std::uint64_t fold(std::string_view key) const;
+  YcluiKeyword* findFolded(std::uint64_t hash, bool longerToo) const;
   std::uint32_t addWord(YcluiKeyword* record);
   bool keep(YcluiKeyword* record);
   YWord remove(YcluiKeyword* record);

@@ -71,7 +71,7 @@ void YcluiParser::exhaust() {
 }
 
 int YcluiParser::leaveToLoopOutside(const char* text) {
-  if (lexer->more() == 0) return static_cast<int>(cluiWarning(YErrTooDeep));
+  if (lexer->more() == 0) return static_cast<int>(cluiError(YErrTooDeep));
   appendText(text);
   return 0;
 }
@@ -104,7 +104,10 @@ YWord YcluiParser::readToken() {
   const bool begins = workToken->underConstruction() == 0;
   const YWord good = lexer->getNextToken(*workToken);
   // The texts of aliases are not part of the text that the offset speaks of.
-  if (begins && suspendedDepth == outerSuspended) tokenOffset = textBase + lexer->tokenOffset();
+  if (begins && suspendedDepth == outerSuspended) {
+    tokenOffset = textBase + lexer->tokenOffset();
+    expansions = 0;
+  }
   return good;
 }
 
@@ -197,6 +200,8 @@ YWord YcluiParser::expand(const YcluiToken& token) {
     refuseCallback(token);
     return 0;
   }
+  if (expansions >= MostExpansions) return cluiError(YErrTooDeep);
+  ++expansions;
   const YcluiLevels<YString>::Use text(levelTexts);
   text->assign(value->GetString());
   aliasRun = 1;

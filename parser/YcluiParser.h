@@ -63,11 +63,16 @@ class YQRT_API YcluiParser {
  public:
   // How deep `interpret` may be called from commands and callbacks, texts of aliases not counted:
   // those are bounded by the lexer. Behind that, a text is appended when there is unread text, for
-  // a loop outside to read; otherwise it is refused with YErrTooDeep, as YErrWarning.
+  // a loop outside to read; otherwise it is refused with YErrTooDeep, as YErrError.
   static constexpr int MostNestedCommands = 200;
   // How deep playbacks may run inside one another; a further one is refused with YErrTooDeep, as
-  // YErrWarning.
+  // YErrError.
   static constexpr int MostNestedPlaybacks = 64;
+  // How many aliases and references one word of the text given to the outermost `interpret` may
+  // stand for, those in their texts included. A further one is refused with YErrTooDeep, as
+  // YErrError: an alias whose text names it twice ends, although its depth alone would let it go on
+  // for ages.
+  static constexpr int MostExpansions = 200000;
 
   // `context` is the creator's: command templates read it as $c.
   //
@@ -330,6 +335,7 @@ class YQRT_API YcluiParser {
   int suspendedDepth = 0;  // texts that wait for a nested one to be read
   int outerSuspended = 0;  // of these, those that waited when the outermost interpret began
   int playbackDepth = 0;   // loops that read lines of a file
+  int expansions = 0;      // since the last word of the outermost text
   YcluiLevels<YString> levelTexts;  // texts of aliases and commands
 
   // Places in the text of the outermost interpret.
@@ -351,7 +357,9 @@ class YQRT_API YcluiParser {
   static YcluiParser* FirstLive;
   static YcluiParser* LastLive;
 
-  YcluiLineParser* currentFrame() const;
+  YcluiLineParser* currentFrame() const {
+    return frames.isEmpty() != 0 ? nullptr : frames.topSlot();
+  }
   YcluiTokenCtrl tokCallback(YcluiToken& token);
   void refuseCallback(const YcluiToken& token);
   void echoCallback();

@@ -82,10 +82,6 @@ YWord YcluiParser::popFrame() {
   return 0;
 }
 
-YcluiLineParser* YcluiParser::currentFrame() const {
-  return frames.isEmpty() != 0 ? nullptr : frames.topSlot();
-}
-
 // An empty frame over the present syntax; null when there is no memory for it, or when there was
 // none for what reads the tokens.
 YcluiLineParser* YcluiParser::makeFrame(const char* prefix) const {

@@ -86,7 +86,7 @@ YWord YcluiParser::playbackFromLog(const char* path) {
   for (int i = 0; i < playbackFiles.count(); ++i) {
     if (playbackFiles.at(i) == file) return cluiWarning(YErrFileIsPlayed);
   }
-  if (playbackDepth >= MostNestedPlaybacks) return cluiWarning(YErrTooDeep);
+  if (playbackDepth >= MostNestedPlaybacks) return cluiError(YErrTooDeep);
   if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
   const Depth depth(playbackDepth);
   playbackFiles.push(file);
@@ -99,7 +99,7 @@ YWord YcluiParser::playbackFromLog(const char* path) {
 YWord YcluiParser::continuePlayback() {
   if (playbackPaused == 0) return 0;
   const Running scope(*this);
-  if (playbackDepth >= MostNestedPlaybacks) return cluiWarning(YErrTooDeep);
+  if (playbackDepth >= MostNestedPlaybacks) return cluiError(YErrTooDeep);
   const Depth depth(playbackDepth);
   playbackPaused = 0;
   return reentryPlayback(playbackFiles.count());

@@ -58,6 +58,24 @@ TEST(Interpret, CountsAndContinues) {
         "( go{go} | box{$0[0] $$[1]} )", "run answer", rows);
 }
 
+// An alias that names itself twice would be read for ages, although not deeply. It costs the words
+// around it nothing, and another one in the same text as much as the first.
+TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
+  CommandLine line("go x->x_x", "go{go}");
+  line.trace("run");
+  const auto codesOf = [&line](const char* text) {
+    const std::uint64_t before = YErr.count();
+    line.interpret(text);
+    return YErr.count() - before;
+  };
+  const std::uint64_t once = codesOf("go x go");
+  EXPECT_EQ(line.told(), "run(go) run(go)");
+  EXPECT_GT(once, 2U);
+  EXPECT_LE(once, static_cast<std::uint64_t>(YcluiParser::MostExpansions));
+  EXPECT_EQ(codesOf("x x go"), 2 * once);
+  EXPECT_EQ(line.told(), "run(go)");
+}
+
 // While an unfinished token is shown, the echo may change the frame: what is shown is not in its
 // way, and the token goes on.
 TEST(Interpret, AnUnfinishedTokenIsOnlyShown) {

@@ -243,7 +243,7 @@ TEST(Playback, NestingIsBounded) {
   };
   next();
   EXPECT_EQ(level, YcluiParser::MostNestedPlaybacks + 1);
-  EXPECT_EQ(line.told(), "err(2052/2)");
+  EXPECT_EQ(line.told(), "err(2052/3)");
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ TEST(Reentry, DepthIsBounded) {
   line.interpret("a");
   std::string told = line.told();
   EXPECT_EQ(runs, YcluiParser::MostNestedCommands);
-  EXPECT_EQ(told.substr(told.size() - 11), "err(2052/2)");
+  EXPECT_EQ(told.substr(told.size() - 11), "err(2052/3)");
 
   // With text unread it is left to the loops outside, and none is lost.
   runs = 0;
