@@ -16,11 +16,13 @@ std::size_t LengthInUtf8(unsigned char lead) {
   return lead >= 0xC2 && lead <= 0xDF ? 2 : 1;
 }
 
-// The length of what follows an Escape in the manner of all terminals of today, for keys that
-// terminfo does not tell of; 0 when it does not look like that, `open` when it goes on.
+// The length of what begins with an Escape in the manner of all terminals of today, for keys that
+// terminfo does not tell of: keys with a name, and characters with Alt, which must not pass for an
+// Escape. 0 when it does not look like that, `open` when it goes on.
 std::size_t LengthOfUnknown(std::string_view text, bool& open) {
   open = text.size() == 1;
-  if (open || (text[1] != '[' && text[1] != 'O')) return 0;
+  if (open || text[1] < ' ') return 0;
+  if (text[1] != '[' && text[1] != 'O') return 2;
   std::size_t i = 2;
   if (text[1] == '[') {
     while (i < text.size() && text[i] >= 0x20 && text[i] < 0x40) ++i;

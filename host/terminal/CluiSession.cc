@@ -141,6 +141,11 @@ void CluiSession::makeWay() {
   flush();
 }
 
+void CluiSession::lineIs(const char* wholeLine) {
+  field_.takeLine(wholeLine);
+  outcome_ = Outcome::Read;
+}
+
 void CluiSession::commandIsComplete() {
   if (pasting_) return makeWay();
   screen_.show(prompts_.ready, field_.characters());
@@ -187,7 +192,7 @@ void CluiSession::handle(const CluiKey& key) {
 }
 
 void CluiSession::control(char byte) {
-  if (byte == CluiKeyByte::Suspend) return terminal_.stop();
+  if (byte == CluiKeyByte::Suspend) return stop();
   lastKey_ = thisKey_;
   thisKey_ = byte;
   if (!offer(std::string(1, byte))) return;
@@ -195,6 +200,13 @@ void CluiSession::control(char byte) {
   const bool ends =
       byte == CluiKeyByte::Return || byte == CluiKeyByte::Escape || byte == CluiKeyByte::Interrupt;
   if (ends) controlInQuote(byte);
+}
+
+void CluiSession::stop() {
+  screen_.leave();
+  flush();
+  terminal_.stop();
+  terminal_.wasStopped();  // and the line is known to be left
 }
 
 // Nobody wanted the key: perhaps since a quote is open. It is closed then, with a second quote
@@ -222,25 +234,40 @@ void CluiSession::text(const std::string& character) {
 bool CluiSession::offer(const std::string& bytes) {
   const std::string word = field_.word();
   const std::size_t refusals = typing_.refusals();
+  outcome_ = Outcome::None;
   typing_.beginWord(word);
   const bool let = field_.type(bytes);
   typing_.endWord();
-  if (!let && !word.empty() && field_.word().empty()) remember(word, refusals);
+  remember(word, typing_.refusals() != refusals);
   return let;
 }
 
+// --- What is kept of it
+
 // A word that was refused is kept by itself, so that it can be called back and mended.
-void CluiSession::remember(const std::string& word, std::size_t refusalsBefore) {
-  if (typing_.refusals() != refusalsBefore) {
-    history_.add(word);
-  } else {
-    typed_ += (typed_.empty() ? "" : " ") + word;
+void CluiSession::remember(const std::string& word, bool refused) {
+  if (outcome_ == Outcome::None) return;
+  if (outcome_ == Outcome::TakenBack) {
+    if (!typed_.empty()) typed_.pop_back();
+    return;
   }
-  if (commandIsOpen()) return history_.reset();
-  if (!typed_.empty()) history_.add(typed_);
-  typed_.clear();
+  if (refused) {
+    history_.add(word);
+  } else if (!word.empty()) {
+    typed_.push_back(word);
+  }
+  if (outcome_ == Outcome::GivenUp || !commandIsOpen()) keepTyped();
   history_.reset();
 }
+
+void CluiSession::keepTyped() {
+  std::string line;
+  for (const std::string& word : typed_) line.append(line.empty() ? "" : " ").append(word);
+  history_.add(line);
+  typed_.clear();
+}
+
+// --- What keys ask for
 
 void CluiSession::giveUp() {
   YcluiParser* parser = typing_.parser();
@@ -249,6 +276,7 @@ void CluiSession::giveUp() {
   const bool isOpen = parser->tokenIsOpen() != 0 || parser->numberOfToken() > 0;
   parser->dropOpenToken();
   isOpen || parser->nestingDepth() == 1 ? parser->reset() : static_cast<void>(parser->popFrame());
+  outcome_ = Outcome::GivenUp;
 }
 
 // A half-read token is shown, but has not come yet: showing anything else shows the line without.
@@ -261,6 +289,7 @@ void CluiSession::takeBack() {
     parser->pushDummyToken("");
   }
   parser->popToken();
+  outcome_ = Outcome::TakenBack;
 }
 
 // --- Pasting

@@ -4,6 +4,7 @@
 #define HOST_TERMINAL_CLUISESSION_H_
 
 #include <string>
+#include <vector>
 
 #include "host/CluiEncoding.h"
 #include "host/terminal/CluiCapabilities.h"
@@ -48,7 +49,7 @@ class CluiSession {
 
   // What happens meanwhile.
   void makeWay();
-  void lineIs(const char* wholeLine) { field_.takeLine(wholeLine); }
+  void lineIs(const char* wholeLine);
   void wordComes() { wordIsNew_ = true; }
   void commandIsComplete();
   void scriptRuns(const char* text);
@@ -75,7 +76,10 @@ class CluiSession {
   bool leaves_ = false;
   char lastKey_ = '\0';
   char thisKey_ = '\0';
-  std::string typed_;       // of the command under way, for the history
+  // For the history.
+  enum class Outcome { None, Read, GivenUp, TakenBack };
+  Outcome outcome_ = Outcome::None;  // of the key at hand, for the command under way
+  std::vector<std::string> typed_;   // the words of that command
   bool wordIsNew_ = false;  // and has not run anything yet
   bool pasting_ = false;
   std::string pasted_;           // the last line, as far as it has come
@@ -92,10 +96,12 @@ class CluiSession {
 
   void handle(const CluiKey& key);
   void control(char byte);
+  void stop();
   void controlInQuote(char byte);
   void text(const std::string& character);
   bool offer(const std::string& bytes);
-  void remember(const std::string& word, std::size_t refusalsBefore);
+  void remember(const std::string& word, bool refused);
+  void keepTyped();
   bool commandIsOpen();
 
   void paste(const std::string& bytes);
