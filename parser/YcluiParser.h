@@ -26,6 +26,7 @@ using YcluiTokRefuseProc = void (*)(void* word, const YcluiToken& token, std::ui
 using YcluiEchoProc = void (*)(void* word, const char* wholeLine);
 using YcluiSynProc = void (*)(void* word, const char* line, const char* wholeLine);
 using YcluiGoneProc = void (*)(void* word);
+using YcluiWordProc = void (*)(void* word, const char* name);
 
 class YcluiParser;
 using pYcluiParser_Stack = YStack<YcluiParser*>;
@@ -261,6 +262,9 @@ class YQRT_API YcluiParser {
   // Replaces `words` by the distinct words that could come next and begin with `prefix`, in any
   // case of ASCII letters, in the walker's order, those of indefinite nodes behind the others.
   void possibleWords(YString_Array& words, const char* prefix = nullptr) const;
+  // Calls `take` with each of these words in that order, a word once for each node that it comes
+  // from. The function must leave the parser alone.
+  void eachPossibleWord(const char* prefix, YcluiWordProc take, void* word) const;
 
   // Deletion by scripts, also from a command of the parser itself. A condemned parser goes on
   // working until the mortuary is cleaned up. Only a YcluiParser made by new is destroyed there; a

@@ -12,24 +12,17 @@
 
 namespace {
 
-// Keeps the words that begin with a prefix, each once. The names of the dictionary are in lower
-// case, and so is the prefix.
+// Words, each once. Views of the lexer's names, which stay where they are while nothing is added or
+// deleted.
 class DistinctWords {
  public:
-  explicit DistinctWords(const YString& prefix) : prefix_(prefix) {}
-
-  // Nothing for null and for the empty text.
   void add(const char* word) {
-    const bool fits =
-        word != nullptr && *word != '\0' && std::strncmp(word, prefix_.buffer, prefix_.length) == 0;
-    if (fits && seen_.insert(word).second) words_.push_back(word);
+    if (seen_.insert(word).second) words_.push_back(word);
   }
   const std::vector<const char*, YAllocator<const char*>>& words() const { return words_; }
 
  private:
-  const YString& prefix_;
   std::vector<const char*, YAllocator<const char*>> words_;
-  // Views of the lexer's names, which stay where they are while nothing is added or deleted.
   std::unordered_set<std::string_view, std::hash<std::string_view>, std::equal_to<>,
                      YAllocator<std::string_view>>
       seen_;
@@ -86,19 +79,27 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
 }
 
 void YcluiParser::possibleWords(YString_Array& words, const char* prefix) const {
+  DistinctWords distinct;
+  eachPossibleWord(
+      prefix, [](void* word, const char* name) { static_cast<DistinctWords*>(word)->add(name); },
+      &distinct);
   words.resize(0);
+  MakeRoom(words, static_cast<int>(distinct.words().size()));
+  for (const char* name : distinct.words()) words.end().assign(name);
+}
+
+void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void* word) const {
   const YcluiLineParser* frame = currentFrame();
   if (frame == nullptr) return;
   YString folded(prefix);
-  folded.toLower();
-  DistinctWords distinct(folded);
+  folded.toLower();  // as the names of the dictionary are
+  const auto takeWordOf = [&](const YcluiSyntaxNode& node) {
+    const char* name = lexer->keyword(node.tokenId);
+    if (name == nullptr || *name == '\0') return;
+    if (std::strncmp(name, folded.buffer, folded.length) == 0) take(word, name);
+  };
   YcluiSyntaxNodeP_Array nodes;
   frame->possibleNodes(nodes);
-  for (int i = 0; i < nodes.size(); ++i) distinct.add(lexer->keyword(nodes.at(i)->tokenId));
-  for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) {
-    distinct.add(lexer->keyword(i.node()->tokenId));
-  }
-  const int count = static_cast<int>(distinct.words().size());
-  MakeRoom(words, count);
-  for (int i = 0; i < count; ++i) words[i].assign(distinct.words()[static_cast<std::size_t>(i)]);
+  for (int i = 0; i < nodes.size(); ++i) takeWordOf(*nodes.at(i));
+  for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) takeWordOf(*i.node());
 }

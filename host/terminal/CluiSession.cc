@@ -239,7 +239,15 @@ bool CluiSession::offer(const std::string& bytes) {
   const bool let = field_.type(bytes);
   typing_.endWord();
   remember(word, typing_.refusals() != refusals);
+  clearStaleLine();
   return let;
+}
+
+// A command that gives its parser another syntax leaves an empty line that nobody has shown.
+void CluiSession::clearStaleLine() {
+  YcluiParser* parser = typing_.parser();
+  if (outcome_ == Outcome::None || parser == nullptr || commandIsOpen()) return;
+  if (!field_.text().empty() && field_.word().empty()) parser->reset();
 }
 
 // --- What is kept of it

@@ -102,6 +102,7 @@ class CluiSession {
   bool offer(const std::string& bytes);
   void remember(const std::string& word, bool refused);
   void keepTyped();
+  void clearStaleLine();
   bool commandIsOpen();
 
   void paste(const std::string& bytes);

@@ -1,11 +1,7 @@
 #include "host/terminal/CluiTerminalProcedures.h"
 
-#include <strings.h>
-
-#include <algorithm>
-
 #include "foundation/YErr.h"
-#include "foundation/YKanji.h"
+#include "host/terminal/CluiCompletion.h"
 #include "host/terminal/CluiListing.h"
 #include "host/terminal/CluiPrelude.h"
 #include "host/terminal/CluiSession.h"
@@ -76,33 +72,16 @@ void TerminalLeave(std::uint32_t, YStatus&) {
 
 // --- Words that may come
 
-// What all of the words begin with. Not cut inside a character.
-std::string CommonBeginning(const std::vector<std::string>& words) {
-  std::string common = words.front();
-  for (const std::string& word : words) {
-    const auto same = std::mismatch(common.begin(), common.end(), word.begin(), word.end()).first;
-    common.erase(same, common.end());
-  }
-  const int last = static_cast<int>(common.size()) - 1;
-  if (last >= 0 && YCheckKanji(common.c_str(), last) == 1) common.pop_back();
-  return common;
-}
-
 void TerminalComplete(std::uint32_t, YStatus& status) {
   const char* text = Scm::VMEAssertIsAString(2, status, -1);
   if (!YStatusIsGood(status)) return;
   const std::string word = text;
   YcluiParser* parser = PopParser(status);
   if (parser == nullptr) return;
-  const std::vector<std::string> words = CluiCandidates(*parser, word.c_str());
-  // Where an argument is wanted, what comes is no word but says so.
-  const bool isWord = parser->openToken() == nullptr && !words.empty() &&
-                      words.front().size() >= word.size() &&
-                      strncasecmp(words.front().c_str(), word.c_str(), word.size()) == 0;
-  const std::string common = isWord ? CommonBeginning(words) : std::string();
-  if (common.empty()) return PushFalse();
-  if (common == word && words.size() == 1) return Scm::StackPushBoolean(1);
-  Scm::StackPushString(common.c_str());
+  CluiCompletion completion(*parser, word.c_str());
+  if (completion.text().empty()) return PushFalse();
+  if (completion.isWord() && completion.text() == word) return Scm::StackPushBoolean(1);
+  Scm::StackPushString(completion.text().c_str());
 }
 
 void TerminalList(std::uint32_t, YStatus& status) {
