@@ -80,7 +80,7 @@ class CluiSession {
   enum class Outcome { None, Read, GivenUp, TakenBack };
   Outcome outcome_ = Outcome::None;  // of the key at hand, for the command under way
   std::vector<std::string> typed_;   // the words of that command
-  bool wordIsNew_ = false;  // and has not run anything yet
+  bool wordIsNew_ = false;           // and has not run anything yet
   bool pasting_ = false;
   std::string pasted_;           // the last line, as far as it has come
   std::size_t pastedLines_ = 0;  // complete ones of this paste
