@@ -6,8 +6,8 @@
 ;;;                                       the words that can come next
 ;;;
 ;;; This file shows how a language with modes, questions and abbreviations is made out of tables. It
-;;; has five parts: words, commands, modes and their syntax, questions, and words that work
-;;; anywhere. The settings and their checks are in device.scm, what is printed in show.scm.
+;;; has six parts: words, commands, modes and their syntax, questions, words that work anywhere,
+;;; and what a terminal shows. The settings and their checks are in device.scm, what is printed in show.scm.
 
 (load "device.scm")
 (load "show.scm")
@@ -310,7 +310,7 @@
    (command "dns lookup" "(set-to! 'lookup #t)" "asks for the addresses of names")
    (command "dns server:" "(include! 'dns (host-of (arg -1)))" "adds a server for names")
    (command "domain:" "(set-to! 'domain (name-of \"a domain\" (arg -1)))" "names the domain")
-   (command "hostname:" "(set-to! 'hostname (name-of \"a device\" (arg -1)))"
+   (command "hostname:" "(rename! (name-of \"a device\" (arg -1)))"
             "names the device")
    (command "ip forwarding" "(set-to! 'forwarding #t)" "passes packets on")
    (command "ip route: discard" "(add-route! (block -2) #f 1)" "throws packets away")
@@ -343,7 +343,7 @@
    (command "no dns lookup" "(set-to! 'lookup #f)" "does not ask for names")
    (command "no dns server:" "(exclude! 'dns (host-of (arg -1)) (arg -1))" "drops a server")
    (command "no domain" "(set-to! 'domain #f)" "has no domain")
-   (command "no hostname" "(set-to! 'hostname \"router\")" "is called router again")
+   (command "no hostname" "(rename! \"router\")" "is called router again")
    (command "no interface loopback:" "(drop-interface! 'loopback (arg -1))" "drops a loopback")
    (command "no interface vlan:" "(drop-interface! 'vlan (arg -1))" "drops a virtual network")
    (command "no ip forwarding" "(set-to! 'forwarding #f)" "passes nothing on")
@@ -488,7 +488,8 @@
 
 (define (restore!)
   (if (not startup) (refuse "nothing was saved yet"))
-  (set! running startup))
+  (set! running startup)
+  (show-prompt!))
 
 ;;; 3. Modes and their syntax --------------------------------------------------------------------
 ;;;
@@ -514,7 +515,8 @@
   (when (not (eq? new-mode mode))
     (set! mode new-mode)
     (clui-set-syntax parser (syntax-of (assq-ref modes mode) #t))
-    (declare-words-for-anywhere!)))
+    (declare-words-for-anywhere!))
+  (show-prompt!))
 
 (define (leave!) (enter! (if (eq? mode 'config) 'exec 'config)))
 
@@ -581,6 +583,7 @@
 
 (define (reload!)
   (set! running (or startup fresh-settings))
+  (show-prompt!)
   (say "reloaded")
   (if (setting 'banner) (say (setting 'banner))))
 
@@ -662,5 +665,22 @@
     '(("?" . "lists the words that can come next, also within a command")
       ("cancel" . "gives up a half-typed command")
       ("help" . "this list")))))
+
+;;; 6. In a terminal -----------------------------------------------------------------------------
+;;;
+;;; The prompt tells the mode. Escape and Control-C answer a question by `no`.
+
+(define (show-prompt!) (terminal-prompt (string-append (prompt) " ") "... "))
+
+(define (rename! name)
+  (set-to! 'hostname name)
+  (show-prompt!))
+
+(define (escape!)
+  (terminal-drop-word)
+  (if question (answer! #f) (terminal-give-up parser)))
+
+(terminal-key #\esc "(escape!)")
+(terminal-key #\x03 "(escape!)")
 
 (enter! 'exec)

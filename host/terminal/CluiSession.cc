@@ -283,8 +283,20 @@ void CluiSession::giveUp() {
   parser->exhaust();
   const bool isOpen = parser->tokenIsOpen() != 0 || parser->numberOfToken() > 0;
   parser->dropOpenToken();
-  isOpen || parser->nestingDepth() == 1 ? parser->reset() : static_cast<void>(parser->popFrame());
+  if (isOpen || parser->nestingDepth() == 1) {
+    parser->reset();
+  } else {
+    giveUpFrame(*parser);
+  }
   outcome_ = Outcome::GivenUp;
+}
+
+// A command that pushed the frame when it was complete stands below as it was left, and takes no
+// further word.
+void CluiSession::giveUpFrame(YcluiParser& parser) {
+  parser.popFrame();
+  YString_Array words;
+  if (parser.completionList("", words) == 0) parser.reset();
 }
 
 // A half-read token is shown, but has not come yet: showing anything else shows the line without.

@@ -104,6 +104,7 @@ class CluiSession {
   void keepTyped();
   void clearStaleLine();
   bool commandIsOpen();
+  static void giveUpFrame(YcluiParser& parser);
 
   void paste(const std::string& bytes);
   void pasteLine();
