@@ -1,0 +1,213 @@
+// Types into clui in a real terminal, that of tmux, and looks at the screen. The head of
+// drafting.txt tells the form of the rows.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+constexpr std::chrono::seconds Patience(20);
+constexpr std::chrono::milliseconds Pause(10);
+
+// What is done in one go, or what the screen must show then.
+struct Step {
+  char mark;
+  Lines lines;
+};
+
+struct Session {
+  std::string name;
+  std::string language;
+  std::string shell;
+  std::vector<Step> steps;
+};
+
+// Rows are also printed by gtest when they fail.
+void PrintTo(const Session& session, std::ostream* out) {
+  *out << session.language << ", " << session.name;
+}
+
+void ReadSessions(const std::string& language, std::vector<Session>& sessions) {
+  std::ifstream file(SESSIONS "/" + language + ".txt");
+  bool isHead = true;
+  for (std::string line; std::getline(file, line);) {
+    const std::string rest = line.size() > 2 ? line.substr(2) : "";
+    if (line.starts_with("==")) {
+      sessions.push_back({rest.substr(1), language, "clui " + language + ".scm", {}});
+      isHead = false;
+    }
+    if (isHead || line.empty() || line[0] == '=') continue;
+    Session& session = sessions.back();
+    if (line[0] == '$') {
+      session.shell = rest;
+      continue;
+    }
+    const bool goesOn = !session.steps.empty() && session.steps.back().mark == line[0] &&
+                        (line[0] == '|' || line[0] == '"');
+    if (!goesOn) session.steps.push_back({line[0], {}});
+    session.steps.back().lines.push_back(rest);
+  }
+}
+
+std::vector<Session> AllSessions() {
+  std::vector<Session> sessions;
+  for (const char* language : {"drafting", "router"}) ReadSessions(language, sessions);
+  return sessions;
+}
+
+std::string Quoted(const std::string& text) {
+  std::string quoted = "'";
+  for (const char c : text) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+  return quoted + "'";
+}
+
+// What a command prints.
+std::string OutputOf(const std::string& command) {
+  std::string output;
+  FILE* pipe = popen(command.c_str(), "r");
+  char piece[4096];
+  for (std::size_t n = 0; (n = std::fread(piece, 1, sizeof piece, pipe)) > 0;) {
+    output.append(piece, n);
+  }
+  pclose(pipe);
+  return output;
+}
+
+// The lines, without blanks at their ends and empty lines at the end of all.
+Lines LinesOf(const std::string& text) {
+  Lines lines;
+  for (std::size_t from = 0; from < text.size();) {
+    const std::size_t end = std::min(text.find('\n', from), text.size());
+    std::string line = text.substr(from, end - from);
+    line.erase(line.find_last_not_of(' ') + 1);
+    lines.push_back(line);
+    from = end + 1;
+  }
+  while (!lines.empty() && lines.back().empty()) lines.pop_back();
+  return lines;
+}
+
+std::string Joined(const Lines& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+class Terminal : public testing::TestWithParam<Session> {
+ protected:
+  fs::path folder_;
+
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "clui-XXXXXX").string();
+    folder_ = mkdtemp(name.data());
+    fs::copy(EXAMPLES "/" + GetParam().language, folder_);
+    // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
+    put("run",
+        "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0:replace_intrin=0\n"
+        "export HOME=$PWD XDG_STATE_HOME=$PWD/state LC_ALL=C.UTF-8 PS1='$ ' PS2= HISTFILE=\n"
+        "unset PROMPT_COMMAND NO_COLOR\n"
+        "mkdir -p bin && ln -sf " CLUI_PROGRAM " bin/clui && PATH=$PWD/bin:$PATH\n" +
+            GetParam().shell + "\nexec sleep 1000\n");
+  }
+  void TearDown() override {
+    tmux("kill-server");
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+  }
+
+  void put(const std::string& name, const std::string& text) {
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+  }
+  std::string inFolder(const std::string& command) const {
+    return "cd " + Quoted(folder_.string()) + " && { " + command + "\n} 2>&1";
+  }
+  // tmux reads what is typed as UTF-8 whatever the locale of the tests is.
+  std::string tmux(const std::string& words) const {
+    return OutputOf(
+        inFolder("env -u TMUX LC_ALL=C.UTF-8 " TMUX " -u -S socket -f /dev/null " + words));
+  }
+  void start() {
+    tmux("new-session -d -x 80 -y 24 'bash run'");
+    tmux("set -g status off");
+  }
+
+  // The last lines of the screen, as many as are wanted.
+  Lines seen(std::size_t count) const {
+    Lines lines = LinesOf(tmux("capture-pane -p"));
+    if (lines.size() > count) lines.erase(lines.begin(), lines.end() - static_cast<long>(count));
+    return lines;
+  }
+  template <typename Look, typename Wanted>
+  void expect(const Look& look, const Wanted& wanted) {
+    const auto end = std::chrono::steady_clock::now() + Patience;
+    while (look() != wanted && std::chrono::steady_clock::now() < end) {
+      std::this_thread::sleep_for(Pause);
+    }
+    ASSERT_EQ(look(), wanted) << "the screen:\n" << tmux("capture-pane -p");
+  }
+
+  void paste(const Lines& lines) {
+    std::string text = Joined(lines);
+    text.pop_back();
+    put("pasted", text);
+    tmux("load-buffer pasted ';' paste-buffer -p");
+  }
+  void take(const Step& step) {
+    const std::string& line = step.lines.front();
+    switch (step.mark) {
+      case '<':
+        tmux("send-keys -l -- " + Quoted(line));
+        return;
+      case '^':
+        tmux("send-keys " + line);
+        return;
+      case '"':
+        return paste(step.lines);
+      case '%':
+        tmux("resize-window " + line);
+        return;
+      case '!':
+        OutputOf(inFolder(line));
+        return;
+      case '@':
+        return expect([&] { return tmux("display -p '#{cursor_x}'"); }, line + "\n");
+      case '|':
+        return expect([&] { return Joined(seen(step.lines.size())); },
+                      Joined(LinesOf(Joined(step.lines))));
+      default:
+        FAIL() << "no such mark: " << step.mark;
+    }
+  }
+};
+
+TEST_P(Terminal, ShowsWhatItsRowSays) {
+  start();
+  for (const Step& step : GetParam().steps) {
+    take(step);
+    if (HasFatalFailure()) return;
+  }
+}
+
+std::string NameOf(const testing::TestParamInfo<Session>& info) {
+  std::string name = info.param.language + "_";
+  for (const char c : info.param.name)
+    name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Sessions, Terminal, testing::ValuesIn(AllSessions()), NameOf);
+
+}  // namespace
