@@ -4,14 +4,49 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-long PeakMemoryOf(const std::function<void()>& work) {
+#include <cstdio>
+
+#include "bench/peer/Contender.h"
+
+namespace {
+
+void ReadOnce(const ContenderKind& kind, const Language& language, int count) {
+  const std::unique_ptr<Contender> contender = kind.make(language);
+  std::vector<std::string> typed;
+  for (const Line& line : LinesOf(language, Spelling::Whole, count)) {
+    typed.push_back(contender->typed(line));
+  }
+  contender->read(typed);
+}
+
+// In kilobytes; -1 for a contender that is not installed, and when there is no process for it.
+long PeakMemoryOf(const ContenderKind& kind, const Language& language, int lines) {
+  if (kind.make == nullptr) return -1;
+  std::fflush(stdout);
   const pid_t child = fork();
   if (child == 0) {
-    work();
+    ReadOnce(kind, language, lines);
     _exit(0);
   }
   int status = 0;
   rusage usage{};
   if (child < 0 || wait4(child, &status, 0, &usage) != child || status != 0) return -1;
   return usage.ru_maxrss;
+}
+
+}  // namespace
+
+void PrintPeakMemory(const std::vector<int>& sizes, int lines) {
+  std::printf("peak memory beyond that of the loop, kB\n%-26s", "");
+  for (const ContenderKind& kind : ContenderKinds()) std::printf("%20s", kind.name);
+  for (const int size : sizes) {
+    const Language language(size);
+    const long least = PeakMemoryOf(ContenderKinds().front(), language, lines);
+    std::printf("\n%-26d", size);
+    for (const ContenderKind& kind : ContenderKinds()) {
+      const long peak = PeakMemoryOf(kind, language, lines);
+      std::printf("%20s", peak < 0 ? "-" : std::to_string(peak - least).c_str());
+    }
+  }
+  std::printf("\n");
 }

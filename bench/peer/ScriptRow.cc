@@ -45,11 +45,11 @@ PeerWork Calls(int count, Call call) {
 
 }  // namespace
 
-void PrintScriptTable(int calls, int repetitions) {
+double PrintScriptTable(int calls, int repetitions) {
   std::string error;
   if (ScmVM::start(ScmVM::DefaultMemoryLimit, error) == 0) {
     std::printf("\nno script engine: %s\n", error.c_str());
-    return;
+    return 0;
   }
   ScmVM::bindProcedure("zorvane-run", &Run, 2, 0);
   YcluiParser parser;
@@ -66,4 +66,5 @@ void PrintScriptTable(int calls, int repetitions) {
   table.add(Text, SideBySide({Calls(calls, evaluated), Calls(calls, executed), Calls(calls, typed)},
                              calls, repetitions));
   table.print();
+  return table.ratios(1).front();
 }

@@ -91,3 +91,9 @@ std::vector<double> SideTable::column(std::size_t index) const {
   for (const auto& row : rows_) costs.push_back(row.second[index].nanoseconds);
   return costs;
 }
+
+std::vector<double> SideTable::ratios(std::size_t index) const {
+  std::vector<double> all;
+  for (const auto& row : rows_) all.push_back(row.second[index].ratio);
+  return all;
+}

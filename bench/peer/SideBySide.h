@@ -32,8 +32,9 @@ class SideTable {
   // With the ratios in parentheses, and what a unit of the last row costs, divided by that of the
   // first row.
   void print() const;
-  // The nanoseconds of a column, 0 where it has none.
+  // The nanoseconds of a column, and its ratios, 0 where it has none.
   std::vector<double> column(std::size_t index) const;
+  std::vector<double> ratios(std::size_t index) const;
 
  private:
   std::string title_;
