@@ -22,14 +22,16 @@ void CluiLine::restart() {
   charactersOf_ = 0;
 }
 
-void CluiLine::take(std::string& text, std::size_t number) {
+void CluiLine::take(std::string& text, std::size_t number, std::size_t fedBefore) {
   std::swap(now_, before_);
+  fedBefore_ = static_cast<int>(fedBefore);
   now_.text.swap(text);
   now_.number = number;
   last_ = {number, 0, 0, &now_.text};
 }
 
 CluiSpot CluiLine::spotOf(int offset) {
+  offset += fedBefore_;
   if (offset < 0 && before_.number > 0) {
     const std::size_t back = static_cast<std::size_t>(-static_cast<long>(offset));
     const std::size_t length = before_.text.size();

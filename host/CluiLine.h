@@ -21,8 +21,9 @@ class CluiLine {
 
   // Forgets the lines of an earlier input.
   void restart();
-  // Goes on to the line of that number, whose text is taken out of `text`.
-  void take(std::string& text, std::size_t number);
+  // Goes on to the line of that number, whose text is taken out of `text`. So many bytes at its
+  // front were fed before, as a piece of their own.
+  void take(std::string& text, std::size_t number, std::size_t fedBefore = 0);
 
   const std::string& text() const { return now_.text; }
   std::size_t number() const { return now_.number; }
@@ -50,6 +51,7 @@ class CluiLine {
   CluiEncoding& encoding_;
   Fed now_;
   Fed before_;
+  int fedBefore_ = 0;
   CluiSpot last_;
   std::wstring characters_;
   std::size_t charactersOf_ = 0;  // the number of the line that they are

@@ -79,8 +79,11 @@ std::wstring CluiTypeText(unsigned int valueType) {
 }
 
 std::wstring CluiQuoted(const std::wstring& text) {
-  const bool cut = text.size() > QuotedAtMost;
-  return L"\"" + (cut ? text.substr(0, QuotedAtMost) + L"..." : text) + L"\"";
+  std::wstring quoted = L"\"" + text.substr(0, QuotedAtMost);
+  std::replace_if(
+      quoted.begin(), quoted.end(), [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); },
+      L'?');
+  return quoted + (text.size() > QuotedAtMost ? L"...\"" : L"\"");
 }
 
 std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& nearest) {

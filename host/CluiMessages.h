@@ -14,7 +14,7 @@ std::wstring CluiCodeText(unsigned int code);
 // "an integer" and the like for a type of argument.
 std::wstring CluiTypeText(unsigned int valueType);
 
-// In double quotes, and cut when it is too long to be read.
+// In double quotes, cut when it is too long to be read, and with "?" for control characters.
 std::wstring CluiQuoted(const std::wstring& text);
 
 // A word that is in no dictionary; `nearest` may be empty.

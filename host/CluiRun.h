@@ -44,7 +44,7 @@ class CluiRun : public CluiTyping {
 
   YcluiParser* parser() override;
   void beginWord(const std::string& word) override;
-  void endWord() override;
+  void endWord(bool wasSent) override;
   void readLine(std::string& bytes, std::size_t number) override;
   std::size_t refusals() const override { return refused_; }
 
@@ -85,6 +85,7 @@ class CluiRun : public CluiTyping {
   bool ended_ = false;                    // an input ended inside a command
   bool logLost_ = false;                  // not everything could be recorded
   bool unable_ = false;                   // not all input could be read
+  std::string openText_;                  // what was typed of the token that is half read
   std::unique_ptr<CluiSession> session_;  // when somebody types
 
   // CluiRun.cc: the way of the run.

@@ -40,16 +40,19 @@ YcluiParser* CluiRun::parser() {
   return isAlive() ? parser_ : nullptr;
 }
 
-// Without a number: what is typed word by word has no lines.
+// Without a number: what is typed word by word has no lines. The words of one token are one text,
+// in which a fault can be shown.
 void CluiRun::beginWord(const std::string& word) {
-  std::string text = word + " ";
-  line_.take(text, 0);
+  if (parser_->openToken() == nullptr) openText_.clear();
+  std::string text = openText_ + word + " ";
+  line_.take(text, 0, openText_.size());
   refusal_.restart();
   offered_ = {};
   takenBefore_ = taken_;
 }
 
-void CluiRun::endWord() {
+void CluiRun::endWord(bool wasSent) {
+  if (wasSent && isAlive() && parser_->openToken() != nullptr) openText_ = line_.text();
   if (options_.trace) trace_.settle();
   tellCodes();
 }

@@ -44,18 +44,14 @@ CluiScreen::Place CluiScreen::placeOf(std::size_t character) const {
   return place;
 }
 
-// The first character of a row, or of the first one behind it; answers which row that is.
-std::size_t CluiScreen::startOfRow(std::size_t row, std::size_t& character) const {
+// The first character of a row, or of the first one behind it.
+std::size_t CluiScreen::characterAt(std::size_t row) const {
   Place place;
-  character = 0;
-  while (character < shown_.size()) {
-    Place behind = place;
-    step(behind, shown_[character]);
-    if (behind.row >= row) break;
-    place = behind;
-    ++character;
+  for (std::size_t i = 0; i < shown_.size(); ++i) {
+    step(place, shown_[i]);
+    if (place.row >= row) return i;
   }
-  return row;
+  return shown_.size();
 }
 
 // --- Changing what is shown
@@ -85,12 +81,12 @@ void CluiScreen::change(const std::wstring& text, std::size_t same) {
   std::size_t from = same;
   const Place end = cursor_;
   if (!appends) {
-    // The rows above the screen are lost; what is left of the line is drawn from its first row.
+    // The rows above the screen are lost; the line then gets all of the screen anew.
     const std::size_t top = end.row + 1 > height_ ? end.row + 1 - height_ : 0;
-    const std::size_t row = std::max(top, placeOf(same).row);
+    const std::size_t row = top > 0 ? top : placeOf(same).row;
     goToRow(row);
     if (row == top) from = 0;
-    if (row > top) startOfRow(row, from);
+    if (row > top) from = characterAt(row);
     output_ += capabilities_.clearToEnd;
     cursor_ = {row, 0};
   }
@@ -98,7 +94,10 @@ void CluiScreen::change(const std::wstring& text, std::size_t same) {
   if (from == 0) {
     const std::size_t rows = placeOf(shown_.size()).row + 1;
     cursor_ = {};
-    if (rows > height_) cursor_.row = startOfRow(rows - height_, from);
+    if (rows > height_) {
+      cursor_.row = rows - height_;
+      from = characterAt(cursor_.row);
+    }
   }
   drawFrom(from);
 }
@@ -160,7 +159,7 @@ void CluiScreen::goToRow(std::size_t row) {
 
 // Blanks to the edge stay in an empty row, and lead from one that has something into the next.
 void CluiScreen::beginFreshRow() {
-  if (!capabilities_.wraps) return;
+  if (!std::exchange(othersWrote_, false) || !capabilities_.wraps) return;
   output_.append(capabilities_.wrapsLate ? width_ : width_ - 1, ' ');
   output_ += '\r';
   if (canErase()) output_ += capabilities_.clearToEnd;
@@ -183,8 +182,14 @@ void CluiScreen::leave() {
   if (cursor_.column > 0) output_ += NewRow;
 }
 
+void CluiScreen::giveWay() {
+  hide();
+  othersWrote_ = true;
+}
+
 void CluiScreen::print(const std::wstring& text) {
   hide();
+  beginFreshRow();
   std::wstring safe = text;
   std::replace_if(
       safe.begin(), safe.end(), [](wchar_t c) { return c != L'\n' && c != L'\t' && IsControl(c); },

@@ -10,8 +10,8 @@
 
 // A prompt and a line behind it, in as many rows as they need, with the cursor at the end. Nothing
 // is written from here: what has to go to the terminal is collected, and is no more than what has
-// changed. While the line is hidden others may write; when it is shown again it begins in a row of
-// its own, wherever they left the cursor.
+// changed. When others have written, the next thing to be shown begins in a row of its own,
+// wherever they left the cursor.
 //
 // Of a line that is longer than the screen, the rows at the end are kept right.
 class CluiScreen {
@@ -35,8 +35,10 @@ class CluiScreen {
   // Clears all of the screen.
   void clear();
   void ring() { output_ += capabilities_.ring; }
-  // Nothing of what is on the screen is known any more.
-  void forget() { hidden_ = true; }
+  // Hides the line, for others to write behind what has been written so far.
+  void giveWay();
+  // The same, when they have done so already.
+  void forget() { hidden_ = othersWrote_ = true; }
 
   // What is to be written, which is then taken as written.
   std::string takeOutput();
@@ -52,6 +54,7 @@ class CluiScreen {
   std::size_t width_;
   std::size_t height_;
   bool hidden_ = true;
+  bool othersWrote_ = true;    // since it was shown or something printed
   std::wstring shown_;         // prompt and line
   std::size_t promptEnd_ = 0;  // how much of it is the prompt
   Place cursor_;
@@ -60,7 +63,7 @@ class CluiScreen {
   bool canErase() const { return !capabilities_.up.empty() && !capabilities_.clearToEnd.empty(); }
   void step(Place& place, wchar_t c) const;
   Place placeOf(std::size_t character) const;
-  std::size_t startOfRow(std::size_t row, std::size_t& character) const;
+  std::size_t characterAt(std::size_t row) const;
   void goToRow(std::size_t row);
   void beginFreshRow();
   void drawFrom(std::size_t character);

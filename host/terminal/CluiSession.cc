@@ -137,7 +137,7 @@ bool CluiSession::commandIsOpen() {
 // --- What happens meanwhile
 
 void CluiSession::makeWay() {
-  screen_.hide();
+  screen_.giveWay();
   flush();
 }
 
@@ -164,7 +164,7 @@ void CluiSession::scriptRuns(const char* text) {
   const bool alone = parser->numberOfToken() == 1 && parser->nestingDepth() == 1;
   screen_.show(alone ? prompts_.ready : prompts_.open, field_.characters());
   screen_.leave();
-  flush();
+  makeWay();
 }
 
 // --- Keys
@@ -237,7 +237,7 @@ bool CluiSession::offer(const std::string& bytes) {
   outcome_ = Outcome::None;
   typing_.beginWord(word);
   const bool let = field_.type(bytes);
-  typing_.endWord();
+  typing_.endWord(outcome_ == Outcome::Read);
   remember(word, typing_.refusals() != refusals);
   clearStaleLine();
   return let;

@@ -11,10 +11,10 @@ class CluiTyping {
  public:
   // The parser that is typed into, or null when it is no longer there.
   virtual YcluiParser* parser() = 0;
-  // What is told from now on is about a word that is about to be sent to the parser.
+  // What is told from now on is about a word that may be sent to the parser, with a blank.
   virtual void beginWord(const std::string& word) = 0;
   // Tells what has not been told yet.
-  virtual void endWord() = 0;
+  virtual void endWord(bool wasSent) = 0;
   // Reads a whole line, in the encoding of the terminal, the `number`th of those that were pasted.
   virtual void readLine(std::string& bytes, std::size_t number) = 0;
   // How many words and lines have been refused so far.

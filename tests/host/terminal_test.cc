@@ -1,0 +1,285 @@
+// The parts of a terminal that need none: bytes to keys, and a line to bytes for a screen.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+#include "host/CluiWidth.h"
+#include "host/terminal/CluiKeys.h"
+#include "host/terminal/CluiScreen.h"
+
+namespace {
+
+CluiCapabilities Capabilities() {
+  CluiCapabilities to;
+  to.wraps = to.wrapsLate = true;
+  to.up = "\x1B[A";
+  to.clearToEnd = "\x1B[J";
+  to.keys = {{"\x1BOA", CluiSequence::Up},     {"\x1BOB", CluiSequence::Down},
+             {"\x1B[3~", CluiSequence::Other}, {"\x1B[200~", CluiSequence::PasteBegin},
+             {"\x7F", CluiSequence::Erase},    {"\x1B[201~", CluiSequence::PasteEnd}};
+  return to;
+}
+
+// --- Keys
+
+// Each key as a letter for its kind and its bytes, control bytes as numbers.
+std::string Shown(const CluiKey& key) {
+  std::string shown(1, "ctx<p>"[key.kind]);
+  if (key.kind == CluiKey::Control) shown += std::to_string(key.bytes.front());
+  if (key.kind == CluiKey::Text || key.kind == CluiKey::Paste) shown += key.bytes;
+  return shown + " ";
+}
+
+std::string KeysOf(CluiKeys& keys, std::string_view bytes) {
+  std::string shown;
+  CluiKey key;
+  keys.feed(bytes);
+  while (keys.next(key)) shown += Shown(key);
+  return shown;
+}
+
+struct KeyRow {
+  const char* encoding;
+  std::string bytes;
+  const char* keys;
+};
+
+const KeyRow KeyRows[] = {
+    {"UTF-8", "a \r\n\t", "ta t  c13 c13 c9 "},
+    {"UTF-8", "\x1BOA\x1BOB\x10", "c16 c14 c16 "},
+    {"UTF-8", "\x7F\b", "x x "},
+    {"UTF-8", "\x1B[3~\x1B[1;5C\x1BOQa", "ta "},  // keys that mean nothing
+    {"UTF-8",
+     "\x1B"
+     "fa",
+     "ta "},  // a character with Alt
+    {"UTF-8", "\x1B\r\x1B\x1B", "c27 c13 c27 c27 "},
+    {"UTF-8", "\xE8\xA1\xA8\xC2\xA5", "t\xE8\xA1\xA8 t\xC2\xA5 "},
+    {"UTF-8",
+     "\xE8"
+     "a\xFF"
+     "b\xE8\xA1\x03",
+     "t\xE8 ta t\xFF tb t\xE8\xA1 c3 "},
+    {"CP932", "\x95\x5C\xB1", "t\x95\x5C t\xB1 "},
+    {"EUC-JP", "\xC9\xBD\x8E\xB1q", "t\xC9\xBD t\x8E\xB1 tq "},
+    {"UTF-8", "\x1B[200~a\x1B[A\rb\x03\x1B[201~c", "< pa\x1B[A\rb\x03 > tc "},
+};
+
+// Whatever the pieces in which they come, bytes make the same keys; what may be an Escape or the
+// beginning of more is one when time has passed.
+TEST(Keys, ComeOutOfBytes) {
+  const CluiCapabilities capabilities = Capabilities();
+  for (const KeyRow& row : KeyRows) {
+    SCOPED_TRACE(row.keys);
+    CluiEncoding encoding;
+    std::string error;
+    ASSERT_TRUE(encoding.open(row.encoding, error));
+    CluiKeys whole(capabilities, encoding, '\x7F');
+    std::string shown = KeysOf(whole, row.bytes);
+    whole.settle();
+    EXPECT_EQ(shown + KeysOf(whole, ""), row.keys);
+    CluiKeys single(capabilities, encoding, '\x7F');
+    shown.clear();
+    for (const char byte : row.bytes) shown += KeysOf(single, std::string(1, byte));
+    single.settle();
+    shown += KeysOf(single, "");
+    // The pieces of a paste are as they come.
+    for (std::size_t cut; (cut = shown.find(" p", shown.find(" p") + 1)) != std::string::npos;) {
+      shown.erase(cut, 2);
+    }
+    EXPECT_EQ(shown, row.keys);
+  }
+}
+
+TEST(Keys, WaitOnlyWhereMoreMayCome) {
+  const CluiCapabilities capabilities = Capabilities();
+  CluiEncoding encoding;
+  std::string error;
+  ASSERT_TRUE(encoding.open("UTF-8", error));
+  CluiKeys keys(capabilities, encoding, '\x7F');
+  EXPECT_EQ(KeysOf(keys, "a\x1B"), "ta ");
+  EXPECT_TRUE(keys.waits());
+  keys.settle();
+  EXPECT_EQ(KeysOf(keys, ""), "c27 ");
+  EXPECT_FALSE(keys.waits());
+  EXPECT_EQ(KeysOf(keys, "\x1B[200~x\x1B[20"), "< px ");
+  EXPECT_EQ(KeysOf(keys, "2"), "p\x1B[202 ");
+  keys.drop();
+  EXPECT_EQ(KeysOf(keys, "y\x1B[201~\x1B"), "py > ");
+}
+
+// --- A screen
+
+// A terminal of a few rows with all that has scrolled out of it, which knows what the capabilities
+// above name.
+class Emulator {
+ public:
+  Emulator(std::size_t width, std::size_t height) : width_(width), height_(height), rows_(1) {}
+
+  void write(const std::wstring& text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (text[i] != L'\x1B') {
+        put(text[i]);
+      } else {
+        i += 2;
+        if (text[i] == L'A' && row_ > top()) --row_;
+        if (text[i] == L'J') erase();
+      }
+    }
+  }
+  std::vector<std::wstring> rows() const {
+    std::vector<std::wstring> rows = rows_;
+    for (std::wstring& row : rows) row.erase(row.find_last_not_of(L" ") + 1);
+    while (!rows.empty() && rows.back().empty()) rows.pop_back();
+    return rows;
+  }
+  std::size_t row() const { return row_; }
+  std::size_t column() const { return column_; }
+
+ private:
+  static constexpr wchar_t Half = L'\xFFFF';  // the right part of a wide character
+
+  std::size_t width_, height_;
+  std::vector<std::wstring> rows_;
+  std::size_t row_ = 0, column_ = 0;
+
+  std::size_t top() const { return rows_.size() > height_ ? rows_.size() - height_ : 0; }
+  void erase() {
+    rows_[row_].resize(std::min(rows_[row_].size(), column_));
+    for (std::size_t i = row_ + 1; i < rows_.size(); ++i) rows_[i].clear();
+  }
+  void down() {
+    if (++row_ == rows_.size()) rows_.emplace_back();
+  }
+  void put(wchar_t c) {
+    if (c == L'\r') column_ = 0;
+    if (c == L'\n') down();
+    if (c < L' ') return;
+    const auto width = static_cast<std::size_t>(CluiWidthOf(c));
+    if (column_ + width > width_) {
+      down();
+      column_ = 0;
+    }
+    std::wstring& row = rows_[row_];
+    row.resize(std::max(row.size(), column_ + width), L' ');
+    row[column_] = c;
+    if (width == 2) row[column_ + 1] = Half;
+    column_ += width;
+  }
+};
+
+std::wstring Wide(const std::string& bytes) {
+  CluiEncoding encoding;
+  std::string error;
+  encoding.open("UTF-8", error);
+  return encoding.fromUser(bytes);
+}
+
+// After whatever has happened, the last rows are those of a terminal into which only the prompt and
+// the line were written, and so is the cursor. What was printed stands above, nothing else does.
+TEST(Screen, ShowsTheLineWhateverHappens) {
+  std::mt19937 random(7);
+  const auto any = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
+  for (int round = 0; round < 300; ++round) {
+    const std::size_t width = 5 + any(12);
+    const std::size_t height = 2 + any(5);
+    CluiCapabilities capabilities = Capabilities();
+    capabilities.width = static_cast<int>(width);
+    capabilities.height = static_cast<int>(height);
+    if (any(2) == 0) capabilities.colour = capabilities.plain = "\x1B[m";
+    CluiEncoding encoding;
+    std::string error;
+    ASSERT_TRUE(encoding.open("UTF-8", error));
+    CluiScreen screen(capabilities, encoding);
+    Emulator terminal(width, height);
+    std::wstring line;
+    std::vector<std::wstring> printed;
+    bool lost = false;  // rows of the line have scrolled away since something was printed
+    for (int step = 0; step < 30; ++step) {
+      const std::size_t what = any(8);
+      if (what < 4) line += std::wstring(1 + any(4), L"ab\u8868\uFF71"[any(4)]);
+      if (what == 4) line.resize(any(line.size() + 1));
+      if (what == 5) line = std::wstring(any(width * height), L'x');
+      if (what == 6) {
+        printed.emplace_back(L"p" + std::to_wstring(any(100)));
+        screen.print(printed.back());
+      }
+      if (what == 7) {  // somebody else writes, with or without an end of line
+        printed.emplace_back(L"o" + std::to_wstring(any(100)));
+        screen.giveWay();
+        terminal.write(Wide(screen.takeOutput()) + printed.back() + (any(2) == 0 ? L"\r\n" : L""));
+      }
+      const std::wstring prompt = any(4) == 0 ? L"... " : L"> ";
+      screen.show(prompt, line);
+      std::wstring output = Wide(screen.takeOutput());
+      for (std::size_t i = 0; (i = output.find(L'\n', i)) != std::wstring::npos; i += 2) {
+        output.insert(i, 1, L'\r');  // as the terminal's driver does
+      }
+      terminal.write(output);
+
+      Emulator plain(width, 10000);
+      plain.write(prompt + line);
+      std::size_t row = plain.row();
+      std::size_t column = plain.column();
+      if (column == width) row += 1, column = 0;
+      const std::vector<std::wstring> wanted = plain.rows();
+      const std::vector<std::wstring> rows = terminal.rows();
+      ASSERT_EQ(terminal.column(), column);
+      // Rows that the line has lost at the top of the screen are not drawn again.
+      const std::size_t first = row + 1 > height ? row + 1 - height : 0;
+      ASSERT_GE(terminal.row() + first, row);
+      for (std::size_t i = first; i < wanted.size(); ++i) {
+        const std::size_t at = terminal.row() + i - row;
+        ASSERT_EQ(at < rows.size() ? rows[at] : L"", wanted[i]) << "round " << round;
+      }
+      ASSERT_LE(rows.size(), terminal.row() + 1);
+      lost = first > 0 || (lost && what < 6);
+      if (lost || printed.empty()) continue;
+      ASSERT_EQ(rows[terminal.row() - row - 1], printed.back()) << "round " << round;
+    }
+  }
+}
+
+TEST(Screen, AppendsWithoutDrawingAgain) {
+  const CluiCapabilities capabilities = Capabilities();
+  CluiEncoding encoding;
+  std::string error;
+  ASSERT_TRUE(encoding.open("UTF-8", error));
+  CluiScreen screen(capabilities, encoding);
+  screen.show(L"> ", L"abc");
+  screen.takeOutput();
+  screen.show(L"> ", L"abcd");
+  EXPECT_EQ(screen.takeOutput(), "d");
+  screen.show(L"> ", L"abcd\x1B");
+  EXPECT_EQ(screen.takeOutput(), "?");
+}
+
+// Without any capability a change is drawn over the row, or in a row of its own.
+TEST(Screen, DoesWithoutCapabilities) {
+  CluiCapabilities none;
+  none.width = 10;
+  CluiEncoding encoding;
+  std::string error;
+  ASSERT_TRUE(encoding.open("UTF-8", error));
+  const struct {
+    const wchar_t *before, *after;
+    const char* output;
+  } rows[] = {
+      {L"abc", L"ab", "\r> ab \r> ab"},
+      {L"abc", L"axyz", "\r> axyz"},
+      {L"abcdefghijk", L"abc", "\r\n> abc"},
+      {L"abc", L"abc", ""},
+  };
+  for (const auto& row : rows) {
+    CluiScreen screen(none, encoding);
+    screen.show(L"> ", row.before);
+    screen.takeOutput();
+    screen.show(L"> ", row.after);
+    EXPECT_EQ(screen.takeOutput(), row.output) << row.output;
+  }
+}
+
+}  // namespace
