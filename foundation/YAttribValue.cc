@@ -37,16 +37,6 @@ YAttribValue::YAttribValue(YAttribValue&& other) noexcept : YAttribValue() {
 
 YAttribValue::~YAttribValue() = default;
 
-YAttribValue& YAttribValue::operator=(const YAttribValue& other) {
-  tag = other.tag;
-  if (tag == YAttribString) {
-    string_.assign(other.string_);
-  } else {
-    std::memmove(&double_, &other.double_, sizeof double_);
-  }
-  return *this;
-}
-
 YAttribValue& YAttribValue::operator=(YAttribValue&& other) noexcept {
   tag = other.tag;
   if (tag == YAttribString) {
@@ -55,20 +45,6 @@ YAttribValue& YAttribValue::operator=(YAttribValue&& other) noexcept {
     std::memmove(&double_, &other.double_, sizeof double_);
   }
   return *this;
-}
-
-void YAttribValue::SetNull() {
-  tag = YAttribNull;
-}
-
-void YAttribValue::SetLong(std::int32_t value) {
-  tag = YAttribLong;
-  long_ = value;
-}
-
-void YAttribValue::SetDouble(double value) {
-  tag = YAttribDouble;
-  double_ = value;
 }
 
 void YAttribValue::SetPoint(std::int32_t x, std::int32_t y) {
@@ -80,23 +56,6 @@ void YAttribValue::SetPoint(std::int32_t x, std::int32_t y) {
 void YAttribValue::SetString(const char* text) {
   tag = YAttribString;
   string_.assign(text);
-}
-
-void YAttribValue::SetString(const char* text, unsigned long n) {
-  tag = YAttribString;
-  string_.assign(text, n);
-}
-
-std::int32_t YAttribValue::GetLong() const {
-  return tag == YAttribLong ? long_ : 0;
-}
-
-double YAttribValue::GetDouble() const {
-  return tag == YAttribDouble ? double_ : 0;
-}
-
-const char* YAttribValue::GetString() const {
-  return tag == YAttribString ? string_.buffer : "";
 }
 
 std::int32_t YAttribValue::GetLong(YStatus& status) const {

@@ -3,6 +3,8 @@
 #ifndef FOUNDATION_YATTRIBVALUE_H_
 #define FOUNDATION_YATTRIBVALUE_H_
 
+#include <cstring>
+
 #include "foundation/YStatus.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
@@ -30,20 +32,37 @@ class YQRT_API YAttribValue {
   YAttribValue(YAttribValue&& other) noexcept;
   ~YAttribValue();
 
-  YAttribValue& operator=(const YAttribValue& other);
+  YAttribValue& operator=(const YAttribValue& other) {
+    tag = other.tag;
+    if (tag == YAttribString) {
+      string_.assign(other.string_);
+    } else {
+      std::memmove(&double_, &other.double_, sizeof double_);
+    }
+    return *this;
+  }
   YAttribValue& operator=(YAttribValue&& other) noexcept;
 
-  void SetNull();
-  void SetLong(std::int32_t value);
-  void SetDouble(double value);
+  void SetNull() { tag = YAttribNull; }
+  void SetLong(std::int32_t value) {
+    tag = YAttribLong;
+    long_ = value;
+  }
+  void SetDouble(double value) {
+    tag = YAttribDouble;
+    double_ = value;
+  }
   void SetPoint(std::int32_t x, std::int32_t y);
   void SetString(const char* text);  // copies; null gives an empty string
-  void SetString(const char* text, unsigned long n);
+  void SetString(const char* text, unsigned long n) {
+    tag = YAttribString;
+    string_.assign(text, n);
+  }
 
   // The value, for a caller that has tested the tag. With another tag the answer is 0, the empty
   // text for GetString, and bit 0 of the status is cleared; otherwise the status is set good.
-  std::int32_t GetLong() const;
-  double GetDouble() const;
+  std::int32_t GetLong() const { return tag == YAttribLong ? long_ : 0; }
+  double GetDouble() const { return tag == YAttribDouble ? double_ : 0; }
   std::int32_t GetLong(YStatus& status) const;
   double GetDouble(YStatus& status) const;
   std::int32_t GetPointX(YStatus& status) const;
@@ -51,7 +70,7 @@ class YQRT_API YAttribValue {
   // A pointer into the value, good until the value changes.
   const char* GetString(YStatus& status) const;
   // The same without a status: the text of a string value, else the empty text.
-  const char* GetString() const;
+  const char* GetString() const { return tag == YAttribString ? string_.buffer : ""; }
 
  private:
   union {

@@ -44,22 +44,6 @@ void GrowFor(YString& s, unsigned long length) {
   Reallocate(s, std::max(length + 1, doubled));
 }
 
-// Makes room for `n` bytes more, and answers where `text` is then: it may lie in the string.
-const char* GrowToAppend(YString& s, const char* text, unsigned long n) {
-  // As numbers: `text` may point anywhere.
-  const std::uintptr_t offset =
-      reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(s.buffer);
-  const bool inside = offset < s.capacity;
-  if (n > LongestRoom) YOutOfMemory();
-  GrowFor(s, s.length + n);
-  return inside ? s.buffer + offset : text;
-}
-
-void SetLength(YString& s, unsigned long length) {
-  s.length = static_cast<std::uint32_t>(length);
-  if (s.capacity != 0) s.buffer[length] = '\0';
-}
-
 template <class Integer>
 YString& AppendInteger(YString& s, Integer value) {
   char digits[YNumberRoom];
@@ -115,35 +99,32 @@ YWord YString::assign(const char* text) {
   return assign(text, LengthOf(text));
 }
 
-YWord YString::assign(const char* text, unsigned long n) {
+YWord YString::assignAnew(const char* text, unsigned long n) {
   if (text == nullptr) n = 0;
-  if (n < capacity) {
-    std::memmove(buffer, TextOf(text), n);
-  } else if (n > 0) {
+  if (n > 0) {
     if (n >= LongestRoom) YOutOfMemory();
     YString fresh;
     Reallocate(fresh, n + 1);
     std::swap(*this, fresh);
     std::memcpy(buffer, text, n);  // `text` may lie in the old buffer, which `fresh` holds
   }
-  SetLength(*this, n);
+  setLength(n);
   return 1;
-}
-
-YWord YString::assign(const YString& other) {
-  return assign(other.buffer, other.length);
 }
 
 YWord YString::concat(const char* text) {
   return concat(text, LengthOf(text));
 }
 
-YWord YString::concat(const char* text, unsigned long n) {
-  if (text == nullptr || n == 0) return 1;
-  if (n >= capacity - length) text = GrowToAppend(*this, text, n);
-  std::memmove(buffer + length, text, n);
-  SetLength(*this, length + n);
-  return 1;
+// Makes room for `n` bytes more, and answers where `text` is then: it may lie in the string.
+const char* YString::growToAppend(const char* text, unsigned long n) {
+  // As numbers: `text` may point anywhere.
+  const std::uintptr_t offset =
+      reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(buffer);
+  const bool inside = offset < capacity;
+  if (n > LongestRoom) YOutOfMemory();
+  GrowFor(*this, length + n);
+  return inside ? buffer + offset : text;
 }
 
 YString& YString::operator<<(const char* text) {
@@ -159,7 +140,7 @@ YString& YString::operator<<(const YString& text) {
 YString& YString::operator<<(char byte) {
   GrowFor(*this, length + 1UL);
   buffer[length] = byte;
-  SetLength(*this, length + 1UL);
+  setLength(length + 1UL);
   return *this;
 }
 
@@ -196,10 +177,6 @@ YWord YString::expand(unsigned long n) {
 YWord YString::expandDelta(unsigned long n) {
   if (n > LongestRoom) YOutOfMemory();
   return expand(capacity + n);
-}
-
-void YString::truncate(std::uint32_t n) {
-  if (n < length) SetLength(*this, n);
 }
 
 int YString::index(char ch, int from) const {

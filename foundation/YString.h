@@ -3,6 +3,8 @@
 #ifndef FOUNDATION_YSTRING_H_
 #define FOUNDATION_YSTRING_H_
 
+#include <cstring>
+
 #include "foundation/YTypes.h"
 
 // A growable text of bytes, NUL-terminated. Double-byte characters are two bytes of it.
@@ -35,14 +37,25 @@ class YQRT_API YString {
   // Replace the text, in the memory that is there when it is large enough. Null empties the string.
   // The source may lie inside the string itself.
   YWord assign(const char* text);
-  YWord assign(const char* text, unsigned long n);
-  YWord assign(const YString& other);
+  YWord assign(const char* text, unsigned long n) {
+    if (text == nullptr || n >= capacity) return assignAnew(text, n);
+    std::memmove(buffer, text, n);
+    setLength(n);
+    return 1;
+  }
+  YWord assign(const YString& other) { return assign(other.buffer, other.length); }
 
   // Append behind `length`. The buffer may move, so a caller that keeps a position keeps it as an
   // offset. Room grows by doubling: appending is linear in what is appended. The source may lie
   // inside the string.
   YWord concat(const char* text);
-  YWord concat(const char* text, unsigned long n);
+  YWord concat(const char* text, unsigned long n) {
+    if (text == nullptr || n == 0) return 1;
+    if (n >= capacity - length) text = growToAppend(text, n);
+    std::memmove(buffer + length, text, n);
+    setLength(length + n);
+    return 1;
+  }
 
   YString& operator<<(const char* text);
   YString& operator<<(const YString& text);
@@ -59,7 +72,9 @@ class YQRT_API YString {
   YWord expandDelta(unsigned long n);
 
   // Cuts the text to its first `n` bytes, keeping the room. Nothing happens when it is no longer.
-  void truncate(std::uint32_t n);
+  void truncate(std::uint32_t n) {
+    if (n < length) setLength(n);
+  }
 
   // The position of the first `ch` at or behind `from`, or -1.
   int index(char ch, int from) const;
@@ -76,6 +91,16 @@ class YQRT_API YString {
 
   // The spare character of operator[].
   static char _out_range_rescue;
+
+ private:
+  // What the present room is too small for.
+  YWord assignAnew(const char* text, unsigned long n);
+  const char* growToAppend(const char* text, unsigned long n);
+
+  void setLength(unsigned long n) {
+    length = static_cast<std::uint32_t>(n);
+    if (capacity != 0) buffer[n] = '\0';
+  }
 };
 
 // Comparison of the texts up to their NUL, answering 1 or 0. Null counts as the empty text.

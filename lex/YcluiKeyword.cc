@@ -41,10 +41,6 @@ YcluiKeyword::~YcluiKeyword() {
   delete[] nameBuffer();
 }
 
-const char* YcluiKeyword::name() const {
-  return TextOf(key);
-}
-
 unsigned long YcluiKeyword::hashKey() {
   return YHashText(name());
 }

@@ -23,7 +23,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
   YcluiKeyword& operator=(const YcluiKeyword&) = delete;
   ~YcluiKeyword() override;
 
-  const char* name() const;
+  const char* name() const { return key == nullptr ? "" : static_cast<const char*>(key); }
   std::uint32_t id() const { return idWord() & 0xffffff; }
   YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
   // The length of the name, and that of the shortest text that the word is found under: its

@@ -74,9 +74,8 @@ YWord YcluiLex::popString() {
   return 1;
 }
 
-YWord YcluiLex::more() {
+YWord YcluiLex::seek() {
   if (cursor == nullptr || *cursor == '\0') return 0;
-  if (!IsWhiteSpace(*cursor) && *cursor != '#') return 1;
   cursor = SkipWhiteSpace(cursor);
   return cursor == nullptr ? 0 : 1;
 }

@@ -65,7 +65,11 @@ class YQRT_API YcluiLex {
   YWord pushString(const char* text);
   YWord popString();
   // 1 when another token can be read. Moves the cursor behind white space and comments.
-  YWord more();
+  YWord more() {
+    // An ASCII byte that can only begin a token needs no search for one.
+    if (cursor != nullptr && *cursor > ' ' && *cursor != '#') return 1;
+    return seek();
+  }
 
   // Places in the present text, in bytes from the start of what the last setString was given, what
   // putString appended counted on: where the last getNextToken began to read, and where the next
@@ -215,6 +219,7 @@ class YQRT_API YcluiLex {
   std::string_view collect(const char* run, const char* end);
   YWord getVariableToken(YcluiToken& token);
   YWord getUnknownWord(YcluiToken& token, std::string_view text, bool announces);
+  YWord seek();
   YWord readArg(YAttribValue& value, YcluiValueType type);
   YWord getArgumentsOf(YcluiToken& token, const YcluiKeyword* record);
   char* readForm(char* text, YAttribValue& value, YcluiVariableKind& kind, std::uint32_t& index);

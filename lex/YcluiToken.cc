@@ -152,10 +152,6 @@ void YcluiToken::setArgC(std::uint32_t count) {
   resizeArgs(count);
 }
 
-void YcluiToken::resizeArgs(std::uint32_t count) {
-  if (args.size() < count) args.resize(count);
-}
-
 YWord YcluiToken::setValue(const YAttribValue& value, int index) {
   if (index < 0) return 0;
   resizeArgs(static_cast<std::uint32_t>(index) + 1);
@@ -182,11 +178,4 @@ void YcluiToken::extendWholeStr() const {
       AppendValue(wholeStr, args[static_cast<std::size_t>(wholeWritten)]);
     }
   }
-}
-
-// Has room for `count` arguments. Too little room is given up, with what it held.
-void YcluiToken::makeRoom(std::size_t count) {
-  if (args.size() >= count) return;
-  args.clear();
-  args.resize(count);
 }

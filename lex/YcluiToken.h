@@ -120,7 +120,9 @@ class YQRT_API YcluiToken {
   void setArg0(std::string_view word);
   // Sets the number of arguments; the whole text stays that of before.
   void setArgC(std::uint32_t count);
-  void resizeArgs(std::uint32_t count);
+  void resizeArgs(std::uint32_t count) {
+    if (args.size() < count) args.resize(count);
+  }
   // Sets an argument, which becomes the last one: further ones are cut off. 0 for a negative index.
   YWord setValue(const YAttribValue& value, int index);
   // The whole text is from now on that of the arguments of this moment. It is written when it is
@@ -128,7 +130,13 @@ class YQRT_API YcluiToken {
   void recreateWholeStr();
 
   void extendWholeStr() const;
-  void makeRoom(std::size_t count);
+  // Has room for `count` arguments. Too little room is given up, with what it held.
+  void makeRoom(std::size_t count) {
+    if (args.size() < count) {
+      args.clear();
+      args.resize(count);
+    }
+  }
 
   YcluiTokenType type_ = YcluiTokenKeyword;
   std::uint32_t id_ = YcluiIdNone;

@@ -260,9 +260,9 @@ void YcluiParser::refuseCallback(const YcluiToken& token) {
 }
 
 void YcluiParser::echoCallback() {
+  if (echoEnabled == 0 || (echoProc == nullptr && sysEchoProc == nullptr)) return;
   YcluiLineParser* frame = currentFrame();
-  if (frame == nullptr || echoEnabled == 0) return;
-  if (echoProc == nullptr && sysEchoProc == nullptr) return;
+  if (frame == nullptr) return;
   const Running scope(*this);
   const TextUse use(*frame);
   const char* whole = frame->wholeLine();
@@ -271,8 +271,9 @@ void YcluiParser::echoCallback() {
 }
 
 void YcluiParser::synCallback() {
+  if (synProc == nullptr && sysSynProc == nullptr) return;
   YcluiLineParser* frame = currentFrame();
-  if (frame == nullptr || (synProc == nullptr && sysSynProc == nullptr)) return;
+  if (frame == nullptr) return;
   const TextUse use(*frame);
   const char* line = frame->currentLine();
   const char* whole = frame->wholeLine();
