@@ -116,15 +116,14 @@ YWord YString::concat(const char* text) {
   return concat(text, LengthOf(text));
 }
 
-// Makes room for `n` bytes more, and answers where `text` is then: it may lie in the string.
-const char* YString::growToAppend(const char* text, unsigned long n) {
+YWord YString::appendAnew(const char* text, unsigned long n) {
   // As numbers: `text` may point anywhere.
   const std::uintptr_t offset =
       reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(buffer);
   const bool inside = offset < capacity;
   if (n > LongestRoom) YOutOfMemory();
   GrowFor(*this, length + n);
-  return inside ? buffer + offset : text;
+  return concat(inside ? buffer + offset : text, n);
 }
 
 YString& YString::operator<<(const char* text) {

@@ -51,7 +51,7 @@ class YQRT_API YString {
   YWord concat(const char* text);
   YWord concat(const char* text, unsigned long n) {
     if (text == nullptr || n == 0) return 1;
-    if (n >= capacity - length) text = growToAppend(text, n);
+    if (n >= capacity - length) return appendAnew(text, n);
     std::memmove(buffer + length, text, n);
     setLength(length + n);
     return 1;
@@ -95,7 +95,7 @@ class YQRT_API YString {
  private:
   // What the present room is too small for.
   YWord assignAnew(const char* text, unsigned long n);
-  const char* growToAppend(const char* text, unsigned long n);
+  YWord appendAnew(const char* text, unsigned long n);
 
   void setLength(unsigned long n) {
     length = static_cast<std::uint32_t>(n);
