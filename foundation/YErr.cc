@@ -3,7 +3,7 @@
 constinit YErrManager YErr;
 
 void YErrManager::pushError(unsigned int code, YErrSeverity severity) {
-  entries_[count_ % Kept] = {code, severity};
+  entries_[count_ % YcluiKeptErrors] = {code, severity};
   ++count_;
   if (listener_ == nullptr || listening_) return;
   listening_ = true;
@@ -27,9 +27,9 @@ void YErrManager::setListener(YErrListener listener, void* word) {
 }
 
 const YErrManager::Entry* YErrManager::entry(int index) const {
-  if (index < 0 || index >= Kept) return nullptr;
+  if (index < 0 || index >= YcluiKeptErrors) return nullptr;
   const std::uint64_t back = static_cast<std::uint64_t>(index);
-  return back < count_ ? &entries_[(count_ - 1 - back) % Kept] : nullptr;
+  return back < count_ ? &entries_[(count_ - 1 - back) % YcluiKeptErrors] : nullptr;
 }
 
 YWord cluiNote(unsigned int code) {

@@ -5,6 +5,7 @@
 
 #include "foundation/YErrCodes.h"
 #include "foundation/YTypes.h"
+#include "foundation/YcluiLimits.h"
 
 enum YErrSeverity : std::uint32_t {
   YErrNote = 1,     // something odd in a walk that still goes on
@@ -16,15 +17,12 @@ enum YErrSeverity : std::uint32_t {
 // Called for each error as it is recorded, with the word given to setListener.
 using YErrListener = void (*)(void* word, unsigned int code, YErrSeverity severity);
 
-// Keeps the last 256 errors and the number of all. Nothing in the system clears it.
+// Keeps the last YcluiKeptErrors errors and the number of all. Nothing in the system clears it.
 //
 // Not every failure records a code: a refused token, for instance, records none. To tell whether an
 // operation recorded one, compare count() from before with count() behind it.
 class YQRT_API YErrManager {
  public:
-  // How many entries are kept.
-  static constexpr int Kept = 256;
-
   void pushError(unsigned int code, YErrSeverity severity);
 
   // The code and the severity of a recorded error, 0 being the latest. For an index that is
@@ -45,7 +43,7 @@ class YQRT_API YErrManager {
     YErrSeverity severity;
   };
 
-  Entry entries_[Kept] = {};
+  Entry entries_[YcluiKeptErrors] = {};
   std::uint64_t count_ = 0;
   YErrListener listener_ = nullptr;
   void* listenerWord_ = nullptr;

@@ -17,7 +17,7 @@ YAttribValue* YcluiArrayVariable::elements() {
 }
 
 YWord YcluiArrayVariable::growTo(std::uint32_t n) {
-  if (n > YcluiMaxElements) return 0;
+  if (n > YcluiMostElements) return 0;
   if (n > elementCount()) values_.resize(n);
   return 1;
 }

@@ -11,7 +11,8 @@
 // An element that nothing has set is a null value. The array never shrinks.
 class YcluiArrayVariable : public YcluiVariable {
  public:
-  // Copies the values. `values` may be null when `count` is 0; `count` is at most YcluiMaxElements.
+  // Copies the values. `values` may be null when `count` is 0; `count` is at most
+  // YcluiMostElements.
   YcluiArrayVariable(const char* name, std::uint32_t count, const YAttribValue* values);
 
   std::uint32_t elementCount() const override;

@@ -13,7 +13,7 @@ const char* TextOf(const void* text) {
 }
 
 void* IdWord(std::uint32_t id, YcluiTokenType type) {
-  const std::uint32_t word = (id & 0xffffff) | ((static_cast<std::uint32_t>(type) & 15) << 24);
+  const std::uint32_t word = (id & YcluiIdMask) | ((static_cast<std::uint32_t>(type) & 15) << 24);
   return reinterpret_cast<void*>(static_cast<std::uintptr_t>(word));
 }
 

@@ -4,6 +4,7 @@
 #define LEX_YCLUIKEYWORD_H_
 
 #include "foundation/YTypes.h"
+#include "foundation/YcluiLimits.h"
 #include "lex/YcluiToken.h"
 #include "platform/general/YDictionary.h"
 
@@ -24,7 +25,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
   ~YcluiKeyword() override;
 
   const char* name() const { return key == nullptr ? "" : static_cast<const char*>(key); }
-  std::uint32_t id() const { return idWord() & 0xffffff; }
+  std::uint32_t id() const { return idWord() & YcluiIdMask; }
   YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
   // The length of the name, and that of the shortest text that the word is found under: its
   // abbreviation if it has one, else the name.

@@ -59,7 +59,7 @@ void YcluiLex::reset() {
 // An exhausted text waits as one that has been read to its end.
 YWord YcluiLex::pushString(const char* text) {
   if (!usable()) return 0;
-  if (bufferStack.count() >= MaxSuspended) return cluiError(YErrTooDeep);
+  if (bufferStack.count() >= YcluiMostSuspendedTexts) return cluiError(YErrTooDeep);
   std::uint32_t offset = cursorOffset();
   bufferStack.extend().exchange(lineBuffer, offset);
   return setString(text);

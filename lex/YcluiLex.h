@@ -8,6 +8,7 @@
 #include "foundation/YAttribValue.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
+#include "foundation/YcluiLimits.h"
 #include "lex/YcluiKeyword.h"
 #include "lex/YcluiLexBuffer.h"
 #include "lex/YcluiToken.h"
@@ -39,11 +40,6 @@ class YcluiWordTable;
 // allocating.
 class YQRT_API YcluiLex {
  public:
-  // The most texts that can be suspended at a time.
-  static constexpr int MaxSuspended = 200;
-  // The most variable forms that can stand in each other's index.
-  static constexpr int MaxIndexNesting = 200;
-
   YcluiLex();
   YcluiLex(const YcluiLex&) = delete;
   YcluiLex& operator=(const YcluiLex&) = delete;
@@ -60,8 +56,8 @@ class YQRT_API YcluiLex {
   // Drops the unread text.
   void reset();
   // Suspends the text and starts another one; popString goes on with it exactly where it stood.
-  // Neither copies the suspended text. pushString answers 0 with YErrTooDeep when MaxSuspended
-  // texts are suspended, popString 0 when none is; nothing changes then.
+  // Neither copies the suspended text. pushString answers 0 with YErrTooDeep when
+  // YcluiMostSuspendedTexts are suspended, popString 0 when none is; nothing changes then.
   YWord pushString(const char* text);
   YWord popString();
   // 1 when another token can be read. Moves the cursor behind white space and comments.
@@ -129,7 +125,7 @@ class YQRT_API YcluiLex {
   // Set a variable, or make it: a simple one; one element of an array; the first `count` elements
   // of an array, whose further elements stay. Answer 0 without a code when the variable is of the
   // other kind, and with YErrOutsideArray, severity YErrWarning, when the array would get more than
-  // YcluiMaxElements elements. The values must not be elements of the variable that is set.
+  // YcluiMostElements elements. The values must not be elements of the variable that is set.
   YWord addVariable(const char* name, const YAttribValue& value);
   YWord addVariable(const char* name, const YAttribValue& value, std::uint32_t index);
   YWord addVariable(const char* name, std::uint32_t count, const YAttribValue* values);

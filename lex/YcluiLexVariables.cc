@@ -33,7 +33,7 @@ char* Behind(char* p, char closing, YAttribValue& value) {
 // Sets an element, making the array longer as needed. False, and nothing happens, when it would be
 // longer than an array can be.
 bool SetElement(YcluiVariable& array, std::uint32_t index, const YAttribValue& value) {
-  if (index >= YcluiMaxElements) return false;
+  if (index >= YcluiMostElements) return false;
   array.growTo(index + 1);
   *array.element(index) = value;
   return true;
@@ -87,7 +87,7 @@ char* YcluiLex::readForm(char* text, YAttribValue& value, YcluiVariableKind& kin
 
 char* YcluiLex::readIndex(char* text, YAttribValue& value) {
   if (!OpensVariable(text)) return GetInteger(text, value);
-  if (indexNesting == MaxIndexNesting) return Refuse(value, YErrTooDeep);
+  if (indexNesting == YcluiMostIndexNesting) return Refuse(value, YErrTooDeep);
   ++indexNesting;
   char* next = GetIntVariable(text, value);
   --indexNesting;
@@ -146,7 +146,7 @@ char* YcluiLex::GetIntVariable(char* text, YAttribValue& value) {
 YWord YcluiLex::NewVariable(YAttribValue& value, const char* name, YcluiVariableKind kind,
                             std::uint32_t index) {
   if (!usable()) return 0;
-  if (kind == YcluiVariableArray && index >= YcluiMaxElements) {
+  if (kind == YcluiVariableArray && index >= YcluiMostElements) {
     value.SetNull();
     return cluiError(YErrOutsideArray);
   }
@@ -186,7 +186,7 @@ YWord YcluiLex::addVariable(const char* name, const YAttribValue& value) {
 
 YWord YcluiLex::addVariable(const char* name, const YAttribValue& value, std::uint32_t index) {
   if (!usable()) return 0;
-  if (index >= YcluiMaxElements) return cluiWarning(YErrOutsideArray);
+  if (index >= YcluiMostElements) return cluiWarning(YErrOutsideArray);
   YcluiVariable* array = variable(name);
   if (array == nullptr) array = variableTable->addArray(name, 0, nullptr);
   if (array == nullptr || array->kind() != YcluiVariableArray) return 0;

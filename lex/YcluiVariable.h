@@ -5,15 +5,13 @@
 
 #include "foundation/YAttribValue.h"
 #include "foundation/YTypes.h"
+#include "foundation/YcluiLimits.h"
 #include "platform/general/YDictionary.h"
 
 enum YcluiVariableKind : std::uint32_t {
   YcluiVariableSimple = 1,
   YcluiVariableArray = 2,
 };
-
-// The most elements that an array variable can have.
-constexpr std::uint32_t YcluiMaxElements = 65536;
 
 // A named variable. In the two slots of YAssoc the key is the name, in lower case, and the value
 // the kind, which never changes. Records belong to the YcluiVariableTable of a lexer and live as
@@ -46,7 +44,7 @@ class YQRT_API YcluiVariable : public YAssoc {
   virtual YAttribValue* element(std::uint32_t index);
   virtual YAttribValue* elements();
   // Makes the array at least `n` long, with null values behind the present elements. Answers 0 and
-  // changes nothing for an `n` above YcluiMaxElements and for a simple variable. Growing by one
+  // changes nothing for an `n` above YcluiMostElements and for a simple variable. Growing by one
   // again and again costs no more than growing at once.
   virtual YWord growTo(std::uint32_t n);
 };

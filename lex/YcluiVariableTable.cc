@@ -49,7 +49,7 @@ YcluiVariable* YcluiVariableTable::addArray(const char* name, std::uint32_t coun
     cluiWarning(YErrNameExists);
     return nullptr;
   }
-  if (count > YcluiMaxElements) {
+  if (count > YcluiMostElements) {
     cluiWarning(YErrOutsideArray);
     return nullptr;
   }

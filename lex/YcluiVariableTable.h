@@ -21,7 +21,7 @@ class YcluiVariableTable final : public YDictionary {
   YcluiVariable* find(const char* key) const;
 
   // Make a variable and answer it. Null with YErrNameExists when there is one of that name, with
-  // YErrNoMemory when there is no memory, and with YErrOutsideArray for more than YcluiMaxElements
+  // YErrNoMemory when there is no memory, and with YErrOutsideArray for more than YcluiMostElements
   // values. `values` may be null when `count` is 0.
   YcluiVariable* addSimple(const char* name, const YAttribValue& value);
   YcluiVariable* addArray(const char* name, std::uint32_t count, const YAttribValue* values);

@@ -10,7 +10,7 @@ set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
 set(public_headers
   foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
   foundation/YKanji.h foundation/YMemory.h foundation/YStack.h foundation/YStatus.h
-  foundation/YString.h foundation/YString_Array.h foundation/YTypes.h
+  foundation/YString.h foundation/YString_Array.h foundation/YTypes.h foundation/YcluiLimits.h
   platform/general/YDictionary.h platform/general/YLinkList.h platform/general/YSet.h
   platform/engine/ScmVM.h platform/engine/ScmVMExternal.h
   platform/ui/YuiBase.h platform/ui/YuiModificationCallBack.h platform/ui/YuiTextField.h

@@ -47,7 +47,7 @@ int YcluiParser::interpret(const char* text) {
   if (currentFrame() == nullptr) return static_cast<int>(cluiWarning(YErrNoSyntax));
   const Running scope(*this);
   if (text == nullptr) text = "";
-  if (interpretDepth - suspendedDepth >= MostNestedCommands) return leaveToLoopOutside(text);
+  if (interpretDepth - suspendedDepth >= YcluiMostNestedCommands) return leaveToLoopOutside(text);
   takeText(text);
   const Depth depth(interpretDepth);
   int taken = 0;
@@ -200,7 +200,7 @@ YWord YcluiParser::expand(const YcluiToken& token) {
     refuseCallback(token);
     return 0;
   }
-  if (expansions >= MostExpansions) return cluiError(YErrTooDeep);
+  if (expansions >= YcluiMostExpansions) return cluiError(YErrTooDeep);
   ++expansions;
   const YcluiLevels<YString>::Use text(levelTexts);
   text->assign(value->GetString());

@@ -10,6 +10,7 @@
 #include "foundation/YStack.h"
 #include "foundation/YString_Array.h"
 #include "foundation/YTypes.h"
+#include "foundation/YcluiLimits.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiToken.h"
 #include "parser/YcluiLevels.h"
@@ -62,19 +63,6 @@ using pYcluiParser_Stack = YStack<YcluiParser*>;
 // null, the empty text, 0 or -1.
 class YQRT_API YcluiParser {
  public:
-  // How deep `interpret` may be called from commands and callbacks, texts of aliases not counted:
-  // those are bounded by the lexer. Behind that, a text is appended when there is unread text, for
-  // a loop outside to read; otherwise it is refused with YErrTooDeep, as YErrError.
-  static constexpr int MostNestedCommands = 200;
-  // How deep playbacks may run inside one another; a further one is refused with YErrTooDeep, as
-  // YErrError.
-  static constexpr int MostNestedPlaybacks = 64;
-  // How many aliases and references one word of the text given to the outermost `interpret` may
-  // stand for, those in their texts included. A further one is refused with YErrTooDeep, as
-  // YErrError: an alias whose text names it twice ends, although its depth alone would let it go on
-  // for ages.
-  static constexpr int MostExpansions = 200000;
-
   // `context` is the creator's: command templates read it as $c.
   //
   // When there is no memory for the lexer or for the working token, nothing is recorded and the
@@ -92,8 +80,13 @@ class YQRT_API YcluiParser {
   // answered 1; an alias is one token, whatever its text does. Null is the empty text.
   //
   // A nested call, from a command or a callback, first reads what the outer call has not read yet,
-  // then its own text; the outer call then finds nothing left. Where the text ends in the middle of
-  // a token's arguments, the token is shown in one echo and waits for the next text.
+  // then its own text; the outer call then finds nothing left. Behind YcluiMostNestedCommands calls
+  // inside one another the text is only appended when there is unread text, for a loop outside to
+  // read; otherwise it is refused with YErrTooDeep, as YErrError. Texts of aliases do not count; of
+  // these YcluiMostExpansions may come of one word of the outermost text.
+  //
+  // Where the text ends in the middle of a token's arguments, the token is shown in one echo and
+  // waits for the next text.
   //
   // A word that the lexer cannot make a token of goes to the refuse callback first and is echoed
   // then; it is neither logged nor stored, and reading goes on behind it.
@@ -224,8 +217,9 @@ class YQRT_API YcluiParser {
   // A line may start another playback, which is finished first.
 
   // Plays the file to its end or to a pause. 0 with YErrFileIsLogged or YErrFileIsPlayed when the
-  // file is the log, or is being played at any level, paused ones included; with YErrNotOpened, as
-  // for a log; and with YErrNotClosed, when it was played but could not be closed.
+  // file is the log, or is being played at any level, paused ones included; with YErrTooDeep, as
+  // YErrError, inside YcluiMostNestedPlaybacks others; with YErrNotOpened, as for a log; and with
+  // YErrNotClosed, when it was played but could not be closed.
   //
   // A line ends at an end of line outside double quotes, however long it is. A backslash and a
   // quote or backslash behind it come as four or three backslashes, so that a string of a log has
@@ -234,8 +228,8 @@ class YQRT_API YcluiParser {
   // Stops all playbacks behind the line that is running, or the next one behind its first line.
   void pausePlayback() { playbackPaused = 1; }
   // Goes on with the paused files, innermost first. 0 when nothing was paused or a file could not
-  // be closed. The lines then come in pieces of 1023 bytes at most, with their ends, as they are in
-  // the file, and empty ones not at all.
+  // be closed. The lines then come in pieces of YcluiLongestPiece bytes at most, with their ends,
+  // as they are in the file, and empty ones not at all.
   YWord continuePlayback();
   YWord isPlaybackRun() const { return playbackRun; }
   // Where the innermost playback stands, running or paused: the full name of its file, null when

@@ -18,9 +18,6 @@ constexpr char ClosingLines[] =
     "# stop logging\n"
     "#\n";
 
-// A text that brings the count above this ends its line of the file.
-constexpr int LongestLine = 1024;
-
 }  // namespace
 
 YWord YcluiParser::startLogging(const char* path, YWord append) {
@@ -68,7 +65,7 @@ void YcluiParser::putIntoLog(const char* text) {
     logFile.putString(text);
     std::fputs(text, logFile);
   }
-  if (logFile.lineLength() > LongestLine) {
+  if (logFile.lineLength() > YcluiLongestLogLine) {
     std::fputs("\n", logFile);
     logFile.putString(nullptr);
   }

@@ -86,7 +86,7 @@ YWord YcluiParser::playbackFromLog(const char* path) {
   for (int i = 0; i < playbackFiles.count(); ++i) {
     if (playbackFiles.at(i) == file) return cluiWarning(YErrFileIsPlayed);
   }
-  if (playbackDepth >= MostNestedPlaybacks) return cluiError(YErrTooDeep);
+  if (playbackDepth >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
   if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
   const Depth depth(playbackDepth);
   playbackFiles.push(file);
@@ -99,7 +99,7 @@ YWord YcluiParser::playbackFromLog(const char* path) {
 YWord YcluiParser::continuePlayback() {
   if (playbackPaused == 0) return 0;
   const Running scope(*this);
-  if (playbackDepth >= MostNestedPlaybacks) return cluiError(YErrTooDeep);
+  if (playbackDepth >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
   const Depth depth(playbackDepth);
   playbackPaused = 0;
   return reentryPlayback(playbackFiles.count());
@@ -137,7 +137,7 @@ YWord YcluiParser::resumeFile() {
   playbackRun = 1;
   const std::uint64_t serial = playbackPlaces.topSlot().serial;
   std::FILE* stream = playbackFiles.topSlot();
-  char piece[1024];
+  char piece[YcluiLongestPiece + 1];
   while (std::fgets(piece, sizeof piece, stream) != nullptr) {
     PlaybackPlace& place = playbackPlaces.topSlot();
     const std::size_t length = std::strlen(piece);

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "foundation/YErr.h"
+#include "foundation/YcluiLimits.h"
 #include "parser/YcluiParser.h"
 
 void ycscmRefuse(YArgNum position, YScmArgType expected, YStatus& status) {
@@ -33,8 +34,7 @@ const char* ycscmPopString(YArgNum position, YStatus& status) {
 }
 
 std::uint32_t ycscmPopTokenId(YArgNum position, YStatus& status) {
-  constexpr long IdBits = 0xffffff;
-  const long id = ScmVMExternal::VMEAssertIsALong(position, status, -1) & IdBits;
+  const long id = ScmVMExternal::VMEAssertIsALong(position, status, -1) & YcluiIdMask;
   if (YStatusIsGood(status) && id == 0) ycscmRefuse(position, YScmArgSyntaxElement, status);
   if (!YStatusIsGood(status)) return cluiWarning(YErrBadSyntaxArgument);
   return static_cast<std::uint32_t>(id);

@@ -6,6 +6,7 @@
 #include "foundation/YAttribValue.h"
 #include "foundation/YErr.h"
 #include "foundation/YMemory.h"
+#include "foundation/YcluiLimits.h"
 #include "lex/YcluiVariable.h"
 #include "parser/YcluiParser.h"
 #include "platform/engine/ScmVMExternal.h"
@@ -19,9 +20,6 @@ using Values = std::vector<YAttribValue, YAllocator<YAttribValue>>;
 constexpr YArgNum NamePosition = 2;
 constexpr YArgNum ValuePosition = 3;
 constexpr YArgNum IndexPosition = 4;
-
-// How far a list is followed before it counts as a circle.
-constexpr std::uint32_t LongestList = 1U << 20;
 
 // Pops a string, a long or a double into `value`. Answers false, with the stack as it was and a
 // null value, when the top is nothing that a variable can hold. A long that does not fit clears bit
@@ -50,7 +48,7 @@ bool popValue(YAttribValue& value, YStatus& status) {
 std::uint32_t countElements(YStatus& status) {
   std::uint32_t count = 0;
   ScmVMExternal::StackDuplicate();
-  while (ScmVMExternal::StackPairP() != 0 && count < LongestList) {
+  while (ScmVMExternal::StackPairP() != 0 && count < YcluiMostListElements) {
     ScmVMExternal::StackCdr();
     ++count;
   }
@@ -117,7 +115,7 @@ void setElement(YStatus& status) {
 void setList(YStatus& status) {
   const std::uint32_t count = countElements(status);
   if (!YStatusIsGood(status)) return;
-  const bool isTooLong = count > YcluiMaxElements;
+  const bool isTooLong = count > YcluiMostElements;
   Values values(isTooLong ? 0 : count);
   popElements(values, status);
   if (!YStatusIsGood(status)) return;

@@ -7,6 +7,7 @@
 
 #include "foundation/YErr.h"
 #include "foundation/YMemory.h"
+#include "foundation/YcluiLimits.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiToken.h"
 #include "parser/YcluiParser.h"
@@ -19,7 +20,6 @@
 namespace {
 
 constexpr std::uint32_t LeastArguments = 2;
-constexpr std::uint32_t MostArguments = 12;
 
 // A call of clui-token, whose arguments are told apart by their types and their places:
 //   parser, [id], word or character, [abbreviation], value types ...
@@ -41,7 +41,7 @@ class WordDeclaration {
 
  private:
   std::uint32_t left_;
-  YcluiValueType types_[MostArguments - LeastArguments];
+  YcluiValueType types_[YcluiMostTokenArguments - LeastArguments];
   std::size_t firstType_ = std::size(types_);  // they come last first and fill from the end
   const char* word_ = nullptr;
   const char* abbreviation_ = nullptr;
@@ -139,8 +139,8 @@ void ycscmToken(std::uint32_t argc, YStatus& status) {
   YStatusSetGood(status);
   WordDeclaration declaration(argc);
   std::uint32_t id = 0;
-  if (argc < LeastArguments || argc > MostArguments) {
-    ScmVMExternal::VMESetWrongNumArgs(argc, LeastArguments, MostArguments, status);
+  if (argc < LeastArguments || argc > YcluiMostTokenArguments) {
+    ScmVMExternal::VMESetWrongNumArgs(argc, LeastArguments, YcluiMostTokenArguments, status);
   } else {
     id = declareWord(declaration, status);
   }

@@ -60,12 +60,12 @@ TEST(Text, IsSuspendedAndComesBackAsItStood) {
 TEST(Text, IsNotSuspendedWithoutBound) {
   LexReader reader;
   YcluiLex& lex = reader.lex;
-  for (int i = 0; i < YcluiLex::MaxSuspended; ++i) {
+  for (int i = 0; i < YcluiMostSuspendedTexts; ++i) {
     ASSERT_EQ(lex.pushString(std::to_string(i).c_str()), 1U);
   }
   EXPECT_EQ(lex.pushString("more"), 0U);
   EXPECT_TRUE(YErr.code(0) == YErrTooDeep && YErr.severity(0) == YErrError);
-  for (int i = YcluiLex::MaxSuspended - 1; i >= 0; --i) {
+  for (int i = YcluiMostSuspendedTexts - 1; i >= 0; --i) {
     EXPECT_EQ(lex.getNextToken(reader.token), 0U);
     EXPECT_EQ(reader.token.string(), std::to_string(i));
     ASSERT_EQ(lex.popString(), 1U);

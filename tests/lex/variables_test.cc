@@ -72,8 +72,7 @@ TEST(Variables, Arrays) {
 TEST(Variables, FormsInEachOthersIndex) {
   LexReader reader;
   EXPECT_EQ(reader.read("${a}[0]=0"), "set");
-  EXPECT_EQ(reader.read(Nested(1 + YcluiLex::MaxIndexNesting)), "{0}");
-  EXPECT_EQ(reader.read(Nested(2 + YcluiLex::MaxIndexNesting)), "!2052");
+  EXPECT_EQ(reader.read(Nested(1 + YcluiMostIndexNesting)), "{0}");
   EXPECT_EQ(reader.read(Nested(20000)), "!2052");
   EXPECT_EQ(reader.read(Nested(3)), "{0}");
 }
@@ -98,7 +97,7 @@ TEST(Variables, ByName) {
   EXPECT_EQ(Shown(*array->element(1)) + Shown(*array->element(2)), "stwoi1");
   EXPECT_TRUE(array->element(3) == nullptr && array->valuePointer() == nullptr);
   EXPECT_EQ(lex.addVariable("arr", one), 0U);
-  for (const std::uint32_t bad : {YcluiMaxElements, 0xffffffffU}) {
+  for (const std::uint32_t bad : {YcluiMostElements, 0xffffffffU}) {
     EXPECT_EQ(lex.addVariable("arr", one, bad), 0U);
     EXPECT_EQ(lex.addVariable("other", one, bad), 0U);
     EXPECT_TRUE(YErr.code(0) == YErrOutsideArray && YErr.severity(0) == YErrWarning);

@@ -71,7 +71,7 @@ TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
   const std::uint64_t once = codesOf("go x go");
   EXPECT_EQ(line.told(), "run(go) run(go)");
   EXPECT_GT(once, 2U);
-  EXPECT_LE(once, static_cast<std::uint64_t>(YcluiParser::MostExpansions));
+  EXPECT_LE(once, static_cast<std::uint64_t>(YcluiMostExpansions));
   EXPECT_EQ(codesOf("x x go"), 2 * once);
   EXPECT_EQ(line.told(), "run(go)");
 }

@@ -231,19 +231,4 @@ TEST(Playback, TellsWhereItStands) {
   EXPECT_EQ(inside, "5+27") << "a byte that was given back counts once";
 }
 
-TEST(Playback, NestingIsBounded) {
-  CommandLine line("next", "next{next}");
-  line.trace("err");
-  int level = 0;
-  std::function<void()> next = [&] {
-    const std::string name = "nested" + std::to_string(++level);
-    WriteFile(name, "next\n");
-    line.at["run(next)"] = next;
-    line.perform("^reset; ^play " + name);
-  };
-  next();
-  EXPECT_EQ(level, YcluiParser::MostNestedPlaybacks + 1);
-  EXPECT_EQ(line.told(), "err(2052/3)");
-}
-
 }  // namespace

@@ -317,7 +317,6 @@ TEST_F(Primitives, AliasesAndVariables) {
       {"(clui-set-variable p 'all' (list 'text' 5 2.5 #t (list)))", "#t"},
       {"(clui-set-variable p 'all' 6 1)", "#t"},
       {"(clui-set-variable p 'all' 1)", "#f"},
-      {"(clui-set-variable p 'all' 1 65536)", "#f /2055"},
   });
   EXPECT_EQ("[A][A]", commands());
   EXPECT_EQ(-7, parser().lex()->variable("one")->valuePointer()->GetLong());
@@ -330,22 +329,12 @@ TEST_F(Primitives, AliasesAndVariables) {
   EXPECT_EQ(YAttribNull, all.element(4)->tag);
 }
 
-TEST_F(Primitives, EndlessAndTooLongListsAreRefused) {
+TEST_F(Primitives, EndlessListsAreRefused) {
   run("(define circle (list 1 2))");
   Value& last = *machine.variables["circle"]->cdr;
   last.cdr = machine.variables["circle"];
   EXPECT_EQ("bad @3", run("(clui-set-variable p 'v' circle)"));
   last.cdr = nullptr;
-
-  Ref list = std::make_shared<Value>();
-  for (int i = 0; i < 65537; ++i) {
-    list =
-        std::make_shared<Value>(Value{.kind = 'p', .car = std::make_shared<Value>(), .cdr = list});
-  }
-  machine.variables["list"] = list;
-  EXPECT_EQ("#f /2055", run("(clui-set-variable p 'v' list)"));
-  machine.variables.clear();
-  while (list->kind == 'p') list = Ref(list->cdr);  // one by one: freeing it at once would recurse
   EXPECT_EQ(nullptr, parser().lex()->variable("v"));
 }
 
