@@ -1,17 +1,20 @@
 // The judge does what the walker's contract says, word by word, with plain lists and sets and
 // without any bound on what it keeps. Each of its steps is held against a second one that remembers
 // nothing about what it opened, wherever that comes to the same: where no structural node came up
-// twice.
+// twice. Neither remembers anything of a graph, and the graph changes under their hands.
 
 #include "fuzz/walker_judge.h"
 
 #include <algorithm>
 #include <deque>
 #include <map>
+#include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "foundation/YErr.h"
+#include "fuzz/Choices.h"
 #include "syntax/YcluiNfa.h"
 #include "tests/syntax/syntax_script.h"
 
@@ -21,10 +24,16 @@ using Node = YcluiSyntaxNode;
 using NodeList = std::vector<Node*>;
 
 constexpr int MostWork = 500;  // beyond it a walk is given up: it grows without bound
+constexpr unsigned Wide = 18;  // more successors than the walker likes to look at one by one
 
 class Walker : public YcluiNfa {
  public:
-  NodeList next() const { return NodeList(nextNodes(), nextNodes() + nextNodes.count()); }
+  // Of a copy, so that the walker itself goes on with what it has.
+  NodeList next() const {
+    Walker listed(*this);
+    listed.listNext();
+    return NodeList(listed.nextNodes(), listed.nextNodes() + listed.nextNodes.count());
+  }
 };
 
 struct Step {
@@ -41,8 +50,12 @@ bool Passes(const Node& node) {
 
 class Judge {
  public:
-  Judge(const YcluiSyntaxGraph& graph, const Node& root) : graph_(graph), root_(root) { reset(); }
+  Judge(const YcluiSyntaxGraph& graph, const Node& indefiniteRoot)
+      : root(&indefiniteRoot), graph_(graph) {
+    reset();
+  }
 
+  const Node* root;
   NodeList next;
   Node* current = nullptr;
   bool terminated = false;
@@ -62,7 +75,7 @@ class Judge {
   }
 
   Node* indefinite(std::uint32_t id) const {
-    for (Node* node : SuccessorsOf(root_)) {
+    for (Node* node : SuccessorsOf(*root)) {
       if (node->tokenId == id) return node;
     }
     return nullptr;
@@ -111,7 +124,6 @@ class Judge {
 
  private:
   const YcluiSyntaxGraph& graph_;
-  const Node& root_;
 
   // Each node's ways worked out once, what leads back adding nothing.
   int ways(const Node& node, std::map<const Node*, int>& known) const {
@@ -151,14 +163,96 @@ NodeList FirstAndLast(const NodeList& list) {
   return kept;
 }
 
+// New nodes between two others: some structural, some with ids of steps, most with neither.
+void Widen(Node& from, Node& to, unsigned pattern) {
+  for (unsigned i = 0; i < Wide; ++i) {
+    auto* node = new Node(i % 4 == pattern % 4 ? i / 4 % 4 : 10 + i);
+    node->append(&to);
+    from.append(node);
+  }
+}
+
+// A graph with all nodes that it ever led to, so that none is lost when it leads there no more.
+class KeptGraph {
+ public:
+  explicit KeptGraph(std::unique_ptr<YcluiSyntaxGraph> graph) : graph_(std::move(graph)) { keep(); }
+  ~KeptGraph() {
+    keep();
+    for (Node* node : all_) graph_->start->append(node);
+  }
+
+  YcluiSyntaxGraph& operator*() const { return *graph_; }
+  Node& node(unsigned number) const {
+    const NodeList nodes = NodesOf(*graph_);
+    return *nodes[number % nodes.size()];
+  }
+
+  void change(unsigned how, unsigned a, unsigned b) {
+    Node& node = this->node(a);
+    const bool isInner = &node != graph_->start && &node != graph_->end;
+    keep();
+    switch (how % 9) {
+      case 0:
+        graph_->insertOr(new Node(b % 4 + 1));
+        break;
+      case 1:
+        graph_->insertAnd(new Node(b % 4 + 1));
+        break;
+      case 2:
+        graph_->insertOr(Build("(1*&2|3").get());
+        break;
+      case 3:
+        graph_->makeClosure();
+        break;
+      case 4:
+        node.append(&this->node(b));
+        break;
+      case 5:
+        node.detach(&this->node(b));
+        break;
+      case 6:
+        Widen(node, this->node(b), a);
+        break;
+      case 7:
+        if (isInner) remove(node);
+        break;
+      default:
+        if (isInner) node.tokenId = b % 4;
+        node.kind = b < 128 ? YcluiNodePlain : YcluiNodeClosure;
+        Node::NoteChange();
+    }
+  }
+
+ private:
+  std::unique_ptr<YcluiSyntaxGraph> graph_;
+  std::set<Node*> all_;
+
+  void keep() {
+    for (Node* node : NodesOf(*graph_)) all_.insert(node);
+    all_.insert(graph_->end);
+  }
+  void remove(Node& node) {
+    for (Node* from : all_) {
+      while (from->detach(&node) != nullptr) {
+      }
+    }
+    all_.erase(&node);
+    for (Node* after : SuccessorsOf(node)) graph_->start->append(after);
+    delete &node;
+  }
+};
+
 // One walk, the walker and the judge side by side.
 class Trial {
  public:
-  explicit Trial(YcluiSyntaxGraph& graph) : judge_(graph, root_) {
-    root_.append(&indefinite_);
+  explicit Trial(YcluiSyntaxGraph& graph) : graph_(graph), judge_(graph, root_) {
+    addIndefinite(4);
     walker_.syntaxGraph(&graph);
     walker_.setIndefiniteNode(&root_);
   }
+  ~Trial() { deleteNodesFrom(&indefinites_); }
+  Trial(const Trial&) = delete;
+  Trial& operator=(const Trial&) = delete;
 
   // False when the walk ends here, with the difference in `difference` if there is one.
   bool step(std::uint32_t id) {
@@ -188,10 +282,7 @@ class Trial {
 
   bool goBack(Node* node) {
     judge_.goBack(node);
-    if (!same(walker_.goBack(node) == node, "goBack") || walker_.next() != judge_.next) {
-      return same(false, "next nodes behind goBack");
-    }
-    return agree();
+    return same(walker_.goBack(node) == node, "goBack") && agree();
   }
 
   bool reset() {
@@ -206,13 +297,63 @@ class Trial {
     return agree();
   }
 
+  // The same from the start again and again, by which the walker comes to know the place.
+  bool stepAgain(std::uint32_t id) {
+    for (int i = 0; i < 4; ++i) {
+      if (!reset() || !step(id)) return false;
+    }
+    return true;
+  }
+
+  // More indefinite nodes, fewer, or those of another root, which may be a node of the graph.
+  bool changeIndefinites(unsigned how) {
+    switch (how % 4) {
+      case 0:
+        for (unsigned i = 0; i < Wide; ++i) addIndefinite(20 + i);
+        break;
+      case 1:
+        addIndefinite(how / 4 % 5);
+        break;
+      case 2:
+        if (root_.first() != nullptr) root_.detach(root_.first());
+        break;
+      default:
+        setIndefiniteRoot(judge_.root == &root_ ? *graph_.start : root_);
+    }
+    return agree();
+  }
+
+  void setIndefiniteRoot(Node& root) {
+    walker_.setIndefiniteNode(&root);
+    judge_.root = &root;
+  }
+  Node& ownIndefiniteRoot() { return root_; }
+
+  // Asked only now and then, since it comes by nodes that a step does not come by.
+  bool agreeOnPossible() {
+    YcluiSyntaxNodeP_Array possible(3);
+    const bool listed = walker_.possibleNodes(possible) != 0;
+    return same(listed == !judge_.terminated, "possibleNodes") &&
+           same(listed ? NodeList(possible(), possible() + possible.size()) == judge_.possible()
+                       : possible.size() == 3,
+                "possible nodes");
+  }
+
   std::string difference;
 
  private:
+  YcluiSyntaxGraph& graph_;
   Node root_{0};
-  Node indefinite_{4};
+  Node& indefinites_ = *new Node;  // leads to all of them
   Walker walker_;
   Judge judge_;
+
+  void addIndefinite(unsigned long id) {
+    auto* node = new Node(id);
+    node->kind = YcluiNodeIndefinite;
+    root_.append(node);
+    indefinites_.append(node);
+  }
 
   bool same(bool holds, const char* what) {
     if (!holds) difference = what;
@@ -221,54 +362,79 @@ class Trial {
 
   bool agree() {
     const NodeList next = walker_.next();
-    YcluiSyntaxNodeP_Array possible(3);
-    const bool listed = walker_.possibleNodes(possible) != 0;
     return same(FirstAndLast(next) == FirstAndLast(judge_.next), "next nodes") &&
            same(walker_.currentSyntaxNode() == judge_.current, "current node") &&
-           same(walker_.isTerminated() == (judge_.terminated ? 1U : 0U), "terminated") &&
-           same(listed == !judge_.terminated, "possibleNodes") &&
-           same(listed ? NodeList(possible(), possible() + possible.size()) == judge_.possible()
-                       : possible.size() == 3,
-                "possible nodes");
+           same(walker_.isTerminated() == (judge_.terminated ? 1U : 0U), "terminated");
   }
 };
 
-// Links made by hand go where no fragment could lead: cycles of structural nodes, ways out of the
-// middle of a repeated part, the same link many times.
-void Link(YcluiSyntaxGraph& graph, const std::vector<std::uint8_t>& ends) {
-  const NodeList nodes = NodesOf(graph);
-  for (std::size_t i = 0; i + 1 < ends.size(); i += 2) {
-    nodes[ends[i] % nodes.size()]->append(nodes[ends[i + 1] % nodes.size()]);
+bool Change(Trial& trial, KeptGraph& graph, unsigned how, Choices& choices) {
+  const unsigned a = choices.byte();
+  const unsigned b = choices.byte();
+  trial.setIndefiniteRoot(trial.ownIndefiniteRoot());
+  graph.change(how, a, b);
+  return b % 4 != 0 ? trial.reset() : trial.goBack(&graph.node(a));
+}
+
+bool Move(Trial& trial, KeptGraph& graph, Choices& choices) {
+  const unsigned byte = choices.byte();
+  const unsigned rest = byte / 8;
+  switch (byte % 8) {
+    case 1:
+      return trial.step(rest % 5) && (rest < 16 || trial.agreeOnPossible());
+    case 2:
+      return trial.stepAgain(rest % 5);
+    case 3:
+      return Change(trial, graph, rest, choices);
+    case 4:
+      return trial.changeIndefinites(rest);
+    case 5:
+      return trial.goBack(rest == 31 ? nullptr : &graph.node(rest));
+    case 6:
+      return trial.reset();
+    case 7:
+      return trial.copy() && (rest < 16 || trial.agreeOnPossible());
+    default:
+      return trial.step(rest % 5);
   }
 }
 
-bool Move(Trial& trial, std::uint8_t byte, const NodeList& nodes) {
-  const unsigned rest = byte / 8U;
-  if (byte % 8 == 7) return trial.copy();
-  if (byte % 8 == 6) return trial.reset();
-  if (byte % 8 == 5) return trial.goBack(rest == 31 ? nullptr : nodes[rest % nodes.size()]);
-  return trial.step(rest % 5);
+// Links made by hand go where no fragment could lead: cycles of structural nodes, ways out of the
+// middle of a repeated part, the same link many times.
+struct Link {
+  bool isWide;
+  unsigned from;
+  unsigned to;
+};
+
+std::unique_ptr<YcluiSyntaxGraph> ReadGraph(Choices& choices) {
+  std::string script;
+  std::vector<Link> links;
+  while (const unsigned byte = choices.byte()) {
+    if (byte < 192) {
+      script += JudgeSigns[byte % 16];
+    } else {
+      const unsigned from = choices.byte();
+      links.push_back({byte >= 240, from, choices.byte()});
+    }
+  }
+  auto graph = Build(script);
+  const NodeList nodes = NodesOf(*graph);
+  for (const Link& link : links) {
+    Node& from = *nodes[link.from % nodes.size()];
+    Node& to = *nodes[link.to % nodes.size()];
+    link.isWide ? Widen(from, to, link.from) : static_cast<void>(from.append(&to));
+  }
+  return graph;
 }
 
 }  // namespace
 
 std::string JudgeWalk(const std::uint8_t* bytes, std::size_t count) {
-  std::string script;
-  std::vector<std::uint8_t> links;
-  std::size_t i = 0;
-  for (; i < count && bytes[i] != 0; ++i) {
-    if (bytes[i] >= 192 && i + 2 < count) {
-      links.insert(links.end(), {bytes[i + 1], bytes[i + 2]});
-      i += 2;
-    } else {
-      script += JudgeSigns[bytes[i] % 16];
-    }
-  }
-  const auto graph = Build(script);
-  Link(*graph, links);
-  const NodeList nodes = NodesOf(*graph);
+  Choices choices(bytes, count);
+  KeptGraph graph(ReadGraph(choices));
   Trial trial(*graph);
-  for (++i; i < count && Move(trial, bytes[i], nodes); ++i) {
+  while (choices.more() && Move(trial, graph, choices)) {
   }
   return trial.difference;
 }

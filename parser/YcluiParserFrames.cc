@@ -30,7 +30,7 @@ void YcluiParser::setSyntaxGraph(YcluiSyntaxGraph* newGraph) {
 
 void YcluiParser::addIndefiniteNode(YcluiSyntaxNode* node) {
   if (indefiniteRoot == nullptr || node == nullptr) return;
-  node->noteChange();
+  if (node->kind == YcluiNodeClosure) YcluiSyntaxNode::NoteChange();
   node->kind = YcluiNodeIndefinite;
   indefiniteRoot->append(node);
 }

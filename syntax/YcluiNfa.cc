@@ -27,7 +27,7 @@
 // structural node that stands alone in nextNodes, or a token node whose successors they are. With
 // several matches the ways behind them are counted in one walk, in which what was counted before
 // counts; they are remembered for the matches of an id together, or else for one node by itself.
-// All that was read for it carries a mark, by which a node knows that its changes matter.
+// A node whose successors were read carries a mark, by which it knows that their changes matter.
 
 #include "syntax/YcluiNfa.h"
 
@@ -328,10 +328,7 @@ int YcluiNfa::endsBehind(YcluiSyntaxNode* node) {
     return memorizedWaysBehind(node);
   }
   auto* next = static_cast<YcluiSyntaxNode*>(first->item());
-  if (!IsPassable(*next)) {
-    NoteReading(next);
-    return 0;
-  }
+  if (!IsPassable(*next)) return 0;
   return std::min(memorizedWaysBehind(next) + (next == graphEnd() ? 1 : 0), MostWays);
 }
 
@@ -355,22 +352,16 @@ int YcluiNfa::waysBehind(YcluiSyntaxNode* node, std::uint64_t serial) {
     YcluiSyntaxNode* top = workNodes.top();
     if (Mark(top, serial)) {
       top->note_ = Counting;
-      for (YcluiSuccessorIterator i(*top); i.ring != nullptr; ++i) follow(i.node(), serial);
+      for (YcluiSuccessorIterator i(*top); i.ring != nullptr; ++i) {
+        ++looked;
+        if (IsPassable(*i.node()) && i.node()->mark_ != serial) workNodes.push(i.node());
+      }
       continue;
     }
     if (top->note_ == Counting) top->note_ = sumOfWays(*top);
     workNodes.drop();
   }
   return node->note_;
-}
-
-void YcluiNfa::follow(YcluiSyntaxNode* next, std::uint64_t serial) {
-  ++looked;
-  if (!IsPassable(*next)) {
-    NoteReading(next);
-  } else if (next->mark_ != serial) {
-    workNodes.push(next);
-  }
 }
 
 int YcluiNfa::sumOfWays(const YcluiSyntaxNode& node) const {
@@ -388,7 +379,7 @@ std::uint64_t YcluiNfa::NewSerial() {
   return ++last;
 }
 
-// Sees to it that a node of which something is remembered has a mark.
+// Sees to it that a node has a mark when something is remembered that its successors decide.
 void YcluiNfa::NoteReading(YcluiSyntaxNode* node) {
   if (node->mark_ == 0) node->mark_ = OldestSerial;
 }

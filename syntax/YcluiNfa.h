@@ -112,7 +112,6 @@ class YQRT_API YcluiNfa {
   int endsBehind(YcluiSyntaxNode* node);
   int memorizedWaysBehind(YcluiSyntaxNode* node);
   int waysBehind(YcluiSyntaxNode* node, std::uint64_t serial);
-  void follow(YcluiSyntaxNode* next, std::uint64_t serial);
   int sumOfWays(const YcluiSyntaxNode& node) const;
 
   const YcluiSyntaxNode* graphEnd() const { return graph == nullptr ? nullptr : graph->end; }

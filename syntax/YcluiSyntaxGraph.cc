@@ -19,7 +19,6 @@ void MarkClosure(YcluiSyntaxNode* from) {
   while (work.isEmpty() == 0) {
     YcluiSyntaxNode* node = work.pop();
     if (node->kind == YcluiNodeClosure) continue;
-    node->noteChange();
     node->kind = YcluiNodeClosure;
     work.pushSuccessors(*node);
   }
@@ -64,7 +63,7 @@ YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxNode* node) {
 YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
   if (canTake(graph) == 0) return 0;
   detachEnd();
-  start->noteChange();
+  start->noteGain();
   YcluiSyntaxNode* fork = NewStructuralNode();
   graph->end->append(end);
   fork->append(graph->start);
@@ -77,6 +76,7 @@ YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
 YWord YcluiSyntaxGraph::makeClosure() {
   if (isEmptied() != 0) return 0;
   YcluiSyntaxNode* newEnd = NewStructuralNode();
+  start->noteGain();
   MarkClosure(start);
   YcluiSyntaxNode* exit = end;
   exit->append(newEnd);

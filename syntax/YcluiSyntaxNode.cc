@@ -32,7 +32,7 @@ YcluiSyntaxNode::YcluiSyntaxNode(const YcluiSyntaxNode& other)
 }
 
 YcluiSyntaxNode::~YcluiSyntaxNode() {
-  noteChange();
+  noteGain();
   delete memo_;
   delete action;
 }
@@ -45,13 +45,13 @@ YWord YcluiSyntaxNode::setAction(const char* text) {
 
 // What is remembered of indefinite nodes follows a list that grows, and none that loses a link.
 void YcluiSyntaxNode::noteLoss() {
-  noteChange();
+  noteGain();
   delete std::exchange(memo_, nullptr);
 }
 
 bool YcluiSyntaxNode::collect() {
   if (mark_ == Collected) return false;
-  noteChange();
+  noteGain();
   mark_ = Collected;
   return true;
 }

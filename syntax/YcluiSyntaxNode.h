@@ -25,7 +25,7 @@ class YcluiNodeMemo;
 //
 // Walkers remember what they have read of a graph. They notice when successors change through the
 // operations of this class and when a node goes; who writes another `tokenId` or `kind` into a node
-// that a walker may have come by calls noteChange.
+// that a walker may have come by calls NoteChange.
 class YQRT_API YcluiSyntaxNode : public YLinkList {
  public:
   std::uint32_t tokenId;
@@ -44,11 +44,11 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
 
   // The operations of the list of successors.
   void* append(void* node) {
-    noteChange();
+    noteGain();
     return YLinkList::append(node);
   }
   YRing* attach(YRing* ring) {
-    noteChange();
+    noteGain();
     return YLinkList::attach(ring);
   }
   YRing* detach(YRing* ring) {
@@ -62,7 +62,7 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   // Takes over all successors of another node, in their order, behind those that are here. Costs
   // the same however many they are.
   void takeSuccessors(YcluiSyntaxNode& from) {
-    noteChange();
+    noteGain();
     from.noteLoss();
     attachAll(from);
   }
@@ -77,10 +77,8 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
     return interruptLimit >= other.priority ? 1 : 0;
   }
 
-  // Makes walkers forget what they remember of a graph, if one has come by this node.
-  void noteChange() {
-    if (mark_ != 0) ++ChangeCount;
-  }
+  // Makes walkers forget what they remember.
+  static void NoteChange() { ++ChangeCount; }
   // How often walkers were made to forget. While it stays the same, all nodes that a walker has
   // come by are alive and lead where they led.
   static std::uint64_t Changes() { return ChangeCount; }
@@ -98,6 +96,11 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
 
   static std::uint64_t ChangeCount;
 
+  // Before the successors change; what no walker has read, none remembers.
+  friend class YcluiSyntaxGraph;
+  void noteGain() {
+    if (mark_ != 0) NoteChange();
+  }
   void noteLoss();
 
   // Whether the set of the nodes to be destroyed, into which it goes, does not hold it yet.

@@ -102,6 +102,23 @@ TEST(Walker, WarmStepsDoNotAllocate) {
   EXPECT_EQ(Allocations(), before);
 }
 
+// A repeated word is not looked behind for a way to the end, so the step behind it is the first and
+// only thing that reads its many successors.
+TEST(Walker, NoticesANewSuccessorOfARepeatedWord) {
+  const auto graph = Build("1");
+  YcluiSyntaxNode* node = SuccessorsOf(*graph->start)[0];
+  node->kind = YcluiNodeClosure;
+  for (int i = 0; i < 40; ++i) node->append(new YcluiSyntaxNode(5));
+  Walker walker;
+  walker.syntaxGraph(graph.get());
+  for (const unsigned long id : {5, 5, 5, 3}) {
+    if (id == 3) node->append(new YcluiSyntaxNode(3));
+    walker.reset();
+    EXPECT_EQ(walker.stepNext(1), node);
+    EXPECT_NE(walker.stepNext(id), nullptr) << id;
+  }
+}
+
 // Where ways meet, the number of ways does not show in what the walker keeps.
 TEST(Walker, KeepsEachPlaceTwiceAtMost) {
   const auto graph = Build("1");
