@@ -315,7 +315,7 @@ class Trial {
         addIndefinite(how / 4 % 5);
         break;
       case 2:
-        if (root_.first() != nullptr) root_.detach(root_.first());
+        if (root_.first() != nullptr) root_.detach(root_.first()->item());
         break;
       default:
         setIndefiniteRoot(judge_.root == &root_ ? *graph_.start : root_);

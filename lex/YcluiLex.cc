@@ -144,6 +144,10 @@ const YDictionary* YcluiLex::words() const {
   return wordTable;
 }
 
+std::uint64_t YcluiLex::wordChanges() const {
+  return usable() ? wordTable->changes() : 0;
+}
+
 bool YcluiLex::isDelimiter(char byte) const {
   return IsIn(delimiters.buffer, byte);
 }

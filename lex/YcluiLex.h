@@ -119,6 +119,8 @@ class YQRT_API YcluiLex {
   // All words, first added first, as records of YcluiKeyword; YAssocSetItr walks them. Null when
   // the lexer has no tables.
   const YDictionary* words() const;
+  // Goes up whenever a word is added or deleted.
+  std::uint64_t wordChanges() const;
 
   // --- Variables; names are found in any case
 

@@ -200,12 +200,14 @@ bool YcluiWordTable::clashes(const YcluiKeyword& record) const {
 }
 
 void YcluiWordTable::link(YcluiKeyword* record) {
+  ++changeCount;
   record->setSerial(++lastSerial);
   numbered.add(record->id(), record);
   ForEachKey(*record, [this, record](std::uint64_t key) { forms.add(key, record); });
 }
 
 void YcluiWordTable::unlink(YcluiKeyword* record) {
+  ++changeCount;
   numbered.remove(record->id(), record);
   ForEachKey(*record, [this, record](std::uint64_t key) { forms.remove(key, record); });
 }

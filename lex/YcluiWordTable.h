@@ -56,6 +56,8 @@ class YcluiWordTable final : public YDictionary {
   YcluiKeyword* findInAnyCase(std::string_view key) const;
   // The name of the first added word of that id, or null.
   const char* keyword(std::uint32_t id) const;
+  // How often words were added and removed.
+  std::uint64_t changes() const { return changeCount; }
 
   // As a set the table tells its records apart by their address.
   YWord compare(const void* a, const void* b) const override;
@@ -64,6 +66,7 @@ class YcluiWordTable final : public YDictionary {
  private:
   std::uint32_t nextId;
   std::uint64_t lastSerial = 0;
+  std::uint64_t changeCount = 0;
   mutable YString folded;   // the key of the present find
   YcluiWordIndex numbered;  // the words by id
   YcluiWordIndex forms;     // by each text that they are found under

@@ -13,6 +13,7 @@
 #include "foundation/YcluiLimits.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiToken.h"
+#include "parser/YcluiCandidates.h"
 #include "parser/YcluiLevels.h"
 #include "parser/YcluiLineParser.h"
 #include "parser/YcluiLogFile.h"
@@ -245,6 +246,10 @@ class YQRT_API YcluiParser {
   // Completion, from the state of the current frame. Exact bytes: the case of `prefix` counts. A
   // candidate whose id has no word in the dictionary is the empty text for an empty prefix and no
   // candidate for another one. Indefinite nodes are not offered.
+  //
+  // The first question at a place of the syntax costs the words that could come there. The second
+  // one sorts them; from then on a question costs the words that it finds, until the walker stands
+  // elsewhere or syntax or dictionary have changed.
 
   // Adds the words that could come next and begin with `prefix` to `list`, which is given empty, in
   // the walker's order, one for each node. Answers the number of elements of `list`; 0 when nothing
@@ -336,6 +341,8 @@ class YQRT_API YcluiParser {
   int expansions = 0;      // since the last word of the outermost text
   YcluiLevels<YString> levelTexts;  // texts of aliases and commands
 
+  mutable YcluiCandidates candidates;
+
   // Places in the text of the outermost interpret.
   long tokenOffset = 0;  // see lastTokenOffset
   long textBase = 0;     // where the present text of the lexer begins
@@ -384,6 +391,8 @@ class YQRT_API YcluiParser {
   void deleteIndefiniteNodes();
   const YcluiSyntaxNode* interruptedNode() const;
   YWord admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;
+
+  YWord findCandidates(const char* prefix, YcluiCandidates::Words& found) const;
 
   void joinLive();
   void leaveLive();

@@ -1,11 +1,8 @@
 // Completion: what could come next.
 
-#include <algorithm>
-#include <cstring>
 #include <functional>
 #include <string_view>
 #include <unordered_set>
-#include <vector>
 
 #include "foundation/YMemory.h"
 #include "parser/YcluiParser.h"
@@ -19,10 +16,10 @@ class DistinctWords {
   void add(const char* word) {
     if (seen_.insert(word).second) words_.push_back(word);
   }
-  const std::vector<const char*, YAllocator<const char*>>& words() const { return words_; }
+  const YcluiCandidates::Words& words() const { return words_; }
 
  private:
-  std::vector<const char*, YAllocator<const char*>> words_;
+  YcluiCandidates::Words words_;
   std::unordered_set<std::string_view, std::hash<std::string_view>, std::equal_to<>,
                      YAllocator<std::string_view>>
       seen_;
@@ -36,27 +33,22 @@ void MakeRoom(YString_Array& list, int count) {
   list.resize(size);
 }
 
-std::uint32_t CommonLength(const YString& a, const YString& b) {
-  const std::uint32_t most = std::min(a.length, b.length);
+std::uint32_t CommonLength(const char* word, const YString& other) {
   std::uint32_t n = 0;
-  while (n < most && a.buffer[n] == b.buffer[n]) ++n;
+  while (n < other.length && word[n] == other.buffer[n]) ++n;
   return n;
+}
+
+std::string_view ViewOf(const char* text) {
+  return text == nullptr ? std::string_view() : std::string_view(text);
 }
 
 }  // namespace
 
 int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
-  const YcluiLineParser* frame = currentFrame();
-  YcluiSyntaxNodeP_Array nodes;
-  if (frame == nullptr || frame->possibleNodes(nodes) == 0) return 0;
-  const std::size_t length = prefix == nullptr ? 0 : std::strlen(prefix);
-  std::vector<const char*, YAllocator<const char*>> found;
-  for (int i = 0; i < nodes.size(); ++i) {
-    const char* word = lexer->keyword(nodes.at(i)->tokenId);
-    if (length == 0 || (word != nullptr && std::strncmp(word, prefix, length) == 0))
-      found.push_back(word);
-  }
-  const int first = length == 0 ? 0 : list.size();
+  YcluiCandidates::Words found;
+  if (findCandidates(prefix, found) == 0) return 0;
+  const int first = prefix == nullptr || *prefix == '\0' ? 0 : list.size();
   const int count = static_cast<int>(found.size());
   MakeRoom(list, first + count);
   for (int i = 0; i < count; ++i) list[first + i].assign(found[static_cast<std::size_t>(i)]);
@@ -66,15 +58,24 @@ int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
 YWord YcluiParser::completionString(const char* prefix, YString& completed,
                                     unsigned long& unique) const {
   unique = 0;
-  YString_Array list;
-  const int count = completionList(prefix, list);
-  if (count == 0) return 0;
-  completed = list.at(0);
-  for (int i = 0; i < count && completed.length > 0; ++i) {
-    completed.truncate(CommonLength(list.at(i), completed));
+  YcluiCandidates::Words found;
+  if (findCandidates(prefix, found) == 0 || found.empty()) return 0;
+  completed.assign(found[0]);
+  for (std::size_t i = 1; i < found.size() && completed.length > 0; ++i) {
+    completed.truncate(found[i] == nullptr ? 0 : CommonLength(found[i], completed));
   }
   if (completed.length == 0) return 0;
-  unique = count == 1 ? 1 : 0;
+  unique = found.size() == 1 ? 1 : 0;
+  return 1;
+}
+
+// 0 when nothing can come.
+YWord YcluiParser::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
+  const YcluiLineParser* frame = currentFrame();
+  if (frame == nullptr) return 0;
+  candidates.read(*frame, *indefiniteRoot, *lexer);
+  if (!candidates.areListed()) return 0;
+  candidates.find(ViewOf(prefix), found);
   return 1;
 }
 
@@ -93,13 +94,10 @@ void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void*
   if (frame == nullptr) return;
   YString folded(prefix);
   folded.toLower();  // as the names of the dictionary are
-  const auto takeWordOf = [&](const YcluiSyntaxNode& node) {
-    const char* name = lexer->keyword(node.tokenId);
-    if (name == nullptr || *name == '\0') return;
-    if (std::strncmp(name, folded.buffer, folded.length) == 0) take(word, name);
-  };
-  YcluiSyntaxNodeP_Array nodes;
-  frame->possibleNodes(nodes);
-  for (int i = 0; i < nodes.size(); ++i) takeWordOf(*nodes.at(i));
-  for (YcluiSuccessorIterator i(*indefiniteRoot); i.ring != nullptr; ++i) takeWordOf(*i.node());
+  YcluiCandidates::Words found;
+  candidates.read(*frame, *indefiniteRoot, *lexer);
+  candidates.findAll(ViewOf(folded.buffer), found);
+  for (const char* name : found) {
+    if (*name != '\0') take(word, name);
+  }
 }

@@ -37,6 +37,7 @@ void YcluiParser::addIndefiniteNode(YcluiSyntaxNode* node) {
 
 // A new root for the indefinite nodes to come; those of before are kept under another one.
 void YcluiParser::replaceIndefiniteRoot() {
+  candidates.forget();
   YcluiSyntaxNode* root = YChecked(new (std::nothrow) YcluiSyntaxNode);
   if (indefiniteRoot != nullptr) {
     if (formerIndefinites == nullptr) {

@@ -1,5 +1,7 @@
 // What could come next.
 
+#include <functional>
+
 #include "gtest/gtest.h"
 #include "tests/parser/CommandLine.h"
 
@@ -53,6 +55,55 @@ TEST(Completion, FollowsTheWalker) {
     line.possibleWords(list);
     EXPECT_EQ(Joined(list), c.words);
   }
+}
+
+// Held against what the walker and the dictionary say, however often and in between what was asked.
+TEST(Completion, IsUpToDateAtEveryQuestion) {
+  YcluiParser parser;
+  YcluiLex& words = *parser.lex();
+  auto* syntax = new YcluiSyntaxGraph;
+  YcluiNfa walker;
+  const auto add = [&](unsigned id) {
+    words.addKeyword((std::string("ab") + char('a' + id * 7 % 26) + std::to_string(id)).c_str(),
+                     nullptr, id);
+    syntax->insertOr(new YcluiSyntaxNode(id));
+  };
+  for (unsigned id = 1; id <= 60; ++id) add(id % 50 + 1);  // some twice
+  syntax->insertAnd(new YcluiSyntaxNode(1));
+  parser.setSyntaxGraph(syntax);
+  walker.syntaxGraph(syntax);
+  const auto expected = [&](const std::string& prefix) {
+    YString_Array list;
+    YcluiSyntaxNodeP_Array nodes;
+    walker.possibleNodes(nodes);
+    for (int i = 0; i < nodes.size(); ++i) {
+      const char* word = words.keyword(nodes.at(i)->tokenId);
+      if (std::string(word == nullptr ? "" : word).compare(0, prefix.size(), prefix) == 0) {
+        list.end() = YString(word);
+      }
+    }
+    return Joined(list);
+  };
+  const std::function<void()> changes[] = {
+      [] {},
+      [&] { parser.interpret("abh1"), walker.stepNext(1); },
+      [&] { words.delKeyword("abd19"); },
+      [&] { words.addKeyword("abd-again", nullptr, 19); },
+      [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(19)); },
+      [&] { parser.reset(), walker.reset(); },
+      [&] { parser.interpret("abh1"), walker.stepNext(1); },
+  };
+  for (const auto& change : changes) {
+    change();
+    for (const char* prefix : {"ab", "abd", "abd1", "abz", "abd", "b", "", "abd", "ab"}) {
+      YString_Array list;
+      parser.completionList(prefix, list);
+      EXPECT_EQ(Joined(list), expected(prefix)) << &change - changes << prefix;
+    }
+  }
+  YString_Array all;
+  parser.possibleWords(all, "ABD");
+  EXPECT_EQ(Joined(all), "abd45 abd-again");
 }
 
 TEST(Completion, EndsWithTheLine) {
