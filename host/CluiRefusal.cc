@@ -136,7 +136,8 @@ void CluiRefusal::moveToArgument(YcluiParser& parser, const YcluiToken& token, i
   line_.move(spot, CluiFindArgument(line_.textFrom(spot), behind, index, keyword).offset);
 }
 
-// Out of text that the line does not show: a number is known to be an argument's.
+// Behind a word that the line does not show: a number is known to be an argument's, and so is what
+// is missing.
 std::wstring CluiRefusal::explainNested(YcluiParser& parser, const CluiRefused& refused) const {
   const std::wstring fault = LiteralFault(refused.code, "", 0);
   const bool isNumber = refused.code == YErrNotANumber || refused.code == YErrBadPoint ||
@@ -144,8 +145,10 @@ std::wstring CluiRefusal::explainNested(YcluiParser& parser, const CluiRefused& 
   const char* word = WordOf(*refused.token);
   const YcluiKeyword* keyword = parser.lex()->keyword(word);
   const int index = refused.token->argc();
-  if (!isNumber || keyword == nullptr || index > keyword->argCount()) return fault;
-  return CluiArgumentText(encoding_.fromSystem(word), 0, index, keyword->argType(index - 1), fault);
+  const bool isDeclared = keyword != nullptr && index <= keyword->argCount();
+  if (refused.code != 0 && !(isNumber && isDeclared)) return fault;
+  const YcluiValueType type = isDeclared ? keyword->argType(index - 1) : YcluiValueString;
+  return CluiArgumentText(encoding_.fromSystem(word), 0, index, type, fault);
 }
 
 // Of a variable form in the place of a word. Anything else comes out of a nested text, and its

@@ -678,7 +678,9 @@
 
 (define (escape!)
   (terminal-drop-word)
-  (if question (answer! #f) (terminal-give-up parser)))
+  (cond (question (terminal-take-back parser) ; what is half read instead of an answer
+                  (answer! #f))
+        (else (terminal-give-up parser))))
 
 (terminal-key #\esc "(escape!)")
 (terminal-key #\x03 "(escape!)")

@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-constexpr std::chrono::seconds Patience(20);
+constexpr std::chrono::seconds Patience(4);
 constexpr std::chrono::milliseconds Pause(10);
 
 // What is done in one go, or what the screen must show then.
@@ -142,6 +142,8 @@ class Terminal : public testing::TestWithParam<Session> {
   void start() {
     tmux("new-session -d -x 80 -y 24 'bash run'");
     tmux("set -g status off");
+    // What is typed before the program reads keys would be shown by the terminal itself.
+    expect([&] { return seen(1).empty(); }, false);
   }
 
   // The last lines of the screen, as many as are wanted.
@@ -150,13 +152,19 @@ class Terminal : public testing::TestWithParam<Session> {
     if (lines.size() > count) lines.erase(lines.begin(), lines.end() - static_cast<long>(count));
     return lines;
   }
+  // What is looked at must stay as it is wanted, since keys that were sent may still be on their
+  // way.
   template <typename Look, typename Wanted>
   void expect(const Look& look, const Wanted& wanted) {
     const auto end = std::chrono::steady_clock::now() + Patience;
-    while (look() != wanted && std::chrono::steady_clock::now() < end) {
+    auto found = look();
+    for (int good = 0; good < 3;) {
+      if (found != wanted && std::chrono::steady_clock::now() > end) break;
+      good = found == wanted ? good + 1 : 0;
       std::this_thread::sleep_for(Pause);
+      found = look();
     }
-    ASSERT_EQ(look(), wanted) << "the screen:\n" << tmux("capture-pane -p");
+    ASSERT_EQ(found, wanted) << "the screen:\n" << tmux("capture-pane -p");
   }
 
   void paste(const Lines& lines) {
