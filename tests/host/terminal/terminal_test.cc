@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-constexpr std::chrono::seconds Patience(4);
+constexpr std::chrono::seconds Patience(20);
 constexpr std::chrono::milliseconds Pause(10);
 
 // What is done in one go, or what the screen must show then.
