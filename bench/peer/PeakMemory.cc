@@ -41,10 +41,11 @@ void PrintPeakMemory(const std::vector<int>& sizes, int lines) {
   for (const ContenderKind& kind : ContenderKinds()) std::printf("%20s", kind.name);
   for (const int size : sizes) {
     const Language language(size);
-    const long least = PeakMemoryOf(ContenderKinds().front(), language, lines);
     std::printf("\n%-26d", size);
+    long least = -1;
     for (const ContenderKind& kind : ContenderKinds()) {
       const long peak = PeakMemoryOf(kind, language, lines);
+      if (least < 0) least = peak;
       std::printf("%20s", peak < 0 ? "-" : std::to_string(peak - least).c_str());
     }
   }
