@@ -63,17 +63,11 @@ int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost) {
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words,
                          std::size_t here) {
   const std::wstring meant = WithoutColon(typed);
-  const int allowed = Allowed(typed.size());
-  Rank best = {allowed + 2, true, true};
+  Rank best = {Allowed(typed.size()) + 1, false, false};
   const std::wstring* nearest = nullptr;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const bool away = i >= here;
-    const int atMost = std::min(allowed, best.slips - (away ? 1 : 0));
-    if (atMost < 0) continue;
-    const int distance = CluiDistance(meant, WithoutColon(words[i]), atMost);
-    if (distance > atMost) continue;
-    const Rank rank = {distance + (away ? 1 : 0), away,
-                       EndsInColon(typed) != EndsInColon(words[i])};
+    const int distance = CluiDistance(meant, WithoutColon(words[i]), best.slips);
+    const Rank rank = {distance, i >= here, EndsInColon(typed) != EndsInColon(words[i])};
     if (!(rank < best)) continue;
     best = rank;
     nearest = &words[i];

@@ -12,8 +12,9 @@ int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost);
 
 // The first of the nearest words, or the empty text when none is near enough to be meant: one
 // slip in a short word, two from five letters on, three from nine on. A colon at the end of one of
-// the two does not count, but of words as near that which ends alike is answered. The first `here`
-// words can come where the other one was typed; to the others that is as good as a slip.
+// the two does not count. Of words as near, one of the first `here`, which can come where the other
+// one was typed, is answered before the rest, and one that ends in a colon alike before one that
+// does not.
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words,
                          std::size_t here);
 

@@ -92,8 +92,8 @@ TEST(Nearest, CountsSlips) {
 }
 
 TEST(Nearest, NamesOnlyWhatMayBeMeant) {
-  const std::vector<std::wstring> words = {L"lime",    L"a",          L"line:", L"lane:",
-                                           L"radius:", L"rectangle:", L"rage",  L"lines"};
+  const std::vector<std::wstring> words = {L"lime",       L"a",    L"line:", L"lane:", L"radius:",
+                                           L"rectangle:", L"rage", L"lanez", L"lens:"};
   const struct {
     const wchar_t *typed, *nearest;
   } rows[] = {
@@ -106,9 +106,10 @@ TEST(Nearest, NamesOnlyWhatMayBeMeant) {
       {L"rdus:", L"radius:"},
       {L"rextnagl:", L"rectangle:"},
       {L"rafe", L"rage"},
-      {L"lixe:", L"line:"},    // ends alike
+      {L"lixe:", L"line:"},  // ends alike
       {L"lixe", L"lime"},
-      {L"pines:", L"line:"},  // can come here, at two slips, as "lines" cannot
+      {L"lanes:", L"lane:"},  // which can come here
+      {L"lens", L"lens:"},
   };
   for (const auto& row : rows)
     EXPECT_EQ(CluiNearest(row.typed, words, 6), row.nearest) << row.typed;
