@@ -249,7 +249,8 @@ void CluiRun::finish() {
 }
 
 int CluiRun::status() const {
-  if (CluiInterrupted()) return Stopped;
+  // Where somebody types, an interrupt is a key, and a refusal no failure.
+  if (CluiInterrupted() && !options_.typed) return Stopped;
   if (unable_) return Unable;
   if (options_.typed) return AllTaken;
   return refused_ > 0 || failed_ > 0 || ended_ ? SomethingRefused : AllTaken;

@@ -47,6 +47,7 @@ bool CluiSession::run() {
   int height = 0;
   if (terminal_.size(width, height)) screen_.resize(width, height);
   loop();
+  CluiForgetInterrupt();  // it was a key
   screen_.leave();
   flush();
   terminal_.close();
@@ -103,6 +104,7 @@ void CluiSession::afterInterrupt(CluiKeys& keys) {
   CluiForgetInterrupt();
   keys.drop();
   pasted_.clear();
+  dropsPaste_ = pasting_;
   screen_.print(L"interrupted");
 }
 
@@ -181,11 +183,13 @@ void CluiSession::handle(const CluiKey& key) {
       return;
     case CluiKey::PasteBegin:
       pasting_ = true;
+      dropsPaste_ = false;
       pasted_.clear();
       pastedLines_ = 0;
       return;
     case CluiKey::Paste:
-      return paste(key.bytes);
+      if (!dropsPaste_) paste(key.bytes);
+      return;
     case CluiKey::PasteEnd:
       return pasteRest();
   }
@@ -210,7 +214,8 @@ void CluiSession::stop() {
 }
 
 // Nobody wanted the key: perhaps since a quote is open. It is closed then, with a second quote
-// where a backslash took the first; when that does not help, the key is not bound at all.
+// where a backslash took the first; when that does not help, the key is not bound at all. Control-C
+// gives up even then.
 void CluiSession::controlInQuote(char byte) {
   for (int quotes = 1; quotes <= 2; ++quotes) {
     field_.type("\"");
@@ -218,6 +223,9 @@ void CluiSession::controlInQuote(char byte) {
   }
   field_.rubOut();
   field_.rubOut();
+  if (byte != CluiKeyByte::Interrupt) return;
+  takeWord();
+  giveUp();
 }
 
 void CluiSession::text(const std::string& character) {
