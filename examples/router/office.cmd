@@ -20,7 +20,7 @@ dns server: 192.0.2.54
 ntp server: 192.0.2.123
 logging level: 4
 logging host: 10.1.0.9
-snmp location: "2階, the cupboard behind the \"blue\" door"
+snmp location: "2階, the cupboard behind the 'blue' door"
 snmp contact: "ana@office.example"
 snmp community: "watch \$ee" read   # a "$" in front of a "{" would name a variable
 snmp community: tools write

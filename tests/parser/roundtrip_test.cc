@@ -1,0 +1,241 @@
+// Random languages, spoken at random: what is recorded plays as it was spoken.
+
+#include <cmath>
+#include <cstring>
+#include <random>
+#include <sstream>
+
+#include "gtest/gtest.h"
+#include "tests/parser/CommandLine.h"
+
+namespace {
+
+using Random = std::mt19937;
+
+// A number below `count`, the same with every compiler.
+unsigned Below(Random& random, unsigned count) {
+  return static_cast<unsigned>(random() % count);
+}
+
+struct Word {
+  std::string name, shortest;
+  std::vector<YcluiValueType> types;
+};
+
+// Speaks the language that its seed stands for, and keeps what is accepted and what is run.
+class Speaker : public YcluiParser {
+ public:
+  explicit Speaker(unsigned seed) : pauses_(seed) {
+    Random random(seed);
+    for (unsigned i = 0; i < 12; ++i) addWord(random, i);
+    auto* syntax = new YcluiSyntaxGraph;
+    for (int i = 0; i < 4; ++i) insertOr(*syntax, sequence(random, 0));
+    lex()->addKeyword("in", nullptr, 1);
+    lex()->addKeyword("out", nullptr, 2);
+    lex()->addKeyword("anywhere", nullptr, 3);
+    syntax->insertOr(new YcluiSyntaxNode(1, "in"));
+    syntax->insertOr(new YcluiSyntaxNode(2, "out"));
+    setSyntaxGraph(syntax);
+    addIndefiniteNode(new YcluiSyntaxNode(3, "anywhere $-1"));
+    setAlias("al", "in out anywhere");
+    YcluiParser::interpret("${n}=12 ${s}=\"a \x95\x5C b\"");
+  }
+
+  std::vector<std::string> events;
+  bool isPausing = false;
+
+  const Word* word(const std::string& name) const {
+    for (const Word& word : words_) {
+      if (word.name == name) return &word;
+    }
+    return nullptr;
+  }
+  int interpret(const char* text) override {
+    if (isPausing && Below(pauses_, 3) == 0) pausePlayback();
+    return YcluiParser::interpret(text);
+  }
+
+ private:
+  std::vector<Word> words_;
+  Random pauses_;
+
+  void addWord(Random& random, unsigned index) {
+    const char* const syllables[] = {"ka", "\x95\x5C", "ro", "\x83\x7B", "x9", "\xB1"};
+    Word word;
+    word.name = std::string(1, static_cast<char>('b' + index));
+    word.shortest = word.name + "q";
+    word.name += "q" + std::string(syllables[Below(random, 6)]) + syllables[Below(random, 6)];
+    for (unsigned i = Below(random, 4); i > 0; --i) {
+      word.types.push_back(YcluiValueType(1 + Below(random, 4)));
+    }
+    if (word.types.empty()) {
+      lex()->addKeyword(word.name.c_str(), word.shortest.c_str(), 10 + index);
+    } else {
+      word.shortest = word.name += ":";
+      lex()->addKeyword(word.name.c_str(), static_cast<int>(word.types.size()), word.types.data(),
+                        10 + index);
+    }
+    words_.push_back(word);
+  }
+
+  static void insertOr(YcluiSyntaxGraph& graph, YcluiSyntaxGraph* part) {
+    graph.insertOr(part);
+    delete part;
+  }
+  YcluiSyntaxGraph* sequence(Random& random, int depth) {
+    auto* made = new YcluiSyntaxGraph;
+    for (unsigned i = 0; i <= Below(random, 3); ++i) {
+      const bool isPlain = depth == 2 || Below(random, 2) == 0;
+      YcluiSyntaxGraph* part = isPlain ? nullptr : alternatives(random, depth + 1);
+      if (part != nullptr) made->insertAnd(part);
+      delete part;
+      if (part == nullptr || i == 0) {
+        made->insertAnd(new YcluiSyntaxNode(10 + Below(random, 12), "run $0 $$[0] $$[2] $-1#"));
+      }
+    }
+    return made;
+  }
+  YcluiSyntaxGraph* alternatives(Random& random, int depth) {
+    auto* made = new YcluiSyntaxGraph;
+    for (int i = 0; i < 3; ++i) insertOr(*made, sequence(random, depth));
+    if (Below(random, 3) == 0) made->makeClosure();
+    return made;
+  }
+
+  YWord evaluate(const char* text) override {
+    events.push_back(std::string(text) + " <- " + currentToken()->wholeString());
+    for (int i = 1; i < currentToken()->argc(); ++i) {
+      events.back() += " " + std::to_string((*currentToken())[i]->tag);
+    }
+    if (std::strcmp(text, "in") == 0) pushFrame();
+    if (std::strcmp(text, "out") == 0) popFrame(), reset();
+    return 1;
+  }
+};
+
+// What a speaker of the same language says: words that may come, some that may not, and values of
+// all kinds in all spellings.
+class Speech {
+ public:
+  // A simple speech has values and lines that a resumed playback reads too.
+  Speech(unsigned seed, bool isSimple) : random_(seed), isSimple_(isSimple), listener_(seed) {
+    for (int i = isSimple ? 250 : 0; i < 300; ++i) {
+      say(nextWord());
+      if (Below(random_, 3) == 0) say("\n"), texts.emplace_back();
+    }
+  }
+
+  std::vector<std::string> texts = {""};
+
+ private:
+  Random random_;
+  bool isSimple_;
+  Speaker listener_;
+
+  void say(const std::string& text) {
+    texts.back() += text;
+    listener_.interpret(text.c_str());
+  }
+
+  std::string nextWord() {
+    const char* const others[] = {"anywhere ",
+                                  "# a \"comment\"\n",
+                                  "zz: 1,'a b',q ",
+                                  "al ",
+                                  "unknown ",
+                                  "${x}=5 ${x}[1]=3\n",
+                                  "in ",
+                                  "out "};
+    if (Below(random_, 5) == 0) return others[Below(random_, 8)];
+    YString_Array words;
+    const int count = listener_.completionList("", words);
+    if (count == 0) return "out ";
+    const Word* word = listener_.word(words[static_cast<int>(random_() % count)].buffer);
+    if (word == nullptr) return "in ";
+    std::string text = Below(random_, 2) == 0 ? word->name : word->shortest;
+    if (Below(random_, 2) == 0) text[1] = 'Q';
+    for (std::size_t i = 0; i < word->types.size(); ++i) {
+      const char* const separators[] = {",", ", ", " ,\t", ",\n"};
+      if (i > 0) text += separators[Below(random_, 4)];
+      text += value(word->types[i]);
+    }
+    return text + " ";
+  }
+
+  std::string value(YcluiValueType type) {
+    const std::string number = std::to_string(static_cast<std::int32_t>(random_()));
+    if (type == YcluiValuePoint) return number + ", " + std::to_string(Below(random_, 99));
+    if (type == YcluiValueInteger) return Below(random_, 4) == 0 ? "${n}" : number;
+    if (type == YcluiValueFloat) return real();
+    return string();
+  }
+  std::string real() {
+    std::ostringstream text;
+    text.precision(17);
+    text << std::ldexp(static_cast<std::int32_t>(random_()),
+                       static_cast<int>(Below(random_, 1800)) - 950);
+    return Below(random_, 2) == 0 ? text.str() : std::to_string(Below(random_, 99)) + ".50";
+  }
+  std::string string() {
+    const char* const pieces[] = {"a",        " ",     ",",        ":",    ";",  "#",    "'",
+                                  "$ ",       "{",     "\x95\x5C", "1",    "}",  "Z",    "\xFF",
+                                  "\x83\x7B", "\x83 ", "\t",       "\xB1", "\n", "\\\"", "\\\\"};
+    const char quote = Below(random_, 2) == 0 ? '"' : '\'';
+    if (Below(random_, 8) == 0)
+      return "\x83\x5C"
+             "b";
+    if (Below(random_, 8) == 0) return "\"a ${s} ${n}\"";
+    std::string text(1, quote);
+    for (unsigned i = Below(random_, 9); i > 0; --i) {
+      for (const char* p = pieces[Below(random_, isSimple_ ? 18 : 21)]; *p != '\0'; ++p) {
+        const bool isTrail = *p == '\\' && (text.back() == '\x95' || text.back() == '\x83');
+        if ((*p == quote || *p == '\\') && !isTrail) text += '\\';
+        text += *p;
+      }
+    }
+    return text + quote;
+  }
+};
+
+std::size_t LongestLine(const std::string& text) {
+  std::size_t longest = 0;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) longest = std::max(longest, line.size());
+  return longest;
+}
+
+TEST(RoundTrip, OfRandomLanguages) {
+  std::size_t spoken = 0;
+  int resumed = 0;
+  for (unsigned seed = 1; seed <= 60; ++seed) {
+    SCOPED_TRACE(seed);
+    const bool isSimple = seed % 2 == 0;
+    const Speech speech(seed, isSimple);
+    Speaker first(seed);
+    ASSERT_EQ(first.startLogging(PathOf("first").c_str(), 0), 1u);
+    for (const std::string& text : speech.texts) first.interpret(text.c_str());
+    ASSERT_EQ(first.shutLogging(), 1u);
+    spoken += first.events.size();
+    const auto plays = [&](const char* from, const char* to, bool isPausing) {
+      Speaker speaker(seed);
+      speaker.nestStyle(YcluiLogNestPlain);
+      speaker.isPausing = isPausing;
+      EXPECT_EQ(speaker.startLogging(PathOf(to).c_str(), 0), 1u);
+      EXPECT_EQ(speaker.playbackFromLog(PathOf(from).c_str()), 1u);
+      while (speaker.continuePlayback() != 0) {
+      }
+      EXPECT_EQ(speaker.shutLogging(), 1u);
+      EXPECT_EQ(speaker.events, first.events);
+      EXPECT_EQ(ReadFile(to), ReadFile(from));
+    };
+    plays("first", "second", false);
+    plays("second", "third", false);
+    if (!isSimple || LongestLine(ReadFile("first")) > 1023) continue;
+    plays("first", "resumed", true);
+    ++resumed;
+  }
+  EXPECT_GT(spoken, 3000u);
+  EXPECT_GT(resumed, 20);
+}
+
+}  // namespace
