@@ -1,12 +1,9 @@
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "bench/DraftingParser.h"
 #include "bench/Row.h"
+#include "bench/TemporaryFile.h"
 
 namespace {
 
@@ -21,24 +18,6 @@ void KeepLine(void*, const char* wholeLine) {
 void KeepLines(void*, const char* line, const char* wholeLine) {
   LastText = line == wholeLine ? line : wholeLine;
 }
-
-// A name for a file that is not there, and the end of that file.
-class TemporaryFile {
- public:
-  TemporaryFile() {
-    std::string name = (std::filesystem::temp_directory_path() / "road_bench.XXXXXX").string();
-    const int file = mkstemp(name.data());
-    if (file >= 0) close(file);
-    path_ = name;
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { std::filesystem::remove(path_); }
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 // A text in one piece, read by a parser that has read a short one before.
 class OneText : public Work {

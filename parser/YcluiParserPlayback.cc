@@ -25,25 +25,27 @@ class LineReader {
   YWord read() {
     line_.truncate(0);
     for (int byte = get(); byte != EOF; byte = get()) {
-      if (byte == '\n' && !inString_) return 1;
+      if (byte == '\n' && !inString_) return end(1);
       if (byte == '"') inString_ = !inString_;
       add(byte);
       if (byte == '\\') readEscaped();
       if (byte >= 0x80) readTrail(byte);
     }
     std::clearerr(stream_);  // a read error is an end, and no failure of a later close
-    return 0;
+    return end(0);
   }
 
  private:
   std::FILE* stream_;
   YString& line_;
+  char run_[256];  // bytes that are still to be added to the line
+  std::size_t runLength_ = 0;
   bool inString_ = false;
   long bytes_ = 0;
   long ends_ = 0;
 
   int get() {
-    const int byte = std::fgetc(stream_);
+    const int byte = getc_unlocked(stream_);
     if (byte != EOF) ++bytes_;
     if (byte == '\n') ++ends_;
     return byte;
@@ -53,14 +55,28 @@ class LineReader {
     --bytes_;
     if (byte == '\n') --ends_;
   }
-  void add(int byte) { line_ << static_cast<char>(byte); }
+  void add(int byte) {
+    if (runLength_ == sizeof run_) addRun();
+    run_[runLength_++] = static_cast<char>(byte);
+  }
+  void addRun() {
+    line_.concat(run_, runLength_);
+    runLength_ = 0;
+  }
+  YWord end(YWord follows) {
+    addRun();
+    return follows;
+  }
 
   // A log holds strings with nothing escaped, while the lexer takes a backslash for the one and the
   // byte behind it: a quote or a backslash behind a backslash gets two more.
   void readEscaped() {
     const int byte = get();
     if (byte == EOF) return;
-    if (byte == '"' || byte == '\\') line_ << "\\\\";
+    if (byte == '"' || byte == '\\') {
+      add('\\');
+      add('\\');
+    }
     add(byte);
   }
 
