@@ -8,8 +8,10 @@ namespace {
 
 void StepTo(CluiSpot& spot, std::size_t offset) {
   while (spot.offset < offset) {
+    const bool isEnd = (*spot.text)[spot.offset] == '\n';
     spot.offset += CluiStepAt(*spot.text, spot.offset);
     ++spot.character;
+    if (isEnd) spot = {spot.line + 1, 0, spot.offset, spot.text, spot.offset};
   }
 }
 
@@ -60,7 +62,10 @@ void CluiLine::move(CluiSpot& spot, std::size_t offset) const {
 }
 
 const std::wstring& CluiLine::characters(const CluiSpot& spot) {
-  if (charactersOf_ != spot.line) characters_ = encoding_.fromSystem(*spot.text);
+  if (charactersOf_ != spot.line) {
+    const std::size_t end = spot.text->find('\n', spot.begin);
+    characters_ = encoding_.fromSystem(spot.text->substr(spot.begin, end - spot.begin));
+  }
   charactersOf_ = spot.line;
   return characters_;
 }

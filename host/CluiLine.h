@@ -13,6 +13,7 @@ struct CluiSpot {
   std::size_t character = 0;          // counted from 0
   std::size_t offset = 0;             // of the character, in bytes of the line
   const std::string* text = nullptr;  // the line, text of the system
+  std::size_t begin = 0;              // where in the text that line begins, when it holds several
 };
 
 class CluiLine {
@@ -21,8 +22,8 @@ class CluiLine {
 
   // Forgets the lines of an earlier input.
   void restart();
-  // Goes on to the line of that number, whose text is taken out of `text`. So many bytes at its
-  // front were fed before, as a piece of their own.
+  // Goes on to the line of that number, whose text is taken out of `text`; a text of several lines
+  // has that of the first one. So many bytes at its front were fed before, as a piece of their own.
   void take(std::string& text, std::size_t number, std::size_t fedBefore = 0);
 
   const std::string& text() const { return now_.text; }
@@ -33,6 +34,9 @@ class CluiLine {
   // Past the end, where text stands that a command has appended, the spot asked for before is
   // answered again. Asked for in order, the spots of a line cost its length.
   CluiSpot spotOf(int offset);
+
+  // Whether it lies in the present line, and not in the one before.
+  bool isNow(const CluiSpot& spot) const { return spot.text == &now_.text; }
 
   // The text from the start of the line of a spot to the end of what is fed.
   std::string textFrom(const CluiSpot& spot) const;

@@ -46,7 +46,9 @@ std::wstring LiteralFault(unsigned int code, const std::string& text, std::size_
 
 }  // namespace
 
-std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot) {
+std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiLine& line,
+                                  const CluiRefused& refused, CluiSpot& spot) {
+  line_ = &line;
   const YcluiToken& token = *refused.token;
   const std::wstring word = encoding_.fromSystem(WordOf(token));
   if (refused.offered && refused.code == YErrInterruptRefused) {
@@ -110,7 +112,7 @@ std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused
                                           CluiSpot& spot) {
   const char* word = WordOf(*refused.token);
   if (!StandsAt(spot, word)) return explainForm(parser, refused, spot);
-  const std::string text = line_.textFrom(spot);
+  const std::string text = line_->textFrom(spot);
   const YcluiKeyword* keyword = parser.lex()->keyword(word);
   const int index = refused.token->argc();
   // Behind the declared arguments, and behind a word without any, all are strings.
@@ -119,7 +121,7 @@ std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused
   const CluiArgumentPlace place =
       CluiFindArgument(text, spot.offset + std::strlen(word), index, keyword);
   const std::size_t line = spot.line;
-  line_.move(spot, place.offset);
+  line_->move(spot, place.offset);
   std::wstring fault = LiteralFault(refused.code, text, place.offset);
   if (!place.separated) fault += brokenText(encoding_.fromSystem(word), line, spot);
   fault += restText(refused, text, place.offset, spot);
@@ -127,13 +129,13 @@ std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused
                           fault);
 }
 
-void CluiRefusal::moveToArgument(YcluiParser& parser, const YcluiToken& token, int index,
-                                 CluiSpot& spot) const {
+void CluiRefusal::moveToArgument(YcluiParser& parser, const CluiLine& line, const YcluiToken& token,
+                                 int index, CluiSpot& spot) {
   const char* word = WordOf(token);
   if (!StandsAt(spot, word)) return;
   const std::size_t behind = spot.offset + std::strlen(word);
   const YcluiKeyword* keyword = parser.lex()->keyword(word);
-  line_.move(spot, CluiFindArgument(line_.textFrom(spot), behind, index, keyword).offset);
+  line.move(spot, CluiFindArgument(line.textFrom(spot), behind, index, keyword).offset);
 }
 
 // Behind a word that the line does not show: a number is known to be an argument's, and so is what
@@ -155,7 +157,7 @@ std::wstring CluiRefusal::explainNested(YcluiParser& parser, const CluiRefused& 
 // fault costs nothing of the line.
 std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& refused,
                                       const CluiSpot& spot) {
-  const std::string text = line_.textFrom(spot);
+  const std::string text = line_->textFrom(spot);
   if (parser.lex()->suspendedTexts() > 0 || !OpensVariable(text, spot.offset)) {
     return explainNested(parser, refused);
   }
@@ -170,7 +172,7 @@ std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& re
 std::wstring CluiRefusal::brokenText(const std::wstring& word, std::size_t line,
                                      const CluiSpot& spot) const {
   if (spot.line != line) return L"; that line broke off without a comma";
-  if (spot.line == line_.number()) return std::wstring();
+  if (line_->isNow(spot)) return std::wstring();
   return L"; the arguments of " + CluiQuoted(word) +
          L" broke off here and go on with the next line";
 }
@@ -178,6 +180,6 @@ std::wstring CluiRefusal::brokenText(const std::wstring& word, std::size_t line,
 std::wstring CluiRefusal::restText(const CluiRefused& refused, const std::string& text,
                                    std::size_t place, const CluiSpot& spot) const {
   if (refused.code == 0 || !CluiHasRest(text, place)) return std::wstring();
-  const bool isOneLine = spot.line == line_.number() || CluiIsBlank(line_.text());
+  const bool isOneLine = line_->isNow(spot) || CluiIsBlank(line_->text());
   return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
 }

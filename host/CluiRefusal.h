@@ -22,19 +22,19 @@ struct CluiRefused {
 
 class CluiRefusal {
  public:
-  // The line is the one that is being fed, in which spots are.
-  CluiRefusal(CluiEncoding& encoding, const CluiLine& line) : encoding_(encoding), line_(line) {}
+  explicit CluiRefusal(CluiEncoding& encoding) : encoding_(encoding) {}
 
   // Another input begins.
   void restart() { compared_ = 0; }
 
-  // The message for a word that the outermost text holds at `spot`, which is moved to the literal
-  // at fault where that can be told. A word out of a nested text has the spot of what stands for
-  // that text.
-  std::wstring explain(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
+  // The message for a word that the outermost text holds at `spot` of `line`, the one that is being
+  // fed or played. The spot is moved to the literal at fault where that can be told. A word out of
+  // a nested text has the spot of what stands for that text.
+  std::wstring explain(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,
+                       CluiSpot& spot);
   // Moves the spot of a word to argument `index`, from 1, if the word stands there.
-  void moveToArgument(YcluiParser& parser, const YcluiToken& token, int index,
-                      CluiSpot& spot) const;
+  static void moveToArgument(YcluiParser& parser, const CluiLine& line, const YcluiToken& token,
+                             int index, CluiSpot& spot);
 
  private:
   // How many unknown words of an input are compared with the dictionary; a large file of words of
@@ -42,7 +42,7 @@ class CluiRefusal {
   static constexpr std::size_t ComparedAtMost = 200;
 
   CluiEncoding& encoding_;
-  const CluiLine& line_;
+  const CluiLine* line_ = nullptr;  // of the word that is explained
   std::size_t compared_ = 0;
 
   std::wstring explainUnknown(YcluiParser& parser, const std::wstring& word);

@@ -30,7 +30,8 @@ CluiRun::CluiRun(const CluiOptions& options)
       report_(encoding_, progress_),
       trace_(report_, encoding_),
       line_(encoding_),
-      refusal_(encoding_, line_) {}
+      played_(encoding_),
+      refusal_(encoding_) {}
 
 int CluiRun::run() {
   std::string error;

@@ -13,6 +13,7 @@
 #include "host/CluiEncoding.h"
 #include "host/CluiLine.h"
 #include "host/CluiOptions.h"
+#include "host/CluiPlayed.h"
 #include "host/CluiProgress.h"
 #include "host/CluiRefusal.h"
 #include "host/CluiReport.h"
@@ -72,6 +73,7 @@ class CluiRun : public CluiTyping {
   CluiReport report_;
   CluiTrace trace_;
   CluiLine line_;
+  CluiPlayed played_;
   CluiRefusal refusal_;
   YcluiParser* parser_ = nullptr;  // null until the language is loaded, and when all is over
   std::string input_;              // the name of the input being read
@@ -111,9 +113,11 @@ class CluiRun : public CluiTyping {
   bool startLog();
   void endLog();
   void playFile(const std::string& name);
+  void tellCut();
   void tellStopped(Clock::time_point begin);
   bool isPlayed() const;
   CluiPlace playbackPlace() const;
+  std::string nameOfPlayed(const std::string& file) const;
   void showPlayback();
   void tellLosses(const YcluiToken& token);
 
@@ -126,6 +130,7 @@ class CluiRun : public CluiTyping {
   CluiPlace here();
   CluiSpot spotNow();
   Stand stand() const;
+  CluiLine& lineOf(const CluiSpot& spot);
   CluiPlace placeOf(const CluiSpot& spot) const;
   void tellProblem(const std::string& place, const std::string& problem);
   void tellAt(const CluiSpot& spot, const std::wstring& message);

@@ -25,9 +25,12 @@ CluiPlace CluiRun::here() {
   return place;
 }
 
-// Of the last token. What is played has no spot.
+// Of the last token. Of what is played it has none when it cannot be told from which line it is.
 CluiSpot CluiRun::spotNow() {
   static const std::string none;
+  YcluiPlayedToken token;
+  CluiSpot spot;
+  if (parser_->playedToken(token) != 0 && played_.find(token, spot)) return spot;
   if (isPlayed()) return {0, 0, 0, &none};
   return line_.spotOf(parser_->lastTokenOffset());
 }
@@ -37,7 +40,14 @@ CluiRun::Stand CluiRun::stand() const {
   return {parser_->lex()->tokenOffset(), parser_->lex()->suspendedTexts()};
 }
 
+CluiLine& CluiRun::lineOf(const CluiSpot& spot) {
+  return played_.has(spot) ? played_.line() : line_;
+}
+
 CluiPlace CluiRun::placeOf(const CluiSpot& spot) const {
+  if (played_.has(spot)) {
+    return {nameOfPlayed(played_.file()), spot.line, spot.character + 1};
+  }
   if (isPlayed()) return playbackPlace();
   return {input_, spot.line, spot.line == 0 ? 0 : spot.character + 1};
 }
@@ -48,7 +58,7 @@ void CluiRun::tellProblem(const std::string& place, const std::string& problem) 
 
 void CluiRun::tellAt(const CluiSpot& spot, const std::wstring& message) {
   report_.tell(placeOf(spot), message);
-  if (spot.line > 0) report_.show(CluiExcerptOf(line_.characters(spot), spot.character));
+  if (spot.line > 0) report_.show(CluiExcerptOf(lineOf(spot).characters(spot), spot.character));
 }
 
 void CluiRun::tellCodes() {
@@ -148,7 +158,7 @@ void CluiRun::onRefuse(const YcluiToken& token) {
   offered_ = {};
   const CluiRefused refused = {&token, offered, takeCode(), beganEarlier()};
   CluiSpot spot = spotNow();
-  const std::wstring message = refusal_.explain(*parser_, refused, spot);
+  const std::wstring message = refusal_.explain(*parser_, lineOf(spot), refused, spot);
   if (options_.trace) trace_.refused(token, offered);
   tellAt(spot, message);
 }

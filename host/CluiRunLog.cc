@@ -98,12 +98,19 @@ void CluiRun::playFile(const std::string& name) {
   CluiLetLineFinish(true);
   progress_.begin(name, size);
   const Clock::time_point begin = Clock::now();
+  const int errors = parser_->playbackReadErrors();
   if (parser_->playbackFromLog(name.c_str()) == 0) unable_ = true;
   progress_.erase();
+  if (isAlive() && parser_->playbackReadErrors() != errors) tellCut();
   if (options_.trace) trace_.settle();
   tellCodes();
   if (CluiInterrupted()) return tellStopped(begin);
   endInput(0);
+}
+
+void CluiRun::tellCut() {
+  unable_ = true;
+  tellProblem(input_, "not all of it could be read");
 }
 
 void CluiRun::tellStopped(Clock::time_point begin) {
@@ -126,9 +133,13 @@ bool CluiRun::isPlayed() const {
 }
 
 CluiPlace CluiRun::playbackPlace() const {
-  const std::string name = parser_->playbackName();
-  return {name == playedName_ ? input_ : name, static_cast<std::size_t>(parser_->playbackLine()),
+  return {nameOfPlayed(parser_->playbackName()), static_cast<std::size_t>(parser_->playbackLine()),
           0};
+}
+
+// The user's name for what the user named.
+std::string CluiRun::nameOfPlayed(const std::string& file) const {
+  return file == playedName_ ? input_ : file;
 }
 
 void CluiRun::showPlayback() {
@@ -146,7 +157,7 @@ void CluiRun::tellLosses(const YcluiToken& token) {
     const wchar_t* loss = token[i]->tag == YAttribString ? LossIn(token[i]->GetString()) : nullptr;
     if (loss == nullptr) continue;
     CluiSpot spot = spotNow();
-    refusal_.moveToArgument(*parser_, token, i, spot);
+    refusal_.moveToArgument(*parser_, lineOf(spot), token, i, spot);
     tellAt(spot, L"warning: argument " + std::to_wstring(i) + L" of " +
                      CluiQuoted(encoding_.fromSystem(token.string())) + L" holds " + loss +
                      L", which a recording does not give back");

@@ -30,6 +30,16 @@ using YcluiSynProc = void (*)(void* word, const char* line, const char* wholeLin
 using YcluiGoneProc = void (*)(void* word);
 using YcluiWordProc = void (*)(void* word, const char* name);
 
+// A token of a line that is being played.
+struct YcluiPlayedToken {
+  const char* file;      // the full name
+  long line;             // of the file, from 1, in which the text begins
+  std::uint64_t number;  // of the text, among all that this parser has played
+  const char* text;      // as it was given to `interpret`
+  long offset;           // in the text, where the token begins; at its length or behind it for a
+                         // token of text that a command appended
+};
+
 class YcluiParser;
 using pYcluiParser_Stack = YStack<YcluiParser*>;
 
@@ -240,6 +250,13 @@ class YQRT_API YcluiParser {
   const char* playbackName() const;
   long playbackLine() const;
   long playbackPosition() const;
+  // Tells of the last token, if it is from a line that is being played: of nested playbacks the one
+  // whose line it is. What an alias stands for counts as being where the alias is. 0, and `token`
+  // untouched, when it is not from such a line, or began in an earlier one of the file. The
+  // pointers stay good until the parser goes on.
+  YWord playedToken(YcluiPlayedToken& token) const;
+  // How many files so far ended by an error of reading, which a playback takes for their end.
+  int playbackReadErrors() const { return readErrors; }
   // Whether the text of an alias is being read; the end of a nested one ends it for all.
   YWord isAliasRun() const { return aliasRun; }
 
@@ -320,13 +337,18 @@ class YQRT_API YcluiParser {
   YWord playbackPaused = 0;
   YcluiLogFile_Stack playbackFiles;
   struct PlaybackPlace {
-    std::uint64_t serial = 0;  // of the file, among all that were played
-    long line = 0;             // where the last text began
-    long ends = 0;             // of lines that are read
-    long bytes = 0;            // that are read
+    std::uint64_t serial = 0;    // of the file, among all that were played
+    long line = 0;               // where the last text began
+    long ends = 0;               // of lines that are read
+    long bytes = 0;              // that are read
+    std::uint64_t number = 0;    // of the text, among all that were played
+    const char* text = nullptr;  // that interpret is reading, null between two
+    long begin = 0;              // of the text, where the offset of a token is 0 at the outermost
   };
   YStack<PlaybackPlace> playbackPlaces;  // of the files on that stack
   std::uint64_t filesPlayed = 0;
+  std::uint64_t textsPlayed = 0;
+  int readErrors = 0;
   YcluiToken* workToken;       // what the lexer reads into
   bool workTokenLent = false;  // it is on its way, and nothing may be read into it
   YStack<YcluiToken*> spareTokens;
@@ -407,7 +429,9 @@ class YQRT_API YcluiParser {
   YWord reentryPlayback(int levels);
   YWord playFile();
   YWord resumeFile();
+  void playText(const char* text);
   YWord stopsBehindLine(std::uint64_t serial);
+  void endReading(std::FILE* stream);
   YWord finishFile();
   void closeAllPlayback();
 };

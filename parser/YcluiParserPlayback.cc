@@ -31,7 +31,6 @@ class LineReader {
       if (byte == '\\') readEscaped();
       if (byte >= 0x80) readTrail(byte);
     }
-    std::clearerr(stream_);  // a read error is an end, and no failure of a later close
     return end(0);
   }
 
@@ -142,7 +141,8 @@ YWord YcluiParser::playFile() {
     follows = reader.read();
     place.ends = reader.ends();
     place.bytes = reader.bytes();
-    interpret(line.buffer);
+    if (follows == 0) endReading(playbackFiles.topSlot());
+    playText(line.buffer);
     if (stopsBehindLine(serial) != 0) return 1;
   }
   return finishFile();
@@ -160,11 +160,30 @@ YWord YcluiParser::resumeFile() {
     place.line = place.ends + 1;
     place.bytes += static_cast<long>(length);
     if (length > 0 && piece[length - 1] == '\n') ++place.ends;
-    if (piece[0] != '\n') interpret(piece);
+    if (piece[0] != '\n') playText(piece);
     if (stopsBehindLine(serial) != 0) return 1;
   }
-  std::clearerr(stream);
+  endReading(stream);
   return finishFile();
+}
+
+void YcluiParser::playText(const char* text) {
+  const int level = playbackPlaces.count() - 1;
+  const std::uint64_t number = ++textsPlayed;
+  PlaybackPlace& place = playbackPlaces.topSlot();
+  place.number = number;
+  place.text = text;
+  place.begin = interpretDepth == 0 ? 0 : textBase + textLength;
+  interpret(text);
+  // A command may have finished the file, and begun another in its place.
+  const bool isThere = level < playbackPlaces.count() && playbackPlaces.at(level).number == number;
+  if (isThere) playbackPlaces.at(level).text = nullptr;
+}
+
+// A read error is an end, and no failure of a later close.
+void YcluiParser::endReading(std::FILE* stream) {
+  if (std::ferror(stream) != 0) ++readErrors;
+  std::clearerr(stream);
 }
 
 // Whether the file is not to be read further: for a pause, or because a command of the line has
@@ -194,6 +213,17 @@ long YcluiParser::playbackLine() const {
 
 long YcluiParser::playbackPosition() const {
   return playbackPlaces.isEmpty() != 0 ? 0 : playbackPlaces.topSlot().bytes;
+}
+
+YWord YcluiParser::playedToken(YcluiPlayedToken& token) const {
+  for (int i = playbackPlaces.count() - 1; i >= 0; --i) {
+    const PlaybackPlace& place = playbackPlaces.at(i);
+    if (place.text == nullptr || tokenOffset < place.begin) continue;
+    token = {playbackFiles.at(i).filename(), place.line, place.number, place.text,
+             tokenOffset - place.begin};
+    return 1;
+  }
+  return 0;
 }
 
 void YcluiParser::closeAllPlayback() {
