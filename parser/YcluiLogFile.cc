@@ -34,6 +34,11 @@ YWord YcluiLogFile::close() {
   return failed == 0 ? 1 : cluiError(YErrNotClosed);
 }
 
+void YcluiLogFile::giveUp() {
+  if (stream != nullptr) std::fclose(stream);
+  stream = nullptr;
+}
+
 void YcluiLogFile::putString(const char* text) {
   if (text == nullptr) {
     lineLength_ = 0;

@@ -36,6 +36,9 @@ class YQRT_API YcluiLogFile {
   // written and the closing itself fails, the stream is gone.
   YWord close();
 
+  // Closes what `close` has left open, whatever becomes of it. Nothing is recorded.
+  void giveUp();
+
   // Counts the bytes of a text that was written; null makes the count 0. Writes nothing.
   void putString(const char* text);
   // Bytes counted since the file was opened or the count was made 0; an end of line does not

@@ -74,5 +74,5 @@ void YcluiParser::putIntoLog(const char* text) {
 // A log that cannot be written out is closed all the same when its parser goes.
 void YcluiParser::closeLog() {
   shutLogging();
-  if (logFile.isOpenning() != 0) std::fclose(logFile);
+  logFile.giveUp();
 }

@@ -200,7 +200,9 @@ YWord YcluiParser::finishFile() {
   playbackFiles.drop();
   playbackPlaces.drop();
   if (playbackFiles.isEmpty() != 0) playbackRun = 0;
-  return file.close();
+  const YWord closed = file.close();
+  file.giveUp();
+  return closed;
 }
 
 const char* YcluiParser::playbackName() const {
@@ -227,5 +229,8 @@ YWord YcluiParser::playedToken(YcluiPlayedToken& token) const {
 }
 
 void YcluiParser::closeAllPlayback() {
-  for (; playbackFiles.isEmpty() == 0; playbackFiles.drop()) playbackFiles.topSlot().close();
+  for (; playbackFiles.isEmpty() == 0; playbackFiles.drop()) {
+    playbackFiles.topSlot().close();
+    playbackFiles.topSlot().giveUp();
+  }
 }

@@ -118,12 +118,6 @@ TEST(Mortuary, BuriesOnceFromTheLast) {
 
 TEST(Mortuary, WaitsForARunningBody) {
   YcluiParser::CreateMortuary();
-  Gone.clear();
-  YcluiParser* parser = Mortal("ran ");
-  parser->lex()->addKeyword("go", nullptr, 5000);
-  auto* syntax = new YcluiSyntaxGraph;
-  syntax->insertAnd(new YcluiSyntaxNode(5000));
-  parser->setSyntaxGraph(syntax);
   YcluiParser::AddDeadBody(Mortal("other "));
   const auto die = [](void* word, const char*, const char*) {
     auto* self = static_cast<YcluiParser*>(word);
@@ -134,10 +128,22 @@ TEST(Mortuary, WaitsForARunningBody) {
     YcluiParser::CleanupMortuary();
     Gone += "returned ";
   };
-  parser->setSynCallback(die, parser);
-  EXPECT_EQ(parser->interpret("go"), 1);
-  YcluiParser::CleanupMortuary();
-  EXPECT_EQ(Gone, "other returned ran ");
+  WriteFile("go", "go\ngo\n");
+  for (const bool isPlayed : {false, true}) {
+    Gone.clear();
+    YcluiParser* parser = Mortal("ran ");
+    parser->lex()->addKeyword("go", nullptr, 5000);
+    auto* syntax = new YcluiSyntaxGraph;
+    syntax->insertAnd(new YcluiSyntaxNode(5000));
+    parser->setSyntaxGraph(syntax);
+    parser->setSynCallback(die, parser);
+    const auto play = [&] {
+      return static_cast<int>(parser->playbackFromLog(PathOf("go").c_str()));
+    };
+    EXPECT_EQ(isPlayed ? play() : parser->interpret("go"), 1);
+    YcluiParser::CleanupMortuary();
+    EXPECT_EQ(Gone, isPlayed ? "returned ran " : "other returned ran ");
+  }
   YcluiParser::DestroyMortuary();
 }
 

@@ -198,6 +198,11 @@ TEST(Playback, StartsPausesAndGoesOn) {
        "play(0) e stop "
        "e d play(1) c play(1)"},
       {"^reset; ^pause; ^continue", "pause(1) continue(1)"},
+      // The frame of the command goes, or the syntax.
+      {"^pop & ^depth; ^push; ^play outer; ^depth",
+       "push(1) a inner reset(1) b d stop pop(0) depth(1) e stop e d play(1) c play(1) depth(1)"},
+      {"^syntax ( d{D} | c{C} | e{E} ); ^play outer",
+       "a inner reset(1) b d stop syntax(1) E E D play(1) C play(1)"},
   };
   for (const auto& c : cases) {
     CommandLine line("a b c d e inner stop",
