@@ -54,8 +54,16 @@ bool CluiKeys::waits() const {
   return !rest().empty() && (pasting_ || rest().front() == CluiKeyByte::Escape);
 }
 
+// The mark that ends a paste stays, also when only a part of it has come.
 void CluiKeys::drop() {
-  bytes_.clear();
+  std::string kept;
+  if (pasting_) {
+    const std::string mark = pasteEnd();
+    const std::size_t end = rest().find(mark);
+    const std::size_t tail = std::min(rest().size(), mark.size() - 1);
+    kept = end != std::string_view::npos ? mark : std::string(rest().substr(rest().size() - tail));
+  }
+  bytes_ = kept;
   position_ = 0;
   settled_ = false;
 }
@@ -73,19 +81,26 @@ bool CluiKeys::takeControl(CluiKey& key, char byte, std::size_t length) {
   return true;
 }
 
+// There is one, since only then a paste can begin.
+std::string CluiKeys::pasteEnd() const {
+  const auto mark =
+      std::find_if(capabilities_.keys.begin(), capabilities_.keys.end(),
+                   [](const auto& known) { return known.second == CluiSequence::PasteEnd; });
+  return mark == capabilities_.keys.end() ? "" : mark->first;
+}
+
 // A piece ends in front of what may be the beginning of the mark.
 bool CluiKeys::takePaste(CluiKey& key) {
-  const auto mark = std::find_if(capabilities_.keys.begin(), capabilities_.keys.end(),
-                                 [](auto& k) { return k.second == CluiSequence::PasteEnd; });
+  const std::string mark = pasteEnd();
   const std::string_view text = rest();
-  const std::size_t end = text.find(mark->first);
+  const std::size_t end = text.find(mark);
   if (end == 0) {
     pasting_ = false;
-    return take(key, CluiKey::PasteEnd, mark->first.size());
+    return take(key, CluiKey::PasteEnd, mark.size());
   }
   std::size_t length = std::min(end, text.size());
-  for (std::size_t i = 1; end == std::string_view::npos && i < mark->first.size(); ++i) {
-    if (i <= text.size() && text.ends_with(mark->first.substr(0, i))) length = text.size() - i;
+  for (std::size_t i = 1; end == std::string_view::npos && i < mark.size(); ++i) {
+    if (text.ends_with(mark.substr(0, i))) length = text.size() - i;
   }
   if (length == 0 && settled_) length = 1;
   return length > 0 && take(key, CluiKey::Paste, length);

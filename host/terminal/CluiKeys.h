@@ -49,7 +49,7 @@ class CluiKeys {
   bool waits() const;
   void settle() { settled_ = true; }
 
-  // Forgets all bytes that came, but stays in a paste.
+  // Forgets all keys that came, but for the end of a paste.
   void drop();
 
  private:
@@ -64,6 +64,7 @@ class CluiKeys {
   std::string_view rest() const { return std::string_view(bytes_).substr(position_); }
   bool take(CluiKey& key, CluiKey::Kind kind, std::size_t length);
   bool takeControl(CluiKey& key, char byte, std::size_t length);
+  std::string pasteEnd() const;
   bool takePaste(CluiKey& key);
   bool takeSequence(CluiKey& key, bool& found);
   bool takeCharacter(CluiKey& key);

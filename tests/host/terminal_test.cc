@@ -107,7 +107,13 @@ TEST(Keys, WaitOnlyWhereMoreMayCome) {
   EXPECT_FALSE(keys.waits());
   EXPECT_EQ(KeysOf(keys, "\x1B[200~x\x1B[20"), "< px ");
   EXPECT_EQ(KeysOf(keys, "2"), "p\x1B[202 ");
+  // What is dropped ends where the paste does.
+  keys.feed("\x1B[201");
   keys.drop();
+  EXPECT_EQ(KeysOf(keys, "~x\x1B[200~y"), "> tx < py ");
+  keys.feed("z\x1B[201~\x1B[A");
+  keys.drop();
+  EXPECT_EQ(KeysOf(keys, "\x1B[200~"), "> < ");
   EXPECT_EQ(KeysOf(keys, "y\x1B[201~\x1B"), "py > ");
 }
 
