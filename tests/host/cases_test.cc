@@ -84,7 +84,7 @@ TEST_P(Program, DoesAsItsRowSays) {
   // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
   const std::string shell =
       "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0 "
-      "examples='" EXAMPLES "'; cd '" +
+      "examples='" EXAMPLES "' faults='" FAULTS "'; cd '" +
       folder_.string() + "' && clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " + row.shell +
       "; } <in >out 2>errors";
   const int result = std::system(shell.c_str());
