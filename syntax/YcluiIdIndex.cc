@@ -11,16 +11,16 @@ constexpr int FewestRowsShift = 64 - 4;
 
 void YcluiIdIndex::add(YcluiSyntaxNode* node) {
   if (2 * used_ >= rows_.size()) grow();
-  const auto added = static_cast<std::int32_t>(entries_.size());
-  entries_.push_back({node, None});
   Row& row = rows_[placeOf(node->tokenId)];
-  if (row.first == None) {
+  if (row.node == nullptr) {
     ++used_;
     row.id = node->tokenId;
-    row.first = added;
-  } else {
-    entries_[static_cast<std::size_t>(row.last)].next = added;
+    row.node = node;
+    return;
   }
+  const auto added = static_cast<std::int32_t>(entries_.size());
+  entries_.push_back({node, None});
+  (row.next == None ? row.next : entries_[static_cast<std::size_t>(row.last)].next) = added;
   row.last = added;
 }
 
@@ -33,17 +33,18 @@ void YcluiIdIndex::clear() {
 YcluiIdIndex::Row* YcluiIdIndex::find(unsigned long id) {
   if (rows_.empty()) return nullptr;
   Row& row = rows_[placeOf(id)];
-  return row.first == None ? nullptr : &row;
+  return row.node == nullptr ? nullptr : &row;
 }
 
 void YcluiIdIndex::pushAll(const Row& row, YcluiSyntaxNodeStk& nodes) const {
-  for (std::int32_t i = row.first; i != None; i = entryAt(i).next) nodes.push(entryAt(i).node);
+  nodes.push(row.node);
+  for (std::int32_t i = row.next; i != None; i = entryAt(i).next) nodes.push(entryAt(i).node);
 }
 
 // The place of the row, or that at which it would be added.
 std::size_t YcluiIdIndex::placeOf(unsigned long id) const {
   std::size_t place = (std::uint64_t{id} * 0x9E3779B97F4A7C15U) >> homeShift_;
-  while (rows_[place].first != None && rows_[place].id != id) {
+  while (rows_[place].node != nullptr && rows_[place].id != id) {
     place = (place + 1) & (rows_.size() - 1);
   }
   return place;
@@ -54,6 +55,6 @@ void YcluiIdIndex::grow() {
   homeShift_ = old.empty() ? FewestRowsShift : homeShift_ - 1;
   rows_ = std::vector<Row, YAllocator<Row>>(old.empty() ? FewestRows : 2 * old.size());
   for (const Row& row : old) {
-    if (row.first != None) rows_[placeOf(row.id)] = row;
+    if (row.node != nullptr) rows_[placeOf(row.id)] = row;
   }
 }

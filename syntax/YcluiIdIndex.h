@@ -16,8 +16,9 @@
 class YcluiIdIndex {
  public:
   struct Row {
+    YcluiSyntaxNode* node = nullptr;  // the first one; null in an empty place
     std::uint32_t id = 0;
-    std::int32_t first = None;  // of its entries; None in an empty place
+    std::int32_t next = None;  // entry of those behind it
     std::int32_t last = None;
     std::int32_t ends = None;  // for the walker, which sets it when it knows
   };
@@ -28,8 +29,7 @@ class YcluiIdIndex {
 
   // The row of the id, or null; good until something is added.
   Row* find(unsigned long id);
-  YcluiSyntaxNode* firstOf(const Row& row) const { return entryAt(row.first).node; }
-  // Pushes the nodes of the row, in their order.
+  // Pushes the nodes of the row, in their order. Most rows have one.
   void pushAll(const Row& row, YcluiSyntaxNodeStk& nodes) const;
 
  private:
@@ -41,7 +41,7 @@ class YcluiIdIndex {
   std::vector<Row, YAllocator<Row>> rows_;  // a power of two of them, half of them in use at most
   int homeShift_ = 0;                       // 64 less that power
   std::size_t used_ = 0;
-  std::vector<Entry, YAllocator<Entry>> entries_;
+  std::vector<Entry, YAllocator<Entry>> entries_;  // what stands second and behind in its row
 
   const Entry& entryAt(std::int32_t i) const { return entries_[static_cast<std::size_t>(i)]; }
   std::size_t placeOf(unsigned long id) const;

@@ -88,7 +88,7 @@ YcluiSyntaxNode* YcluiNfa::indexedIndefiniteNode(unsigned long tokenId) const {
     memo.indefinites.add(static_cast<YcluiSyntaxNode*>(memo.read->item()));
   }
   const YcluiIdIndex::Row* row = memo.indefinites.find(tokenId);
-  return row == nullptr ? nullptr : memo.indefinites.firstOf(*row);
+  return row == nullptr ? nullptr : row->node;
 }
 
 YWord YcluiNfa::reset() {
@@ -332,7 +332,20 @@ int YcluiNfa::endsBehind(YcluiSyntaxNode* node) {
   return std::min(memorizedWaysBehind(next) + (next == graphEnd() ? 1 : 0), MostWays);
 }
 
+// Whether there is nothing to count: the node is the end of the graph or leads there alone.
+bool YcluiNfa::hasPlainWays(const YcluiSyntaxNode& node) const {
+  const YcluiSyntaxNode* end = graphEnd();
+  if (end == nullptr || end->first() != nullptr || !IsPassable(*end)) return false;
+  const YRing* first = node.first();
+  return first == nullptr ? &node == end : first->next() == nullptr && first->item() == end;
+}
+
 int YcluiNfa::memorizedWaysBehind(YcluiSyntaxNode* node) {
+  if (hasPlainWays(*node)) {
+    NoteReading(node);
+    NoteReading(graph->end);
+    return node == graph->end ? 0 : 1;
+  }
   const YcluiNodeMemo* memo = node->memo_;
   if (memo != nullptr && memo->holds(graphEnd()) && memo->ways >= 0) return memo->ways;
   looked = 0;

@@ -110,6 +110,7 @@ class YQRT_API YcluiNfa {
   void standBehindMatches();
   int endsBehindMatches();
   int endsBehind(YcluiSyntaxNode* node);
+  bool hasPlainWays(const YcluiSyntaxNode& node) const;
   int memorizedWaysBehind(YcluiSyntaxNode* node);
   int waysBehind(YcluiSyntaxNode* node, std::uint64_t serial);
   int sumOfWays(const YcluiSyntaxNode& node) const;

@@ -88,11 +88,11 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   // its own, and so needs no set of them. What an earlier walk left here has an older number; 0 is
   // that of a node that no walk has come by.
   friend class YcluiNfa;
+  std::uint64_t mark_ = 0;
+  YcluiNodeMemo* memo_ = nullptr;  // what walkers remember; owned, mostly null
   std::int32_t note_ = 0;
   std::uint32_t coverRound_ : 24;  // see YcluiNfa::cover
   std::uint32_t covers_ : 8;
-  std::uint64_t mark_ = 0;
-  YcluiNodeMemo* memo_ = nullptr;  // what walkers remember; owned, mostly null
 
   static std::uint64_t ChangeCount;
 
