@@ -8,9 +8,15 @@ namespace {
 long Count = 0;
 int FailAt = -1;
 bool Failed = false;
+long FailAnyAt = -1;
+
+bool AnyFails() {
+  ++Count;
+  return FailAnyAt >= 0 && FailAnyAt-- == 0;
+}
 
 bool Fails() {
-  ++Count;
+  if (AnyFails()) return true;
   if (FailAt < 0 || FailAt-- != 0) return false;
   return Failed = true;
 }
@@ -24,6 +30,9 @@ bool FailAllocation(int index) {
   FailAt = index;
   return std::exchange(Failed, false);
 }
+void FailAnyAllocation(long index) {
+  FailAnyAt = index;
+}
 
 extern "C" {
 void* __real_malloc(std::size_t size);
@@ -31,16 +40,13 @@ void* __real_realloc(void* memory, std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
 
 void* __wrap_malloc(std::size_t size) {
-  ++Count;
-  return __real_malloc(size);
+  return AnyFails() ? nullptr : __real_malloc(size);
 }
 void* __wrap_realloc(void* memory, std::size_t size) {
-  ++Count;
-  return __real_realloc(memory, size);
+  return AnyFails() ? nullptr : __real_realloc(memory, size);
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  ++Count;
-  return __real_calloc(count, size);
+  return AnyFails() ? nullptr : __real_calloc(count, size);
 }
 }
 

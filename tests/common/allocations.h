@@ -8,5 +8,7 @@ long Allocations();
 // Of the coming new (std::nothrow), the one at `index`, from 0, answers null. A negative index
 // stops a failure that has not come yet. Answers whether the failure asked for before has come.
 bool FailAllocation(int index = 0);
+// Of the coming allocations of any kind, the one at `index` gives nothing.
+void FailAnyAllocation(long index);
 
 #endif  // TESTS_COMMON_ALLOCATIONS_H_
