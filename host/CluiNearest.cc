@@ -1,7 +1,7 @@
 #include "host/CluiNearest.h"
 
 #include <algorithm>
-#include <compare>
+#include <tuple>
 
 namespace {
 
@@ -24,14 +24,9 @@ std::wstring WithoutColon(const std::wstring& word) {
   return EndsInColon(word) ? word.substr(0, word.size() - 1) : word;
 }
 
-// The less, the likelier is a word meant.
-struct Rank {
-  int slips;
-  bool away;
-  bool endsOtherwise;
-
-  auto operator<=>(const Rank&) const = default;
-};
+// Slips, whether it cannot come here, whether it ends otherwise: the less, the likelier is a word
+// meant.
+using Rank = std::tuple<int, bool, bool>;
 
 int LengthOf(const std::wstring& text) {
   return static_cast<int>(text.size());
@@ -66,7 +61,7 @@ std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstri
   Rank best = {Allowed(typed.size()) + 1, false, false};
   const std::wstring* nearest = nullptr;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const int distance = CluiDistance(meant, WithoutColon(words[i]), best.slips);
+    const int distance = CluiDistance(meant, WithoutColon(words[i]), std::get<0>(best));
     const Rank rank = {distance, i >= here, EndsInColon(typed) != EndsInColon(words[i])};
     if (!(rank < best)) continue;
     best = rank;

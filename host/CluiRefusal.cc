@@ -141,7 +141,7 @@ void CluiRefusal::moveToArgument(YcluiParser& parser, const CluiLine& line, cons
 // Behind a word that the line does not show: a number is known to be an argument's, and so is what
 // is missing.
 std::wstring CluiRefusal::explainNested(YcluiParser& parser, const CluiRefused& refused) const {
-  const std::wstring fault = LiteralFault(refused.code, "", 0);
+  std::wstring fault = LiteralFault(refused.code, "", 0);
   const bool isNumber = refused.code == YErrNotANumber || refused.code == YErrBadPoint ||
                         refused.code == YErrOutOfRange;
   const char* word = WordOf(*refused.token);

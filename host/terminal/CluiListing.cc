@@ -119,6 +119,7 @@ std::vector<std::string> CluiCandidates(YcluiParser& parser, const char* beginni
   YString_Array words;
   parser.possibleWords(words, beginning);
   std::vector<std::string> candidates;
+  candidates.reserve(static_cast<std::size_t>(words.size()));
   for (int i = 0; i < words.size(); ++i) candidates.emplace_back(words[i].buffer);
   std::sort(candidates.begin(), candidates.end());
   return candidates;

@@ -152,7 +152,8 @@ TEST(HistoryFile, IsWhereTheUserKeepsStates) {
       {nullptr, nullptr, ""},
       {"/s", nullptr, "/s/clui/a.b.history"},
   };
-  const std::string home = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
+  const char* before = std::getenv("HOME");
+  const std::string home = before == nullptr ? "" : before;
   const auto set = [](const char* name, const char* value) {
     value == nullptr ? unsetenv(name) : setenv(name, value, 1);
   };
