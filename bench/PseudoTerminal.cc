@@ -28,6 +28,7 @@ PseudoTerminal::PseudoTerminal(const std::vector<std::string>& command) {
   child_ = forkpty(&master_, nullptr, nullptr, &size);
   if (child_ != 0) return;
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   execv(arguments[0], arguments.data());
