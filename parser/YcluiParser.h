@@ -206,7 +206,7 @@ class YQRT_API YcluiParser {
 
   // The log: a text file of the tokens that came, accepted or not, each followed by a blank. Each
   // reset and each popFrame ends a line; behind a text that brings the count of bytes above 1024
-  // there is an end of line too. Every text is flushed at once.
+  // there is an end of line too. Every token is flushed at once.
 
   // Opens a log, at the end of an existing file when `append` is not 0, and writes three lines of
   // comment. 0 with YErrFileIsPlayed when that file is being read by the innermost playback, with
