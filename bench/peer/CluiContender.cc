@@ -57,6 +57,13 @@ class CluiContender : public Contender {
     return parser_.completionList(prefix, words);
   }
 
+  long completeBehind(const std::string& word) override {
+    parser_.interpret((word + " ").c_str());
+    const long count = complete("");
+    parser_.reset();
+    return count;
+  }
+
   bool log(const char* path) override {
     return path != nullptr ? parser_.startLogging(path, 0) != 0 : parser_.shutLogging() != 0;
   }

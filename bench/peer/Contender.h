@@ -31,6 +31,8 @@ class Contender {
   // Makes the list of commands that begin so, and answers how many there are, other commands than
   // those of the language included.
   virtual long complete(const char* prefix) = 0;
+  // The same with what can follow a command's word; 0 where nothing is known of it.
+  virtual long completeBehind(const std::string& /*word*/) { return 0; }
   // Writes down what is read from now on, or no longer. False where there is nothing of that kind.
   virtual bool log(const char* /*path*/) { return false; }
 };

@@ -21,11 +21,18 @@ std::vector<Measured> Field::read(Spelling spelling, int count, int repetitions)
 }
 
 std::vector<Measured> Field::complete(const std::string& prefix, int repetitions) const {
-  const long least = std::count_if(language_.words.begin(), language_.words.end(),
-                                   [&](const auto& word) { return word.starts_with(prefix); });
+  return completions(prefix, false, repetitions);
+}
+
+std::vector<Measured> Field::completeInTurn(const std::string& prefix, int repetitions) const {
+  return completions(prefix, true, repetitions);
+}
+
+std::vector<Measured> Field::completions(const std::string& prefix, bool isInTurn,
+                                         int repetitions) const {
   std::vector<PeerWork> works;
   for (std::size_t i = 1; i < contenders_.size(); ++i) {
-    works.push_back(completing(i, prefix, least));
+    works.push_back(completing(i, prefix, isInTurn));
   }
   return SideBySide(works, Completions, repetitions);
 }
@@ -58,12 +65,16 @@ PeerWork Field::reading(std::size_t index, Spelling spelling, int count) const {
   return [contender, expected, typed] { return contender->read(typed) == expected; };
 }
 
-PeerWork Field::completing(std::size_t index, const std::string& prefix, long least) const {
+PeerWork Field::completing(std::size_t index, const std::string& prefix, bool isInTurn) const {
   Contender* contender = contenders_[index].get();
   if (contender == nullptr) return {};
-  return [contender, prefix, least] {
+  const long least = std::count_if(language_.words.begin(), language_.words.end(),
+                                   [&](const auto& word) { return word.starts_with(prefix); });
+  const std::string word = language_.words.front();
+  return [contender, prefix, least, isInTurn, word] {
     bool isGood = true;
     for (int i = 0; i < Completions; ++i) {
+      if (isInTurn) contender->completeBehind(word);
       isGood = contender->complete(prefix.c_str()) >= least && isGood;
     }
     return isGood;

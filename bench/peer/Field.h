@@ -20,6 +20,8 @@ class Field {
   std::vector<Measured> read(Spelling spelling, int count, int repetitions) const;
   // Nanoseconds a completion, of yqrtClui and the peers; the loop has none.
   std::vector<Measured> complete(const std::string& prefix, int repetitions) const;
+  // The same with a completion behind a command's word before each one.
+  std::vector<Measured> completeInTurn(const std::string& prefix, int repetitions) const;
   // Nanoseconds a line, of yqrtClui without a log and with one.
   std::vector<Measured> log(int count, int repetitions) const;
 
@@ -30,7 +32,9 @@ class Field {
   std::vector<std::unique_ptr<Contender>> contenders_;
 
   PeerWork reading(std::size_t index, Spelling spelling, int count) const;
-  PeerWork completing(std::size_t index, const std::string& prefix, long least) const;
+  PeerWork completing(std::size_t index, const std::string& prefix, bool isInTurn) const;
+  std::vector<Measured> completions(const std::string& prefix, bool isInTurn,
+                                    int repetitions) const;
 };
 
 // Nanoseconds a command for building a language and taking it down.

@@ -76,6 +76,8 @@ class LibcliContender : public Contender {
     return count;
   }
 
+  long completeBehind(const std::string& word) override { return complete((word + " ").c_str()); }
+
  private:
   cli_def* cli_;
   Outcome outcome_;

@@ -44,6 +44,8 @@ Tables::Tables(const Scale& scale)
       build_("building and destroying the language, ns a command", Names(0)),
       empty_("completion at an empty prompt, ns (ratio to yqrtClui)", Names(Clui)),
       letters_("completion behind two letters, ns (ratio to yqrtClui)", Names(Clui)),
+      inTurn_("both a completion behind a command's word and one behind two letters, ns",
+              Names(Clui)),
       log_("a line with a log being written, ns", {"yqrtClui", "with a log"}) {
   for (const int size : scale.sizes) measure(size);
 }
@@ -60,12 +62,13 @@ void Tables::measure(int size) {
   misplaced_.add(what, field.read(Spelling::Misplaced, scale_.sideLines, repetitions));
   empty_.add(what, field.complete("", repetitions));
   letters_.add(what, field.complete(language.words.front().substr(0, 2), repetitions));
+  inTurn_.add(what, field.completeInTurn(language.words.front().substr(0, 2), repetitions));
   log_.add(what, field.log(scale_.sideLines, repetitions));
 }
 
 void Tables::print() const {
   for (const SideTable* table :
-       {&whole_, &short_, &unknown_, &misplaced_, &build_, &empty_, &letters_, &log_}) {
+       {&whole_, &short_, &unknown_, &misplaced_, &build_, &empty_, &letters_, &inTurn_, &log_}) {
     table->print();
   }
 }
@@ -80,12 +83,13 @@ void Tables::printBounds() const {
              Worst(unknown_.column(Clui), whole_.column(Clui)), 1);
   PrintBound("building a command of the largest language, in those of 100", Growth(build_, 1), 2);
   PrintBound("building the largest language, in ms", build.back() * scale_.sizes.back() * 1e-6, 20);
-  for (const SideTable* table : {&empty_, &letters_}) {
-    if (ContenderKinds()[Clui + 1].make == nullptr) continue;
-    PrintBound(table == &empty_ ? "completion at an empty prompt, in those of libcli"
-                                : "completion behind two letters, in those of libcli",
-               Worst(table->column(0), table->column(1)), 1);
-  }
+  if (ContenderKinds()[Clui + 1].make == nullptr) return;
+  PrintBound("completion at an empty prompt, in those of libcli",
+             Worst(empty_.column(0), empty_.column(1)), 1);
+  PrintBound("completion behind two letters, in those of libcli",
+             Worst(letters_.column(0), letters_.column(1)), 1);
+  PrintBound("both places in turn, in those of libcli", Worst(inTurn_.column(0), inTurn_.column(1)),
+             1);
 }
 
 bool Tables::draw(const char* path) const {

@@ -33,6 +33,7 @@ class Tables {
   SideTable build_;
   SideTable empty_;
   SideTable letters_;
+  SideTable inTurn_;
   SideTable log_;
 
   void measure(int size);
