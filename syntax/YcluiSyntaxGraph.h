@@ -20,9 +20,9 @@
 // or the graph itself, or null. Nobody has taken over what such a call was given.
 //
 // A graph must not be changed while a walker stands on it; one that resets or goes back behind the
-// change walks the graph as it is then. Building costs constant time for each insertion, makeClosure
-// and the destructor cost the nodes and links that they reach; none of them recurses. Nodes that
-// cannot be allocated end the process.
+// change walks the graph as it is then. Building costs constant time for each insertion,
+// makeClosure and the destructor cost the nodes and links that they reach; none of them recurses.
+// Nodes that cannot be allocated end the process.
 class YQRT_API YcluiSyntaxGraph {
  public:
   YcluiSyntaxNode* start;  // the structural node at which a walk begins
