@@ -135,6 +135,11 @@ TEST(Interpret, MemoryMayRunOut) {
   EXPECT_EQ(crippled.interpret("x"), 0);
   crippled.exhaust();
 
+  FailAllocation();
+  YcluiParser::CreateMortuary();
+  YcluiParser::AddDeadBody(&crippled);
+  EXPECT_EQ(crippled.isCondemned(), 0u);
+
   CommandLine line("go");
   auto* syntax = new YcluiSyntaxGraph;
   syntax->insertAnd(line.node("go"));

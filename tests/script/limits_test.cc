@@ -76,7 +76,7 @@ std::string NestPlaybacks(long n) {
     reader.reset();
     if (level < n) reader.playbackFromLog(FileOf(++level).c_str());
   };
-  const std::string told = reader.read("a");
+  std::string told = reader.read("a");
   for (long i = 1; i <= n; ++i) std::remove(FileOf(i).c_str());
   return told;
 }
@@ -103,7 +103,7 @@ std::string SetElement(long n) {
   const std::uint64_t before = YErr.count();
   Reader reader;
   reader.setVariable("r", YAttribValue(), static_cast<YWord>(n - 1));
-  const std::string told = CodeSince(before);
+  std::string told = CodeSince(before);
   const std::string code = told.substr(0, 4);
   EXPECT_EQ(reader.read("${s}[" + index + "]=1").substr(0, 4), code);
   EXPECT_EQ(reader.read("${s}[0]=1 n: ${s}[" + index + "]").substr(0, 4), code);

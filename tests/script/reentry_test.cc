@@ -42,9 +42,9 @@ enum Around { Plain, WithField, WithFormats };
 
 struct Place {
   const char* name;
-  Kind kind;
   std::string_view event;  // how the text of the event ends
   std::string drive;       // the text that leads there; keys, when it begins with "@"
+  Kind kind;
   Around around = Plain;
   void (*operate)(Desk& d) = nullptr;  // what the command "op" does
 };
@@ -293,34 +293,34 @@ class Desk {
 };
 
 const Place Places[] = {
-    {"token", Tok, "b", "a b c "},
-    {"alias", Tok, "al", "al a "},
-    {"inside alias", Tok, "c", "al a "},
-    {"unknown word", Refuse, "zz", "b zz c "},
-    {"refused token", Refuse, "d", "b d c "},
-    {"echo of token", Echo, "b", "a b c "},
-    {"echo of open token", Echo, "1", "box: 1 "},
-    {"echo of reset", Echo, "", "op c ", Plain, [](Desk& d) { d.p->reset(); }},
-    {"echo of popFrame", Echo, "", "op c ", Plain, [](Desk& d) { d.p->popFrame(); }},
-    {"echo of popToken", Echo, "", "op c ", Plain, [](Desk& d) { d.p->popToken(); }},
-    {"echo of removeToken", Echo, "", "op c ", Plain, [](Desk& d) { d.p->removeToken(0); }},
-    {"system's echo", SysEcho, "b", "a b c "},
-    {"syntax", Syn, "b c", "a b c "},
-    {"system's syntax", SysSyn, "b c", "a b c "},
-    {"command", Command, "C", "a b c b "},
-    {"command of an alias", Command, "C", "al al "},
-    {"command anywhere", Command, "op", "b op c "},
-    {"error", Error, "", "b box: 1,x "},
-    {"gone", Gone, "", "op ", Plain,
+    {"token", "b", "a b c ", Tok},
+    {"alias", "al", "al a ", Tok},
+    {"inside alias", "c", "al a ", Tok},
+    {"unknown word", "zz", "b zz c ", Refuse},
+    {"refused token", "d", "b d c ", Refuse},
+    {"echo of token", "b", "a b c ", Echo},
+    {"echo of open token", "1", "box: 1 ", Echo},
+    {"echo of reset", "", "op c ", Echo, Plain, [](Desk& d) { d.p->reset(); }},
+    {"echo of popFrame", "", "op c ", Echo, Plain, [](Desk& d) { d.p->popFrame(); }},
+    {"echo of popToken", "", "op c ", Echo, Plain, [](Desk& d) { d.p->popToken(); }},
+    {"echo of removeToken", "", "op c ", Echo, Plain, [](Desk& d) { d.p->removeToken(0); }},
+    {"system's echo", "b", "a b c ", SysEcho},
+    {"syntax", "b c", "a b c ", Syn},
+    {"system's syntax", "b c", "a b c ", SysSyn},
+    {"command", "C", "a b c b ", Command},
+    {"command of an alias", "C", "al al ", Command},
+    {"command anywhere", "op", "b op c ", Command},
+    {"error", "", "b box: 1,x ", Error},
+    {"gone", "", "op ", Gone, Plain,
      [](Desk& d) {
        YcluiParser::AddDeadBody(d.p);
        YcluiParser::CleanupMortuary();
      }},
-    {"field", Show, "b ", "a b c ", WithField},
-    {"echo format", Command, "b ", "a b c ", WithFormats},
-    {"syntax format", Command, "Sb c", "a b c ", WithFormats},
-    {"typed word", Command, "C", "@b c a ", WithField},
-    {"key action", Command, "key", "@b c! ", WithField},
+    {"field", "b ", "a b c ", Show, WithField},
+    {"echo format", "b ", "a b c ", Command, WithFormats},
+    {"syntax format", "Sb c", "a b c ", Command, WithFormats},
+    {"typed word", "C", "@b c a ", Command, WithField},
+    {"key action", "key", "@b c! ", Command, WithField},
 };
 
 const Action Actions[] = {
