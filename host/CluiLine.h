@@ -40,6 +40,10 @@ class CluiLine {
 
   // The text from the start of the line of a spot to the end of what is fed.
   std::string textFrom(const CluiSpot& spot) const;
+  // Where in that text the present line begins behind the one before; past the end if it is alone.
+  std::size_t cutOf(const CluiSpot& spot) const {
+    return isNow(spot) ? std::string::npos : spot.text->size();
+  }
   // Moves a spot on to a byte of that text; also from the line before into the present one.
   void move(CluiSpot& spot, std::size_t offset) const;
 

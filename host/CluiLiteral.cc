@@ -52,10 +52,12 @@ std::size_t SkipArgument(const std::string& text, std::size_t place, bool isNumb
   return isNumber ? SkipNumber(text, place) : SkipTo(text, place, ", \t\r\n");
 }
 
-// Behind an argument and the comma behind that.
-void SkipToNext(const std::string& text, bool isNumber, CluiArgumentPlace& place) {
-  place.offset = SkipWhiteSpace(text, SkipArgument(text, place.offset, isNumber));
-  place.separated = place.offset < text.size() && text[place.offset] == ',';
+// Behind an argument and the comma behind that, which is none of its when it stands behind `cut`.
+void SkipToNext(const std::string& text, std::size_t cut, bool isNumber, CluiArgumentPlace& place) {
+  const std::size_t end = SkipArgument(text, place.offset, isNumber);
+  place.offset = SkipWhiteSpace(text, end);
+  const bool breaksOff = end <= cut && place.offset >= cut;
+  place.separated = !breaksOff && place.offset < text.size() && text[place.offset] == ',';
   if (place.separated) place.offset = SkipWhiteSpace(text, place.offset + 1);
 }
 
@@ -77,13 +79,13 @@ bool CluiHasRest(const std::string& text, std::size_t offset) {
   return blank != std::string::npos && SkipWhiteSpace(text, blank) < text.size();
 }
 
-CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, int index,
-                                   const YcluiKeyword* keyword) {
+CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, std::size_t cut,
+                                   int index, const YcluiKeyword* keyword) {
   CluiArgumentPlace place = {SkipWhiteSpace(text, offset), true};
   for (int i = 1; i < index; ++i) {
     const YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(i - 1);
-    if (type == YcluiValuePoint) SkipToNext(text, true, place);
-    SkipToNext(text, type != YcluiValueNone && type != YcluiValueString, place);
+    if (type == YcluiValuePoint) SkipToNext(text, cut, true, place);
+    SkipToNext(text, cut, type != YcluiValueNone && type != YcluiValueString, place);
   }
   const std::size_t end = text.find_last_not_of("\r\n") + 1;
   place.offset = std::min(place.offset, end);

@@ -24,8 +24,9 @@ struct CluiArgumentPlace {
 
 // The place of argument `index`, from 1, of the word that ends in front of `offset`. `keyword`
 // tells the types of the arguments and is null for a word without a declaration. The end of the
-// text when the argument is not in it.
-CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, int index,
-                                   const YcluiKeyword* keyword);
+// text when the argument is not in it. The text up to `cut` was read for itself: a comma behind
+// that does not go with an argument in front of it.
+CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, std::size_t cut,
+                                   int index, const YcluiKeyword* keyword);
 
 #endif  // HOST_CLUILITERAL_H_

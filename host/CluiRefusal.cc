@@ -119,7 +119,7 @@ std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused
   YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(index - 1);
   if (type == YcluiValueNone) type = YcluiValueString;
   const CluiArgumentPlace place =
-      CluiFindArgument(text, spot.offset + std::strlen(word), index, keyword);
+      CluiFindArgument(text, spot.offset + std::strlen(word), line_->cutOf(spot), index, keyword);
   const std::size_t line = spot.line;
   line_->move(spot, place.offset);
   std::wstring fault = LiteralFault(refused.code, text, place.offset);
@@ -135,7 +135,8 @@ void CluiRefusal::moveToArgument(YcluiParser& parser, const CluiLine& line, cons
   if (!StandsAt(spot, word)) return;
   const std::size_t behind = spot.offset + std::strlen(word);
   const YcluiKeyword* keyword = parser.lex()->keyword(word);
-  line.move(spot, CluiFindArgument(line.textFrom(spot), behind, index, keyword).offset);
+  const std::string text = line.textFrom(spot);
+  line.move(spot, CluiFindArgument(text, behind, line.cutOf(spot), index, keyword).offset);
 }
 
 // Behind a word that the line does not show: a number is known to be an argument's, and so is what

@@ -166,13 +166,23 @@ TEST(Literal, FindsAnArgument) {
     const char* text;
     int index;
     std::size_t offset;
+    std::size_t cut = std::string::npos;
   } rows[] = {
-      {" 1, x", 1, 1},          {" 1, x", 2, 4},       {" \"a,\\\"b\" , x", 2, 11},
-      {" ${a}[${b}],x", 2, 12}, {" 1 # c,\n,x", 2, 9}, {" \x95\x5C,x", 2, 4},
-      {" a\\,b,x", 2, 6},       {" 1", 2, 2},          {"", 1, 0},
+      {" 1 # c\n ,x", 2, 8, 7},
+      {" 1 ,\n x", 2, 6, 5},
+      {" 1, x", 1, 1},
+      {" 1, x", 2, 4},
+      {" \"a,\\\"b\" , x", 2, 11},
+      {" ${a}[${b}],x", 2, 12},
+      {" 1 # c,\n,x", 2, 9},
+      {" \x95\x5C,x", 2, 4},
+      {" a\\,b,x", 2, 6},
+      {" 1", 2, 2},
+      {"", 1, 0},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(CluiFindArgument(row.text, 0, row.index, nullptr).offset, row.offset) << row.text;
+    const auto place = CluiFindArgument(row.text, 0, row.cut, row.index, nullptr);
+    EXPECT_EQ(place.offset, row.offset) << row.text;
   }
 }
 
