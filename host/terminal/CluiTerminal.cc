@@ -216,8 +216,11 @@ void CluiTerminal::letKeysSignal(bool let) {
   tcsetattr(STDIN_FILENO, TCSANOW, &ourModes);
 }
 
+// Any thread may be the one that stops, and the one that is told that the process goes on.
 void CluiTerminal::stop() {
+  stopped = 0;
   kill(0, SIGTSTP);
+  for (int i = 0; i < 100 && stopped == 0; ++i) usleep(1000);
 }
 
 bool CluiTerminal::wasResized() {
