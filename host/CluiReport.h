@@ -16,6 +16,8 @@ struct CluiPlace {
   std::string name;
   std::size_t line = 0;
   std::size_t column = 0;
+
+  bool operator==(const CluiPlace&) const = default;
 };
 
 // A piece of a line with a caret below the character at fault.

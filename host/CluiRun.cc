@@ -179,6 +179,7 @@ void CluiRun::feed(std::string& bytes, std::size_t number) {
 void CluiRun::interpret(std::string& text, std::size_t number) {
   line_.take(text, number);
   offered_ = {};
+  toldCode_ = 0;
   takenBefore_ = taken_;
   parser_->interpret(line_.text().c_str());
   if (options_.trace) trace_.settle();

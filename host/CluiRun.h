@@ -79,6 +79,8 @@ class CluiRun : public CluiTyping {
   std::string input_;              // the name of the input being read
   std::string playedName_;         // its full name, when it is played
   std::vector<Code> codes_;
+  unsigned int toldCode_ = 0;  // the one that was told last in this line, and where
+  CluiPlace toldPlace_;
   Stand offered_;          // the token that came before the syntax last, until a command begins
   std::size_t taken_ = 0;  // words that came before the syntax and were not refused
   std::size_t takenBefore_ = 0;  // of these, in earlier lines

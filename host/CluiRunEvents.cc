@@ -66,9 +66,14 @@ void CluiRun::tellCodes() {
   codes_.clear();
   for (const Code& code : codes) {
     if (code.severity == YErrNote && !options_.trace) continue;
+    if (code.code == YErrNotClosed) unable_ = true;
+    // What one word stands for can fail in the same way a hundred thousand times.
+    const bool isTold = parser_ != nullptr && code.code == toldCode_ && code.place == toldPlace_;
+    toldCode_ = code.code;
+    toldPlace_ = code.place;
+    if (isTold) continue;
     // Nothing else tells of a text that was not read.
     if (code.code == YErrTooDeep) ++refused_;
-    if (code.code == YErrNotClosed) unable_ = true;
     report_.tell(code.place, CluiCodeText(code.code));
   }
 }

@@ -48,6 +48,7 @@ void CluiRun::beginWord(const std::string& word) {
   line_.take(text, 0, openText_.size());
   refusal_.restart();
   offered_ = {};
+  toldCode_ = 0;
   takenBefore_ = taken_;
 }
 
