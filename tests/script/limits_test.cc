@@ -27,11 +27,9 @@ std::string FileOf(long n) {
   return testing::TempDir() + "clui-limits-" + std::to_string(getpid()) + "-" + std::to_string(n);
 }
 
-// Reads tokens of the word "a", which runs "A", and keeps what interpret is given.
+// Reads tokens of the word "a", which runs "A".
 class Reader : public YcluiParser {
  public:
-  std::string given;
-
   Reader() {
     const YcluiValueType type = YcluiValueInteger;
     lex()->addKeyword("a", nullptr, 1);
@@ -39,10 +37,6 @@ class Reader : public YcluiParser {
     auto* syntax = new YcluiSyntaxGraph;
     syntax->insertAnd(new YcluiSyntaxNode(1, "A"));
     setSyntaxGraph(syntax);
-  }
-  int interpret(const char* text) override {
-    given += '[' + std::to_string(std::string(text).size()) + ']';
-    return YcluiParser::interpret(text);
   }
   // What reading the text records.
   std::string read(const std::string& text) {
@@ -57,15 +51,6 @@ std::string SuspendTexts(long n) {
   const std::uint64_t before = YErr.count();
   while (n-- > 0) lex.pushString("");
   return CodeSince(before);
-}
-
-std::string NestCommands(long n) {
-  Reader reader;
-  TheMachine->executor = [&](const std::string&) {
-    reader.reset();
-    if (--n > 0) reader.interpret("a");
-  };
-  return reader.read("a");
 }
 
 std::string NestPlaybacks(long n) {
@@ -122,56 +107,12 @@ std::string SetList(long n) {
   return told;
 }
 
-std::string DeclareWord(long n) {
-  std::string form = "(clui-token (clui-parser-new 0) 50 'w'";
-  for (; n > 3; --n) form += " 1";
-  return TheMachine->run(form + ")");
-}
-
-std::string GiveId(long n) {
-  YcluiLex lex;
-  return lex.addKeyword("w", nullptr, static_cast<std::uint32_t>(n)) == n ? "as it is" : "cut";
-}
-
 std::string GivePriority(long n) {
   TheMachine->run("(define g (clui-syntax (clui-priority " + std::to_string(n) + ") 1))");
   const auto* graph = reinterpret_cast<YcluiSyntaxGraph*>(TheMachine->variables["g"]->number);
   const int given = YcluiSuccessorIterator(*graph->start).node()->priority;
   TheMachine->run("(clui-set-syntax (clui-parser-new 0) g)");
   return given == n ? "as it is" : "cut";
-}
-
-std::string GiveContext(long n) {
-  return TheMachine->run("(clui-eval (clui-parser-new " + std::to_string(n) + ") '')");
-}
-
-std::string WriteLine(long n) {
-  Reader reader;
-  reader.startLogging(FileOf(0).c_str(), 0);
-  reader.writeToLog(std::string(static_cast<std::size_t>(n), 'x').c_str());
-  reader.writeToLog("y");
-  reader.shutLogging();
-  std::ifstream file(FileOf(0));
-  std::string line;
-  while (line.find('x') == std::string::npos) std::getline(file, line);
-  std::remove(FileOf(0).c_str());
-  return line.back() == 'y' ? "one line" : "broken";
-}
-
-std::string ResumeLine(long n) {
-  std::ofstream(FileOf(0)) << "a\n" << std::string(static_cast<std::size_t>(n - 1), '#') << '\n';
-  Reader reader;
-  reader.pausePlayback();
-  reader.playbackFromLog(FileOf(0).c_str());
-  reader.given.clear();
-  reader.continuePlayback();
-  std::remove(FileOf(0).c_str());
-  return reader.given == '[' + std::to_string(n) + ']' ? "whole" : "in pieces";
-}
-
-std::string KeepErrors(long n) {
-  for (long i = 0; i < n; ++i) cluiNote(i == 0 ? 4711 : 1);
-  return YErr.code(static_cast<int>(n) - 1) == 4711 ? "kept" : "lost";
 }
 
 std::string ReadInteger(long n) {
@@ -191,19 +132,12 @@ TEST(Limits, AreWhereTheyAreSaidToBe) {
   } limits[] = {
       {"suspended texts", YcluiMostSuspendedTexts, SuspendTexts, "good", "2052/3"},
       {"expansions", YcluiMostExpansions, Expand, "good", "2052/3"},
-      {"commands", YcluiMostNestedCommands, NestCommands, "good", "2052/3"},
       {"playbacks", YcluiMostNestedPlaybacks, NestPlaybacks, "good", "2052/3"},
       {"indices", YcluiMostIndexNesting, NestIndices, "good", "2052/3"},
       {"elements", YcluiMostElements, SetElement, "good", "2055/2"},
       {"elements of a list", YcluiMostElements, SetList, "#t", "#f /2055"},
       {"a list", YcluiMostListElements, SetList, "#f /2055", "bad @3"},
-      {"clui-token", YcluiMostTokenArguments, DeclareWord, "50", "bad 0 @count"},
-      {"ids", YcluiIdMask, GiveId, "as it is", "cut"},
       {"priorities", 255, GivePriority, "as it is", "cut"},
-      {"contexts", 0xFFFFFFFF, GiveContext, "0 /2056", "bad 0 @1"},
-      {"lines of a log", YcluiLongestLogLine, WriteLine, "one line", "broken"},
-      {"pieces", YcluiLongestPiece, ResumeLine, "whole", "in pieces"},
-      {"errors", YcluiKeptErrors, KeepErrors, "kept", "lost"},
       {"integers", std::numeric_limits<std::int32_t>::max(), ReadInteger, "good", "2060/3"},
       {"negative integers", 2147483648, ReadNegative, "good", "2060/3"},
   };
