@@ -73,10 +73,7 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
 YWord YcluiParser::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
   const YcluiLineParser* frame = currentFrame();
   if (frame == nullptr) return 0;
-  candidates.read(*frame, *indefiniteRoot, *lexer);
-  if (!candidates.areListed()) return 0;
-  candidates.find(ViewOf(prefix), found);
-  return 1;
+  return candidates.find(*frame, *lexer, ViewOf(prefix), found);
 }
 
 void YcluiParser::possibleWords(YString_Array& words, const char* prefix) const {
@@ -95,8 +92,7 @@ void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void*
   YString folded(prefix);
   folded.toLower();  // as the names of the dictionary are
   YcluiCandidates::Words found;
-  candidates.read(*frame, *indefiniteRoot, *lexer);
-  candidates.findAll(ViewOf(folded.buffer), found);
+  candidates.findAll(*frame, *indefiniteRoot, *lexer, ViewOf(folded.buffer), found);
   for (const char* name : found) {
     if (*name != '\0') take(word, name);
   }

@@ -57,7 +57,8 @@ TEST(Completion, FollowsTheWalker) {
   }
 }
 
-// Held against what the walker and the dictionary say, however often and in between what was asked.
+// Held against what the walker and the dictionary say, however often and in between what was asked,
+// at more wide places in turn than are kept and at a narrow one.
 TEST(Completion, IsUpToDateAtEveryQuestion) {
   YcluiParser parser;
   YcluiLex& words = *parser.lex();
@@ -70,6 +71,14 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
   };
   for (unsigned id = 1; id <= 60; ++id) add(id % 50 + 1);  // some twice
   syntax->insertAnd(new YcluiSyntaxNode(1));
+  for (unsigned way = 61; way <= 66; ++way) {
+    words.addKeyword(("go" + std::to_string(way)).c_str(), nullptr, way);
+    auto* graph = new YcluiSyntaxGraph;
+    for (unsigned id = way - 60; id <= way - 20; ++id) graph->insertOr(new YcluiSyntaxNode(id));
+    graph->insertAnd(new YcluiSyntaxNode(way));
+    syntax->insertOr(graph);
+    delete graph;
+  }
   parser.setSyntaxGraph(syntax);
   walker.syntaxGraph(syntax);
   const auto expected = [&](const std::string& prefix) {
@@ -84,21 +93,30 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
     }
     return Joined(list);
   };
+  const auto goTo = [&](unsigned place) {
+    parser.reset(), walker.reset();
+    if (place == 0) return;
+    parser.interpret(place == 1 ? "abh1" : ("go" + std::to_string(place)).c_str());
+    walker.stepNext(place);
+  };
   const std::function<void()> changes[] = {
       [] {},
-      [&] { parser.interpret("abh1"), walker.stepNext(1); },
       [&] { words.delKeyword("abd19"); },
       [&] { words.addKeyword("abd-again", nullptr, 19); },
       [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(19)); },
-      [&] { parser.reset(), walker.reset(); },
-      [&] { parser.interpret("abh1"), walker.stepNext(1); },
+      [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(44)); },
+      [&] { syntax->insertOr(new YcluiSyntaxNode(19)); },
   };
   for (const auto& change : changes) {
+    goTo(0);
     change();
-    for (const char* prefix : {"ab", "abd", "abd1", "abz", "abd", "b", "", "abd", "ab"}) {
-      YString_Array list;
-      parser.completionList(prefix, list);
-      EXPECT_EQ(Joined(list), expected(prefix)) << &change - changes << prefix;
+    for (const unsigned place : {1, 61, 1, 0, 61, 62, 63, 64, 1, 0, 65, 66, 61, 65, 66, 1, 1}) {
+      goTo(place);
+      for (const char* prefix : {"ab", "abd", "abd1", "abz", "abd", "b", "", "go", "ab"}) {
+        YString_Array list;
+        parser.completionList(prefix, list);
+        ASSERT_EQ(Joined(list), expected(prefix)) << &change - changes << place << prefix;
+      }
     }
   }
   YString_Array all;
