@@ -1,11 +1,7 @@
-// Texts: values, messages, escapes, and scripts in files.
-
-#include <unistd.h>
+// Texts: values, messages, escapes, and what they print.
 
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 
 #include "tests/engine/engine_fixture.h"
 
@@ -174,110 +170,20 @@ TEST_F(TextsTest, TheBufferIsNeverOverrun) {
   EXPECT_FALSE(YStatusIsGood(status));
 }
 
-class ScriptsTest : public EngineTest {
- protected:
-  void SetUp() override {
-    EngineTest::SetUp();
-    char name[] = "/tmp/clui-engine-XXXXXX";
-    folder_ = mkdtemp(name);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::string write(const char* name, const std::string& content) const {
-    std::filesystem::create_directories(std::filesystem::path(folder_ + "/" + name).parent_path());
-    std::ofstream(folder_ + "/" + name) << content;
-    return folder_ + "/" + name;
-  }
-
-  std::string folder_;
-};
-
-std::string PlaceInScript;
-
-void NotePlace(std::uint32_t, YStatus&) {
-  int line = 0;
-  ScmVM::place(PlaceInScript, line);
-  PlaceInScript += ":" + std::to_string(line);
-}
-
-TEST_F(ScriptsTest, FilesAreLoadedBesideTheOneThatAsks) {
-  ScmVM::bindProcedure("note-place", &NotePlace, 0, 0);
-  write("sub/inner.scm", "(note-place)\n(define inner \"\xE3\x81\x82\")");
-  const std::string outer =
-      write("outer.scm", "; first\n\n(load \"sub/inner.scm\")\n(define done #t)");
-  ASSERT_EQ(ScmVM::loadFile(outer.c_str()), 1U);
-  EXPECT_EQ(Eval("(list done inner)"), "+(#t \"\x82\xA0\")");
-  EXPECT_EQ(PlaceInScript, folder_ + "/sub/inner.scm:1");
-  Eval("(note-place)");
-  EXPECT_EQ(PlaceInScript, ":0");
-}
-
-TEST_F(ScriptsTest, ErrorsCarryTheirPlace) {
-  write("inner.scm", "(define x 1)\n\n  (car x)\n");
-  const struct {
-    const char* content;
-    const char* file;
-    int line;
-    int column;
-    const char* message;
-  } cases[] = {
-      {"(define a 1)\n  (car a)", "", 2, 3, "car: Wrong type (expecting pair): 1"},
-      {"1\n(load \"inner.scm\")", "inner.scm", 3, 3, "car: Wrong type (expecting pair): 1"},
-      {"1\n(catch #t (lambda () (load \"inner.scm\")) (lambda x 0)) (car 2)", "", 2, 56,
-       "car: Wrong type (expecting pair): 2"},
-      {"1\n(begin\n  (let ((x)) 1))", "", 3, 3, "let: bad let in (let ((x)) 1)"},
-      {"1\n(+ 1", "", 2, 5, "unexpected end of input while searching for: )"},
-      {"1\n\xFF", "", 0, 0, "FILE is no UTF-8 in line 2"},
-      {"\n\n(load \"case.scm\")", "", 3, 1, "the recursion is too deep"},
-      {"(load \"nothing.scm\")", "", 1, 1,
-       "cannot read FOLDER/nothing.scm: No such file or directory"},
-  };
-  for (const auto& c : cases) {
-    errors.clear();
-    const std::string file = write("case.scm", c.content);
-    EXPECT_EQ(ScmVM::loadFile(file.c_str()), 0U);
-    ASSERT_EQ(errors.size(), 1U) << c.content;
-    std::string message = errors[0].message;
-    if (const auto at = message.find(file); at != std::string::npos) {
-      message.replace(at, file.size(), "FILE");
-    }
-    if (const auto at = message.find(folder_); at != std::string::npos) {
-      message.replace(at, folder_.size(), "FOLDER");
-    }
-    EXPECT_EQ(message, c.message);
-    EXPECT_EQ(errors[0].line, c.line) << c.content;
-    EXPECT_EQ(errors[0].column, c.column) << c.content;
-    if (c.line > 0) {
-      EXPECT_EQ(errors[0].file, *c.file == '\0' ? file : folder_ + "/" + c.file);
-    }
-    EXPECT_EQ(errors[0].text, "");
-  }
-}
-
 // What scripts print and what C++ prints arrives in the order in which it was written.
 void SayInCpp(std::uint32_t, YStatus&) {
   std::fputs("[c++]", stdout);
 }
 
-TEST_F(ScriptsTest, OutputKeepsItsOrder) {
+TEST_F(TextsTest, OutputKeepsItsOrder) {
   ScmVM::bindProcedure("say", &SayInCpp, 0, 0);
-  std::fflush(stdout);
-  const std::string name = write("out", "");
-  const int saved = dup(1);
-  std::FILE* const out = std::fopen(name.c_str(), "w");
-  dup2(fileno(out), 1);
+  testing::internal::CaptureStdout();
   std::fputs("a", stdout);
   Eval("(display \"b\x82\xA0\") (say) (display \"c\\n\") (say)");
   std::fputs("d", stdout);
   Eval("(display \"e\") (car 1)");
   std::fputs("f", stdout);
-  std::fflush(stdout);
-  dup2(saved, 1);
-  close(saved);
-  std::fclose(out);
-  std::ifstream in(name);
-  const std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  EXPECT_EQ(content, "ab\xE3\x81\x82[c++]c\n[c++]def");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "ab\xE3\x81\x82[c++]c\n[c++]def");
 }
 
 }  // namespace

@@ -10,65 +10,6 @@
 
 namespace {
 
-TEST(Encoding, TellsWhatTheSystemCannotHold) {
-  const struct {
-    const char* encoding;
-    std::string bytes;
-    CluiFault::Kind kind;
-    std::size_t character;
-    wchar_t code;
-  } rows[] = {
-      {"UTF-8", "line \xE2\x98\x83", CluiFault::Lacking, 5, 0x2603},
-      {"UTF-8", "\xE8\xA1\xA8\xC2\xA5", CluiFault::Lacking, 1, 0xA5},  // not a backslash
-      {"UTF-8", "\xE8\xA1\xA8\xE8\xA1", CluiFault::BadBytes, 1, 0},
-      {"UTF-8", std::string("a\0\xE8", 3), CluiFault::Nul, 1, 0},
-      {"CP932", "a\x95\x5C\x95", CluiFault::BadBytes, 2, 0},
-      {"EUC-JP", "\xC9\xBD\xC9", CluiFault::BadBytes, 1, 0},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.bytes);
-    CluiEncoding encoding;
-    std::string text;
-    CluiFault fault;
-    ASSERT_TRUE(encoding.open(row.encoding, text));
-    EXPECT_FALSE(encoding.toSystem(row.bytes, text, fault));
-    EXPECT_EQ(fault.kind, row.kind);
-    EXPECT_EQ(fault.character, row.character);
-    EXPECT_EQ(fault.code, row.code);
-  }
-}
-
-TEST(Encoding, BringsTheSameTextInFromEach) {
-  const struct {
-    const char* encoding;
-    const char* bytes;
-  } rows[] = {
-      {"UTF-8", "a\xE8\xA1\xA8\\\xEF\xBD\xB1"},
-      {"CP932", "a\x95\x5C\\\xB1"},
-      {"EUC-JP", "a\xC9\xBD\\\x8E\xB1"},
-      {"ISO-2022-JP-3", "a\x1B$BI=\x1B(B\\\x1B(I1\x1B(B"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.encoding);
-    CluiEncoding encoding;
-    std::string text;
-    CluiFault fault;
-    ASSERT_TRUE(encoding.open(row.encoding, text));
-    EXPECT_TRUE(encoding.toSystem(row.bytes, text, fault));
-    EXPECT_EQ(text, "a\x95\x5C\\\xB1");
-    EXPECT_EQ(encoding.toUser(encoding.fromSystem(text)), row.bytes);
-  }
-}
-
-TEST(Encoding, RefusesWhatHasNoLines) {
-  for (const char* name : {"UTF-16", "UTF-32LE", "no-such-encoding"}) {
-    CluiEncoding encoding;
-    std::string error;
-    EXPECT_FALSE(encoding.open(name, error)) << name;
-    EXPECT_NE(error.find(name), std::string::npos);
-  }
-}
-
 TEST(Encoding, ShowsWhatIsNoCharacter) {
   CluiEncoding encoding;
   std::string error;

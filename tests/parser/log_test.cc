@@ -152,19 +152,6 @@ TEST(Playback, ReadsLines) {
   EXPECT_EQ(lines[2].size(), 978u);
 }
 
-// What a parser logged comes back as it was.
-TEST(Playback, ALogGivesTheSameLogAgain) {
-  CommandLine line("say:/s box:/ip", "( say:{$0[0]} | box:{$$[0] $$[1]} )");
-  line.trace("run");
-  line.perform(
-      "^log first; say: 'back\\\\\"slash' say: 'two\nlines' say: '\x83\x5C' say: '' "
-      "box: -3, 4,5; ^shut");
-  const std::string told = line.told();
-  line.perform("^log second; ^nest 1; ^play first; ^shut");
-  EXPECT_EQ(line.told(), told);
-  EXPECT_EQ(ReadFile("second"), ReadFile("first"));
-}
-
 TEST(Playback, StartsPausesAndGoesOn) {
   // The inner file stops in its first line, the third one waits for its own.
   WriteFile("outer", "a inner b\n c\n");
