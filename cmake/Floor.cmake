@@ -18,6 +18,15 @@ if(CLUI_SANITIZE)
   target_link_options(clui_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# The library is optimised as a whole when it is linked, which g++ does for a fifth of its speed. The
+# objects stay fit for a plain link beside it, so the tests of the floors do not pay for that.
+include(CheckLinkerFlag)
+set(CLUI_LINK_TIME OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CLUI_SANITIZE)
+  check_linker_flag(CXX -flto=auto CLUI_LINK_TIME_WORKS)
+  set(CLUI_LINK_TIME ${CLUI_LINK_TIME_WORKS})
+endif()
+
 # A floor of the library: objects compiled as the library needs them.
 #   clui_floor(lex SOURCES a.cc b.cc)
 function(clui_floor name)
@@ -26,7 +35,8 @@ function(clui_floor name)
   target_link_libraries(clui_${name} PUBLIC clui_options)
   # Nobody puts operations of their own in the place of the library's, so calls within a file may be
   # inlined although the objects are fit for a shared library.
-  target_compile_options(clui_${name} PRIVATE -fno-exceptions -fno-semantic-interposition)
+  target_compile_options(clui_${name} PRIVATE -fno-exceptions -fno-semantic-interposition
+    $<$<BOOL:${CLUI_LINK_TIME}>:-flto=auto -ffat-lto-objects>)
   target_compile_definitions(clui_${name} PRIVATE YSCM_IMPORT)
 endfunction()
 
@@ -39,6 +49,8 @@ function(clui_test name)
   foreach(floor ${ARG_FLOORS})
     target_sources(${name}_test PRIVATE $<TARGET_OBJECTS:clui_${floor}>)
   endforeach()
+  # Without this g++ would see what the objects carry and optimise every test as a whole.
+  target_link_options(${name}_test PRIVATE $<$<BOOL:${CLUI_LINK_TIME}>:-fno-lto>)
   if(ARG_ALLOCATIONS)
     target_sources(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests/common/allocations.cc)
     target_link_options(${name}_test PRIVATE
