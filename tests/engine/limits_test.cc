@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <ctime>
 
 #include "tests/engine/engine_fixture.h"
@@ -100,31 +99,6 @@ TEST_F(LimitsTest, Interrupts) {
   }
   ScmVM::interrupt();
   EXPECT_EQ(Eval("(let loop ((n 100000)) (if (> n 0) (loop (- n 1)) n))"), "+0");
-}
-
-char* Outermost = nullptr;
-long Deepest = 0;
-
-void Nest(std::uint32_t, YStatus& status) {
-  const long left = ScmVMExternal::StackPopLong(status);
-  char here = 0;
-  Deepest = Outermost - &here;
-  char text[64];
-  std::snprintf(text, sizeof text, "(car (list (nest %ld)))", left - 1);
-  if (left > 0) Eval(text);
-  ScmVMExternal::StackPushLong(left);
-}
-
-// Measured: about 3 KiB a level without the sanitizers, which the deepest nesting of commands
-// multiplies by 200.
-TEST_F(LimitsTest, ALevelOfNestingIsSmall) {
-  char here = 0;
-  Outermost = &here;
-  ScmVM::bindProcedure("nest", &Nest, 1, 0);
-  EXPECT_EQ(Eval("(nest 200)"), "+200");
-  EXPECT_LT(Deepest / 200, 16384);
-  RecordProperty("bytes_per_level", static_cast<int>(Deepest / 200));
-  EXPECT_TRUE(errors.empty());
 }
 
 // Another thread gets nothing, and harms nothing.

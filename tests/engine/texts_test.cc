@@ -29,24 +29,6 @@ TEST_F(TextsTest, Values) {
   EXPECT_TRUE(errors.empty());
 }
 
-TEST_F(TextsTest, MessagesInWords) {
-  ExpectEach({
-      {"(car 5)", "-car: Wrong type (expecting pair): 5"},
-      {"no-such-thing", "-Unbound variable: no-such-thing"},
-      {"(error \"no such file:\" \"a\" 1)", "-no such file: \"a\" 1"},
-      {"(throw 'mine 1 \"a\")", "-uncaught mine 1 \"a\""},
-      {"(raise-exception 'odd)", "-uncaught odd"},
-      {"(exit 3)", "-the text ended by exit with 3"},
-      {"(if)", "-source expression failed to match any pattern in (if)"},
-      {"(let ((x)) x)", "-let: bad let in (let ((x)) x)"},
-      {"(display 1", "-unexpected end of input while searching for: )"},
-      {"(error \"long\" (iota 1000000))",
-       "-long (0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 29 30 "
-       "31 32 33 34 35 36 37 38 39 40 41 42 43 44 45 46 47 48 49 50 51 52 53 54 55 56 57 58 59 60 "
-       "61 62 63 64 65 66 67 68 69..."},
-  });
-}
-
 // A call on constants is read and applied at once, any other expression goes to Guile's reader and
 // is expanded first.
 TEST_F(TextsTest, BothWaysOfACallAgree) {

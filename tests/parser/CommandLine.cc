@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -25,15 +26,10 @@ struct OwnFolder {
 class SyntaxReader {
  public:
   SyntaxReader(CommandLine& line, const std::string& text) : line_(line) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (text[i] == ' ') continue;
-      std::size_t end = i + 1;
-      if (text[i] == '{') end = text.find('}', i) + 1;
-      if (std::string("{()|*").find(text[i]) == std::string::npos) {
-        end = std::min(text.find_first_of(" {()|*", i), text.size());
-      }
-      parts_.push_back(text.substr(i, end - i));
-      i = end - 1;
+    static const std::regex part(R"([{][^}]*[}]|[()|*]|[^ {()|*]+)");
+    const std::sregex_iterator end;
+    for (std::sregex_iterator i(text.begin(), text.end(), part); i != end; ++i) {
+      parts_.push_back(i->str());
     }
   }
 

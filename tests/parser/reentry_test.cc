@@ -31,23 +31,15 @@ TEST(Reentry, DepthIsBounded) {
   CommandLine line("a b loop->a_loop_b", "( a{a} | b{b} )");
   line.trace("err run");
   int runs = 0;
-  const char* text = "a";
   std::function<void()> again = [&] {
     if (++runs == 300) return;
     line.at["run(a)"] = again;
-    line.perform(std::string("^reset; ") + text);
+    line.perform("^reset;  a b");
   };
   const auto runsOf = [](const std::string& told, const char* command) {
     return std::count(told.begin(), told.end(), command[0]);
   };
-  line.at["run(a)"] = again;
-  line.interpret("a");
-  EXPECT_EQ(runs, YcluiMostNestedCommands);
-  line.told();
-
   // With text unread it is left to the loops outside, and none is lost.
-  runs = 0;
-  text = " a b";
   line.at["run(a)"] = again;
   line.interpret("a b");
   std::string told = line.told();

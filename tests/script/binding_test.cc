@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -189,50 +188,6 @@ TEST_F(Binding, ASecondBindingReplacesTheFirst) {
   EXPECT_EQ("CLUI \"x\" >\nCLUI \"\" >\n", testing::internal::GetCapturedStdout());
   delete first;
   EXPECT_EQ("1a |b 0|", type("b ")) << "it takes nothing along";
-}
-
-// One goes in the middle of something, then the others in either order, and what is left goes on.
-TEST_F(Binding, LifetimesInEveryOrder) {
-  int order[] = {0, 1, 2};
-  const auto destroy = [&](int victim) {
-    if (victim == 0) field.reset();
-    if (victim == 1) YcluiParser::AddDeadBody(parser);
-    if (victim == 2) delete binding;
-  };
-  const auto type = [&] {
-    for (const char* key : {"c", "k", " ", "c", " ", "<"}) {
-      if (field) field->key(key);
-    }
-    YcluiFieldBinding* left = YcluiFieldBinding::FindLive(binding);
-    if (left != nullptr) left->replaceCurrentWord("c", 1);
-  };
-  testing::internal::CaptureStdout();
-  do {
-    for (const std::string moment : {"SetText", "E", "S", "C", "key"}) {
-      bool armed = false;
-      const auto strike = [&] {
-        if (std::exchange(armed, false)) destroy(order[0]);
-      };
-      endParser();
-      makeParser();
-      field = std::make_unique<TestField>();
-      machine.executor = [&](const std::string& text) {
-        if (text == moment) strike();
-      };
-      attach(moment == "E" ? "E" : "", "S");
-      binding->setKeyAction('k', "key");
-      if (moment == "SetText") field->onSetText = [&] { strike(); };
-      armed = true;
-      type();
-      EXPECT_FALSE(armed) << moment;
-      EXPECT_EQ(order[0] != 2, YcluiFieldBinding::FindLive(binding) != nullptr);
-      destroy(order[1]);
-      type();
-      destroy(order[2]);
-      type();
-    }
-  } while (std::next_permutation(order, order + 3));
-  testing::internal::GetCapturedStdout();
 }
 
 TEST_F(Binding, AFieldDoesMoreThanItIsTold) {

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
@@ -89,7 +90,7 @@ class Desk {
  public:
   YcluiParser* const p;
   YcluiParser* const q;
-  TestField field;
+  std::unique_ptr<TestField> field = std::make_unique<TestField>();
 
   Desk(const Place& place, int level, int way)
       : p(newParser()), q(newParser()), place_(place), wanted_(level), way_(way) {
@@ -98,13 +99,13 @@ class Desk {
     Machine->variables["k"] = std::make_shared<Value>();
     define("p", 'l', p);
     define("q", 'l', q);
-    define("f", 'h', static_cast<YuiTextField*>(&field));
+    define("f", 'h', static_cast<YuiTextField*>(field.get()));
     teach(*p);
     teachWords(*q);
     if (place.kind == Gone) teach(*q);
     if (place.kind == Gone) p->interpret("b ");
     listen();
-    field.onSetText = [this] { event(Show, field.shown); };
+    field->onSetText = [this] { event(Show, field->shown); };
     if (place.around != Plain) attach();
     watch(*p);
   }
@@ -146,6 +147,9 @@ class Desk {
     watch(*parser);
     return parser;
   }
+  void type(const std::string& key) {
+    if (field) field->key(key);
+  }
   bool isThere(YcluiParser* parser) const { return parsers_.count(parser) != 0; }
 
   void teachWords(YcluiParser& parser) {
@@ -174,7 +178,7 @@ class Desk {
 
   void attach() {
     const bool tells = place_.around == WithFormats;
-    auto* made = YcluiFieldBinding::Attach(&field, p, tells ? "E%s" : "", tells ? "S%s" : "");
+    auto* made = YcluiFieldBinding::Attach(field.get(), p, tells ? "E%s" : "", tells ? "S%s" : "");
     made->setKeyAction('!', "key");
     define("k", 'h', made);
     bindings_.push_back(binding_ = reinterpret_cast<long>(made));
@@ -236,7 +240,7 @@ class Desk {
     const bool isLast = level_ == wanted_;
     const std::string text = isLast ? place_.drive : "go ";
     if (text[0] == '@') {
-      for (const char key : text.substr(1)) field.key(std::string(1, key));
+      for (const char key : text.substr(1)) type(std::string(1, key));
     } else if (level_ == 1 || way_ == 0) {
       runner.interpret(text.c_str());
     } else if (way_ == 1) {
@@ -468,10 +472,14 @@ const Action Actions[] = {
        d.p->lex()->setString("a b");
        d.p->lex()->getNextToken(token);
      }},
-    {"no binding", [](Desk& d) { d.field.endBinding(); }},
+    {"no binding",
+     [](Desk& d) {
+       if (d.field) d.field->endBinding();
+     }},
+    {"no field", [](Desk& d) { d.field.reset(); }},
     {"type",
      [](Desk& d) {
-       for (const char* key : {"a", " ", "b", "<", "!"}) d.field.key(key);
+       for (const char* key : {"a", " ", "b", "<", "!"}) d.type(key);
      }},
     {"(clui-token p 'new' 'ne') (clui-token q 'new' 1 4) (clui-token p 8 #\\,)"},
     {"(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C') (clui-anyof 4)))"
