@@ -6,6 +6,7 @@ namespace {
 
 constexpr std::size_t FewestRows = 16;
 constexpr int FewestRowsShift = 64 - 4;
+constexpr std::int32_t MostEntries = (1 << 28) - 1;  // what a row can tell; they fill 4 GB
 
 }  // namespace
 
@@ -18,10 +19,15 @@ void YcluiIdIndex::add(YcluiSyntaxNode* node) {
     row.node = node;
     return;
   }
-  const auto added = static_cast<std::int32_t>(entries_.size());
-  entries_.push_back({node, None});
-  (row.next == None ? row.next : entries_[static_cast<std::size_t>(row.last)].next) = added;
-  row.last = added;
+  const auto added = static_cast<std::int32_t>(entries_.size()) & MostEntries;
+  entries_.push_back({node, None, added});
+  if (row.next == None) {
+    row.next = added;
+    return;
+  }
+  Entry& first = entryAt(row.next);
+  entryAt(first.last).next = added;
+  first.last = added;
 }
 
 void YcluiIdIndex::clear() {
@@ -36,8 +42,7 @@ YcluiIdIndex::Row* YcluiIdIndex::find(unsigned long id) {
   return row.node == nullptr ? nullptr : &row;
 }
 
-void YcluiIdIndex::pushAll(const Row& row, YcluiSyntaxNodeStk& nodes) const {
-  nodes.push(row.node);
+void YcluiIdIndex::pushOthers(const Row& row, YcluiSyntaxNodeStk& nodes) const {
   for (std::int32_t i = row.next; i != None; i = entryAt(i).next) nodes.push(entryAt(i).node);
 }
 

@@ -15,27 +15,28 @@
 // constant time.
 class YcluiIdIndex {
  public:
+  static constexpr std::int32_t None = -1;
+  // Four of them fill a line of memory.
   struct Row {
     YcluiSyntaxNode* node = nullptr;  // the first one; null in an empty place
     std::uint32_t id = 0;
-    std::int32_t next = None;  // entry of those behind it
-    std::int32_t last = None;
-    std::int32_t ends = None;  // for the walker, which sets it when it knows
+    std::int32_t next : 29 = None;  // entry of those behind it
+    std::int32_t ends : 3 = None;   // for the walker, which sets it when it knows
   };
-  static constexpr std::int32_t None = -1;
 
   void add(YcluiSyntaxNode* node);
   void clear();
 
   // The row of the id, or null; good until something is added.
   Row* find(unsigned long id);
-  // Pushes the nodes of the row, in their order. Most rows have one.
-  void pushAll(const Row& row, YcluiSyntaxNodeStk& nodes) const;
+  // Pushes the nodes of the row behind the first one, in their order. Most rows have none.
+  void pushOthers(const Row& row, YcluiSyntaxNodeStk& nodes) const;
 
  private:
   struct Entry {
     YcluiSyntaxNode* node;
     std::int32_t next;
+    std::int32_t last;  // of the row; in the first of its entries
   };
 
   std::vector<Row, YAllocator<Row>> rows_;  // a power of two of them, half of them in use at most
@@ -43,6 +44,7 @@ class YcluiIdIndex {
   std::size_t used_ = 0;
   std::vector<Entry, YAllocator<Entry>> entries_;  // what stands second and behind in its row
 
+  Entry& entryAt(std::int32_t i) { return entries_[static_cast<std::size_t>(i)]; }
   const Entry& entryAt(std::int32_t i) const { return entries_[static_cast<std::size_t>(i)]; }
   std::size_t placeOf(unsigned long id) const;
   void grow();

@@ -50,12 +50,13 @@ constexpr int FewLinks = 16;
 // In how many indexes what follows a structural node may stand.
 constexpr std::uint32_t MostCovers = 4;
 
-bool HasFewLinks(const YcluiSyntaxNode& node) {
-  int links = 0;
-  for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) {
-    if (++links > FewLinks) return false;
-  }
-  return true;
+using Step = YcluiNodeMemo::Step;
+
+// The successor of a node with one link, null of any other.
+YcluiSyntaxNode* OnlySuccessor(const YcluiSyntaxNode& node) {
+  const YRing* first = node.first();
+  if (first == nullptr || first->next() != nullptr) return nullptr;
+  return static_cast<YcluiSyntaxNode*>(first->item());
 }
 
 // Whether the walk to the end of the graph passes the node.
@@ -82,7 +83,7 @@ YcluiSyntaxNode* YcluiNfa::indefiniteNode(const unsigned long& tokenId) const {
 
 // Successors are added behind those that were read.
 YcluiSyntaxNode* YcluiNfa::indexedIndefiniteNode(unsigned long tokenId) const {
-  YcluiNodeMemo& memo = memoOf(indefiniteRoot);
+  YcluiNodeMemo::Large& memo = memoOf(indefiniteRoot).large();
   while (memo.read != indefiniteRoot->last()) {
     memo.read = memo.read == nullptr ? indefiniteRoot->first() : memo.read->next();
     memo.indefinites.add(static_cast<YcluiSyntaxNode*>(memo.read->item()));
@@ -105,10 +106,12 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   YcluiSyntaxNode* indefinite = indefiniteNode(tokenId);
   if (indefinite != nullptr) return indefinite;
 
-  YcluiIdIndex* index = indexOfPlace();
-  std::int32_t* known = nullptr;
-  if (index != nullptr) {
-    known = takeMatches(*index, tokenId);
+  YcluiIdIndex::Row* row = nullptr;
+  if (YcluiNodeMemo* memo = knownStep()) {
+    row = memo->find(tokenId);
+    if (row == nullptr) return nullptr;
+    matchedNodes.clear();
+    memo->pushAll(*row, matchedNodes);
   } else {
     findMatches(tokenId);
   }
@@ -116,8 +119,8 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
 
   YcluiSyntaxNode* answer = matchedNodes.top();
   currentNode = answer;
-  const int ends = known != nullptr && *known >= 0 ? *known : endsBehindMatches();
-  if (known != nullptr) *known = ends;
+  const int ends = row != nullptr && row->ends >= 0 ? row->ends : endsBehindMatches();
+  if (row != nullptr && row->ends != ends) row->ends = ends & 3;
   standBehindMatches();
   if (ends > 0) terminated = 1;
   // Last of all: the host's listener may use this walker.
@@ -130,7 +133,12 @@ YcluiSyntaxNode* YcluiNfa::goBack(YcluiSyntaxNode* node) {
   currentNode = node;
   terminated = 0;
   if (node == nullptr) return nullptr;
-  standBehind(node);
+  if (node->tokenId != 0) {
+    behind = node;
+  } else {
+    nextNodes.pushSuccessors(*node);
+    onlyPlace = PlaceBehind(node);
+  }
   const bool isStart = graph != nullptr && node == graph->start;
   if (!isStart && endsBehind(node) > 0) terminated = 1;
   return node;
@@ -144,8 +152,8 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   YcluiSyntaxNodeStk found;
   YcluiSyntaxNodeStk pushed;
   YcluiSyntaxNodeStk queue;
-  if (unlisted != nullptr) pushed.pushSuccessors(*unlisted);
-  int waiting = nextNodes.count();
+  if (behind != nullptr) pushed.pushSuccessors(*behind);
+  int waiting = behind != nullptr ? 0 : nextNodes.count();
   int taken = 0;
   while (pushed.isEmpty() == 0 || waiting > 0 || taken < queue.count()) {
     YcluiSyntaxNode* node = pushed.isEmpty() == 0 ? pushed.pop()
@@ -167,22 +175,26 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
 void YcluiNfa::clearPlaces() {
   nextNodes.clear();
   onlyPlace = nullptr;
-  unlisted = nullptr;
+  behind = nullptr;
 }
 
 void YcluiNfa::listNext() {
-  if (unlisted == nullptr) return;
-  nextNodes.pushSuccessors(*unlisted);
+  if (behind == nullptr || nextNodes.isEmpty() == 0) return;
+  nextNodes.pushSuccessors(*behind);
   KeepFirstAndLast(nextNodes);
-  unlisted = nullptr;
 }
 
 // What waits is read from the top, and then the queue that grows behind it. Without a match the
 // walker stands where it stood.
 void YcluiNfa::findMatches(unsigned long tokenId) {
+  matchedNodes.clear();
+  YcluiSyntaxNode* next = behind == nullptr ? nullptr : OnlySuccessor(*behind);
+  if (next != nullptr && next->tokenId != 0) {
+    if (next->tokenId == tokenId) matchedNodes.push(next);
+    return;
+  }
   listNext();
   savedNodes.swap(nextNodes);
-  matchedNodes.clear();
   workNodes.clear();
   looked = savedNodes.count();
   const std::uint64_t serial = NewSerial();
@@ -190,9 +202,17 @@ void YcluiNfa::findMatches(unsigned long tokenId) {
   for (int i = 0; i < workNodes.count(); ++i) meet(workNodes.at(i), tokenId, serial);
   KeepFirstAndLast(matchedNodes);
   nextNodes.swap(savedNodes);
-  if (onlyPlace == nullptr || looked <= FewLinks) return;
-  YcluiNodeMemo& memo = memoOf(onlyPlace);
-  if (memo.step == YcluiNodeMemo::Step::Unknown) memo.step = YcluiNodeMemo::Step::Wide;
+  noteStep();
+}
+
+// A step that looks at much is known for all nodes that lead to the same place, one that looks at
+// little for the token node behind which it begins.
+void YcluiNfa::noteStep() {
+  const bool isWide = looked > FewLinks;
+  YcluiSyntaxNode* from = isWide || behind == nullptr ? onlyPlace : behind;
+  if (from == nullptr || looked < 2) return;
+  YcluiNodeMemo& memo = memoOf(from);
+  if (memo.step == Step::Unknown) memo.step = isWide ? Step::Wide : Step::Narrow;
 }
 
 void YcluiNfa::meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial) {
@@ -213,57 +233,64 @@ void YcluiNfa::open(const YcluiSyntaxNode& node, unsigned long tokenId) {
   }
 }
 
-// The same for a step that can be looked up. Answers where the ways behind its matches are kept,
-// or null when there is no match.
-std::int32_t* YcluiNfa::takeMatches(YcluiIdIndex& index, unsigned long tokenId) {
-  matchedNodes.clear();
-  YcluiIdIndex::Row* row = index.find(tokenId);
-  if (row == nullptr) return nullptr;
-  index.pushAll(*row, matchedNodes);
-  return &row->ends;
+// What is remembered of the step that comes; null when it has to be walked.
+YcluiNodeMemo* YcluiNfa::knownStep() {
+  if (behind != nullptr) {
+    if (knowsStepFrom(behind)) return behind->memo_;
+    onlyPlace = PlaceBehind(behind);
+  }
+  return onlyPlace != nullptr && knowsStepFrom(onlyPlace) ? onlyPlace->memo_ : nullptr;
 }
 
-// The index for the present place, when there is one or it is time to make it.
-YcluiIdIndex* YcluiNfa::indexOfPlace() {
-  using Step = YcluiNodeMemo::Step;
-  if (onlyPlace == nullptr || onlyPlace->memo_ == nullptr) return nullptr;
-  YcluiNodeMemo& memo = *onlyPlace->memo_;
-  if (!memo.holds(graphEnd())) return nullptr;
-  if (memo.step == Step::Wide) {
-    memo.step = fillIndex(memo.matches) ? Step::Indexed : Step::Covered;
+bool YcluiNfa::knowsStepFrom(YcluiSyntaxNode* from) {
+  YcluiNodeMemo* memo = from->memo_;
+  if (memo == nullptr || !memo->holds(graphEnd())) return false;
+  if (memo->step == Step::Narrow || memo->step == Step::Wide) learnStepFrom(from);
+  return memo->step == Step::Few || memo->step == Step::Indexed;
+}
+
+// The start of the graph gets a mark, since it tells when all of it becomes a repeated part.
+void YcluiNfa::learnStepFrom(YcluiSyntaxNode* from) {
+  YcluiNodeMemo& memo = *from->memo_;
+  const bool isWide = memo.step == Step::Wide;
+  memo.step = Step::Covered;
+  if (graph != nullptr && graph->start != nullptr) NoteReading(graph->start);
+  if (!collectMatches(from, isWide)) return;
+  if (isWide) {
+    memo.takeAll(matchedNodes);
+  } else {
+    memo.takeFew(matchedNodes);
   }
-  return memo.step == Step::Indexed ? &memo.matches : nullptr;
 }
 
 // Collects what comes up in a step, whatever its id, in the order of a step.
-bool YcluiNfa::fillIndex(YcluiIdIndex& index) {
+bool YcluiNfa::collectMatches(YcluiSyntaxNode* from, bool isForIndex) {
   matchedNodes.clear();
   workNodes.clear();
-  pushPlaces(workNodes);
+  PushPlaces(from, workNodes);
   const std::uint64_t serial = NewSerial();
-  NoteReading(onlyPlace);
+  NoteReading(from);
   for (int i = 0; i < workNodes.count(); ++i) {
     YcluiSyntaxNode* node = workNodes.at(i);
     if (node->tokenId != 0) {
       NoteReading(node);
       matchedNodes.push(node);
     } else if (Mark(node, serial)) {
-      if (!cover(node)) return false;
+      if (isForIndex && !cover(node)) return false;
       workNodes.pushSuccessors(*node);
     }
   }
   KeepFirstAndLast(matchedNodes);
-  for (int i = 0; i < matchedNodes.count(); ++i) index.add(matchedNodes.at(i));
   return true;
 }
 
-// The places of nextNodes, from the top.
-void YcluiNfa::pushPlaces(YcluiSyntaxNodeStk& nodes) const {
-  if (onlyPlace->tokenId == 0) {
-    nodes.push(onlyPlace);
+// The places from which a step behind a token node, or at a structural one, begins, from the top.
+void YcluiNfa::PushPlaces(YcluiSyntaxNode* from, YcluiSyntaxNodeStk& nodes) {
+  if (from->tokenId == 0) {
+    nodes.push(from);
     return;
   }
-  for (const YRing* ring = onlyPlace->last(); ring != nullptr; ring = ring->previous()) {
+  for (const YRing* ring = from->last(); ring != nullptr; ring = ring->previous()) {
     nodes.push(static_cast<YcluiSyntaxNode*>(ring->item()));
   }
 }
@@ -288,27 +315,19 @@ YcluiNodeMemo& YcluiNfa::memoOf(YcluiSyntaxNode* node) const {
 void YcluiNfa::standBehindMatches() {
   clearPlaces();
   if (matchedNodes.count() == 1) {
-    standBehind(matchedNodes.at(0));
-  } else {
-    for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
+    behind = matchedNodes.at(0);
+    return;
   }
+  for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
   KeepFirstAndLast(nextNodes);
 }
 
-void YcluiNfa::standBehind(YcluiSyntaxNode* node) {
-  const YRing* first = node->first();
-  if (first != nullptr && first->next() == nullptr) {
-    auto* next = static_cast<YcluiSyntaxNode*>(first->item());
-    nextNodes.push(next);
-    if (next->tokenId == 0) onlyPlace = next;
-    return;
-  }
-  if (node->tokenId != 0) onlyPlace = node;
-  if (onlyPlace == nullptr || HasFewLinks(*node)) {
-    nextNodes.pushSuccessors(*node);
-  } else {
-    unlisted = node;
-  }
+// The node on which a step behind that one depends, or null. What leads to one structural node only
+// shares what is known of that one with all others that do.
+YcluiSyntaxNode* YcluiNfa::PlaceBehind(YcluiSyntaxNode* node) {
+  YcluiSyntaxNode* next = OnlySuccessor(*node);
+  if (next != nullptr) return next->tokenId == 0 ? next : nullptr;
+  return node->tokenId != 0 ? node : nullptr;
 }
 
 int YcluiNfa::endsBehindMatches() {
@@ -323,11 +342,8 @@ int YcluiNfa::endsBehindMatches() {
 // shares with all others that do.
 int YcluiNfa::endsBehind(YcluiSyntaxNode* node) {
   if (node->kind == YcluiNodeClosure) return 0;
-  const YRing* first = node->first();
-  if (node->tokenId == 0 || first == nullptr || first->next() != nullptr) {
-    return memorizedWaysBehind(node);
-  }
-  auto* next = static_cast<YcluiSyntaxNode*>(first->item());
+  YcluiSyntaxNode* next = OnlySuccessor(*node);
+  if (node->tokenId == 0 || next == nullptr) return memorizedWaysBehind(node);
   if (!IsPassable(*next)) return 0;
   return std::min(memorizedWaysBehind(next) + (next == graphEnd() ? 1 : 0), MostWays);
 }

@@ -7,8 +7,6 @@
 #include "syntax/YcluiSyntaxGraph.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 
-class YcluiIdIndex;
-
 // Takes token ids and follows every way through the graph that they allow at once, so that two
 // commands may begin with the same words and part only later. It owns neither the graph nor the
 // indefinite nodes, and a copy walks on from the same place by itself.
@@ -79,7 +77,9 @@ class YQRT_API YcluiNfa {
   // A node that says where the walker stands: wherever this is the same, and not null, the same
   // nodes are possible. Null where it depends on several nodes. Means nothing any more when
   // YcluiSyntaxNode::Changes() is another number.
-  const YcluiSyntaxNode* place() const { return onlyPlace; }
+  const YcluiSyntaxNode* place() const {
+    return behind == nullptr ? onlyPlace : PlaceBehind(behind);
+  }
 
  protected:
   YcluiSyntaxGraph* graph = nullptr;
@@ -91,22 +91,20 @@ class YQRT_API YcluiNfa {
   YcluiSyntaxNodeStk savedNodes;    // during a step, nextNodes as it found them
   YcluiSyntaxNodeStk matchedNodes;  // the matches of a step, in the order of their coming up
 
-  // Behind a node with many successors nextNodes is empty until something needs the list.
+  // Behind a single node nextNodes is empty until something needs the list.
   void listNext();
 
  private:
+  YcluiSyntaxNode* behind = nullptr;  // the token node whose successors are nextNodes; or null
   // Set when a step depends on one node: a structural one that is the only place, or the token node
-  // behind which the walker stands.
+  // behind which the walker stands. With `behind`, nothing until a step asks what follows it.
   YcluiSyntaxNode* onlyPlace = nullptr;
-  YcluiSyntaxNode* unlisted = nullptr;  // the node whose successors nextNodes stands for; or null
-  int looked = 0;                       // links that the present step has looked at
+  int looked = 0;  // links that the present step has looked at
 
   void clearPlaces();
-  std::int32_t* takeMatches(YcluiIdIndex& index, unsigned long tokenId);
   void findMatches(unsigned long tokenId);
   void meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial);
   void open(const YcluiSyntaxNode& node, unsigned long tokenId);
-  void standBehind(YcluiSyntaxNode* node);
   void standBehindMatches();
   int endsBehindMatches();
   int endsBehind(YcluiSyntaxNode* node);
@@ -118,9 +116,13 @@ class YQRT_API YcluiNfa {
   const YcluiSyntaxNode* graphEnd() const { return graph == nullptr ? nullptr : graph->end; }
   YcluiNodeMemo& memoOf(YcluiSyntaxNode* node) const;
   YcluiSyntaxNode* indexedIndefiniteNode(unsigned long tokenId) const;
-  YcluiIdIndex* indexOfPlace();
-  bool fillIndex(YcluiIdIndex& index);
-  void pushPlaces(YcluiSyntaxNodeStk& nodes) const;
+  YcluiNodeMemo* knownStep();
+  bool knowsStepFrom(YcluiSyntaxNode* from);
+  void noteStep();
+  void learnStepFrom(YcluiSyntaxNode* from);
+  bool collectMatches(YcluiSyntaxNode* from, bool isForIndex);
+  static void PushPlaces(YcluiSyntaxNode* from, YcluiSyntaxNodeStk& nodes);
+  static YcluiSyntaxNode* PlaceBehind(YcluiSyntaxNode* node);
   static bool cover(YcluiSyntaxNode* node);
 
   static std::uint64_t NewSerial();

@@ -15,7 +15,9 @@ namespace {
 class Walker : public YcluiNfa {
  public:
   std::vector<YcluiSyntaxNode*> next() const {
-    return {nextNodes(), nextNodes() + nextNodes.count()};
+    Walker listed(*this);
+    listed.listNext();
+    return {listed.nextNodes(), listed.nextNodes() + listed.nextNodes.count()};
   }
   std::vector<YcluiSyntaxNode*> possible() const {
     YcluiSyntaxNodeP_Array nodes(2);
