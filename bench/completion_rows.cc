@@ -48,11 +48,11 @@ class Listed : public Words {
   }
 };
 
-// With the sorting, which compares the more often the more there are.
+// As much of them as a window holds, sorted.
 class Shown : public Words {
  public:
   using Words::Words;
-  void run() override { found_ = static_cast<long>(CluiCandidates(parser_, "W").size()); }
+  void run() override { found_ = CluiListing(parser_, "W", 80, 23).empty() ? 0 : count_; }
 };
 
 }  // namespace
@@ -72,6 +72,6 @@ std::vector<Row> CompletionRows() {
   return {
       RowOf<Completed>("a word completed", "candidate", 100, 10000, 2),
       RowOf<Listed>("candidates listed", "candidate", 100, 10000, 2),
-      RowOf<Shown>("candidates sorted for the screen", "candidate", 100, 10000, 2),
+      RowOf<Shown>("candidates shown on the screen", "candidate", 100, 10000, 2),
   };
 }

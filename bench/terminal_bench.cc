@@ -9,7 +9,8 @@
 //   completion     Tab, which carries a word on, or finds that it cannot
 //   listing of 10  Tab again
 //   Return         the word is read, its command runs, the line is kept in the history
-//   listing of all "?" at the start of a line
+//   listing of all "?" at the start of a line, of which the window holds a part
+//   refused word   Return behind a word that no dictionary has, with the message that tells so
 //
 // Nothing here fails; a figure above its bound is marked.
 
@@ -34,6 +35,7 @@ namespace fs = std::filesystem;
 constexpr int Words = 10000;
 constexpr int TypedWords = 500;
 constexpr int ListedEvery = 10;  // words
+constexpr std::size_t BytesOfList = 1000;
 constexpr double MedianBound = 1e-3;
 constexpr double HighBound = 5e-3;
 
@@ -77,7 +79,12 @@ class Typist {
     return good_;
   }
   bool listAll() {
-    press("listing of all", "?", Words * BenchWord(0).size());
+    press("listing of all", "?", BytesOfList);
+    return good_;
+  }
+  bool typeUnknown(const std::string& word) {
+    for (const char letter : word) press("a letter", {letter});
+    press("refused word", "\r", word.size());
     return good_;
   }
   void print() const {
@@ -110,7 +117,9 @@ bool TypeInto(PseudoTerminal& terminal) {
   for (int i = 0; i < TypedWords && good; ++i) {
     number = number * 1103515245U + 12345U;
     good = typist.typeWord(BenchWord(static_cast<int>(number / 65536 % Words)));
-    if (good && i % ListedEvery == 0) good = typist.listAll();
+    if (good && i % ListedEvery == 0) {
+      good = typist.listAll() && typist.typeUnknown(BenchWord(i).replace(4, 1, "x"));
+    }
   }
   typist.print();
   return good;

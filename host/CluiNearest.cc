@@ -1,6 +1,8 @@
 #include "host/CluiNearest.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdlib>
 #include <tuple>
 
 namespace {
@@ -53,6 +55,30 @@ int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost) {
     if (*std::min_element(row.begin(), row.end()) > atMost) return atMost + 1;
   }
   return std::min(row.back(), atMost + 1);
+}
+
+CluiNearGlance::CluiNearGlance(std::string_view typed)
+    : isPlain_(Look(typed, length_, letters_)), allowed_(Allowed(typed.size())) {}
+
+// False for a word that is not ASCII. A colon at the end counts no more than it does otherwise.
+bool CluiNearGlance::Look(std::string_view word, int& length, Letters& letters) {
+  if (word.size() > 1 && word.back() == ':') word.remove_suffix(1);
+  length = static_cast<int>(word.size());
+  letters = 0;
+  for (const char c : word) {
+    if ((c & 0x80) != 0) return false;
+    letters |= Letters{1} << (Folded(static_cast<wchar_t>(c)) & 63);
+  }
+  return true;
+}
+
+// A slip brings one letter that the other word does not have, and takes one away.
+bool CluiNearGlance::mayBeMeant(std::string_view word) const {
+  int length = 0;
+  Letters letters = 0;
+  if (!Look(word, length, letters) || !isPlain_) return true;
+  return std::abs(length - length_) <= allowed_ && std::popcount(letters & ~letters_) <= allowed_ &&
+         std::popcount(letters_ & ~letters) <= allowed_;
 }
 
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words,

@@ -3,12 +3,33 @@
 #ifndef HOST_CLUINEAREST_H_
 #define HOST_CLUINEAREST_H_
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // How many letters must be changed, added, taken away or swapped with their neighbour to make one
 // word of the other, ASCII case aside. Answers atMost + 1 for anything above `atMost`.
 int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost);
+
+// Tells at a glance which words have too many other letters, or too many letters more or less, to
+// be among those that CluiNearest answers. Texts are those of the system; one that is not ASCII
+// alone may always be meant.
+class CluiNearGlance {
+ public:
+  explicit CluiNearGlance(std::string_view typed);
+  bool mayBeMeant(std::string_view word) const;
+
+ private:
+  using Letters = std::uint64_t;  // which ones a word has; some share a bit
+
+  int length_ = 0;
+  Letters letters_ = 0;
+  bool isPlain_;
+  int allowed_;
+
+  static bool Look(std::string_view word, int& length, Letters& letters);
+};
 
 // The first of the nearest words, or the empty text when none is near enough to be meant: one
 // slip in a short word, two from five letters on, three from nine on. A colon at the end of one of

@@ -3,8 +3,8 @@
 #include <strings.h>
 
 #include <cstring>
-#include <set>
 #include <string_view>
+#include <unordered_set>
 
 #include "foundation/YErrCodes.h"
 #include "host/CluiLiteral.h"
@@ -13,6 +13,16 @@
 #include "parser/YcluiParser.h"
 
 namespace {
+
+using NameSet = std::unordered_set<std::string_view>;
+
+// Views of the names in the dictionary.
+NameSet PossibleNames(const YcluiParser& parser) {
+  NameSet names;
+  parser.eachPossibleWord(
+      "", [](void* all, const char* name) { static_cast<NameSet*>(all)->insert(name); }, &names);
+  return names;
+}
 
 const char* WordOf(const YcluiToken& token) {
   return token.string() == nullptr ? "" : token.string();
@@ -57,30 +67,30 @@ std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiLine& line,
   if (refused.offered && refused.code != 0) return CluiCodeText(refused.code);
   if (refused.code != 0) return explainArgument(parser, refused, spot);
   if (token.id() == YcluiIdNone || token.id() == YcluiIdFreeWord) {
-    return explainUnknown(parser, word);
+    return explainUnknown(parser, WordOf(token));
   }
   if (refused.offered) return explainMisplaced(parser, word, refused.inside);
   return explainArgument(parser, refused, spot);
 }
 
-std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const std::wstring& word) {
-  if (compared_ >= ComparedAtMost) return CluiUnknownText(word, std::wstring());
+std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const char* word) {
+  const std::wstring typed = encoding_.fromSystem(word);
+  if (compared_ >= ComparedAtMost) return CluiUnknownText(typed, std::wstring());
   ++compared_;
-  YString_Array possible;
-  parser.possibleWords(possible);
-  std::set<std::string_view> expected;
-  for (int i = 0; i < possible.size(); ++i) expected.insert(possible[i].buffer);
+  const NameSet expected = PossibleNames(parser);
+  const CluiNearGlance glance(word);
   std::vector<std::wstring> here;
   std::vector<std::wstring> away;
   for (YAssocSetItr i(*parser.lex()->words()); i.item != nullptr; ++i) {
     const auto* record = static_cast<const YcluiKeyword*>(i.item);
+    if (!glance.mayBeMeant(record->name())) continue;
     const char* name = parser.lex()->keyword(record->id());
     const bool isHere = name != nullptr && expected.count(name) > 0;
     (isHere ? here : away).push_back(encoding_.fromSystem(record->name()));
   }
   const std::size_t count = here.size();
   here.insert(here.end(), away.begin(), away.end());
-  return CluiUnknownText(word, CluiNearest(word, here, count));
+  return CluiUnknownText(typed, CluiNearest(typed, here, count));
 }
 
 // What the current frame interrupts.
@@ -95,7 +105,7 @@ std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstri
                                            bool inside) {
   YString_Array syntax;
   parser.completionList("", syntax);
-  std::set<std::string> expected;
+  NameSet expected;
   for (int i = 0; i < syntax.size(); ++i) expected.insert(syntax[i].buffer);
   YString_Array all;
   parser.possibleWords(all);

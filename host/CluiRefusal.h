@@ -45,7 +45,7 @@ class CluiRefusal {
   const CluiLine* line_ = nullptr;  // of the word that is explained
   std::size_t compared_ = 0;
 
-  std::wstring explainUnknown(YcluiParser& parser, const std::wstring& word);
+  std::wstring explainUnknown(YcluiParser& parser, const char* word);
   std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word, bool inside);
   std::wstring waitingLine(const YcluiParser& parser) const;
   std::wstring explainArgument(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "host/CluiWidth.h"
+#include "host/CluiWrap.h"
 
 namespace {
 
@@ -12,6 +13,14 @@ constexpr wchar_t Cut[] = L"...";
 
 bool IsControl(wchar_t c) {
   return c < 0x20 || (c >= 0x7F && c < 0xA0);
+}
+
+std::string HeadOf(const CluiPlace& place) {
+  std::string head = place.name;
+  if (head.empty()) return head;
+  if (place.line > 0) head.append(":").append(std::to_string(place.line));
+  if (place.column > 0) head.append(":").append(std::to_string(place.column));
+  return head + ": ";
 }
 
 }  // namespace
@@ -42,24 +51,27 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
 }
 
 void CluiReport::tell(const CluiPlace& place, const std::wstring& message) {
-  if (place.name.empty()) return tell(message);
-  std::string text = place.name;
-  if (place.line > 0) text.append(":").append(std::to_string(place.line));
-  if (place.column > 0) text.append(":").append(std::to_string(place.column));
-  write(text + ": " + encoding_.toUser(message));
+  const std::string head = HeadOf(place);
+  const std::size_t width = makeWay();
+  if (width == 0) return write(head + encoding_.toUser(message));
+  write(encoding_.toUser(CluiWrapped(encoding_.fromUser(head) + message, width)));
 }
 
 void CluiReport::tell(const std::wstring& message) {
-  write(encoding_.toUser(message));
+  tell(CluiPlace(), message);
 }
 
 void CluiReport::show(const CluiExcerpt& excerpt) {
-  tell(excerpt.text);
-  tell(excerpt.caret);
+  makeWay();
+  write(encoding_.toUser(excerpt.text));
+  write(encoding_.toUser(excerpt.caret));
+}
+
+std::size_t CluiReport::makeWay() {
+  progress_.erase();
+  return before_ ? before_() : 0;
 }
 
 void CluiReport::write(const std::string& line) {
-  progress_.erase();
-  if (before_) before_();
   std::fprintf(stderr, "%s\n", line.c_str());
 }

@@ -41,14 +41,16 @@ class CluiReport {
   // The message alone, as it stands.
   void tell(const std::wstring& message);
   void show(const CluiExcerpt& excerpt);
-  // Called in front of each line, so that what else is on the terminal can make way.
-  void setBefore(std::function<void()> before) { before_ = std::move(before); }
+  // Called in front of each line, so that what else is on the terminal can make way. It answers the
+  // width of the screen, at which messages are broken, or 0 for none.
+  void setBefore(std::function<std::size_t()> before) { before_ = std::move(before); }
 
  private:
   CluiEncoding& encoding_;
   CluiProgress& progress_;
-  std::function<void()> before_;
+  std::function<std::size_t()> before_;
 
+  std::size_t makeWay();
   void write(const std::string& line);
 };
 

@@ -1,5 +1,7 @@
 // A run in which somebody types at a terminal.
 
+#include <unistd.h>
+
 #include "host/CluiInterrupt.h"
 #include "host/CluiRun.h"
 #include "parser/YcluiParser.h"
@@ -12,7 +14,11 @@ constexpr char Pasted[] = "paste";
 
 void CluiRun::openSession() {
   session_ = std::make_unique<CluiSession>(*this, encoding_, options_.language);
-  report_.setBefore([this] { session_->makeWay(); });
+  const bool isSeen = isatty(STDERR_FILENO) != 0;
+  report_.setBefore([this, isSeen] {
+    session_->makeWay();
+    return isSeen ? static_cast<std::size_t>(session_->screen().width()) : 0;
+  });
 }
 
 void CluiRun::typeIn() {

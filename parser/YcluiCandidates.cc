@@ -19,7 +19,9 @@ void YcluiCandidates::findAll(const YcluiNfa& walker, const YcluiSyntaxNode& roo
 }
 
 void YcluiCandidates::forget() {
-  for (Kept& kept : kept_) kept.place = Place();
+  for (Pool* pool : {&wide_, &narrow_}) {
+    for (Kept& kept : *pool) kept.place = Place();
+  }
 }
 
 // Null when the walker has nothing to list.
@@ -47,10 +49,16 @@ YcluiCandidateList& YcluiCandidates::listOfRoot(const YcluiSyntaxNode& root,
   return list;
 }
 
-// Null when it is not there. One that is asked for again is worth its sorting.
+// Null when it is not there.
 YcluiCandidateList* YcluiCandidates::keptFor(const Place& place) {
   if (place.node == nullptr) return nullptr;
-  for (Kept& kept : kept_) {
+  YcluiCandidateList* list = keptIn(narrow_, place);
+  return list != nullptr ? list : keptIn(wide_, place);
+}
+
+// One that is asked for again is worth its sorting.
+YcluiCandidateList* YcluiCandidates::keptIn(Pool& pool, const Place& place) {
+  for (Kept& kept : pool) {
     if (kept.place != place) continue;
     kept.asked = ++questions_;
     kept.list.seekInOrder();
@@ -59,15 +67,16 @@ YcluiCandidateList* YcluiCandidates::keptFor(const Place& place) {
   return nullptr;
 }
 
-// An empty list, which is that of the place from now on where it is worth keeping.
+// An empty list, which is that of the place from now on.
 YcluiCandidateList& YcluiCandidates::listFor(const Place& place, std::size_t count) {
-  if (place.node == nullptr || count <= Narrow) {
+  if (place.node == nullptr) {
     passing_.clear();
     return passing_;
   }
-  Kept& kept =
-      *std::min_element(kept_.begin(), kept_.end(),
-                        [](const Kept& one, const Kept& other) { return one.asked < other.asked; });
+  Pool& pool = count > Narrow ? wide_ : narrow_;
+  Kept& kept = *std::min_element(pool.begin(), pool.end(), [](const Kept& one, const Kept& other) {
+    return one.asked < other.asked;
+  });
   kept.place = place;
   kept.asked = ++questions_;
   kept.list.clear();

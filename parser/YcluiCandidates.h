@@ -41,14 +41,16 @@ class YcluiCandidates {
     std::uint64_t asked = 0;  // when it was last
     YcluiCandidateList list;
   };
-  // A list of no more costs less to make than to look after.
-  static constexpr std::size_t Narrow = 32;
+  static constexpr std::size_t Narrow = 32;  // words at most
+  using Pool = std::array<Kept, 4>;
 
-  std::array<Kept, 4> kept_;
+  Pool wide_;
+  Pool narrow_;
   std::uint64_t questions_ = 0;
-  YcluiCandidateList passing_;  // of a place that is not kept
+  YcluiCandidateList passing_;  // of what is no single place
 
   YcluiCandidateList* keptFor(const Place& place);
+  YcluiCandidateList* keptIn(Pool& pool, const Place& place);
   YcluiCandidateList& listFor(const Place& place, std::size_t count);
   YcluiCandidateList* listOfWalker(const YcluiNfa& walker, const YcluiLex& lexer);
   YcluiCandidateList& listOfRoot(const YcluiSyntaxNode& root, const YcluiLex& lexer);

@@ -1,6 +1,8 @@
 #include "host/terminal/CluiListing.h"
 
 #include <algorithm>
+#include <cstring>
+#include <functional>
 
 #include "host/CluiEncoding.h"
 #include "host/CluiLiteral.h"
@@ -17,14 +19,54 @@ struct Cell {
   std::size_t width;
 };
 
+// A row need no gap behind its last column.
+std::size_t ColumnsFor(std::size_t widest, std::size_t screen) {
+  return std::max<std::size_t>(1, (screen + Gap - 1) / (widest + Gap));
+}
+
+std::size_t RowsFor(std::size_t cells, std::size_t widest, std::size_t screen) {
+  const std::size_t fitting = ColumnsFor(widest, screen);
+  return (cells + fitting - 1) / fitting;
+}
+
+std::vector<Cell> CellsOf(const std::vector<std::string>& words) {
+  static CluiEncoding encoding;
+  static std::string problem;
+  static const bool isOpen = encoding.open("UTF-8", problem);
+  std::vector<Cell> cells;
+  for (const std::string& word : words) {
+    const std::size_t width =
+        isOpen ? static_cast<std::size_t>(CluiWidthOf(encoding.fromSystem(word))) : word.size();
+    cells.push_back({&word, width});
+  }
+  return cells;
+}
+
+// How many of the first cells go into so many rows.
+std::size_t CountFitting(const std::vector<Cell>& cells, std::size_t screen, std::size_t rows) {
+  std::size_t above = 0;
+  std::size_t inGrid = 0;
+  std::size_t widest = 0;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const std::size_t width = cells[i].width;
+    if (width < screen) {
+      widest = std::max(widest, width);
+      ++inGrid;
+    } else {
+      above += RowsFor(inGrid, widest, screen) + (width + screen - 1) / screen;
+      inGrid = widest = 0;
+    }
+    if (above + RowsFor(inGrid, widest, screen) > rows) return i;
+  }
+  return cells.size();
+}
+
 // Cells that are all narrower than the screen.
 void AppendGrid(const std::vector<Cell>& cells, std::size_t screen, std::string& text) {
   if (cells.empty()) return;
   std::size_t widest = 0;
   for (const Cell& cell : cells) widest = std::max(widest, cell.width);
-  // Behind the last column there need be no gap.
-  const std::size_t fitting = std::max<std::size_t>(1, (screen + Gap - 1) / (widest + Gap));
-  const std::size_t rows = (cells.size() + fitting - 1) / fitting;
+  const std::size_t rows = RowsFor(cells.size(), widest, screen);
   for (std::size_t row = 0; row < rows; ++row) {
     for (std::size_t i = row; i < cells.size(); i += rows) {
       text += *cells[i].word;
@@ -32,6 +74,22 @@ void AppendGrid(const std::vector<Cell>& cells, std::size_t screen, std::string&
     }
     text += '\n';
   }
+}
+
+std::string TextOf(const std::vector<Cell>& cells, std::size_t screen) {
+  std::string text;
+  std::vector<Cell> grid;
+  for (const Cell& cell : cells) {
+    if (cell.width < screen) {
+      grid.push_back(cell);
+      continue;
+    }
+    AppendGrid(grid, screen, text);
+    grid.clear();
+    text.append(*cell.word) += '\n';
+  }
+  AppendGrid(grid, screen, text);
+  return text;
 }
 
 // How many commas stand in the text, outside quotes.
@@ -91,36 +149,40 @@ std::string ShownType(YcluiValueType type) {
 
 }  // namespace
 
-std::string CluiColumns(const std::vector<std::string>& words, int screenWidth) {
-  static CluiEncoding encoding;
-  static std::string problem;
-  static const bool isOpen = encoding.open("UTF-8", problem);
-  const auto screen = static_cast<std::size_t>(std::max(screenWidth, 1));
-  std::string text;
-  std::vector<Cell> cells;
-  for (const std::string& word : words) {
-    const std::size_t width =
-        isOpen ? static_cast<std::size_t>(CluiWidthOf(encoding.fromSystem(word))) : word.size();
-    if (width < screen) {
-      cells.push_back({&word, width});
-      continue;
-    }
-    AppendGrid(cells, screen, text);
-    cells.clear();
-    text.append(word) += '\n';
-  }
-  AppendGrid(cells, screen, text);
-  return text;
+CluiCandidates CluiCandidatesOf(YcluiParser& parser, const char* beginning, std::size_t atMost) {
+  const YcluiValueType type = ExpectedType(parser, beginning);
+  if (type != YcluiValueNone) return {{ShownType(type)}, 1};
+  std::vector<const char*> names;
+  parser.eachPossibleWord(
+      beginning,
+      [](void* all, const char* name) {
+        static_cast<std::vector<const char*>*>(all)->push_back(name);
+      },
+      &names);
+  // A name of the dictionary stands in one place of the memory.
+  std::sort(names.begin(), names.end(), std::less<>());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  const std::size_t first = std::min(atMost, names.size());
+  std::partial_sort(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(first), names.end(),
+                    [](const char* a, const char* b) { return std::strcmp(a, b) < 0; });
+  return {{names.begin(), names.begin() + static_cast<std::ptrdiff_t>(first)}, names.size()};
 }
 
-std::vector<std::string> CluiCandidates(YcluiParser& parser, const char* beginning) {
-  const YcluiValueType type = ExpectedType(parser, beginning);
-  if (type != YcluiValueNone) return {ShownType(type)};
-  YString_Array words;
-  parser.possibleWords(words, beginning);
-  std::vector<std::string> candidates;
-  candidates.reserve(static_cast<std::size_t>(words.size()));
-  for (int i = 0; i < words.size(); ++i) candidates.emplace_back(words[i].buffer);
-  std::sort(candidates.begin(), candidates.end());
-  return candidates;
+std::string CluiColumns(const CluiCandidates& candidates, int screenWidth, int rows) {
+  const auto screen = static_cast<std::size_t>(std::max(screenWidth, 1));
+  const auto room = static_cast<std::size_t>(std::max(rows, 1));
+  std::vector<Cell> cells = CellsOf(candidates.words);
+  const bool isWhole =
+      cells.size() == candidates.count && CountFitting(cells, screen, room) == cells.size();
+  if (isWhole) return TextOf(cells, screen);
+  cells.resize(CountFitting(cells, screen, room - 1));
+  return TextOf(cells, screen) + "and " + std::to_string(candidates.count - cells.size()) +
+         " more; type a letter or two\n";
+}
+
+std::string CluiListing(YcluiParser& parser, const char* beginning, int screenWidth, int rows) {
+  const auto screen = static_cast<std::size_t>(std::max(screenWidth, 1));
+  const auto room = static_cast<std::size_t>(std::max(rows, 1));
+  return CluiColumns(CluiCandidatesOf(parser, beginning, room * ColumnsFor(1, screen)), screenWidth,
+                     rows);
 }

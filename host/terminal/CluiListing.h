@@ -8,18 +8,28 @@
 
 class YcluiParser;
 
-// The words in lines of text, in columns that are read downwards and fill the width of the screen.
-// A word that is as wide as the screen or wider stands in a line of its own. Words and answer are
-// text of the system.
-std::string CluiColumns(const std::vector<std::string>& words, int screenWidth);
+// The first of the words that may come, in order, and how many there are in all.
+struct CluiCandidates {
+  std::vector<std::string> words;
+  std::size_t count = 0;
+};
 
 // The distinct words that may come behind the tokens that the parser has and begin with what is
 // typed of a word, in any case of ASCII letters: those that the syntax expects, delimiters among
-// them, and those that work anywhere, sorted together.
+// them, and those that work anywhere, sorted together. Only the first `atMost` are made and sorted.
 //
 // Where arguments come instead, the only answer is the type of the one that is being typed, as
 // "(an integer)": in a token whose arguments are half read, and when `beginning` is a word of the
 // dictionary that announces arguments, with those typed behind it.
-std::vector<std::string> CluiCandidates(YcluiParser& parser, const char* beginning);
+CluiCandidates CluiCandidatesOf(YcluiParser& parser, const char* beginning, std::size_t atMost);
+
+// The words in so many rows of text at most, in columns that are read downwards and fill the width
+// of the screen. A word that is as wide as the screen or wider stands in a line of its own. When
+// not all of them fit, the last row tells how many are left out. Words and answer are text of the
+// system.
+std::string CluiColumns(const CluiCandidates& candidates, int screenWidth, int rows);
+
+// The one in the form of the other; empty when no word can come.
+std::string CluiListing(YcluiParser& parser, const char* beginning, int screenWidth, int rows);
 
 #endif  // HOST_TERMINAL_CLUILISTING_H_

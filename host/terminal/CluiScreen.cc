@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/CluiWidth.h"
+#include "host/CluiWrap.h"
 
 namespace {
 
@@ -26,6 +27,11 @@ void CluiScreen::resize(int width, int height) {
   if (hidden_) return;
   cursor_ = placeOf(shown_.size());
   hide();
+}
+
+int CluiScreen::rowsAboveLine() const {
+  const std::size_t rows = placeOf(shown_.size()).row + 1;
+  return rows < height_ ? static_cast<int>(height_ - rows) : 1;
 }
 
 // --- Where characters stand
@@ -194,7 +200,7 @@ void CluiScreen::print(const std::wstring& text) {
   std::replace_if(
       safe.begin(), safe.end(), [](wchar_t c) { return c != L'\n' && c != L'\t' && IsControl(c); },
       L'?');
-  output_ += encoding_.toUser(safe);
+  output_ += encoding_.toUser(CluiWrapped(safe, width_));
   if (!safe.empty() && safe.back() != L'\n') output_ += '\n';
 }
 

@@ -21,6 +21,8 @@ class CluiScreen {
   // The window has another size now, and a line that ran over its edge has been laid out anew.
   void resize(int width, int height);
   int width() const { return static_cast<int>(width_); }
+  // How many rows can be printed so that all of them and the line are on the screen; at least 1.
+  int rowsAboveLine() const;
 
   // Makes the screen show these, the line shown if it was hidden.
   void show(const std::wstring& prompt, const std::wstring& line);
@@ -30,7 +32,8 @@ class CluiScreen {
   void leave();
   bool isHidden() const { return hidden_; }
 
-  // A text above the line, which is hidden then: any number of lines, with their ends.
+  // A text above the line, which is hidden then: any number of lines, with their ends. Lines that
+  // are too long are broken at blanks.
   void print(const std::wstring& text);
   // Clears all of the screen.
   void clear();

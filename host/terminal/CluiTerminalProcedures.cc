@@ -91,10 +91,11 @@ void TerminalList(std::uint32_t, YStatus& status) {
   YcluiParser* parser = PopParser(status);
   if (parser == nullptr) return;
   if (Session() == nullptr) return PushFalse();
-  const std::vector<std::string> words = CluiCandidates(*parser, word.c_str());
   CluiScreen& screen = Session()->screen();
-  if (!words.empty()) screen.print(WideOf(CluiColumns(words, screen.width())));
-  Scm::StackPushBoolean(words.empty() ? 0 : 1);
+  const std::string listing =
+      CluiListing(*parser, word.c_str(), screen.width(), screen.rowsAboveLine());
+  if (!listing.empty()) screen.print(WideOf(listing));
+  Scm::StackPushBoolean(listing.empty() ? 0 : 1);
 }
 
 // --- Lines of before

@@ -14,7 +14,8 @@
 //   (terminal-complete P WORD)    how far WORD can be carried on, whatever its case: a text; #t
 //   when
 //                                 it is a whole word that nothing can follow; #f when nothing fits
-//   (terminal-list P WORD)        prints what may come here and begins with WORD; #f when nothing
+//   (terminal-list P WORD)        prints what may come here and begins with WORD, as much
+//                                 as the window holds; #f when nothing may
 //   (terminal-older WORD)         the line before in the history, or #f; WORD comes back last
 //   (terminal-newer)              the line behind, or #f
 //   (terminal-give-up P)          drops the half-typed command, or the frame when there is none

@@ -171,6 +171,8 @@ TEST(Listing, FillsColumnsDownwards) {
     Lines words;
     int width;
     const char* text;
+    int rows = 9;
+    std::size_t more = 0;
   } rows[] = {
       {{}, 80, ""},
       {{"a", "bb", "c", "d", "e"}, 9, "a   d\nbb  e\nc\n"},
@@ -178,8 +180,16 @@ TEST(Listing, FillsColumnsDownwards) {
       {{"\x95\x5C", "abc", "d"}, 11, "\x95\x5C   d\nabc\n"},
       {{"a", "b", "0123456789", "c", "d"}, 8, "a  b\n0123456789\nc  d\n"},
       {{"a", "b"}, 0, "a\nb\n"},
+      {{"a", "bb", "c", "d", "e"}, 9, "a   d\nbb  e\nc\n", 3},
+      {{"a", "bb", "c", "d", "e"}, 9, "a   c\nbb  d\nand 6 more; type a letter or two\n", 3, 5},
+      {{"a", "b", "c"}, 1, "a\nand 2 more; type a letter or two\n", 2},
+      {{"a", "0123456789", "c"}, 8, "a\nand 2 more; type a letter or two\n", 3},
+      {{"a", "b"}, 9, "and 3 more; type a letter or two\n", 1, 1},
   };
-  for (const auto& row : rows) EXPECT_EQ(CluiColumns(row.words, row.width), row.text) << row.width;
+  for (const auto& row : rows) {
+    const CluiCandidates candidates{row.words, row.words.size() + row.more};
+    EXPECT_EQ(CluiColumns(candidates, row.width, row.rows), row.text) << row.width;
+  }
 }
 
 TEST(Listing, NamesWordsOrTheTypeOfAnArgument) {
@@ -208,7 +218,13 @@ TEST(Listing, NamesWordsOrTheTypeOfAnArgument) {
   };
   for (const auto& row : rows) {
     parser.interpret(row.fed);
-    EXPECT_EQ(CluiCandidates(parser, row.typed), row.candidates) << row.fed << row.typed;
+    CluiCandidates found = CluiCandidatesOf(parser, row.typed, 9);
+    EXPECT_EQ(found.words, row.candidates) << row.fed << row.typed;
+    EXPECT_EQ(found.count, row.candidates.size());
+    found = CluiCandidatesOf(parser, row.typed, 1);
+    EXPECT_EQ(found.words, Lines(row.candidates.begin(),
+                                 row.candidates.begin() + (row.candidates.empty() ? 0 : 1)));
+    EXPECT_EQ(found.count, row.candidates.size());
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "host/CluiEncoding.h"
 #include "host/CluiLine.h"
 #include "host/CluiLiteral.h"
@@ -54,6 +56,28 @@ TEST(Nearest, NamesOnlyWhatMayBeMeant) {
   };
   for (const auto& row : rows)
     EXPECT_EQ(CluiNearest(row.typed, words, 6), row.nearest) << row.typed;
+}
+
+// Whatever is near enough may be meant; what is told at a glance is not near.
+TEST(Nearest, MissesNothingAtAGlance) {
+  std::mt19937 random(3);
+  const auto word = [&] {
+    std::string text(1 + random() % 10, ' ');
+    for (char& c : text) c = "abABcd:\x95"[random() % (random() % 9 == 0 ? 8 : 6)];
+    return text;
+  };
+  int spared = 0;
+  CluiEncoding encoding;
+  std::string error;
+  ASSERT_TRUE(encoding.open("UTF-8", error));
+  for (int i = 0; i < 5000; ++i) {
+    const std::string typed = word();
+    const std::string other = word();
+    if (CluiNearGlance(typed).mayBeMeant(other)) continue;
+    ++spared;
+    EXPECT_EQ(CluiNearest(encoding.fromSystem(typed), {encoding.fromSystem(other)}, 1), L"");
+  }
+  EXPECT_GT(spared, 1000);
 }
 
 TEST(Excerpt, PutsTheCaretByWidth) {

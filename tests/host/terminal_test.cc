@@ -263,6 +263,36 @@ TEST(Screen, AppendsWithoutDrawingAgain) {
   EXPECT_EQ(screen.takeOutput(), "?");
 }
 
+// What is printed is broken where it may be read on, and none of it is lost.
+TEST(Screen, PrintsLinesThatFit) {
+  const struct {
+    const wchar_t *text, *printed;
+  } rows[] = {
+      {L"abcd efghi", L"abcd efghi\n"},
+      {L"abcd efghij k", L"abcd\nefghij k\n"},
+      {L"  abcd   efghij\nk", L"  abcd\nefghij\nk\n"},
+      {L"abcdefghijklm nop", L"abcdefghijklm\nnop\n"},
+      {L"abc\tde f", L"abc\tde\nf\n"},
+      {L"abcdefghij     ", L"abcdefghij     \n"},
+      {L"\u8868\u8868\u8868\u8868\u8868\u8868", L"\u8868\u8868\u8868\u8868\u8868\n\u8868\n"},
+      {L"a\u8868\u8868\u8868\u8868\u3002", L"a\u8868\u8868\u8868\n\u8868\u3002\n"},
+      {L"\u8868\u8868\u8868\u8868\u300C\u8868\u300D",
+       L"\u8868\u8868\u8868\u8868\n\u300C\u8868\u300D\n"},
+      {L"abcdefg \uFF71\uFF72\uFF73", L"abcdefg\n\uFF71\uFF72\uFF73\n"},
+  };
+  CluiCapabilities capabilities = Capabilities();
+  capabilities.wraps = false;
+  capabilities.width = 10;
+  CluiEncoding encoding;
+  std::string error;
+  ASSERT_TRUE(encoding.open("UTF-8", error));
+  for (const auto& row : rows) {
+    CluiScreen screen(capabilities, encoding);
+    screen.print(row.text);
+    EXPECT_EQ(Wide(screen.takeOutput()), row.printed);
+  }
+}
+
 // Without any capability a change is drawn over the row, or in a row of its own.
 TEST(Screen, DoesWithoutCapabilities) {
   CluiCapabilities none;

@@ -58,7 +58,7 @@ TEST(Completion, FollowsTheWalker) {
 }
 
 // Held against what the walker and the dictionary say, however often and in between what was asked,
-// at more wide places in turn than are kept and at a narrow one.
+// at more wide places in turn than are kept and at narrow ones.
 TEST(Completion, IsUpToDateAtEveryQuestion) {
   YcluiParser parser;
   YcluiLex& words = *parser.lex();
