@@ -25,7 +25,7 @@ YcluiKeyword::YcluiKeyword(const char* name, std::uint32_t id, YcluiTokenType ty
 YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32_t id,
                            YcluiTokenType type)
     : YAssoc(nullptr, IdWord(id, type)) {
-  char* buffer = new (std::nothrow) char[bufferSize];
+  char* buffer = bufferSize <= sizeof shortName ? shortName : new (std::nothrow) char[bufferSize];
   if (buffer == nullptr) {
     cluiFatal(YErrNoMemory);
     return;
@@ -38,7 +38,7 @@ YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32
 }
 
 YcluiKeyword::~YcluiKeyword() {
-  delete[] nameBuffer();
+  if (nameBuffer() != shortName) delete[] nameBuffer();
 }
 
 unsigned long YcluiKeyword::hashKey() {

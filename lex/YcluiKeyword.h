@@ -12,8 +12,8 @@
 // YAssoc the key is the name and the value the id, with the type in bits 24 to 27.
 //
 // Records belong to the YcluiWordTable of a lexer and live until their word is deleted; a token
-// copies what it needs of them. A record whose name found no memory (YErrNoMemory) has the empty
-// name.
+// copies what it needs of them. A short name lies in its record, others in memory of their own. A
+// record whose name found none (YErrNoMemory) has the empty name.
 class YQRT_API YcluiKeyword : public YAssoc {
  public:
   // A null name gives the empty text. The second form reserves `bufferSize` bytes, at least the
@@ -56,7 +56,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
   virtual const char* abbreviation() const;
 
  protected:
-  // The allocation that holds the name, null when there was no memory.
+  // Where the name is kept, null when there was no memory.
   char* nameBuffer() const { return static_cast<char*>(key); }
   void setShortestLength(std::size_t length) {
     lengthOfShortest = static_cast<std::uint32_t>(length);
@@ -65,6 +65,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
  private:
   std::uint32_t lengthOfName = 0;
   std::uint32_t lengthOfShortest = 0;
+  char shortName[24];  // a look-up finds a name that fits in beside its record
   std::uint64_t serialNumber = 0;
 
   std::uint32_t idWord() const {

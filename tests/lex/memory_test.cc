@@ -62,16 +62,19 @@ TEST(Memory, ALexerWithoutTablesRefusesEverything) {
   }
 }
 
+// Too long to be kept in its record.
+constexpr char Word[] = "a-word-of-thirty-two-characters!";
+
 // Whichever allocation of an operation fails, the code is pushed and the lexer goes on.
 TEST(Memory, RecordsWithoutMemory) {
   const YAttribValue value;
   const YcluiValueType type = YcluiValueString;
   const std::vector<std::function<void(YcluiLex&)>> operations = {
-      [](YcluiLex& lex) { lex.addKeyword("word", "w", 0); },
-      [&](YcluiLex& lex) { lex.addKeyword("word", 1, &type, 0); },
-      [](YcluiLex& lex) { lex.addAlias("word", "text"); },
-      [&](YcluiLex& lex) { lex.addVariable("word", value); },
-      [&](YcluiLex& lex) { lex.addVariable("word", value, 3); },
+      [](YcluiLex& lex) { lex.addKeyword(Word, "a", 0); },
+      [&](YcluiLex& lex) { lex.addKeyword(Word, 1, &type, 0); },
+      [](YcluiLex& lex) { lex.addAlias(Word, "text"); },
+      [&](YcluiLex& lex) { lex.addVariable(Word, value); },
+      [&](YcluiLex& lex) { lex.addVariable(Word, value, 3); },
   };
   for (const auto& operation : operations) {
     for (const int allocation : {0, 1}) {  // the record, its name
@@ -80,8 +83,8 @@ TEST(Memory, RecordsWithoutMemory) {
       operation(lex);
       EXPECT_TRUE(FailAllocation(-1));
       EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
-      EXPECT_TRUE(lex.keyword("word") == nullptr && lex.variable("word") == nullptr);
-      EXPECT_NE(lex.addKeyword("word", "w", 0), 0U);
+      EXPECT_TRUE(lex.keyword(Word) == nullptr && lex.variable(Word) == nullptr);
+      EXPECT_NE(lex.addKeyword(Word, "a", 0), 0U);
     }
   }
   YcluiToken token("x");
@@ -94,9 +97,9 @@ TEST(Memory, RecordsWithoutMemory) {
 TEST(Memory, AWordWithoutAName) {
   YcluiLex lex;
   FailAllocation(1);
-  EXPECT_EQ(lex.addKeyword("one", nullptr, 0), 5000U);
+  EXPECT_EQ(lex.addKeyword(Word, nullptr, 0), 5000U);
   FailAllocation(1);
-  EXPECT_EQ(lex.addKeyword("two", nullptr, 0), 0U);
+  EXPECT_EQ(lex.addKeyword(Word + 1, nullptr, 0), 0U);
   EXPECT_TRUE(FailAllocation(-1) && YErr.code(0) == YErrNoMemory);
   EXPECT_STREQ(lex.keyword(5000U), "");
   EXPECT_EQ(lex.delKeyword(""), 1U);
