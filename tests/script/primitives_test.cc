@@ -62,6 +62,24 @@ class Primitives : public testing::Test {
   }
 };
 
+// Hosts of other makers bind the rows by their places too.
+TEST(PrimitiveTable, HasItsRowsInOrder) {
+  std::string table;
+  for (std::uint32_t i = 0; i < CluiLibraryNProcs(); ++i) {
+    const YScmProc& row = CluiLibraryProcs()[i];
+    EXPECT_EQ(std::string(row.name).substr(0, 5), "clui-");
+    table += std::string(row.name).substr(5) + std::to_string(row.required);
+    table += row.rest == 1 ? "+ " : " ";
+  }
+  EXPECT_EQ(table,
+            "token1+ syntax1+ oneof1+ anyof1+ indefinite-syntax3 priority1+ parser-new1 "
+            "parser-delete1 reset1 set-syntax2 delete-last1 eval2 push1 pop1 depth1 "
+            "attach-field2+ put-dummy-token2 start-logging2+ shut-logging1 "
+            "playback-from-file2 set-alias3 unset-alias2 set-variable3+ "
+            "set-keystroke-action3 find-possible-token1+ refer-current-word1 "
+            "replace-current-word1+ complete-token2 ");
+}
+
 TEST_F(Primitives, SequencesReadAsWritten) {
   const Row rows[] = {
       {"(clui-syntax 1 'A' 2 'B' 'lost')", " 1A 2B"},
