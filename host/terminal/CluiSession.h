@@ -82,7 +82,7 @@ class CluiSession {
   std::vector<std::string> typed_;   // the words of that command
   bool wordIsNew_ = false;           // and has not run anything yet
   bool pasting_ = false;
-  bool dropsPaste_ = false;  // the rest of it, since it was interrupted
+  bool dropsPaste_ = false;      // the rest of it, since it was interrupted
   std::string pasted_;           // the last line, as far as it has come
   std::size_t pastedLines_ = 0;  // complete ones of this paste
 
