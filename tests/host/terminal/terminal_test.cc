@@ -173,6 +173,13 @@ class Terminal : public testing::TestWithParam<Session> {
     put("pasted", text);
     tmux("load-buffer pasted ';' paste-buffer -p");
   }
+  // tmux tells the program a moment after it has changed the screen.
+  void resize(const std::string& options) {
+    tmux("resize-window " + options);
+    const std::string size = tmux("display -p '#{pane_height} #{pane_width}'");
+    const std::string name = tmux("display -p '#{pane_tty}'");
+    expect([&] { return OutputOf("stty size <" + name); }, size);
+  }
   void take(const Step& step) {
     const std::string& line = step.lines.front();
     switch (step.mark) {
@@ -185,8 +192,7 @@ class Terminal : public testing::TestWithParam<Session> {
       case '"':
         return paste(step.lines);
       case '%':
-        tmux("resize-window " + line);
-        return;
+        return resize(line);
       case '!':
         OutputOf(inFolder(line));
         return;
