@@ -28,7 +28,7 @@ constexpr std::uint32_t YcluiMostElements = 65536;
 // A list of a script is followed so far before it counts as a circle, and is a bad argument.
 constexpr std::uint32_t YcluiMostListElements = 1U << 17;
 // Arguments of clui-token, the parser included; more are a wrong number. So a script declares words
-// of nine arguments at most, and a host words of any number.
+// of ten arguments at most, nine with an id of its own, and a host words of any number.
 constexpr std::uint32_t YcluiMostTokenArguments = 12;
 
 // The bits of an id: what is given is cut to them.
