@@ -51,8 +51,16 @@ class Listed : public Words {
 // As much of them as a window holds, sorted.
 class Shown : public Words {
  public:
-  using Words::Words;
-  void run() override { found_ = CluiListing(parser_, "W", 80, 23).empty() ? 0 : count_; }
+  explicit Shown(int count) : Words(count) {
+    std::string problem;
+    encoding_.open("UTF-8", problem);
+  }
+  void run() override {
+    found_ = CluiListing(parser_, "W", encoding_, 80, 23).empty() ? 0 : count_;
+  }
+
+ private:
+  CluiEncoding encoding_;
 };
 
 }  // namespace

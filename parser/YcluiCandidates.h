@@ -11,9 +11,10 @@
 #include "parser/YcluiCandidateList.h"
 #include "syntax/YcluiNfa.h"
 
-// Keeps the words of the wide places that were asked for last, from the second time on in the order
-// of the alphabet as well. What is kept serves again where walker, syntax and dictionary are as
-// they were. A narrow place is looked at anew each time, and displaces none.
+// Keeps the words of the places that were asked for last, from the second time on in the order of
+// the alphabet as well. What is kept serves again where walker, syntax and dictionary are as they
+// were. Wide and narrow places are kept apart: the many narrow ones that a line passes do not
+// displace a wide one, which is dear to list.
 class YcluiCandidates {
  public:
   using Words = YcluiCandidateList::Words;

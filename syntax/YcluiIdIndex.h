@@ -21,7 +21,7 @@ class YcluiIdIndex {
     YcluiSyntaxNode* node = nullptr;  // the first one; null in an empty place
     std::uint32_t id = 0;
     std::int32_t next : 29 = None;  // entry of those behind it
-    std::int32_t ends : 3 = None;   // for the walker, which sets it when it knows
+    std::int32_t ends : 3 = None;   // for the walker: 0 to 2 when it knows
   };
 
   void add(YcluiSyntaxNode* node);

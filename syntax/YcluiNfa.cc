@@ -120,6 +120,8 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   YcluiSyntaxNode* answer = matchedNodes.top();
   currentNode = answer;
   const int ends = row != nullptr && row->ends >= 0 ? row->ends : endsBehindMatches();
+  // Written when it changes only, since a write costs the line of memory; the mask is for the
+  // compiler, which does not know how few there are.
   if (row != nullptr && row->ends != ends) row->ends = ends & 3;
   standBehindMatches();
   if (ends > 0) terminated = 1;
@@ -152,7 +154,10 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   YcluiSyntaxNodeStk found;
   YcluiSyntaxNodeStk pushed;
   YcluiSyntaxNodeStk queue;
-  if (behind != nullptr) pushed.pushSuccessors(*behind);
+  if (behind != nullptr) {
+    NoteReading(behind);  // its own successors decide, and the answer may be kept
+    pushed.pushSuccessors(*behind);
+  }
   int waiting = behind != nullptr ? 0 : nextNodes.count();
   int taken = 0;
   while (pushed.isEmpty() == 0 || waiting > 0 || taken < queue.count()) {

@@ -4,7 +4,6 @@
 #include <cstring>
 #include <functional>
 
-#include "host/CluiEncoding.h"
 #include "host/CluiLiteral.h"
 #include "host/CluiMessages.h"
 #include "host/CluiWidth.h"
@@ -15,7 +14,7 @@ namespace {
 constexpr std::size_t Gap = 2;  // between columns
 
 struct Cell {
-  const std::string* word;
+  std::wstring word;
   std::size_t width;
 };
 
@@ -29,15 +28,11 @@ std::size_t RowsFor(std::size_t cells, std::size_t widest, std::size_t screen) {
   return (cells + fitting - 1) / fitting;
 }
 
-std::vector<Cell> CellsOf(const std::vector<std::string>& words) {
-  static CluiEncoding encoding;
-  static std::string problem;
-  static const bool isOpen = encoding.open("UTF-8", problem);
+std::vector<Cell> CellsOf(const std::vector<std::string>& words, CluiEncoding& encoding) {
   std::vector<Cell> cells;
-  for (const std::string& word : words) {
-    const std::size_t width =
-        isOpen ? static_cast<std::size_t>(CluiWidthOf(encoding.fromSystem(word))) : word.size();
-    cells.push_back({&word, width});
+  for (const std::string& name : words) {
+    const std::wstring word = encoding.fromSystem(name);
+    cells.push_back({word, static_cast<std::size_t>(CluiWidthOf(word))});
   }
   return cells;
 }
@@ -62,22 +57,22 @@ std::size_t CountFitting(const std::vector<Cell>& cells, std::size_t screen, std
 }
 
 // Cells that are all narrower than the screen.
-void AppendGrid(const std::vector<Cell>& cells, std::size_t screen, std::string& text) {
+void AppendGrid(const std::vector<Cell>& cells, std::size_t screen, std::wstring& text) {
   if (cells.empty()) return;
   std::size_t widest = 0;
   for (const Cell& cell : cells) widest = std::max(widest, cell.width);
   const std::size_t rows = RowsFor(cells.size(), widest, screen);
   for (std::size_t row = 0; row < rows; ++row) {
     for (std::size_t i = row; i < cells.size(); i += rows) {
-      text += *cells[i].word;
-      if (i + rows < cells.size()) text.append(widest + Gap - cells[i].width, ' ');
+      text += cells[i].word;
+      if (i + rows < cells.size()) text.append(widest + Gap - cells[i].width, L' ');
     }
-    text += '\n';
+    text += L'\n';
   }
 }
 
-std::string TextOf(const std::vector<Cell>& cells, std::size_t screen) {
-  std::string text;
+std::wstring TextOf(const std::vector<Cell>& cells, std::size_t screen) {
+  std::wstring text;
   std::vector<Cell> grid;
   for (const Cell& cell : cells) {
     if (cell.width < screen) {
@@ -86,7 +81,7 @@ std::string TextOf(const std::vector<Cell>& cells, std::size_t screen) {
     }
     AppendGrid(grid, screen, text);
     grid.clear();
-    text.append(*cell.word) += '\n';
+    text.append(cell.word) += L'\n';
   }
   AppendGrid(grid, screen, text);
   return text;
@@ -168,21 +163,23 @@ CluiCandidates CluiCandidatesOf(YcluiParser& parser, const char* beginning, std:
   return {{names.begin(), names.begin() + static_cast<std::ptrdiff_t>(first)}, names.size()};
 }
 
-std::string CluiColumns(const CluiCandidates& candidates, int screenWidth, int rows) {
+std::wstring CluiColumns(const CluiCandidates& candidates, CluiEncoding& encoding, int screenWidth,
+                         int rows) {
   const auto screen = static_cast<std::size_t>(std::max(screenWidth, 1));
   const auto room = static_cast<std::size_t>(std::max(rows, 1));
-  std::vector<Cell> cells = CellsOf(candidates.words);
+  std::vector<Cell> cells = CellsOf(candidates.words, encoding);
   const bool isWhole =
       cells.size() == candidates.count && CountFitting(cells, screen, room) == cells.size();
   if (isWhole) return TextOf(cells, screen);
   cells.resize(CountFitting(cells, screen, room - 1));
-  return TextOf(cells, screen) + "and " + std::to_string(candidates.count - cells.size()) +
-         " more; type a letter or two\n";
+  return TextOf(cells, screen) + L"and " + std::to_wstring(candidates.count - cells.size()) +
+         L" more; type a letter or two\n";
 }
 
-std::string CluiListing(YcluiParser& parser, const char* beginning, int screenWidth, int rows) {
+std::wstring CluiListing(YcluiParser& parser, const char* beginning, CluiEncoding& encoding,
+                         int screenWidth, int rows) {
   const auto screen = static_cast<std::size_t>(std::max(screenWidth, 1));
   const auto room = static_cast<std::size_t>(std::max(rows, 1));
-  return CluiColumns(CluiCandidatesOf(parser, beginning, room * ColumnsFor(1, screen)), screenWidth,
-                     rows);
+  return CluiColumns(CluiCandidatesOf(parser, beginning, room * ColumnsFor(1, screen)), encoding,
+                     screenWidth, rows);
 }

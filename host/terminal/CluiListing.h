@@ -6,9 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "host/CluiEncoding.h"
+
 class YcluiParser;
 
-// The first of the words that may come, in order, and how many there are in all.
+// The first of the words that may come, in order and as text of the system, and how many there are
+// in all.
 struct CluiCandidates {
   std::vector<std::string> words;
   std::size_t count = 0;
@@ -25,11 +28,12 @@ CluiCandidates CluiCandidatesOf(YcluiParser& parser, const char* beginning, std:
 
 // The words in so many rows of text at most, in columns that are read downwards and fill the width
 // of the screen. A word that is as wide as the screen or wider stands in a line of its own. When
-// not all of them fit, the last row tells how many are left out. Words and answer are text of the
-// system.
-std::string CluiColumns(const CluiCandidates& candidates, int screenWidth, int rows);
+// not all of them fit, the last row tells how many are left out.
+std::wstring CluiColumns(const CluiCandidates& candidates, CluiEncoding& encoding, int screenWidth,
+                         int rows);
 
 // The one in the form of the other; empty when no word can come.
-std::string CluiListing(YcluiParser& parser, const char* beginning, int screenWidth, int rows);
+std::wstring CluiListing(YcluiParser& parser, const char* beginning, CluiEncoding& encoding,
+                         int screenWidth, int rows);
 
 #endif  // HOST_TERMINAL_CLUILISTING_H_

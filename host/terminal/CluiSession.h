@@ -42,6 +42,7 @@ class CluiSession {
   // The signal that ended it, or 0.
   int endingSignal() const { return terminal_.endingSignal(); }
 
+  CluiEncoding& encoding() { return encoding_; }
   CluiTerminalField& field() { return field_; }
   CluiScreen& screen() { return screen_; }
   CluiHistory& history() { return history_; }

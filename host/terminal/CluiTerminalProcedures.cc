@@ -37,11 +37,8 @@ YcluiParser* PopParser(YStatus& status) {
   return nullptr;
 }
 
-std::wstring WideOf(const std::string& text) {
-  static CluiEncoding encoding;
-  static std::string problem;
-  static const bool isOpen = encoding.open("UTF-8", problem);
-  return isOpen ? encoding.fromSystem(text) : std::wstring();
+std::wstring WideOf(const char* text) {
+  return Session()->encoding().fromSystem(text);
 }
 
 void TerminalField(std::uint32_t, YStatus&) {
@@ -92,9 +89,9 @@ void TerminalList(std::uint32_t, YStatus& status) {
   if (parser == nullptr) return;
   if (Session() == nullptr) return PushFalse();
   CluiScreen& screen = Session()->screen();
-  const std::string listing =
-      CluiListing(*parser, word.c_str(), screen.width(), screen.rowsAboveLine());
-  if (!listing.empty()) screen.print(WideOf(listing));
+  const std::wstring listing = CluiListing(*parser, word.c_str(), Session()->encoding(),
+                                           screen.width(), screen.rowsAboveLine());
+  if (!listing.empty()) screen.print(listing);
   Scm::StackPushBoolean(listing.empty() ? 0 : 1);
 }
 

@@ -170,25 +170,28 @@ TEST(Listing, FillsColumnsDownwards) {
   const struct {
     Lines words;
     int width;
-    const char* text;
+    const wchar_t* text;
     int rows = 9;
     std::size_t more = 0;
   } rows[] = {
-      {{}, 80, ""},
-      {{"a", "bb", "c", "d", "e"}, 9, "a   d\nbb  e\nc\n"},
-      {{"a", "bb", "c", "d", "e"}, 11, "a   c   e\nbb  d\n"},
-      {{"\x95\x5C", "abc", "d"}, 11, "\x95\x5C   d\nabc\n"},
-      {{"a", "b", "0123456789", "c", "d"}, 8, "a  b\n0123456789\nc  d\n"},
-      {{"a", "b"}, 0, "a\nb\n"},
-      {{"a", "bb", "c", "d", "e"}, 9, "a   d\nbb  e\nc\n", 3},
-      {{"a", "bb", "c", "d", "e"}, 9, "a   c\nbb  d\nand 6 more; type a letter or two\n", 3, 5},
-      {{"a", "b", "c"}, 1, "a\nand 2 more; type a letter or two\n", 2},
-      {{"a", "0123456789", "c"}, 8, "a\nand 2 more; type a letter or two\n", 3},
-      {{"a", "b"}, 9, "and 3 more; type a letter or two\n", 1, 1},
+      {{}, 80, L""},
+      {{"a", "bb", "c", "d", "e"}, 9, L"a   d\nbb  e\nc\n"},
+      {{"a", "bb", "c", "d", "e"}, 11, L"a   c   e\nbb  d\n"},
+      {{"\x95\x5C", "abc", "d"}, 11, L"\u8868   d\nabc\n"},
+      {{"a", "b", "0123456789", "c", "d"}, 8, L"a  b\n0123456789\nc  d\n"},
+      {{"a", "b"}, 0, L"a\nb\n"},
+      {{"a", "bb", "c", "d", "e"}, 9, L"a   d\nbb  e\nc\n", 3},
+      {{"a", "bb", "c", "d", "e"}, 9, L"a   c\nbb  d\nand 6 more; type a letter or two\n", 3, 5},
+      {{"a", "b", "c"}, 1, L"a\nand 2 more; type a letter or two\n", 2},
+      {{"a", "0123456789", "c"}, 8, L"a\nand 2 more; type a letter or two\n", 3},
+      {{"a", "b"}, 9, L"and 3 more; type a letter or two\n", 1, 1},
   };
+  CluiEncoding encoding;
+  std::string problem;
+  ASSERT_TRUE(encoding.open("UTF-8", problem)) << problem;
   for (const auto& row : rows) {
     const CluiCandidates candidates{row.words, row.words.size() + row.more};
-    EXPECT_EQ(CluiColumns(candidates, row.width, row.rows), row.text) << row.width;
+    EXPECT_EQ(CluiColumns(candidates, encoding, row.width, row.rows), row.text) << row.width;
   }
 }
 

@@ -121,6 +121,21 @@ TEST(Walker, NoticesANewSuccessorOfARepeatedWord) {
   }
 }
 
+// Whoever keeps the answer learns of it too, though no step has read behind the word.
+TEST(Walker, ToldOfANewSuccessorOfWhatIsPossible) {
+  const auto graph = Build("1");
+  YcluiSyntaxNode* node = SuccessorsOf(*graph->start)[0];
+  node->kind = YcluiNodeClosure;
+  node->append(new YcluiSyntaxNode(5));
+  Walker walker;
+  walker.syntaxGraph(graph.get());
+  EXPECT_EQ(walker.stepNext(1), node);
+  EXPECT_EQ(walker.possible().size(), 1U);
+  const std::uint64_t changes = YcluiSyntaxNode::Changes();
+  node->append(new YcluiSyntaxNode(3));
+  EXPECT_GT(YcluiSyntaxNode::Changes(), changes);
+}
+
 // Where ways meet, the number of ways does not show in what the walker keeps.
 TEST(Walker, KeepsEachPlaceTwiceAtMost) {
   const auto graph = Build("1");
