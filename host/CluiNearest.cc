@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
+#include <numeric>
 #include <tuple>
 
 namespace {
 
-wchar_t Folded(wchar_t c) {
-  return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c;
+template <typename Char>
+Char Folded(Char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<Char>(c + ('a' - 'A')) : c;
 }
 
 int Allowed(std::size_t length) {
@@ -17,12 +19,14 @@ int Allowed(std::size_t length) {
   return length < 9 ? 2 : 3;
 }
 
-bool EndsInColon(const std::wstring& word) {
-  return word.size() > 1 && word.back() == L':';
+template <typename Char>
+bool EndsInColon(std::basic_string_view<Char> word) {
+  return word.size() > 1 && word.back() == ':';
 }
 
 // A colon forgotten behind a word is no slip beside another one.
-std::wstring WithoutColon(const std::wstring& word) {
+template <typename Char>
+std::basic_string_view<Char> WithoutColon(std::basic_string_view<Char> word) {
   return EndsInColon(word) ? word.substr(0, word.size() - 1) : word;
 }
 
@@ -30,65 +34,83 @@ std::wstring WithoutColon(const std::wstring& word) {
 // meant.
 using Rank = std::tuple<int, bool, bool>;
 
-int LengthOf(const std::wstring& text) {
-  return static_cast<int>(text.size());
+template <typename Char>
+int DistanceOf(std::basic_string_view<Char> a, std::basic_string_view<Char> b, int atMost) {
+  const int height = static_cast<int>(a.size());
+  const int width = static_cast<int>(b.size());
+  const int tooFar = atMost + 1;
+  if (std::abs(height - width) > atMost) return tooFar;
+  // Row i holds the distances of a's first i letters to each beginning of b that is not too far by
+  // its length alone; a swap looks two back.
+  std::vector<int> rows(3 * b.size() + 3, tooFar);
+  int* row = rows.data();
+  int* back = row + width + 1;
+  int* twoBack = back + width + 1;
+  std::iota(row, row + std::min(width, atMost) + 1, 0);
+  for (int i = 1; i <= height; ++i) {
+    std::swap(twoBack, back);
+    std::swap(back, row);
+    const int first = std::max(1, i - atMost);
+    const int last = std::min(width, i + atMost);
+    int least = row[first - 1] = first == 1 ? std::min(i, tooFar) : tooFar;
+    for (int j = first; j <= last; ++j) {
+      const Char letter = Folded(a[i - 1]);
+      const Char other = Folded(b[j - 1]);
+      row[j] = std::min({back[j] + 1, row[j - 1] + 1, back[j - 1] + (letter == other ? 0 : 1)});
+      const bool swapped =
+          i > 1 && j > 1 && letter == Folded(b[j - 2]) && Folded(a[i - 2]) == other;
+      if (swapped) row[j] = std::min(row[j], twoBack[j - 2] + 1);
+      least = std::min(least, row[j]);
+    }
+    if (least > atMost) return tooFar;
+  }
+  return std::min(row[width], tooFar);
 }
 
 }  // namespace
 
-int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost) {
-  if (std::abs(LengthOf(a) - LengthOf(b)) > atMost) return atMost + 1;
-  // Row i holds the distances of a's first i letters to each beginning of b; a swap looks two back.
-  std::vector<int> twoBack(b.size() + 1), back(b.size() + 1), row(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = static_cast<int>(j);
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    std::swap(twoBack, back);
-    std::swap(back, row);
-    row[0] = static_cast<int>(i);
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool same = Folded(a[i - 1]) == Folded(b[j - 1]);
-      row[j] = std::min({back[j] + 1, row[j - 1] + 1, back[j - 1] + (same ? 0 : 1)});
-      const bool swapped = i > 1 && j > 1 && Folded(a[i - 1]) == Folded(b[j - 2]) &&
-                           Folded(a[i - 2]) == Folded(b[j - 1]);
-      if (swapped) row[j] = std::min(row[j], twoBack[j - 2] + 1);
-    }
-    if (*std::min_element(row.begin(), row.end()) > atMost) return atMost + 1;
-  }
-  return std::min(row.back(), atMost + 1);
+int CluiDistance(std::wstring_view a, std::wstring_view b, int atMost) {
+  return DistanceOf(a, b, atMost);
 }
 
 CluiNearGlance::CluiNearGlance(std::string_view typed)
-    : isPlain_(Look(typed, length_, letters_)), allowed_(Allowed(typed.size())) {}
+    : typed_(WithoutColon(typed)),
+      isPlain_(Look(typed_, letters_)),
+      allowed_(Allowed(typed.size())) {}
 
-// False for a word that is not ASCII. A colon at the end counts no more than it does otherwise.
-bool CluiNearGlance::Look(std::string_view word, int& length, Letters& letters) {
-  if (word.size() > 1 && word.back() == ':') word.remove_suffix(1);
-  length = static_cast<int>(word.size());
+// False for a word that is not ASCII.
+bool CluiNearGlance::Look(std::string_view word, Letters& letters) {
   letters = 0;
   for (const char c : word) {
     if ((c & 0x80) != 0) return false;
-    letters |= Letters{1} << (Folded(static_cast<wchar_t>(c)) & 63);
+    letters |= Letters{1} << (Folded(c) & 63);
   }
   return true;
 }
 
-// A slip brings one letter that the other word does not have, and takes one away.
+// A slip brings one letter that the other word does not have, and takes one away. Most words are
+// told by that, without counting their slips.
 bool CluiNearGlance::mayBeMeant(std::string_view word) const {
-  int length = 0;
+  word = WithoutColon(word);
   Letters letters = 0;
-  if (!Look(word, length, letters) || !isPlain_) return true;
-  return std::abs(length - length_) <= allowed_ && std::popcount(letters & ~letters_) <= allowed_ &&
-         std::popcount(letters_ & ~letters) <= allowed_;
+  if (!Look(word, letters) || !isPlain_) return true;
+  return std::popcount(letters & ~letters_) <= allowed_ &&
+         std::popcount(letters_ & ~letters) <= allowed_ &&
+         DistanceOf(typed_, word, allowed_) <= allowed_;
 }
 
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words,
                          std::size_t here) {
-  const std::wstring meant = WithoutColon(typed);
-  Rank best = {Allowed(typed.size()) + 1, false, false};
+  const std::wstring_view whole = typed;
+  const std::wstring_view meant = WithoutColon(whole);
+  const int allowed = Allowed(typed.size());
+  Rank best = {allowed + 1, false, false};
   const std::wstring* nearest = nullptr;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const int distance = CluiDistance(meant, WithoutColon(words[i]), std::get<0>(best));
-    const Rank rank = {distance, i >= here, EndsInColon(typed) != EndsInColon(words[i])};
+    const std::wstring_view word = words[i];
+    const int distance =
+        CluiDistance(meant, WithoutColon(word), std::min(allowed, std::get<0>(best)));
+    const Rank rank = {distance, i >= here, EndsInColon(whole) != EndsInColon(word)};
     if (!(rank < best)) continue;
     best = rank;
     nearest = &words[i];

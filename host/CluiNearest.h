@@ -10,11 +10,11 @@
 
 // How many letters must be changed, added, taken away or swapped with their neighbour to make one
 // word of the other, ASCII case aside. Answers atMost + 1 for anything above `atMost`.
-int CluiDistance(const std::wstring& a, const std::wstring& b, int atMost);
+int CluiDistance(std::wstring_view a, std::wstring_view b, int atMost);
 
-// Tells at a glance which words have too many other letters, or too many letters more or less, to
-// be among those that CluiNearest answers. Texts are those of the system; one that is not ASCII
-// alone may always be meant.
+// Tells which words of many have too many slips to be among those that CluiNearest answers, most of
+// them at a glance. Texts are those of the system; one that is not ASCII alone may always be meant.
+// What was typed stays the caller's.
 class CluiNearGlance {
  public:
   explicit CluiNearGlance(std::string_view typed);
@@ -23,12 +23,12 @@ class CluiNearGlance {
  private:
   using Letters = std::uint64_t;  // which ones a word has; some share a bit
 
-  int length_ = 0;
+  std::string_view typed_;  // without a colon at its end
   Letters letters_ = 0;
   bool isPlain_;
   int allowed_;
 
-  static bool Look(std::string_view word, int& length, Letters& letters);
+  static bool Look(std::string_view word, Letters& letters);
 };
 
 // The first of the nearest words, or the empty text when none is near enough to be meant: one

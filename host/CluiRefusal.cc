@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "foundation/YErrCodes.h"
@@ -15,13 +16,23 @@
 namespace {
 
 using NameSet = std::unordered_set<std::string_view>;
+using NameMarks = std::unordered_map<std::string_view, bool>;
 
-// Views of the names in the dictionary.
-NameSet PossibleNames(const YcluiParser& parser) {
-  NameSet names;
-  parser.eachPossibleWord(
-      "", [](void* all, const char* name) { static_cast<NameSet*>(all)->insert(name); }, &names);
-  return names;
+// Marks those of the names, views of the dictionary's, that can come next.
+void MarkPossible(const YcluiParser& parser, NameMarks& marks) {
+  if (marks.empty()) return;
+  const auto mark = [](void* all, const char* name) {
+    NameMarks& names = *static_cast<NameMarks*>(all);
+    const auto found = names.find(name);
+    if (found != names.end()) found->second = true;
+  };
+  parser.eachPossibleWord("", mark, &marks);
+}
+
+// By which a word stands in the syntax; empty when there is none.
+std::string_view NameOf(YcluiParser& parser, const YcluiKeyword& word) {
+  const char* name = parser.lex()->keyword(word.id());
+  return name == nullptr ? "" : name;
 }
 
 const char* WordOf(const YcluiToken& token) {
@@ -77,15 +88,20 @@ std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const char* word) 
   const std::wstring typed = encoding_.fromSystem(word);
   if (compared_ >= ComparedAtMost) return CluiUnknownText(typed, std::wstring());
   ++compared_;
-  const NameSet expected = PossibleNames(parser);
   const CluiNearGlance glance(word);
-  std::vector<std::wstring> here;
-  std::vector<std::wstring> away;
+  std::vector<const YcluiKeyword*> near;
+  NameMarks possible;
   for (YAssocSetItr i(*parser.lex()->words()); i.item != nullptr; ++i) {
     const auto* record = static_cast<const YcluiKeyword*>(i.item);
     if (!glance.mayBeMeant(record->name())) continue;
-    const char* name = parser.lex()->keyword(record->id());
-    const bool isHere = name != nullptr && expected.count(name) > 0;
+    near.push_back(record);
+    possible.emplace(NameOf(parser, *record), false);
+  }
+  MarkPossible(parser, possible);
+  std::vector<std::wstring> here;
+  std::vector<std::wstring> away;
+  for (const YcluiKeyword* record : near) {
+    const bool isHere = possible[NameOf(parser, *record)];
     (isHere ? here : away).push_back(encoding_.fromSystem(record->name()));
   }
   const std::size_t count = here.size();
