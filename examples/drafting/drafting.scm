@@ -6,10 +6,11 @@
 ;;;
 ;;; This file is also meant to be read: it shows how a command language is made. It has five parts:
 ;;; words, what the words do, syntax, words that work anywhere, and aliases and variables to begin
-;;; with. The drawing itself is in model.scm and figures.scm, the picture in svg.scm.
+;;; with. The drawing itself is in model.scm and figures.scm, the picture in svg.scm and files.scm.
 
 (load "model.scm")
 (load "figures.scm")
+(load "files.scm")
 (load "svg.scm")
 
 (define parser (clui-parser-new 0)) ; the first parser that a script makes gets the text

@@ -4,7 +4,7 @@
 ;;; its own, in the order of the layers; a layer's walls come first, all their outlines before all
 ;;; their insides, so that walls melt together where they meet.
 
-(use-modules (srfi srfi-1) (ice-9 ports))
+(use-modules (srfi srfi-1) (rnrs bytevectors))
 
 (define svg-fonts
   (string-append "'Noto Sans CJK JP','Noto Sans JP','Hiragino Sans','Yu Gothic',Meiryo,"
@@ -308,8 +308,4 @@
          "</svg>\n")))
 
 (define (write-svg file text)
-  (catch 'system-error
-    (lambda ()
-      (call-with-output-file file (lambda (port) (display text port)) #:encoding "UTF-8"))
-    (lambda error
-      (refuse "cannot write " file ": " (strerror (system-error-errno error))))))
+  (save-file file (string->utf8 text)))

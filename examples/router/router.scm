@@ -7,9 +7,11 @@
 ;;;
 ;;; This file shows how a language with modes, questions and abbreviations is made out of tables. It
 ;;; has six parts: words, commands, modes and their syntax, questions, words that work anywhere,
-;;; and what a terminal shows. The settings and their checks are in device.scm, what is printed in show.scm.
+;;; and what a terminal shows. The settings and their checks are in device.scm, what is printed in
+;;; show.scm; files.scm saves it.
 
 (load "device.scm")
+(load "files.scm")
 (load "show.scm")
 
 (define parser (clui-parser-new 0)) ; the first parser that a script makes gets the text

@@ -1,5 +1,7 @@
 ;;; Printing: tables for the eye, and the running configuration as commands that can be read back.
 
+(use-modules (ice-9 iconv))
+
 (define (say . parts)
   (display (text-of parts))
   (newline))
@@ -414,12 +416,6 @@
   (equal? (configuration) (configuration-of (or startup fresh-settings))))
 
 (define (save-configuration file)
-  (catch 'system-error
-    (lambda ()
-      (call-with-output-file file
-        (lambda (port)
-          (for-each (lambda (text) (display text port) (newline port)) (configuration)))
-        #:encoding (port-encoding (current-output-port))))
-    (lambda details
-      (refuse "cannot write " file ": " (strerror (system-error-errno details)))))
+  (let ((text (string-join (configuration) "\n" 'suffix)))
+    (save-file file (string->bytevector text (port-encoding (current-output-port)) 'substitute)))
   (say "saved to " file))
