@@ -19,28 +19,16 @@ std::string Accepted(const YcluiToken& token) {
 
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, const LexCase& row) {
-  return out << '<' << row.text << '>';
-}
-
 std::string Shown(const YAttribValue& value) {
   YStatus status{0};
-  YString number;
-  switch (value.tag) {
-    case YAttribLong:
-      number << "i" << value.GetLong();
-      return number.buffer;
-    case YAttribDouble:
-      number << "d" << value.GetDouble();
-      return number.buffer;
-    case YAttribPoint:
-      number << "p" << value.GetPointX(status) << ';' << value.GetPointY(status);
-      return number.buffer;
-    case YAttribString:
-      return std::string("s") + value.GetString();
-    default:
-      return "~";
-  }
+  YString shown;
+  if (value.tag == YAttribNull) shown << '~';
+  if (value.tag == YAttribLong) shown << 'i' << value.GetLong();
+  if (value.tag == YAttribDouble) shown << 'd' << value.GetDouble();
+  if (value.tag == YAttribPoint) shown << 'p' << value.GetPointX(status) << ';';
+  if (value.tag == YAttribPoint) shown << value.GetPointY(status);
+  if (value.tag == YAttribString) shown << 's' << value.GetString();
+  return shown.buffer;
 }
 
 LexReader::LexReader() {
@@ -83,21 +71,4 @@ std::string LexReader::readToken() {
     codes += "!" + std::to_string(YErr.code(i));
   }
   return codes.empty() ? std::string("?") + token.string() : codes;
-}
-
-void LexAnything(const unsigned char* bytes, std::size_t count) {
-  LexReader reader;
-  std::string piece;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (bytes[i] != 0) {
-      piece += static_cast<char>(bytes[i]);
-      if (i + 1 < count) continue;
-    }
-    reader.lex.addKeyword(piece.c_str(), piece.substr(0, piece.size() / 2).c_str(), 0);
-    reader.read(piece);
-    reader.lex.pushString(piece.c_str());
-    reader.read("");
-    reader.lex.popString();
-    piece.clear();
-  }
 }

@@ -3,8 +3,6 @@
 #ifndef TESTS_LEX_LEX_READER_H_
 #define TESTS_LEX_LEX_READER_H_
 
-#include <cstddef>
-#include <ostream>
 #include <string>
 
 #include "lex/YcluiLex.h"
@@ -14,7 +12,6 @@ struct LexCase {
   const char* text;
   const char* shown;
 };
-std::ostream& operator<<(std::ostream& out, const LexCase& row);
 
 // One lexer with these words, and one token that goes from text to text:
 //   now, del(ete), line: (two integers), name (a string), scale (a float), at (a point),
@@ -45,9 +42,6 @@ class LexReader {
 
   std::string readToken();
 };
-
-// Reads the bytes as words, variables and texts of one lexer. Ends for any bytes.
-void LexAnything(const unsigned char* bytes, std::size_t count);
 
 // The values of a token's or a variable's, as above.
 std::string Shown(const YAttribValue& value);

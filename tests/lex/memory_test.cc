@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -12,11 +11,6 @@
 #include "tests/lex/lex_reader.h"
 
 namespace {
-
-void ReadAll(LexReader& reader, const char* text) {
-  reader.lex.setString(text);
-  while (reader.lex.more() != 0) reader.lex.getNextToken(reader.token);
-}
 
 TEST(Memory, AWarmLexerDoesNotAllocate) {
   LexReader reader;
@@ -28,7 +22,8 @@ TEST(Memory, AWarmLexerDoesNotAllocate) {
   reader.read("${i}=1");
   YcluiToken copy;
   const auto round = [&] {
-    ReadAll(reader, text);
+    reader.lex.setString(text);
+    while (reader.lex.more() != 0) reader.lex.getNextToken(reader.token);
     reader.lex.pushString(text);
     reader.lex.putString(" now");
     reader.lex.popString();
@@ -103,18 +98,6 @@ TEST(Memory, AWordWithoutAName) {
   EXPECT_TRUE(FailAllocation(-1) && YErr.code(0) == YErrNoMemory);
   EXPECT_STREQ(lex.keyword(5000U), "");
   EXPECT_EQ(lex.delKeyword(""), 1U);
-}
-
-TEST(Memory, AnyBytesCanBeRead) {
-  std::mt19937 random(29);
-  const std::string common = "nowl:12,;${}[]='\"\\# \n\x83\x5C";
-  for (int round = 0; round < 3000; ++round) {
-    std::string bytes(random() % 200, 'x');
-    for (char& c : bytes) {
-      c = random() % 4 == 0 ? static_cast<char>(random()) : common[random() % common.size()];
-    }
-    LexAnything(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-  }
 }
 
 }  // namespace

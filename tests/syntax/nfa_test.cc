@@ -104,35 +104,38 @@ TEST(Walker, WarmStepsDoNotAllocate) {
   EXPECT_EQ(Allocations(), before);
 }
 
-// A repeated word is not looked behind for a way to the end, so the step behind it is the first and
-// only thing that reads its many successors.
-TEST(Walker, NoticesANewSuccessorOfARepeatedWord) {
-  const auto graph = Build("1");
-  YcluiSyntaxNode* node = SuccessorsOf(*graph->start)[0];
-  node->kind = YcluiNodeClosure;
-  for (int i = 0; i < 40; ++i) node->append(new YcluiSyntaxNode(5));
+// A word 1 that leads to words 5 as if it was repeated: it is not looked behind for a way to the
+// end.
+struct Repetition {
+  std::unique_ptr<YcluiSyntaxGraph> graph = Build("1");
+  YcluiSyntaxNode* word = SuccessorsOf(*graph->start)[0];
   Walker walker;
-  walker.syntaxGraph(graph.get());
+
+  explicit Repetition(int successors) {
+    word->kind = YcluiNodeClosure;
+    for (int i = 0; i < successors; ++i) word->append(new YcluiSyntaxNode(5));
+    walker.syntaxGraph(graph.get());
+  }
+};
+
+// The step behind the word is the first and only thing that reads its many successors.
+TEST(Walker, NoticesANewSuccessorOfARepeatedWord) {
+  Repetition many(40);
   for (const unsigned long id : {5, 5, 5, 3}) {
-    if (id == 3) node->append(new YcluiSyntaxNode(3));
-    walker.reset();
-    EXPECT_EQ(walker.stepNext(1), node);
-    EXPECT_NE(walker.stepNext(id), nullptr) << id;
+    if (id == 3) many.word->append(new YcluiSyntaxNode(3));
+    many.walker.reset();
+    EXPECT_EQ(many.walker.stepNext(1), many.word);
+    EXPECT_NE(many.walker.stepNext(id), nullptr) << id;
   }
 }
 
 // Whoever keeps the answer learns of it too, though no step has read behind the word.
 TEST(Walker, ToldOfANewSuccessorOfWhatIsPossible) {
-  const auto graph = Build("1");
-  YcluiSyntaxNode* node = SuccessorsOf(*graph->start)[0];
-  node->kind = YcluiNodeClosure;
-  node->append(new YcluiSyntaxNode(5));
-  Walker walker;
-  walker.syntaxGraph(graph.get());
-  EXPECT_EQ(walker.stepNext(1), node);
-  EXPECT_EQ(walker.possible().size(), 1U);
+  Repetition one(1);
+  EXPECT_EQ(one.walker.stepNext(1), one.word);
+  EXPECT_EQ(one.walker.possible().size(), 1U);
   const std::uint64_t changes = YcluiSyntaxNode::Changes();
-  node->append(new YcluiSyntaxNode(3));
+  one.word->append(new YcluiSyntaxNode(3));
   EXPECT_GT(YcluiSyntaxNode::Changes(), changes);
 }
 
@@ -180,36 +183,16 @@ TEST(WalkerJudge, SmallGraphs) {
 
 // What follows runs on a small stack, and takes hours when it is not linear.
 
-YcluiSyntaxGraph* Chain(int n) {
-  auto* graph = new YcluiSyntaxGraph;
-  for (int i = 0; i < n; ++i) graph->insertAnd(new YcluiSyntaxNode(1));
-  return graph;
-}
-
-YcluiSyntaxGraph* Alternatives(int n) {
-  auto* graph = new YcluiSyntaxGraph;
-  for (int i = 0; i < n; ++i) graph->insertOr(new YcluiSyntaxNode(1));
-  return graph;
-}
-
-// Behind token 1, places at which ways part and meet again, without a token.
-YcluiSyntaxGraph* Partings(int n) {
-  auto* graph = new YcluiSyntaxGraph;
-  for (int i = 0; i < n; ++i) {
-    YcluiSyntaxGraph parting;
-    YcluiSyntaxGraph empty[2];
-    parting.insertOr(&empty[0]);
-    parting.insertOr(&empty[1]);
-    graph->insertAnd(&parting);
-  }
-  graph->insertAnd(new YcluiSyntaxNode(1));
-  return graph;
+std::unique_ptr<YcluiSyntaxGraph> Repeated(int n, const std::string& signs, const char* last) {
+  std::string script;
+  for (int i = 0; i < n; ++i) script += signs;
+  return Build(script + last);
 }
 
 // One node that is reached by as many links as lead on from it.
-YcluiSyntaxGraph* Crossroads(int n) {
-  YcluiSyntaxGraph* graph = Chain(1);
-  auto* node = static_cast<YcluiSyntaxNode*>(graph->start->first()->item());
+std::unique_ptr<YcluiSyntaxGraph> Crossroads(int n) {
+  auto graph = Build("1");
+  YcluiSyntaxNode* node = SuccessorsOf(*graph->start)[0];
   for (int i = 0; i < n; ++i) {
     graph->start->append(node);
     node->append(graph->end);
@@ -218,11 +201,13 @@ YcluiSyntaxGraph* Crossroads(int n) {
 }
 
 void* WalkLargeGraphs(void*) {
-  YcluiSyntaxGraph* const graphs[] = {Chain(1000000), Alternatives(500000), Partings(100000),
-                                      Crossroads(100000)};
-  for (YcluiSyntaxGraph* graph : graphs) {
+  // A chain, alternatives, places at which ways part and meet again without a token, crossroads.
+  const std::unique_ptr<YcluiSyntaxGraph> graphs[] = {
+      Repeated(1000000, "1", ""), Repeated(500000, "|1", ""), Repeated(100000, "((/(/&", "1"),
+      Crossroads(100000)};
+  for (const auto& graph : graphs) {
     Walker walker;
-    walker.syntaxGraph(graph);
+    walker.syntaxGraph(graph.get());
     EXPECT_NE(walker.stepNext(1), nullptr);
     EXPECT_EQ(walker.stepNext(2), nullptr);
     EXPECT_EQ(walker.isTerminated(), graph == graphs[0] ? 0U : 1U);
@@ -232,7 +217,6 @@ void* WalkLargeGraphs(void*) {
     walker.reset();
     for (int i = 0; i < 3; ++i) EXPECT_NE(walker.stepNext(1), nullptr);
     EXPECT_EQ(walker.possible().empty(), false);
-    delete graph;
   }
   return nullptr;
 }
