@@ -1,10 +1,7 @@
 #include "tests/parser/CommandLine.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <regex>
 #include <sstream>
 #include <utility>
@@ -12,15 +9,12 @@
 
 #include "gtest/gtest.h"
 #include "tests/common/allocations.h"
+#include "tests/common/steps.h"
 
 namespace {
 
-// A folder of this process alone, since tests run side by side. It goes with the process.
-struct OwnFolder {
-  std::string path = ::testing::TempDir() + "yclui_XXXXXX";
-  OwnFolder() { EXPECT_NE(mkdtemp(path.data()), nullptr); }
-  ~OwnFolder() { std::filesystem::remove_all(path); }
-};
+// Tests run side by side. It goes with the process.
+const WorkingFolder Folder;
 
 // Reads the notation of setSyntax, from the back, as fragments are built.
 class SyntaxReader {
@@ -92,41 +86,7 @@ class SyntaxReader {
 using Operation = YWord (*)(CommandLine& line, const std::string& given);
 
 const std::map<std::string, Operation> Operations = {
-    {"count", [](auto& line, auto& text) { return YWord(line.interpret(text.c_str())); }},
-    {"inside", [](auto& line, auto& text) { return line.pushToken(text.c_str()); }},
-    {"token",
-     [](auto& line, auto& word) {
-       YcluiToken token = line.makeToken(word.c_str());
-       return line.pushToken(token);
-     }},
-    {"dummy", [](auto& line, auto& word) { return line.pushDummyToken(word.c_str()); }},
-    {"exhaust", [](auto& line, auto&) { return line.exhaust(), 1u; }},
-    {"drop", [](auto& line, auto&) { return line.dropOpenToken(), 1u; }},
-    {"open", [](auto& line, auto&) { return line.tokenIsOpen(); }},
-    {"alias", [](auto& line, auto&) { return line.isAliasRun(); }},
-    {"offset", [](auto& line, auto&) { return YWord(line.lastTokenOffset()); }},
-    {"find", [](auto& line, auto& word) { return YWord(line.findToken(word.c_str())); }},
-    {"untoken", [](auto& line, auto&) { return line.popToken() == nullptr ? 0u : 1u; }},
-    {"remove", [](auto& line, auto& i) { return line.removeToken(YWord(std::stoi(i))); }},
-    {"reset", [](auto& line, auto&) { return line.reset(), 1u; }},
-    {"push", [](auto& line, auto&) { return line.pushFrame(); }},
-    {"pop", [](auto& line, auto&) { return line.popFrame(); }},
-    {"depth", [](auto& line, auto&) { return YWord(line.nestingDepth()); }},
     {"syntax", [](auto& line, auto& syntax) { return line.setSyntax(syntax), 1u; }},
-    {"unword", [](auto& line, auto& word) { return line.lex()->delKeyword(word.c_str()); }},
-    {"unfield", [](auto& line, auto&) { return line.sysSetEchoProcedure(nullptr, nullptr), 1u; }},
-    {"mute", [](auto& line, auto&) { return line.enableEcho(0), 1u; }},
-    {"untok", [](auto& line, auto&) { return line.setTokCallback(nullptr, nullptr), 1u; }},
-    {"unrefuse", [](auto& line, auto&) { return line.setTokRefuseCallback(nullptr, nullptr), 1u; }},
-    {"log", [](auto& line, auto& file) { return line.startLogging(PathOf(file).c_str(), 0); }},
-    {"append", [](auto& line, auto& file) { return line.startLogging(PathOf(file).c_str(), 1); }},
-    {"write", [](auto& line, auto& text) { return line.writeToLog(text.c_str()); }},
-    {"nest", [](auto& l, auto& n) { return l.nestStyle(YcluiLogNestStyle(std::stoi(n))), 1u; }},
-    {"shut", [](auto& line, auto&) { return line.shutLogging(); }},
-    {"play", [](auto& line, auto& file) { return line.playbackFromLog(PathOf(file).c_str()); }},
-    {"pause", [](auto& line, auto&) { return line.pausePlayback(), 1u; }},
-    {"continue", [](auto& line, auto&) { return line.continuePlayback(); }},
-    {"playing", [](auto& line, auto&) { return line.isPlaybackRun(); }},
     {"fail", [](auto&, auto& index) { return YWord(FailAllocation(std::stoi(index))); }},
     {"tokens", [](auto& line, auto&) { return line.tell("tokens", line.tokens()), 1u; }},
     {"on",
@@ -224,19 +184,15 @@ YcluiSyntaxNode* CommandLine::node(const std::string& word, const char* command)
 }
 
 void CommandLine::perform(const std::string& steps, char separator) {
-  std::istringstream in(steps);
-  for (std::string step; std::getline(in, step, separator);) {
-    if (!step.empty() && step[0] == ' ') step.erase(0, 1);
-    if (step.find('^') == 0 && step.back() == ' ') step.pop_back();
-    if (step.empty() || step[0] != '^') {
-      interpret(step.c_str());
+  for (const auto& [name, given] : StepsOf(steps, separator)) {
+    if (name.empty()) {
+      interpret(given.c_str());
       continue;
     }
-    const std::size_t end = std::min(step.find(' '), step.size());
-    const std::string name = step.substr(1, end - 1);
-    const YWord answer = Operations.at(name)(*this, step.substr(std::min(end + 1, step.size())));
-    if (name == "on") continue;
-    tell("answer", std::to_string(static_cast<int>(answer)), name);
+    const auto own = Operations.find(name);
+    const YWord answer = own != Operations.end() ? own->second(*this, given)
+                                                 : ParserOperations.at(name)(*this, given);
+    if (name != "on") tell("answer", std::to_string(static_cast<int>(answer)), name);
   }
 }
 
@@ -283,19 +239,4 @@ void CheckRow(const char* words, const char* syntax, const char* kinds, const St
   line.perform(row.steps);
   EXPECT_EQ(line.told(), row.told) << row.steps;
   EXPECT_EQ(line.tokens().find('!'), std::string::npos) << row.steps;
-}
-
-std::string PathOf(const std::string& name) {
-  static const OwnFolder folder;
-  return name.find('/') != std::string::npos ? name : folder.path + "/" + name;
-}
-
-void WriteFile(const std::string& name, const std::string& text) {
-  std::ofstream(PathOf(name), std::ios::binary) << text;
-}
-
-std::string ReadFile(const std::string& name) {
-  std::ostringstream text;
-  text << std::ifstream(PathOf(name), std::ios::binary).rdbuf();
-  return text.str();
 }

@@ -1,4 +1,4 @@
-// A parser that is driven by short scripts and tells what it does.
+// A parser that is driven by short scripts and tells what it does, in a working folder of its own.
 
 #ifndef TESTS_PARSER_COMMANDLINE_H_
 #define TESTS_PARSER_COMMANDLINE_H_
@@ -10,6 +10,7 @@
 
 #include "foundation/YErr.h"
 #include "parser/YcluiParser.h"
+#include "tests/common/WorkingFolder.h"
 
 // What happens leaves a trace, one entry each, of which those of the kinds asked for are kept:
 //   tok(a)  echo(a b)  field(a b)  syn(a|p a)  refuse(x)  run(command)   callbacks and commands
@@ -30,9 +31,10 @@ class CommandLine final : public YcluiParser {
   void setSyntax(const std::string& syntax);
   YcluiSyntaxNode* node(const std::string& word, const char* command = nullptr);
 
-  // Takes steps, with "; " between them: texts for interpret, and operations under the names that
-  // the source lists, such as "^push" or "^remove 1". "^on run(a) ^reset & b" takes the steps
-  // behind the entry once, when the entry comes up. File names are those of PathOf.
+  // Takes steps, with "; " between them: texts for interpret, and operations under the names of
+  // tests/common/steps.cc, such as "^push" or "^remove 1", or of this class: "^on run(a) ^reset &
+  // b" takes the steps behind the entry once, when the entry comes up; "^syntax", "^tokens", and
+  // "^fail" of an allocation.
   void perform(const std::string& steps, char separator = ';');
   // Keeps the entries of these kinds.
   void trace(const std::string& kinds) { kinds_ = " " + kinds + " "; }
@@ -66,10 +68,5 @@ template <std::size_t N>
 void Check(const char* words, const char* syntax, const char* kinds, const Steps (&rows)[N]) {
   for (const Steps& row : rows) CheckRow(words, syntax, kinds, row);
 }
-
-// A file of the test's own folder, written and read whole; a name with a slash is left alone.
-std::string PathOf(const std::string& name);
-void WriteFile(const std::string& name, const std::string& text);
-std::string ReadFile(const std::string& name);
 
 #endif  // TESTS_PARSER_COMMANDLINE_H_

@@ -137,9 +137,7 @@ TEST(Mortuary, WaitsForARunningBody) {
     syntax->insertAnd(new YcluiSyntaxNode(5000));
     parser->setSyntaxGraph(syntax);
     parser->setSynCallback(die, parser);
-    const auto play = [&] {
-      return static_cast<int>(parser->playbackFromLog(PathOf("go").c_str()));
-    };
+    const auto play = [&] { return static_cast<int>(parser->playbackFromLog("go")); };
     EXPECT_EQ(isPlayed ? play() : parser->interpret("go"), 1);
     YcluiParser::CleanupMortuary();
     EXPECT_EQ(Gone, isPlayed ? "returned ran " : "other returned ran ");

@@ -212,7 +212,7 @@ TEST(RoundTrip, OfRandomLanguages) {
     const bool isSimple = seed % 2 == 0;
     const Speech speech(seed, isSimple);
     Speaker first(seed);
-    ASSERT_EQ(first.startLogging(PathOf("first").c_str(), 0), 1u);
+    ASSERT_EQ(first.startLogging("first", 0), 1u);
     for (const std::string& text : speech.texts) first.interpret(text.c_str());
     ASSERT_EQ(first.shutLogging(), 1u);
     spoken += first.events.size();
@@ -220,8 +220,8 @@ TEST(RoundTrip, OfRandomLanguages) {
       Speaker speaker(seed);
       speaker.nestStyle(YcluiLogNestPlain);
       speaker.isPausing = isPausing;
-      EXPECT_EQ(speaker.startLogging(PathOf(to).c_str(), 0), 1u);
-      EXPECT_EQ(speaker.playbackFromLog(PathOf(from).c_str()), 1u);
+      EXPECT_EQ(speaker.startLogging(to, 0), 1u);
+      EXPECT_EQ(speaker.playbackFromLog(from), 1u);
       while (speaker.continuePlayback() != 0) {
       }
       EXPECT_EQ(speaker.shutLogging(), 1u);

@@ -58,20 +58,13 @@ Ref read(const char*& text) {
 }
 
 std::string print(const Ref& value) {
-  switch (value->kind) {
-    case 'n':
-      return "()";
-    case 'b':
-      return value->number != 0 ? "#t" : "#f";
-    case 'l':
-      return std::to_string(value->number);
-    case 's':
-      return '\'' + value->text + '\'';
-    case 'p':
-      return '(' + print(value->car) + " . " + print(value->cdr) + ')';
-    default:
-      return value->number != 0 ? "handle" : "null handle";
-  }
+  const char kind = value->kind;
+  if (kind == 'n') return "()";
+  if (kind == 'b') return value->number != 0 ? "#t" : "#f";
+  if (kind == 'l') return std::to_string(value->number);
+  if (kind == 's') return '\'' + value->text + '\'';
+  if (kind == 'p') return '(' + print(value->car) + " . " + print(value->cdr) + ')';
+  return value->number != 0 ? "handle" : "null handle";
 }
 
 Ref pop(YStatus& status) {
@@ -99,6 +92,10 @@ const char* keep(const Ref& string) {
   if (string->kind != 's') return nullptr;
   TheMachine->strings.push_back(std::make_unique<std::string>(string->text));
   return TheMachine->strings.back()->c_str();
+}
+
+void* pointerOf(const Ref& handle) {
+  return reinterpret_cast<void*>(handle->number);
 }
 
 YWord isOnTop(char kind) {
@@ -181,67 +178,41 @@ bool ScriptMachine::apply(const std::string& name, const std::vector<Ref>& argum
   return isGood;
 }
 
-#define CLUI_LOOK(name, answer) \
-  YWord ScmVMExternal::name() { \
-    return answer;              \
+// What each operation of the engine answers, or does.
+#define CLUI_VM(Type, name, parameters, answer) \
+  Type ScmVMExternal::name parameters {         \
+    return answer;                              \
   }
-CLUI_LOOK(StackLongP, isOnTop('l'))
-CLUI_LOOK(StackSmallLongP, 0)
-CLUI_LOOK(StackDoubleP, isOnTop('d'))
-CLUI_LOOK(StackFloatP, 0)
-CLUI_LOOK(StackCharP, isOnTop('c'))
-CLUI_LOOK(StackStringP, isOnTop('s'))
-CLUI_LOOK(StackHandleP, isOnTop('h'))
-CLUI_LOOK(StackPairP, isOnTop('p'))
-CLUI_LOOK(StackNullP, isOnTop('n'))
+CLUI_VM(YWord, StackLongP, (), isOnTop('l'))
+CLUI_VM(YWord, StackSmallLongP, (), 0)
+CLUI_VM(YWord, StackDoubleP, (), isOnTop('d'))
+CLUI_VM(YWord, StackFloatP, (), 0)
+CLUI_VM(YWord, StackCharP, (), isOnTop('c'))
+CLUI_VM(YWord, StackStringP, (), isOnTop('s'))
+CLUI_VM(YWord, StackHandleP, (), isOnTop('h'))
+CLUI_VM(YWord, StackPairP, (), isOnTop('p'))
+CLUI_VM(YWord, StackNullP, (), isOnTop('n'))
 
-long ScmVMExternal::StackPopLong(YStatus& status) {
-  return popA('l', status)->number;
-}
-double ScmVMExternal::StackPopDouble(YStatus& status) {
-  return popA('d', status)->real;
-}
-long ScmVMExternal::StackPopChar(YStatus& status) {
-  return popA('c', status)->number;
-}
-const char* ScmVMExternal::StackPopString(YStatus& status) {
-  return keep(popA('s', status));
-}
-void* ScmVMExternal::StackPopHandle(YStatus& status) {
-  return reinterpret_cast<void*>(popA('h', status)->number);
-}
-void ScmVMExternal::StackPop(YStatus& status) {
-  pop(status);
-}
+CLUI_VM(long, StackPopLong, (YStatus & status), popA('l', status)->number)
+CLUI_VM(double, StackPopDouble, (YStatus & status), popA('d', status)->real)
+CLUI_VM(long, StackPopChar, (YStatus & status), popA('c', status)->number)
+CLUI_VM(const char*, StackPopString, (YStatus & status), keep(popA('s', status)))
+CLUI_VM(void*, StackPopHandle, (YStatus & status), pointerOf(popA('h', status)))
+CLUI_VM(void, StackPop, (YStatus & status), void(pop(status)))
 void ScmVMExternal::StackPopN(long n, YStatus& status) {
   for (; n > 0; --n) pop(status);
 }
 
-void ScmVMExternal::StackPushLong(long value) {
-  push({.kind = 'l', .number = value});
-}
-void ScmVMExternal::StackPushBoolean(YWord value) {
-  push({.kind = 'b', .number = value != 0});
-}
-void ScmVMExternal::StackPushString(const char* text) {
-  push({.kind = 's', .text = text});
-}
-void ScmVMExternal::StackPushNull() {
-  push({});
-}
-void ScmVMExternal::StackPushHandle(void* first, void*, void (*)(void*)) {
-  push({.kind = 'h', .number = reinterpret_cast<long>(first)});
-}
+CLUI_VM(void, StackPushLong, (long value), push({.kind = 'l', .number = value}))
+CLUI_VM(void, StackPushBoolean, (YWord value), push({.kind = 'b', .number = value != 0}))
+CLUI_VM(void, StackPushString, (const char* text), push({.kind = 's', .text = text}))
+CLUI_VM(void, StackPushNull, (), push({}))
+CLUI_VM(void, StackPushHandle, (void* first, void*, void (*)(void*)),
+        push({.kind = 'h', .number = reinterpret_cast<long>(first)}))
 
-void ScmVMExternal::StackDuplicate() {
-  TheMachine->stack.push_back(TheMachine->stack.back());
-}
-YWord ScmVMExternal::StackCar() {
-  return replaceTop(&Value::car);
-}
-YWord ScmVMExternal::StackCdr() {
-  return replaceTop(&Value::cdr);
-}
+CLUI_VM(void, StackDuplicate, (), TheMachine->stack.push_back(TheMachine->stack.back()))
+CLUI_VM(YWord, StackCar, (), replaceTop(&Value::car))
+CLUI_VM(YWord, StackCdr, (), replaceTop(&Value::cdr))
 void ScmVMExternal::StackCons() {
   YStatus status{1};
   const Ref upper = pop(status);
@@ -249,18 +220,16 @@ void ScmVMExternal::StackCons() {
   push({.kind = 'p', .car = deeper, .cdr = upper});
 }
 
-long ScmVMExternal::VMEAssertIsALong(YArgNum position, YStatus& status, long) {
-  return popA('l', status, position)->number;
-}
-const char* ScmVMExternal::VMEAssertIsAString(YArgNum position, YStatus& status, long) {
-  return keep(popA('s', status, position));
-}
-void* ScmVMExternal::VMEAssertIsAHandle(YArgNum position, YStatus& status, long) {
-  return reinterpret_cast<void*>(popA('h', status, position)->number);
-}
-YWord ScmVMExternal::VMEAssertIsABoolean(YArgNum position, YStatus& status, long) {
-  return popA('b', status, position)->number != 0 ? 1 : 0;
-}
+CLUI_VM(long, VMEAssertIsALong, (YArgNum at, YStatus& status, long), popA('l', status, at)->number)
+CLUI_VM(const char*, VMEAssertIsAString, (YArgNum at, YStatus& status, long),
+        keep(popA('s', status, at)))
+CLUI_VM(void*, VMEAssertIsAHandle, (YArgNum at, YStatus& status, long),
+        pointerOf(popA('h', status, at)))
+CLUI_VM(YWord, VMEAssertIsABoolean, (YArgNum at, YStatus& status, long),
+        popA('b', status, at)->number != 0 ? 1 : 0)
+CLUI_VM(void, VMESetErrorArgNum, (YArgNum at, YStatus&),
+        void(TheMachine->report = " @" + std::to_string(at)))
+CLUI_VM(void, VMESetErrorBadType, (YScmArgType, YStatus& status, long), YStatusClear(status))
 
 YWord ScmVMExternal::VMECheckArgCount(YWord given, YWord least, YWord most, YStatus& status) {
   if (given >= least && given <= most) return 1;
@@ -269,12 +238,6 @@ YWord ScmVMExternal::VMECheckArgCount(YWord given, YWord least, YWord most, YSta
 }
 void ScmVMExternal::VMESetWrongNumArgs(YWord, YWord, YWord, YStatus& status) {
   TheMachine->report = " @count";
-  YStatusClear(status);
-}
-void ScmVMExternal::VMESetErrorArgNum(YArgNum position, YStatus&) {
-  TheMachine->report = " @" + std::to_string(position);
-}
-void ScmVMExternal::VMESetErrorBadType(YScmArgType, YStatus& status, long) {
   YStatusClear(status);
 }
 

@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
+#include <map>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -19,6 +17,8 @@
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
+#include "tests/common/WorkingFolder.h"
+#include "tests/common/steps.h"
 #include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
 
@@ -47,17 +47,15 @@ struct Place {
   std::string drive;       // the text that leads there; keys, when it begins with "@"
   Kind kind;
   Around around = Plain;
-  void (*operate)(Desk& d) = nullptr;  // what the command "op" does
+  const char* operate = nullptr;  // the steps that the command "op" takes
 };
 
 void PrintTo(const Place& place, std::ostream* out) {
   *out << place.name;
 }
 
-struct Action {
-  const char* name;  // or the expressions to run
-  void (*take)(Desk& d) = nullptr;
-};
+// Steps of which each is a text for p, an operation of it, or expressions of scripts.
+using Action = const char*;
 
 YcluiSyntaxNode* Node(std::uint32_t id, const char* command = nullptr) {
   return new YcluiSyntaxNode(id, command);
@@ -127,14 +125,14 @@ class Desk {
   }
 
   // Goes to the place and does the two there. Whether it came there.
-  bool perform(const Action& first, const Action* second) {
-    first_ = &first;
+  bool perform(Action first, Action second) {
+    first_ = first;
     second_ = second;
     dive();
     return first_ == nullptr;
   }
 
-  void run(const char* expressions) {
+  void run(const std::string& expressions) {
     Machine->run(expressions);
     const long made = Machine->variables["k"]->number;
     if (made != binding_) bindings_.push_back(binding_ = made);
@@ -161,8 +159,8 @@ class Desk {
   const Place& place_;
   const int wanted_;
   const int way_;
-  const Action* first_ = nullptr;
-  const Action* second_ = nullptr;
+  Action first_ = nullptr;
+  Action second_ = nullptr;
   int level_ = 0;
   int events_ = 0;
   std::vector<long> bindings_;
@@ -254,25 +252,22 @@ class Desk {
   void command(const std::string& text) {
     event(Command, text);
     if (text == "go") dive();
-    if (text == "op" && place_.operate != nullptr) place_.operate(*this);
+    if (text == "op" && place_.operate != nullptr) takeSteps(place_.operate);
   }
 
   void event(Kind kind, std::string_view text = "") {
     if (++events_ == MostEvents) tellCase(), std::abort();  // it would never end
     if (first_ == nullptr || kind != place_.kind || level_ != wanted_) return;
     if (!text.ends_with(place_.event)) return;
-    take(*std::exchange(first_, nullptr));
-    if (second_ != nullptr) take(*second_);
+    take(std::exchange(first_, nullptr));
+    if (second_ != nullptr) take(second_);
   }
 
-  void take(const Action& action) {
-    if (action.take == nullptr) {
-      run(action.name);
-    } else if (isThere(p)) {
-      action.take(*this);
-    }
+  void take(Action action) {
+    if (*action == '(' || isThere(p)) takeSteps(action);
     if (isThere(p)) watch(*p);
   }
+  void takeSteps(Action action);
 
   // Whatever it was: the line is that of its tokens, and the parser does what it did.
   void expectOrder() {
@@ -304,10 +299,10 @@ const Place Places[] = {
     {"refused token", "d", "b d c ", Refuse},
     {"echo of token", "b", "a b c ", Echo},
     {"echo of open token", "1", "box: 1 ", Echo},
-    {"echo of reset", "", "op c ", Echo, Plain, [](Desk& d) { d.p->reset(); }},
-    {"echo of popFrame", "", "op c ", Echo, Plain, [](Desk& d) { d.p->popFrame(); }},
-    {"echo of popToken", "", "op c ", Echo, Plain, [](Desk& d) { d.p->popToken(); }},
-    {"echo of removeToken", "", "op c ", Echo, Plain, [](Desk& d) { d.p->removeToken(0); }},
+    {"echo of reset", "", "op c ", Echo, Plain, "^reset"},
+    {"echo of popFrame", "", "op c ", Echo, Plain, "^pop"},
+    {"echo of popToken", "", "op c ", Echo, Plain, "^untoken"},
+    {"echo of removeToken", "", "op c ", Echo, Plain, "^remove 0"},
     {"system's echo", "b", "a b c ", SysEcho},
     {"syntax", "b c", "a b c ", Syn},
     {"system's syntax", "b c", "a b c ", SysSyn},
@@ -315,11 +310,7 @@ const Place Places[] = {
     {"command of an alias", "C", "al al ", Command},
     {"command anywhere", "op", "b op c ", Command},
     {"error", "", "b box: 1,x ", Error},
-    {"gone", "", "op ", Gone, Plain,
-     [](Desk& d) {
-       YcluiParser::AddDeadBody(d.p);
-       YcluiParser::CleanupMortuary();
-     }},
+    {"gone", "", "op ", Gone, Plain, "^condemn & ^bury"},
     {"field", "b ", "a b c ", Show, WithField},
     {"echo format", "b ", "a b c ", Command, WithFormats},
     {"syntax format", "Sb c", "a b c ", Command, WithFormats},
@@ -327,39 +318,16 @@ const Place Places[] = {
     {"key action", "key", "@b c! ", Command, WithField},
 };
 
-const Action Actions[] = {
-    {"interpret", [](Desk& d) { d.p->interpret("b c a b "); }},
-    {"interpret what is refused", [](Desk& d) { d.p->interpret("d zz box: x\n${none} "); }},
-    {"interpret an alias", [](Desk& d) { d.p->interpret("al al "); }},
-    {"interpret what stays open", [](Desk& d) { d.p->interpret("box: 1 "); }},
-    {"interpret the rest", [](Desk& d) { d.p->interpret(", 2 ${v=1} "); }},
-    {"interpret of another",
-     [](Desk& d) {
-       if (d.isThere(d.q)) d.q->interpret("a al ");
-     }},
-    {"exhaust",
-     [](Desk& d) {
-       d.p->exhaust();
-       d.p->interpret(nullptr);
-     }},
-    {"pushToken a text", [](Desk& d) { d.p->pushToken("b c al "); }},
-    {"pushToken",
-     [](Desk& d) {
-       for (const char* word : {"c", "al", "none"}) {
-         YcluiToken token = d.p->makeToken(word);
-         d.p->pushToken(token);
-       }
-     }},
-    {"pushToken its own",
+// What no other test asks of a parser, and what is done to what stands around it.
+const std::map<std::string, void (*)(Desk& d)> Operations = {
+    {"again",
      [](Desk& d) {
        const YcluiToken* last = d.p->currentToken();
        if (last == nullptr) return;
        YcluiToken token(*last);
        d.p->pushToken(token);
      }},
-    {"pushDummyToken", [](Desk& d) { d.p->pushDummyToken("dummy"); }},
-    {"dropOpenToken", [](Desk& d) { d.p->dropOpenToken(); }},
-    {"look around",
+    {"look",
      [](Desk& d) {
        const YcluiParser& p = *d.p;
        YString_Array words;
@@ -375,169 +343,161 @@ const Action Actions[] = {
        EXPECT_EQ(p.playbackName() == nullptr, p.playbackLine() == 0);
        EXPECT_LE(p.tokenIsOpen() + p.isAliasRun() + p.isPlaybackRun() + p.isLogging(), 4U);
      }},
-    {"popToken", [](Desk& d) { d.p->popToken(); }},
-    {"removeToken",
-     [](Desk& d) {
-       d.p->removeToken(99);
-       d.p->removeToken(0);
-     }},
-    {"reset", [](Desk& d) { d.p->reset(); }},
-    {"setSyntaxGraph", [](Desk& d) { d.p->setSyntaxGraph(Syntax()); }},
-    {"setSyntaxGraph twice",
+    {"syntax", [](Desk& d) { d.p->setSyntaxGraph(Syntax()); }},
+    {"syntax-twice",
      [](Desk& d) {
        YcluiSyntaxGraph* graph = Syntax();
        d.p->setSyntaxGraph(graph);
        d.p->setSyntaxGraph(nullptr);
        d.p->setSyntaxGraph(graph);
      }},
-    {"addIndefiniteNode", [](Desk& d) { d.p->addIndefiniteNode(Node(7, "D")); }},
-    {"pushFrame", [](Desk& d) { d.p->pushFrame(); }},
-    {"popFrame", [](Desk& d) { d.p->popFrame(); }},
-    {"popFrame all",
+    {"pop-all",
      [](Desk& d) {
        while (d.p->nestingDepth() > 1) d.p->popFrame();
      }},
-    {"no callbacks",
-     [](Desk& d) {
-       d.p->setTokCallback(nullptr, nullptr);
-       d.p->setTokRefuseCallback(nullptr, nullptr);
-       d.p->setEchoProcedure(nullptr, nullptr);
-       d.p->setSynCallback(nullptr, nullptr);
-     }},
-    {"no callbacks of the system",
-     [](Desk& d) {
-       d.p->sysSetEchoProcedure(nullptr, nullptr);
-       d.p->sysSetSynCallback(nullptr, nullptr);
-       d.p->enableEcho(0);
-     }},
-    {"setAlias", [](Desk& d) { d.p->setAlias("al", "a d zz "); }},
-    {"unsetAlias", [](Desk& d) { d.p->unsetAlias("al"); }},
-    {"setVariable",
-     [](Desk& d) {
-       const YAttribValue value("b c ", 0);
-       d.p->setVariable("v", value);
-       d.p->setVariable("w", value, 300);
-       d.p->setVariable("w", 1, &value);
-     }},
-    {"startLogging", [](Desk& d) { d.p->startLogging("log", 0); }},
-    {"writeToLog",
-     [](Desk& d) {
-       d.p->nestStyle(YcluiLogNestComment);
-       d.p->writeToLog("text");
-     }},
-    {"shutLogging", [](Desk& d) { d.p->shutLogging(); }},
-    {"playbackFromLog", [](Desk& d) { d.p->playbackFromLog("play"); }},
-    {"pausePlayback", [](Desk& d) { d.p->pausePlayback(); }},
-    {"continuePlayback", [](Desk& d) { d.p->continuePlayback(); }},
-    {"AddDeadBody", [](Desk& d) { YcluiParser::AddDeadBody(d.p); }},
-    {"CleanupMortuary", [](Desk&) { YcluiParser::CleanupMortuary(); }},
-    {"die",
-     [](Desk& d) {
-       YcluiParser::AddDeadBody(d.p);
-       YcluiParser::AddDeadBody(d.p);
-       YcluiParser::CleanupMortuary();
-     }},
-    {"another dies",
-     [](Desk& d) {
-       if (d.isThere(d.q)) YcluiParser::AddDeadBody(d.q);
-       YcluiParser::CleanupMortuary();
-     }},
-    {"another mortuary",
+    {"another-mortuary",
      [](Desk&) {
        YcluiParser::DestroyMortuary();
        YcluiParser::CleanupMortuary();
        YcluiParser::CreateMortuary();
      }},
-    {"a new parser",
+    {"another-parser",
      [](Desk& d) {
        YcluiParser* parser = d.newParser();
        parser->interpret("a");
        YcluiParser::AddDeadBody(parser);
      }},
-    {"delKeyword",
-     [](Desk& d) {
-       for (const char* word : {"a", "b", "c", "box:", "op"}) d.p->lex()->delKeyword(word);
-     }},
-    {"addKeyword",
-     [](Desk& d) {
-       d.p->lex()->addKeyword(';', 0);
-       d.p->lex()->addKeyword("zz", nullptr, 1);
-     }},
-    {"putString", [](Desk& d) { d.p->lex()->putString(" a b "); }},
-    {"pushString", [](Desk& d) { d.p->lex()->pushString("a b "); }},
-    {"popString", [](Desk& d) { d.p->lex()->popString(); }},
-    {"getNextToken",
+    {"read",
      [](Desk& d) {
        YcluiToken token;
        d.p->lex()->setString("a b");
        d.p->lex()->getNextToken(token);
      }},
-    {"no binding",
+    {"no-binding",
      [](Desk& d) {
        if (d.field) d.field->endBinding();
      }},
-    {"no field", [](Desk& d) { d.field.reset(); }},
+    {"no-field", [](Desk& d) { d.field.reset(); }},
     {"type",
      [](Desk& d) {
        for (const char* key : {"a", " ", "b", "<", "!"}) d.type(key);
      }},
-    {"(clui-token p 'new' 'ne') (clui-token q 'new' 1 4) (clui-token p 8 #\\,)"},
-    {"(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C') (clui-anyof 4)))"
-     "(clui-set-syntax p g) (clui-set-syntax q g)"},
-    {"(clui-set-syntax p (clui-syntax (clui-priority 1 2) (clui-oneof 1 'A' (clui-syntax 2 3 'C'))"
-     "))"},
-    {"(clui-indefinite-syntax p 7 'D')"},
-    {"(clui-parser-delete q) (clui-eval p 'a ')"},
-    {"(clui-parser-delete p) (clui-eval q 'a')"},
-    {"(clui-reset p)"},
-    {"(clui-delete-last p)"},
-    {"(clui-eval p 'a ')"},
-    {"(clui-eval p 'op b al ')"},
-    {"(clui-push p)"},
-    {"(clui-pop p)"},
-    {"(define k (clui-attach-field p f))"},
-    {"(define k (clui-attach-field p f 'E%s' 'S%s'))"},
-    {"(define k (clui-attach-field 0 f))"},
-    {"(clui-put-dummy-token p 'dummy')"},
-    {"(clui-start-logging p 'log' #t)"},
-    {"(clui-shut-logging p)"},
-    {"(clui-playback-from-file p 'play')"},
-    {"(clui-set-alias p 'al' 'c b')"},
-    {"(clui-unset-alias p 'al')"},
-    {"(clui-set-variable p 'v' (list 1 'b' 2.5))"},
-    {"(clui-set-keystroke-action k #\\! 'key %s')"},
-    {"(clui-replace-current-word k 'b c ' #t)"},
-    {"(clui-refer-current-word k) (clui-replace-current-word k 'ab' #f)"},
-    {"(clui-depth p) (clui-find-possible-token p '') (clui-complete-token p 'b')"},
+};
+
+void Desk::takeSteps(Action action) {
+  for (const auto& [name, given] : StepsOf(action, '&')) {
+    const auto own = Operations.find(name);
+    if (given[0] == '(') {
+      run(given);
+    } else if (name.empty()) {
+      p->interpret(given.c_str());
+    } else if (own != Operations.end()) {
+      own->second(*this);
+    } else {
+      ParserOperations.at(name)(*p, given);
+    }
+  }
+}
+
+const Action Actions[] = {
+    "b c a b ",
+    "d zz box: x\n${none} ",
+    "al al ",
+    "box: 1 ",
+    ", 2 ${v=1} ",
+    "^exhaust & ^nothing",
+    "^inside b c al ",
+    "^token c & ^token al & ^token none",
+    "^again",
+    "^dummy dummy",
+    "^drop",
+    "^look",
+    "^untoken",
+    "^remove 99 & ^remove 0",
+    "^reset",
+    "^syntax",
+    "^syntax-twice",
+    "^push",
+    "^pop",
+    "^pop-all",
+    "^untok & ^unrefuse & ^unecho & ^unsyn",
+    "^unfield & ^unformat & ^mute",
+    "^log log",
+    "^nest 2 & ^write text",
+    "^shut",
+    "^play play",
+    "^pause",
+    "^continue",
+    "^condemn",
+    "^bury",
+    "^condemn & ^condemn & ^bury",
+    "(clui-parser-delete q) & ^bury",
+    "^another-mortuary",
+    "^another-parser",
+    "^unword a & ^unword b & ^unword c & ^unword box: & ^unword op",
+    "^put  a b ",
+    "^suspend a b ",
+    "^resume",
+    "^read",
+    "^no-binding",
+    "^no-field",
+    "^type",
+    "(clui-eval q 'a al ')",
+    "(clui-set-alias p 'al' 'a d zz ')",
+    "(clui-set-variable p 'v' 'b c ') (clui-set-variable p 'w' 'b c ' 300)",
+    "(clui-token p #\\;) (clui-token p 1 'zz')",
+    "(clui-token p 'new' 'ne') (clui-token q 'new' 1 4) (clui-token p 8 #\\,)",
+    "(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C') (clui-anyof 4))) (clui-set-syntax p g)"
+    "(clui-set-syntax q g)",
+    "(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C')))"
+    "(clui-set-syntax p (clui-syntax (clui-priority 1 2) g))",
+    "(clui-indefinite-syntax p 7 'D')",
+    "(clui-parser-delete q) (clui-eval p 'a ')",
+    "(clui-parser-delete p) (clui-eval q 'a')",
+    "(clui-reset p)",
+    "(clui-delete-last p)",
+    "(clui-eval p 'a ')",
+    "(clui-eval p 'op b al ')",
+    "(clui-push p)",
+    "(clui-pop p)",
+    "(define k (clui-attach-field p f))",
+    "(define k (clui-attach-field p f 'E%s' 'S%s'))",
+    "(define k (clui-attach-field 0 f))",
+    "(clui-put-dummy-token p 'dummy')",
+    "(clui-start-logging p 'log' #t)",
+    "(clui-shut-logging p)",
+    "(clui-playback-from-file p 'play')",
+    "(clui-set-alias p 'al' 'c b')",
+    "(clui-unset-alias p 'al')",
+    "(clui-set-variable p 'v' (list 1 'b' 2.5))",
+    "(clui-set-keystroke-action k #\\! 'key %s')",
+    "(clui-replace-current-word k 'b c ' #t)",
+    "(clui-refer-current-word k) (clui-replace-current-word k 'ab' #f)",
+    "(clui-depth p) (clui-find-possible-token p '') (clui-complete-token p 'b')",
 };
 
 class EverythingFrom : public testing::TestWithParam<Place> {
  protected:
   static void SetUpTestSuite() {
-    Folder = testing::TempDir() + "yclui_XXXXXX";
-    ASSERT_NE(mkdtemp(Folder.data()), nullptr);
-    Before = std::filesystem::current_path();
-    std::filesystem::current_path(Folder);
-    std::ofstream("play") << "a\nb op c\nbox: 1\n, 2 al\n";
-    std::ofstream("deeper") << "go \n";
+    Folder = std::make_unique<WorkingFolder>();
+    WriteFile("play", "a\nb op c\nbox: 1\n, 2 al\n");
+    WriteFile("deeper", "go \n");
     CluiLibInitialize();
     if (__sanitizer_set_death_callback != nullptr) __sanitizer_set_death_callback(tellCase);
   }
   static void TearDownTestSuite() {
     CluiLibCleanup();
-    std::filesystem::current_path(Before);
-    std::filesystem::remove_all(Folder);
+    Folder.reset();
     std::cout << Combinations << " combinations\n";
   }
   void SetUp() override {
     TheMachine = Machine = &machine_;
-    std::ofstream("drive") << GetParam().drive << '\n';
+    WriteFile("drive", GetParam().drive + '\n');
   }
 
-  void perform(const Action& first, const Action* second, int level, int way) {
+  void perform(Action first, Action second, int level, int way) {
     Case = std::string(GetParam().name) + ", level " + std::to_string(level) + ", way " +
-           std::to_string(way) + ": " + first.name + "; ";
-    if (second != nullptr) Case += second->name;
+           std::to_string(way) + ": " + first + "; " + (second == nullptr ? "" : second);
     Desk desk(GetParam(), level, way);
     ASSERT_TRUE(desk.perform(first, second)) << "never came there";
     ++Combinations;
@@ -545,19 +505,17 @@ class EverythingFrom : public testing::TestWithParam<Place> {
 
  private:
   ScriptMachine machine_;
-  static std::string Folder;
-  static std::filesystem::path Before;
+  static std::unique_ptr<WorkingFolder> Folder;
 };
-std::string EverythingFrom::Folder;
-std::filesystem::path EverythingFrom::Before;
+std::unique_ptr<WorkingFolder> EverythingFrom::Folder;
 
 TEST_P(EverythingFrom, AtEachLevel) {
   for (int level = 1; level <= Levels; ++level) {
     int way = 0;
-    for (const Action& first : Actions) {
+    for (const Action first : Actions) {
       perform(first, nullptr, level, ++way % Ways);
-      for (const Action& second : Actions) {
-        perform(first, &second, level, ++way % Ways);
+      for (const Action second : Actions) {
+        perform(first, second, level, ++way % Ways);
         ASSERT_FALSE(HasFailure()) << Case;
       }
     }
