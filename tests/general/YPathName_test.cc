@@ -1,30 +1,24 @@
 #include "platform/general/YPathName.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <clocale>
 #include <filesystem>
-#include <fstream>
 #include <string>
+
+#include "tests/common/WorkingFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of its own as the working folder, with files and links; names are UTF-8.
+// A working folder with files and links; names are UTF-8.
 class YPathNameTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_NE(std::setlocale(LC_CTYPE, "C.utf8"), nullptr);
-    char name[] = "/tmp/pathname-XXXXXX";
-    ASSERT_NE(mkdtemp(name), nullptr);
-    top_ = fs::canonical(name);
-    old_ = fs::current_path();
-    fs::current_path(top_);
-    for (const char* folder : {"dir", "dir/sub", "\u8868", "\u00E9"}) fs::create_directory(folder);
-    std::ofstream("dir/file") << "x";
+    for (const char* name : {"dir", "dir/sub", "\u8868", "\u00E9"}) fs::create_directory(name);
+    WriteFile("dir/file", "x");
     fs::create_symlink("dir/sub", "link");
     fs::create_symlink("dir/file", "filelink");
     fs::create_symlink("../link/new", "dir/tonew");
@@ -32,11 +26,7 @@ class YPathNameTest : public testing::Test {
     fs::create_symlink("loop", "loop");
     fs::create_symlink("\u00E9", "accent");
   }
-  void TearDown() override {
-    fs::current_path(old_);
-    fs::remove_all(top_);
-    std::setlocale(LC_CTYPE, "C");
-  }
+  void TearDown() override { std::setlocale(LC_CTYPE, "C"); }
 
   // The full and tidied form of a path, with the top folder written as "@" on both ways.
   std::string packed(std::string path) const {
@@ -49,8 +39,8 @@ class YPathNameTest : public testing::Test {
     return text;
   }
 
-  std::string top_;
-  fs::path old_;
+  WorkingFolder folder_;
+  std::string top_ = folder_.path;
 };
 
 TEST_F(YPathNameTest, OneNameForEverySpelling) {

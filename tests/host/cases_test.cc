@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
-namespace {
+#include "tests/common/WorkingFolder.h"
 
-namespace fs = std::filesystem;
+namespace {
 
 struct Case {
   std::string name;
@@ -51,45 +47,22 @@ std::vector<Case> ReadCases() {
   return rows;
 }
 
-std::string TextOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-class Program : public testing::TestWithParam<Case> {
- protected:
-  fs::path folder_;
-
-  void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "clui-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    fs::copy(CASES "/tiny.scm", folder_);
-  }
-  void TearDown() override {
-    // The folder of the next run must not trip over one that a row has made unreadable.
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-  }
-  void put(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / name, std::ios::binary) << text;
-  }
-};
+class Program : public testing::TestWithParam<Case> {};
 
 TEST_P(Program, DoesAsItsRowSays) {
   const Case& row = GetParam();
-  for (const auto& [name, text] : row.files) put(name, text);
-  put("in", row.input);
+  const WorkingFolder folder;
+  std::filesystem::copy(CASES "/tiny.scm", folder.path);
+  for (const auto& [name, text] : row.files) WriteFile(name, text);
+  WriteFile("in", row.input);
   // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
   const std::string shell =
       "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0 "
-      "examples='" EXAMPLES "' faults='" FAULTS "'; cd '" +
-      folder_.string() + "' && clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " + row.shell +
-      "; } <in >out 2>errors";
+      "examples='" EXAMPLES "' faults='" FAULTS "'; clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " +
+      row.shell + "; } <in >out 2>errors";
   const int result = std::system(shell.c_str());
-  EXPECT_EQ(TextOf(folder_ / "out"), row.output);
-  EXPECT_EQ(TextOf(folder_ / "errors"), row.errors);
+  EXPECT_EQ(ReadFile("out"), row.output);
+  EXPECT_EQ(ReadFile("errors"), row.errors);
   EXPECT_EQ(WIFEXITED(result) ? WEXITSTATUS(result) : -1, row.status);
 }
 

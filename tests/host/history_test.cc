@@ -8,14 +8,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "host/terminal/CluiHistory.h"
 #include "host/terminal/CluiListing.h"
 #include "parser/YcluiParser.h"
 #include "syntax/YcluiSyntaxGraph.h"
+#include "tests/common/WorkingFolder.h"
 
 namespace {
 
@@ -24,24 +23,13 @@ using Lines = std::vector<std::string>;
 
 class History : public testing::Test {
  protected:
-  fs::path folder_;
-  std::string file_;
+  WorkingFolder folder_;
+  std::string file_ = folder_.path + "/state/clui/a.history";
 
-  void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "clui-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    file_ = (folder_ / "state" / "clui" / "a.history").string();
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
-  std::string text() const {
-    std::ostringstream all;
-    all << std::ifstream(file_, std::ios::binary).rdbuf();
-    return all.str();
-  }
+  std::string text() const { return ReadFile(file_); }
   void put(const std::string& text) const {
     fs::create_directories(fs::path(file_).parent_path());
-    std::ofstream(file_, std::ios::binary) << text;
+    WriteFile(file_, text);
   }
   // What a new run finds, newest first.
   Lines loaded(std::size_t maximum = 1000) const {

@@ -3,20 +3,18 @@
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "tests/common/WorkingFolder.h"
+
 namespace {
 
-namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 constexpr std::chrono::seconds Patience(20);
@@ -77,7 +75,7 @@ std::string Quoted(const std::string& text) {
 // What a command prints.
 std::string OutputOf(const std::string& command) {
   std::string output;
-  FILE* pipe = popen(command.c_str(), "r");
+  FILE* pipe = popen(("{ " + command + "\n} 2>&1").c_str(), "r");
   char piece[4096];
   for (std::size_t n = 0; (n = std::fread(piece, 1, sizeof piece, pipe)) > 0;) {
     output.append(piece, n);
@@ -108,36 +106,24 @@ std::string Joined(const Lines& lines) {
 
 class Terminal : public testing::TestWithParam<Session> {
  protected:
-  fs::path folder_;
+  WorkingFolder folder_;
 
   void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "clui-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    fs::copy(EXAMPLES "/" + GetParam().language, folder_);
+    std::filesystem::copy(EXAMPLES "/" + GetParam().language, folder_.path);
     // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
-    put("run",
+    WriteFile(
+        "run",
         "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0:replace_intrin=0\n"
         "export HOME=$PWD XDG_STATE_HOME=$PWD/state LC_ALL=C.UTF-8 PS1='$ ' PS2= HISTFILE=\n"
         "unset PROMPT_COMMAND NO_COLOR\n"
         "mkdir -p bin && ln -sf " CLUI_PROGRAM " bin/clui && PATH=$PWD/bin:$PATH\n" +
             GetParam().shell + "\nexec sleep 1000\n");
   }
-  void TearDown() override {
-    tmux("kill-server");
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-  }
+  void TearDown() override { tmux("kill-server"); }
 
-  void put(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / name, std::ios::binary) << text;
-  }
-  std::string inFolder(const std::string& command) const {
-    return "cd " + Quoted(folder_.string()) + " && { " + command + "\n} 2>&1";
-  }
   // tmux reads what is typed as UTF-8 whatever the locale of the tests is.
   std::string tmux(const std::string& words) const {
-    return OutputOf(
-        inFolder("env -u TMUX LC_ALL=C.UTF-8 " TMUX " -u -S socket -f /dev/null " + words));
+    return OutputOf("env -u TMUX LC_ALL=C.UTF-8 " TMUX " -u -S socket -f /dev/null " + words);
   }
   void start() {
     tmux("new-session -d -x 80 -y 24 'bash run'");
@@ -170,7 +156,7 @@ class Terminal : public testing::TestWithParam<Session> {
   void paste(const Lines& lines) {
     std::string text = Joined(lines);
     text.pop_back();
-    put("pasted", text);
+    WriteFile("pasted", text);
     tmux("load-buffer pasted ';' paste-buffer -p");
   }
   // tmux tells the program a moment after it has changed the screen.
@@ -194,7 +180,7 @@ class Terminal : public testing::TestWithParam<Session> {
       case '%':
         return resize(line);
       case '!':
-        OutputOf(inFolder(line));
+        OutputOf(line);
         return;
       case '@':
         return expect([&] { return tmux("display -p '#{cursor_x}'"); }, line + "\n");
