@@ -1,9 +1,6 @@
 // Types into clui in a real terminal, that of tmux, and looks at the screen. The head of
 // drafting.txt tells the form of the rows.
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -11,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/common/Rows.h"
 #include "tests/common/WorkingFolder.h"
 
 namespace {
@@ -26,44 +24,15 @@ struct Step {
   Lines lines;
 };
 
-struct Session {
-  std::string name;
-  std::string language;
-  std::string shell;
+// Lines of the screen, and what is pasted, belong together.
+std::vector<Step> StepsOf(const Row& row) {
   std::vector<Step> steps;
-};
-
-// Rows are also printed by gtest when they fail.
-void PrintTo(const Session& session, std::ostream* out) {
-  *out << session.language << ", " << session.name;
-}
-
-void ReadSessions(const std::string& language, std::vector<Session>& sessions) {
-  std::ifstream file(SESSIONS "/" + language + ".txt");
-  bool isHead = true;
-  for (std::string line; std::getline(file, line);) {
-    const std::string rest = line.size() > 2 ? line.substr(2) : "";
-    if (line.starts_with("==")) {
-      sessions.push_back({rest.substr(1), language, "clui " + language + ".scm", {}});
-      isHead = false;
-    }
-    if (isHead || line.empty() || line[0] == '=') continue;
-    Session& session = sessions.back();
-    if (line[0] == '$') {
-      session.shell = rest;
-      continue;
-    }
-    const bool goesOn = !session.steps.empty() && session.steps.back().mark == line[0] &&
-                        (line[0] == '|' || line[0] == '"');
-    if (!goesOn) session.steps.push_back({line[0], {}});
-    session.steps.back().lines.push_back(rest);
+  for (const auto& [mark, line] : row.lines) {
+    const bool goesOn = (mark == '|' || mark == '"') && !steps.empty() && steps.back().mark == mark;
+    if (!goesOn) steps.push_back({mark, {}});
+    steps.back().lines.push_back(line);
   }
-}
-
-std::vector<Session> AllSessions() {
-  std::vector<Session> sessions;
-  for (const char* language : {"drafting", "router"}) ReadSessions(language, sessions);
-  return sessions;
+  return steps;
 }
 
 std::string Quoted(const std::string& text) {
@@ -104,12 +73,14 @@ std::string Joined(const Lines& lines) {
   return text;
 }
 
-class Terminal : public testing::TestWithParam<Session> {
+class Terminal : public testing::TestWithParam<Row> {
  protected:
   WorkingFolder folder_;
 
   void SetUp() override {
-    std::filesystem::copy(EXAMPLES "/" + GetParam().language, folder_.path);
+    const std::string& language = GetParam().table;
+    const auto& [mark, line] = GetParam().lines.front();
+    std::filesystem::copy(EXAMPLES "/" + language, folder_.path);
     // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
     WriteFile(
         "run",
@@ -117,7 +88,7 @@ class Terminal : public testing::TestWithParam<Session> {
         "export HOME=$PWD XDG_STATE_HOME=$PWD/state LC_ALL=C.UTF-8 PS1='$ ' PS2= HISTFILE=\n"
         "unset PROMPT_COMMAND NO_COLOR\n"
         "mkdir -p bin && ln -sf " CLUI_PROGRAM " bin/clui && PATH=$PWD/bin:$PATH\n" +
-            GetParam().shell + "\nexec sleep 1000\n");
+            (mark == '$' ? line : "clui " + language + ".scm") + "\nexec sleep 1000\n");
   }
   void TearDown() override { tmux("kill-server"); }
 
@@ -169,6 +140,8 @@ class Terminal : public testing::TestWithParam<Session> {
   void take(const Step& step) {
     const std::string& line = step.lines.front();
     switch (step.mark) {
+      case '$':
+        return;
       case '<':
         tmux("send-keys -l -- " + Quoted(line));
         return;
@@ -195,19 +168,14 @@ class Terminal : public testing::TestWithParam<Session> {
 
 TEST_P(Terminal, ShowsWhatItsRowSays) {
   start();
-  for (const Step& step : GetParam().steps) {
+  for (const Step& step : StepsOf(GetParam())) {
     take(step);
     if (HasFatalFailure()) return;
   }
 }
 
-std::string NameOf(const testing::TestParamInfo<Session>& info) {
-  std::string name = info.param.language + "_";
-  for (const char c : info.param.name)
-    name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Sessions, Terminal, testing::ValuesIn(AllSessions()), NameOf);
+INSTANTIATE_TEST_SUITE_P(
+    Sessions, Terminal,
+    testing::ValuesIn(RowsOf({SESSIONS "/drafting.txt", SESSIONS "/router.txt"})), NameOfRow);
 
 }  // namespace
