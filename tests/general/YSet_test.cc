@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "platform/general/YDictionary.h"
@@ -117,34 +118,31 @@ TEST(YSet, HoldsPlainPointersByIdentity) {
   for (const int i : items) EXPECT_EQ(i, 1);
 }
 
-std::vector<char> ItemsOf(const YLinkList& list) {
-  std::vector<char> items;
-  for (YLinkListIterator i(list); i.ring != nullptr; ++i) {
-    items.push_back(*static_cast<char*>(i.current()));
-  }
+std::string ItemsOf(const YLinkList& list) {
+  std::string items;
+  for (YLinkListIterator i(list); i.ring != nullptr; ++i) items += *static_cast<char*>(i.current());
   return items;
 }
 
 TEST(YLinkList, KeepsTheOrderThroughEverything) {
-  char a = 'a';
-  char b = 'b';
-  char c = 'c';
-  char other = 'x';
+  char letters[] = "abcx";
+  char* a = letters;
+  char* c = letters + 2;
   YLinkList list;
   EXPECT_EQ(list.first(), nullptr);
-  for (char* item : {&a, &b, &a, &c}) EXPECT_EQ(list.append(item), item);
-  EXPECT_EQ(list.detach(&other), nullptr);
-  EXPECT_EQ(list.detach(&a), &a);
-  EXPECT_EQ(ItemsOf(list), (std::vector<char>{'b', 'a', 'c'}));
+  for (char* item : {a, letters + 1, a, c}) EXPECT_EQ(list.append(item), item);
+  EXPECT_EQ(list.detach(letters + 3), nullptr);
+  EXPECT_EQ(list.detach(a), a);
+  EXPECT_EQ(ItemsOf(list), "bac");
   YLinkList target;
-  target.append(&a);
+  target.append(a);
   while (list.first() != nullptr) target.attach(list.detach(list.first()));
-  EXPECT_EQ(ItemsOf(target), (std::vector<char>{'a', 'b', 'a', 'c'}));
+  EXPECT_EQ(ItemsOf(target), "abac");
   EXPECT_EQ(list.last(), nullptr);
-  EXPECT_EQ(target.detach(&c), &c);
-  EXPECT_EQ(target.last()->item(), &a);
-  list.append(&c);
-  EXPECT_EQ(ItemsOf(list), (std::vector<char>{'c'}));
+  EXPECT_EQ(target.detach(c), c);
+  EXPECT_EQ(target.last()->item(), a);
+  list.append(c);
+  EXPECT_EQ(ItemsOf(list), "c");
 }
 
 TEST(YtString, HashesAndFolds) {

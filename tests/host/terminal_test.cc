@@ -9,6 +9,7 @@
 #include "host/CluiWidth.h"
 #include "host/terminal/CluiKeys.h"
 #include "host/terminal/CluiScreen.h"
+#include "tests/host/OpenEncoding.h"
 
 namespace {
 
@@ -74,9 +75,7 @@ TEST(Keys, ComeOutOfBytes) {
   const CluiCapabilities capabilities = Capabilities();
   for (const KeyRow& row : KeyRows) {
     SCOPED_TRACE(row.keys);
-    CluiEncoding encoding;
-    std::string error;
-    ASSERT_TRUE(encoding.open(row.encoding, error));
+    OpenEncoding encoding(row.encoding);
     CluiKeys whole(capabilities, encoding, '\x7F');
     std::string shown = KeysOf(whole, row.bytes);
     whole.settle();
@@ -96,9 +95,7 @@ TEST(Keys, ComeOutOfBytes) {
 
 TEST(Keys, WaitOnlyWhereMoreMayCome) {
   const CluiCapabilities capabilities = Capabilities();
-  CluiEncoding encoding;
-  std::string error;
-  ASSERT_TRUE(encoding.open("UTF-8", error));
+  OpenEncoding encoding;
   CluiKeys keys(capabilities, encoding, '\x7F');
   EXPECT_EQ(KeysOf(keys, "a\x1B"), "ta ");
   EXPECT_TRUE(keys.waits());
@@ -178,10 +175,7 @@ class Emulator {
 };
 
 std::wstring Wide(const std::string& bytes) {
-  CluiEncoding encoding;
-  std::string error;
-  encoding.open("UTF-8", error);
-  return encoding.fromUser(bytes);
+  return OpenEncoding().fromUser(bytes);
 }
 
 // After whatever has happened, the last rows are those of a terminal into which only the prompt and
@@ -196,9 +190,7 @@ TEST(Screen, ShowsTheLineWhateverHappens) {
     capabilities.width = static_cast<int>(width);
     capabilities.height = static_cast<int>(height);
     if (any(2) == 0) capabilities.colour = capabilities.plain = "\x1B[m";
-    CluiEncoding encoding;
-    std::string error;
-    ASSERT_TRUE(encoding.open("UTF-8", error));
+    OpenEncoding encoding;
     CluiScreen screen(capabilities, encoding);
     Emulator terminal(width, height);
     std::wstring line;
@@ -249,20 +241,6 @@ TEST(Screen, ShowsTheLineWhateverHappens) {
   }
 }
 
-TEST(Screen, AppendsWithoutDrawingAgain) {
-  const CluiCapabilities capabilities = Capabilities();
-  CluiEncoding encoding;
-  std::string error;
-  ASSERT_TRUE(encoding.open("UTF-8", error));
-  CluiScreen screen(capabilities, encoding);
-  screen.show(L"> ", L"abc");
-  screen.takeOutput();
-  screen.show(L"> ", L"abcd");
-  EXPECT_EQ(screen.takeOutput(), "d");
-  screen.show(L"> ", L"abcd\x1B");
-  EXPECT_EQ(screen.takeOutput(), "?");
-}
-
 // What is printed is broken where it may be read on, and none of it is lost.
 TEST(Screen, PrintsLinesThatFit) {
   const struct {
@@ -283,9 +261,7 @@ TEST(Screen, PrintsLinesThatFit) {
   CluiCapabilities capabilities = Capabilities();
   capabilities.wraps = false;
   capabilities.width = 10;
-  CluiEncoding encoding;
-  std::string error;
-  ASSERT_TRUE(encoding.open("UTF-8", error));
+  OpenEncoding encoding;
   for (const auto& row : rows) {
     CluiScreen screen(capabilities, encoding);
     screen.print(row.text);
@@ -293,24 +269,23 @@ TEST(Screen, PrintsLinesThatFit) {
   }
 }
 
-// Without any capability a change is drawn over the row, or in a row of its own.
-TEST(Screen, DoesWithoutCapabilities) {
+// What has not changed is not drawn again. Without any capability a change is drawn over the row,
+// or in a row of its own.
+TEST(Screen, DrawsNoMoreThanItMust) {
   CluiCapabilities none;
   none.width = 10;
-  CluiEncoding encoding;
-  std::string error;
-  ASSERT_TRUE(encoding.open("UTF-8", error));
+  OpenEncoding encoding;
   const struct {
+    CluiCapabilities to;
     const wchar_t *before, *after;
     const char* output;
   } rows[] = {
-      {L"abc", L"ab", "\r> ab \r> ab"},
-      {L"abc", L"axyz", "\r> axyz"},
-      {L"abcdefghijk", L"abc", "\r\n> abc"},
-      {L"abc", L"abc", ""},
+      {Capabilities(), L"abc", L"abcd", "d"},      {Capabilities(), L"abcd", L"abcd\x1B", "?"},
+      {none, L"abc", L"ab", "\r> ab \r> ab"},      {none, L"abc", L"axyz", "\r> axyz"},
+      {none, L"abcdefghijk", L"abc", "\r\n> abc"}, {none, L"abc", L"abc", ""},
   };
   for (const auto& row : rows) {
-    CluiScreen screen(none, encoding);
+    CluiScreen screen(row.to, encoding);
     screen.show(L"> ", row.before);
     screen.takeOutput();
     screen.show(L"> ", row.after);

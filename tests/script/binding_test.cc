@@ -100,40 +100,37 @@ class Binding : public testing::Test {
   }
 };
 
-TEST_F(Binding, AShortRun) {
+TEST_F(Binding, ADeletedParserIsNotFed) {
   attach();
-  EXPECT_EQ("1|a 1|ab 1|a 0a | 0a | 0a |", type("ab< < "));
-  EXPECT_EQ("1a |b 0|", type("b ")) << "the command is complete";
-  EXPECT_EQ("[B]", executed());
-  EXPECT_EQ("1|x 0|", type("x ")) << "a refused word leaves the line";
-  EXPECT_EQ("1|# 0# |", type("# ")) << "nobody echoes a comment";
   auto* other = new YcluiParser;
   other->sysSetGoneProcedure([](void*) { TheMachine->executed.emplace_back("gone"); }, nullptr);
   YcluiParser::AddDeadBody(other);
   YcluiParser::AddDeadBody(parser);
-  EXPECT_EQ("1# |c 0# c |", type("c ")) << "a deleted parser is not fed";
+  EXPECT_EQ("1|c 0c |", type("c "));
   EXPECT_EQ("[gone]", executed());
 }
 
 TEST_F(Binding, KeyByKey) {
   const Rows rows = {
-      {" x ", "0| 1|x 0x |"},
-      {"\"a b\" ", "1|\" 1|\"a 1|\"a  1|\"a b 1|\"a b\" 0\"a b\" |"},
-      {"\\\"<x ", "1|\\ 1|\\\" 1|\\ 1|\\x 0\\x |"},
-      {"x \\\"< ", "1|x 0x | 1x |\\ 1x |\\\" 1x |\\ 0x \\ |"},
-      {"\"<x ", "1|\" 1| 1|x 0x |"},
+      {"ab< < ", "1|a 1|ab 1|a 0a | 0a | 0a |"},
+      {"a b ", "1|a 0a | 1a |b 0|"},  // the command is complete
+      {"x # ", "1|x 0| 1|# 0# |"},    // a refused word leaves the line, nobody echoes a comment
+      {"\"say b\" ", "1|\" 1|\"s 1|\"sa 1|\"say 1|\"say  1|\"say b 1|\"say b\" 0|"},
+      {"\\\"<c ", "1|\\ 1|\\\" 1|\\ 1|\\c 0|"},
+      {"\"<c ", "1|\" 1| 1|c 0|"},
       {"\"\"< ", "1|\" 1|\"\" 1|\" 1|\" "},
       {"\x83\\\" ", "1|\x83\\ 1|\x83\\\" 1|\x83\\\" "},
       {"\x83\x83\x41<<<", "1|\x83\x83 1|\x83\x83\x41 1|\x83\x83 1| 0|"},
       {"\t\n\x7f", "1| 1| 1|"},
   };
-  endParser();
   for (const auto& row : rows) {
     field = std::make_unique<TestField>();
+    parser->reset();
     attach();
     EXPECT_EQ(row[1], type(row[0])) << row[0];
     delete binding;
   }
+  EXPECT_EQ("[B][C][C]", executed());
 }
 
 TEST_F(Binding, KeyActions) {
