@@ -90,16 +90,6 @@ TEST(YArray, SortsAndFinds) {
   EXPECT_EQ(YArrayBinFind(&a.at(1), a(), 7, sizeof(int), CompareInts, 1), 3);
 }
 
-TEST(YArray, CopiesLiveElementsIntoItsOwnSlots) {
-  YString_Array a;
-  YString_Array b;
-  a[1] = "b";
-  b[7] = "kept";
-  b = a;
-  a[1] = "changed";
-  EXPECT_TRUE(b.size() == 2 && b[1] == "b" && b.data[7] == "kept");
-}
-
 TEST(YStack, KeepsItsSlots) {
   Open<YString> s;
   s.push("a long text");

@@ -15,6 +15,7 @@
 #include "parser/YcluiParser.h"
 #include "syntax/YcluiSyntaxGraph.h"
 #include "tests/common/WorkingFolder.h"
+#include "tests/common/words.h"
 #include "tests/host/OpenEncoding.h"
 
 namespace {
@@ -164,12 +165,9 @@ TEST(Listing, FillsColumnsDownwards) {
 TEST(Listing, NamesWordsOrTheTypeOfAnArgument) {
   YcluiParser parser;
   YcluiLex& lex = *parser.lex();
-  const YcluiValueType types[] = {YcluiValueInteger, YcluiValuePoint, YcluiValueString};
-  const std::uint32_t ids[] = {lex.addKeyword("move:", 3, types, 0),
-                               lex.addKeyword("moth", "mo", 0), lex.addKeyword(';', 0),
-                               lex.addKeyword("\x83\x61", nullptr, 0)};
+  Declare(lex, "move:/ips moth=mo ; \x83\x61", 1);
   auto* graph = new YcluiSyntaxGraph;
-  for (const std::uint32_t id : ids) graph->insertOr(new YcluiSyntaxNode(id));
+  for (std::uint32_t id = 1; id <= 4; ++id) graph->insertOr(new YcluiSyntaxNode(id));
   parser.setSyntaxGraph(graph);
   const struct {
     const char *fed, *typed;

@@ -1,6 +1,7 @@
 #include "tests/lex/lex_reader.h"
 
 #include "foundation/YErr.h"
+#include "tests/common/words.h"
 
 namespace {
 
@@ -32,21 +33,7 @@ std::string Shown(const YAttribValue& value) {
 }
 
 LexReader::LexReader() {
-  const YcluiValueType mixed[] = {YcluiValueInteger, YcluiValueString, YcluiValuePoint,
-                                  YcluiValueFloat};
-  const YcluiValueType integers[] = {YcluiValueInteger, YcluiValueInteger};
-  const YcluiValueType none = static_cast<YcluiValueType>(9);
-  lex.addKeyword("now", nullptr, 0);
-  lex.addKeyword("Delete", "DEL", 0);
-  lex.addKeyword("line:", 2, integers, 0);
-  lex.addKeyword("name", 1, &mixed[1], 0);
-  lex.addKeyword("scale", 1, &mixed[3], 0);
-  lex.addKeyword("at", 1, &mixed[2], 0);
-  lex.addKeyword("odd", 1, &none, 0);
-  lex.addKeyword("mix", 4, mixed, 0);
-  lex.addKeyword(';', 0);
-  lex.addAlias("go", "now ;");
-  lex.addAlias("Nothing", "");
+  Declare(lex, "now Delete=DEL line:/ii name/s scale/f at/p odd/? mix/ispf ; go->now_; Nothing->");
 }
 
 std::string LexReader::read(const std::string& text) {

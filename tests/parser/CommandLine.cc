@@ -1,8 +1,5 @@
 #include "tests/parser/CommandLine.h"
 
-#include <algorithm>
-#include <cstring>
-#include <regex>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -10,78 +7,13 @@
 #include "gtest/gtest.h"
 #include "tests/common/allocations.h"
 #include "tests/common/steps.h"
+#include "tests/common/syntax.h"
+#include "tests/common/words.h"
 
 namespace {
 
 // Tests run side by side. It goes with the process.
 const WorkingFolder Folder;
-
-// Reads the notation of setSyntax, from the back, as fragments are built.
-class SyntaxReader {
- public:
-  SyntaxReader(CommandLine& line, const std::string& text) : line_(line) {
-    static const std::regex part(R"([{][^}]*[}]|[()|*]|[^ {()|*]+)");
-    const std::sregex_iterator end;
-    for (std::sregex_iterator i(text.begin(), text.end(), part); i != end; ++i) {
-      parts_.push_back(i->str());
-    }
-  }
-
-  // One level of parentheses.
-  YcluiSyntaxGraph* read() {
-    std::vector<YcluiSyntaxGraph*> alternatives = {sequence()};
-    while (!parts_.empty() && parts_.back() == "|") {
-      parts_.pop_back();
-      alternatives.push_back(sequence());
-    }
-    if (!parts_.empty()) parts_.pop_back();  // the parenthesis
-    if (alternatives.size() == 1) return alternatives[0];
-    auto* all = new YcluiSyntaxGraph;
-    for (YcluiSyntaxGraph* one : alternatives) {
-      all->insertOr(one);
-      delete one;
-    }
-    return all;
-  }
-
- private:
-  CommandLine& line_;
-  std::vector<std::string> parts_;
-
-  YcluiSyntaxGraph* sequence() {
-    auto* graph = new YcluiSyntaxGraph;
-    std::string command;
-    std::string priorities;
-    while (!parts_.empty() && parts_.back() != "|" && parts_.back() != "(") {
-      const std::string part = parts_.back();
-      parts_.pop_back();
-      if (part[0] == '{') {
-        command = part.substr(1, part.size() - 2);
-      } else if (part == ")" || part == "*") {
-        if (part == "*") parts_.pop_back();
-        YcluiSyntaxGraph* inner = read();
-        if (part == "*") inner->makeClosure();
-        graph->insertAnd(inner);
-        delete inner;
-      } else {
-        graph->insertAnd(wordNode(part, command));
-        command.clear();
-      }
-    }
-    return graph;
-  }
-
-  YcluiSyntaxNode* wordNode(const std::string& part, const std::string& command) {
-    const std::size_t mark = part.find('^');
-    YcluiSyntaxNode* made =
-        line_.node(part.substr(0, mark), command.empty() ? nullptr : command.c_str());
-    if (mark == std::string::npos) return made;
-    made->priority = static_cast<std::uint8_t>(std::stoi(part.substr(mark + 1)));
-    made->interruptLimit =
-        static_cast<std::uint8_t>(std::stoi(part.substr(part.find(',', mark) + 1)));
-    return made;
-  }
-};
 
 using Operation = YWord (*)(CommandLine& line, const std::string& given);
 
@@ -98,11 +30,6 @@ const std::map<std::string, Operation> Operations = {
      }},
 };
 
-YcluiValueType TypeOf(char letter) {
-  const char letters[] = "?sfip";
-  return YcluiValueType(std::strchr(letters, letter) - letters);
-}
-
 // A token whose word was bad, and one for a variable, may have none.
 std::string WordOf(const YcluiToken& token) {
   return token.string() == nullptr ? "" : token.string();
@@ -117,9 +44,15 @@ void Hear(void* self, const char* kind, const char* text) {
 
 }  // namespace
 
-CommandLine::CommandLine(const std::string& words, const std::string& syntax) : words_(words) {
+CommandLine::CommandLine(const std::string& words, const std::string& syntax) {
   std::istringstream in(words);
-  for (std::string word; in >> word;) declare(word);
+  for (std::string word; in >> word;) {
+    if (word.back() == '!') {
+      word.pop_back();
+      anywhere_.push_back(word);
+    }
+    Declare(*lex(), word);
+  }
   if (!syntax.empty()) setSyntax(syntax);
   setEchoProcedure([](void* self, const char* whole) { Hear(self, "echo", whole); }, this);
   sysSetEchoProcedure([](void* self, const char* whole) { Hear(self, "field", whole); }, this);
@@ -152,35 +85,11 @@ CommandLine::CommandLine(const std::string& words, const std::string& syntax) : 
       this);
 }
 
-void CommandLine::declare(const std::string& word) {
-  const std::size_t mark = std::min(word.find_first_of("/=-!"), word.size());
-  const std::string name = word.substr(0, mark);
-  std::string rest = word.substr(std::min(mark + 1, word.size()));
-  const char sign = word[mark];
-  if (sign == '-') {
-    std::replace(rest.begin(), rest.end(), '_', ' ');
-    setAlias(name.c_str(), rest.substr(1).c_str());
-  } else if (sign == '/') {
-    std::vector<YcluiValueType> types;
-    for (const char letter : rest) types.push_back(TypeOf(letter));
-    lex()->addKeyword(name.c_str(), static_cast<int>(types.size()), types.data(), 0);
-  } else {
-    lex()->addKeyword(name.c_str(), sign == '=' ? rest.c_str() : nullptr, 0);
-  }
-}
-
 void CommandLine::setSyntax(const std::string& syntax) {
-  setSyntaxGraph(SyntaxReader(*this, syntax).read());
-  std::istringstream in(words_);
-  for (std::string word; in >> word;) {
-    if (word.back() != '!') continue;
-    word.pop_back();
-    addIndefiniteNode(node(word, (word + " $c").c_str()));
+  setSyntaxGraph(SyntaxOf(*lex(), syntax));
+  for (const std::string& word : anywhere_) {
+    addIndefiniteNode(NodeOf(*lex(), word, (word + " $c").c_str()));
   }
-}
-
-YcluiSyntaxNode* CommandLine::node(const std::string& word, const char* command) {
-  return new YcluiSyntaxNode(makeToken(word.c_str()).id(), command);
 }
 
 void CommandLine::perform(const std::string& steps, char separator) {

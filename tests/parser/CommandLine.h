@@ -19,17 +19,12 @@
 //   tokens(a b)   the tokens, at a step ^tokens; "!" behind them when the line does not agree
 class CommandLine final : public YcluiParser {
  public:
-  // "go box/ii say/s mo=m al->go_go help!" declares a word without arguments, one with two
-  // integers, one with a string (f a float, p a point), one that can be shortened, an alias, and a
-  // word that is accepted anywhere and runs "help" followed by its number in the frame.
-  //
-  // A syntax is words in sequence, "( a | b c )" alternatives, "*" behind the parenthesis
-  // repetition, "{command}" behind a word, "^120,126" behind a word its priority and limit.
+  // Words as Declare reads them, and "help!" for one that is accepted anywhere and runs "help"
+  // followed by its number in the frame. A syntax as SyntaxOf reads it.
   explicit CommandLine(const std::string& words, const std::string& syntax = "");
   ~CommandLine() { YErr.setListener(nullptr, nullptr); }
 
   void setSyntax(const std::string& syntax);
-  YcluiSyntaxNode* node(const std::string& word, const char* command = nullptr);
 
   // Takes steps, with "; " between them: texts for interpret, and operations under the names of
   // tests/common/steps.cc, such as "^push" or "^remove 1", or of this class: "^on run(a) ^reset &
@@ -50,11 +45,10 @@ class CommandLine final : public YcluiParser {
   int interpret(const char* text) override;
 
  private:
-  std::string words_;
+  std::vector<std::string> anywhere_;
   std::string kinds_;
   std::string told_;
 
-  void declare(const std::string& word);
   YWord evaluate(const char* text) override;
 };
 

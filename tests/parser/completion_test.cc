@@ -37,9 +37,8 @@ TEST(Completion, FollowsTheWalker) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.typed) + "+" + (c.prefix == nullptr ? "" : c.prefix));
-    CommandLine line("abc abd abcde stop ghost he!");
-    line.lex()->addKeyword(';', 0);
-    line.setSyntax(
+    CommandLine line(
+        "abc abd abcde stop ghost ; he!",
         "( abc ( abc | stop )* ; | abd stop | abcde ( abd stop | abd ghost ) | stop ghost abc )");
     line.perform("^unword ghost; " + std::string(c.typed));
     YString_Array list;

@@ -15,6 +15,8 @@
 #include "foundation/YErr.h"
 #include "gtest/gtest.h"
 #include "tests/common/allocations.h"
+#include "tests/common/syntax.h"
+#include "tests/common/words.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {
@@ -38,23 +40,9 @@ class Teller : public YcluiParser {
 void Run(const char* log) {
   Teller parser;
   if (parser.lex() == nullptr) return Teller::tell("no lexer");
-  const YcluiValueType types[] = {YcluiValueInteger, YcluiValueString};
-  parser.lex()->addKeyword("put:", 2, types, 1);
-  parser.lex()->addKeyword("go", nullptr, 2);
-  parser.lex()->addKeyword("gone", "gon", 3);
-  parser.lex()->addKeyword(';', 4);
-  parser.setAlias("twice", "go; go;");
-  auto* again = new YcluiSyntaxGraph;
-  again->insertAnd(new YcluiSyntaxNode(2));
-  again->makeClosure();
-  auto* graph = new YcluiSyntaxGraph;
-  graph->insertAnd(new YcluiSyntaxNode(4, "go $$"));
-  graph->insertAnd(again);
-  graph->insertAnd(new YcluiSyntaxNode(2));
-  graph->insertOr(new YcluiSyntaxNode(1, "put $0[0] \"$0[1]\""));
-  graph->insertOr(new YcluiSyntaxNode(3, "gone"));
-  delete again;
-  parser.setSyntaxGraph(graph);
+  Declare(*parser.lex(), "put:/is go gone=gon ; twice->go;_go;");
+  parser.setSyntaxGraph(
+      SyntaxOf(*parser.lex(), "( go ( go )* ;{go $$} | put:{put $0[0] \"$0[1]\"} | gone{gone} )"));
   parser.startLogging(log, 0);
   parser.interpret("put: 1, \"a text of some length\" go go go; ${v}=\"a value\" ");
   parser.interpret("put: 2, ${v} twice unknown gon put: ");

@@ -1,6 +1,8 @@
 // Frames: their tokens and texts, one over the other, and the mortuary.
 
 #include "gtest/gtest.h"
+#include "tests/common/syntax.h"
+#include "tests/common/words.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {
@@ -132,10 +134,8 @@ TEST(Mortuary, WaitsForARunningBody) {
   for (const bool isPlayed : {false, true}) {
     Gone.clear();
     YcluiParser* parser = Mortal("ran ");
-    parser->lex()->addKeyword("go", nullptr, 5000);
-    auto* syntax = new YcluiSyntaxGraph;
-    syntax->insertAnd(new YcluiSyntaxNode(5000));
-    parser->setSyntaxGraph(syntax);
+    Declare(*parser->lex(), "go");
+    parser->setSyntaxGraph(SyntaxOf(*parser->lex(), "go"));
     parser->setSynCallback(die, parser);
     const auto play = [&] { return static_cast<int>(parser->playbackFromLog("go")); };
     EXPECT_EQ(isPlayed ? play() : parser->interpret("go"), 1);

@@ -4,6 +4,7 @@
 
 #include "gtest/gtest.h"
 #include "tests/common/allocations.h"
+#include "tests/common/syntax.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {
@@ -141,8 +142,7 @@ TEST(Interpret, MemoryMayRunOut) {
   EXPECT_EQ(crippled.isCondemned(), 0u);
 
   CommandLine line("go");
-  auto* syntax = new YcluiSyntaxGraph;
-  syntax->insertAnd(line.node("go"));
+  YcluiSyntaxGraph* syntax = SyntaxOf(*line.lex(), "go");
   line.trace("err answer");
   line.perform("^fail 1");  // behind the root of the indefinite nodes, the frame
   line.setSyntaxGraph(syntax);

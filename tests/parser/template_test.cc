@@ -3,19 +3,14 @@
 #include "parser/YcluiCommandTemplate.h"
 
 #include "gtest/gtest.h"
-#include "tests/parser/CommandLine.h"
+#include "tests/common/words.h"
 
 namespace {
 
 // The words line, 10 and abc, an "all:" with one argument of each type, and a word without meaning.
 YcluiToken_Stack Tokens() {
   YcluiLex lex;
-  const YcluiValueType types[] = {YcluiValueInteger, YcluiValueFloat, YcluiValuePoint,
-                                  YcluiValueString};
-  lex.addKeyword("line", nullptr, 5000);
-  lex.addKeyword("10", nullptr, 5001);
-  lex.addKeyword("abc", nullptr, 5002);
-  lex.addKeyword("all:", 4, types, 5003);
+  Declare(lex, "line 10 abc all:/ifps");
   lex.setString("line 10 abc all: -1, 0.1, 10,-20, 'a\\\\\"$0'");
   YcluiToken_Stack tokens;
   for (YcluiToken token; lex.more() != 0;) {
@@ -70,13 +65,6 @@ TEST(Template, Forms) {
   const YcluiToken_Stack tokens = Tokens();
   for (const auto& c : cases) EXPECT_EQ(Filled(c.given, tokens), c.filled) << c.given;
   EXPECT_EQ(Filled("$0$$$-1$-0#|", YcluiToken_Stack()), "|");
-}
-
-TEST(Template, IsFilledFromItsOwnFrame) {
-  const Steps rows[] = {
-      {"a; ^dummy d; b; ^push; b; ^pop; c", "run((b b )) run((abc a d b))"},
-  };
-  Check("a b c", "( a b c{(abc $0 $1 $2)} | b{(b $0 $1)} )", "run", rows);
 }
 
 }  // namespace

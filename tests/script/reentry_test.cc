@@ -19,6 +19,8 @@
 #include "script/ycscm.h"
 #include "tests/common/WorkingFolder.h"
 #include "tests/common/steps.h"
+#include "tests/common/syntax.h"
+#include "tests/common/words.h"
 #include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
 
@@ -32,6 +34,7 @@ const char* __asan_default_options() {
 
 namespace {
 
+constexpr char Words[] = "a b c box:/ii go op d al->b_c_";
 constexpr int Levels = 3;
 constexpr int Ways = 3;           // to get from one level to the next
 constexpr int MostEvents = 3000;  // of a case that has an end
@@ -57,21 +60,6 @@ void PrintTo(const Place& place, std::ostream* out) {
 // Steps of which each is a text for p, an operation of it, or expressions of scripts.
 using Action = const char*;
 
-YcluiSyntaxNode* Node(std::uint32_t id, const char* command = nullptr) {
-  return new YcluiSyntaxNode(id, command);
-}
-
-// ( a{A} | b c{C} | box:{B} | go{go} )
-YcluiSyntaxGraph* Syntax() {
-  auto* graph = new YcluiSyntaxGraph;
-  graph->insertAnd(Node(3, "C"));
-  graph->insertAnd(Node(2));
-  graph->insertOr(Node(1, "A"));
-  graph->insertOr(Node(4, "B $0[0]"));
-  graph->insertOr(Node(5, "go"));
-  return graph;
-}
-
 ScriptMachine* Machine = nullptr;
 Desk* TheDesk = nullptr;
 long Combinations = 0;
@@ -84,6 +72,7 @@ void tellCase() {
 // What there is for one case: two parsers that scripts call p and q, a field f, and a binding k.
 class Desk {
   std::set<YcluiParser*> parsers_;  // those that have not gone
+  YcluiLex words_;                  // as all parsers learn them at first
 
  public:
   YcluiParser* const p;
@@ -93,6 +82,7 @@ class Desk {
   Desk(const Place& place, int level, int way)
       : p(newParser()), q(newParser()), place_(place), wanted_(level), way_(way) {
     TheDesk = this;
+    Declare(words_, Words, 1);
     Machine->executed.clear();
     Machine->variables["k"] = std::make_shared<Value>();
     define("p", 'l', p);
@@ -145,15 +135,15 @@ class Desk {
     watch(*parser);
     return parser;
   }
+  YcluiSyntaxGraph* syntax() const {
+    return SyntaxOf(words_, "( a{A} | b c{C} | box:{B $0[0]} | go{go} )");
+  }
   void type(const std::string& key) {
     if (field) field->key(key);
   }
   bool isThere(YcluiParser* parser) const { return parsers_.count(parser) != 0; }
 
-  void teachWords(YcluiParser& parser) {
-    const char* const words[] = {"a", "b", "c"};
-    for (int i = 0; i < 3; ++i) parser.lex()->addKeyword(words[i], nullptr, YWord(i + 1));
-  }
+  void teachWords(YcluiParser& parser) { Declare(*parser.lex(), "a b c", 1); }
 
  private:
   const Place& place_;
@@ -183,15 +173,9 @@ class Desk {
   }
 
   void teach(YcluiParser& parser) {
-    const YcluiValueType types[] = {YcluiValueInteger, YcluiValueInteger};
-    teachWords(parser);
-    parser.lex()->addKeyword("box:", 2, types, 4);
-    parser.lex()->addKeyword("go", nullptr, 5);
-    parser.lex()->addKeyword("op", nullptr, 6);
-    parser.lex()->addKeyword("d", nullptr, 7);
-    parser.setAlias("al", "b c ");
-    parser.setSyntaxGraph(Syntax());
-    parser.addIndefiniteNode(Node(6, "op"));
+    Declare(*parser.lex(), Words, 1);
+    parser.setSyntaxGraph(syntax());
+    parser.addIndefiniteNode(NodeOf(*parser.lex(), "op", "op"));
   }
 
   void listen() {
@@ -343,10 +327,10 @@ const std::map<std::string, void (*)(Desk& d)> Operations = {
        EXPECT_EQ(p.playbackName() == nullptr, p.playbackLine() == 0);
        EXPECT_LE(p.tokenIsOpen() + p.isAliasRun() + p.isPlaybackRun() + p.isLogging(), 4U);
      }},
-    {"syntax", [](Desk& d) { d.p->setSyntaxGraph(Syntax()); }},
+    {"syntax", [](Desk& d) { d.p->setSyntaxGraph(d.syntax()); }},
     {"syntax-twice",
      [](Desk& d) {
-       YcluiSyntaxGraph* graph = Syntax();
+       YcluiSyntaxGraph* graph = d.syntax();
        d.p->setSyntaxGraph(graph);
        d.p->setSyntaxGraph(nullptr);
        d.p->setSyntaxGraph(graph);

@@ -7,7 +7,6 @@
 
 #include "foundation/YErr.h"
 #include "fuzz/walker_judge.h"
-#include "tests/common/allocations.h"
 #include "tests/syntax/syntax_script.h"
 
 namespace {
@@ -88,20 +87,6 @@ TEST(Walker, WithoutAGraphRefuses) {
   }
   EXPECT_EQ(Walker().possibleNodes(nodes), 0U);
   EXPECT_EQ(nodes.size(), 2);
-}
-
-// A line that has come once is read again without allocating.
-TEST(Walker, WarmStepsDoNotAllocate) {
-  const auto graph = Build(Worked);
-  Walker walker;
-  walker.syntaxGraph(graph.get());
-  long before = 0;
-  for (int line = 0; line < 4; ++line) {
-    if (line == 2) before = Allocations();
-    for (const unsigned long id : {1, 3, 4, 5, 6, 3, 7}) walker.stepNext(id);
-    walker.reset();
-  }
-  EXPECT_EQ(Allocations(), before);
 }
 
 // A word 1 that leads to words 5 as if it was repeated: it is not looked behind for a way to the
