@@ -18,13 +18,13 @@ class Reader {
 
   // One level of parentheses.
   YcluiSyntaxGraph* read() {
-    YcluiSyntaxGraph* all = sequence();
-    while (next() == "|") {
+    YcluiSyntaxGraph* one = sequence();
+    auto* all = next() == "|" ? new YcluiSyntaxGraph : one;
+    for (; all != one; one = sequence()) {
+      all->insertOr(one);
+      delete one;
+      if (next() != "|") break;
       parts_.pop_back();
-      YcluiSyntaxGraph* one = sequence();
-      one->insertOr(all);
-      delete all;
-      all = one;
     }
     if (!parts_.empty()) parts_.pop_back();  // the parenthesis
     return all;

@@ -141,11 +141,3 @@ void CommandLine::tell(const std::string& kind, const std::string& text, const s
   at.erase(found);
   task();
 }
-
-void CheckRow(const char* words, const char* syntax, const char* kinds, const Steps& row) {
-  CommandLine line(words, syntax);
-  line.trace(kinds);
-  line.perform(row.steps);
-  EXPECT_EQ(line.told(), row.told) << row.steps;
-  EXPECT_EQ(line.tokens().find('!'), std::string::npos) << row.steps;
-}

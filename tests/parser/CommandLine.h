@@ -52,15 +52,4 @@ class CommandLine final : public YcluiParser {
   YWord evaluate(const char* text) override;
 };
 
-struct Steps {
-  const char* steps;
-  const char* told;
-};
-void CheckRow(const char* words, const char* syntax, const char* kinds, const Steps& row);
-// Each row with a parser of its own.
-template <std::size_t N>
-void Check(const char* words, const char* syntax, const char* kinds, const Steps (&rows)[N]) {
-  for (const Steps& row : rows) CheckRow(words, syntax, kinds, row);
-}
-
 #endif  // TESTS_PARSER_COMMANDLINE_H_

@@ -9,56 +9,6 @@
 
 namespace {
 
-TEST(Interpret, KeepsAnOrder) {
-  const Steps rows[] = {
-      {"", ""},
-      {" \t\n# go\n", ""},
-      {"go", "tok(go) echo(go) field(go) syn(go|go) run(now) echo() field()"},
-      {"move x", "tok(move) echo(move) field(move) refuse(x) echo(move) field(move)"},
-      {"stop", "tok(stop) echo() field() refuse(stop)"},
-      {"a stop",
-       "tok(a) tok(move) echo(move) field(move) tok(stop) echo(move stop) "
-       "field(move stop) syn(move stop|move stop) run(halt) echo() field()"},
-      {"${v}=4", "echo() field()"},
-      {"help", "tok(help) echo(help) field(help) run(help 0)"},
-      {"box 1, 2", "tok(box) echo(box1,2) field(box1,2) syn(box1,2|box1,2) echo() field()"},
-      {"box 1", "echo(box1) field(box1)"},
-      {"box x go", "refuse(box) echo() field()"},
-      {"lost", "tok(lost)"},
-      {"^dummy d", "echo(d) field(d)"},
-      {"^token a", "tok(a) echo() field() refuse(a)"},
-      {"^mute; go stop", "tok(go) syn(go|go) run(now) tok(stop) refuse(stop)"},
-      {"^unfield; go", "tok(go) echo(go) syn(go|go) run(now) echo()"},
-  };
-  Check("go move stop box/ii help! lost a->move", "( go{now} | move stop{halt} | box | lost )",
-        "tok echo field syn refuse run", rows);
-}
-
-TEST(Interpret, CountsAndContinues) {
-  const Steps rows[] = {
-      {"^count go x stop go", "run(go) run(go) count(2)"},
-      {"^count two two", "run(go) run(go) run(go) run(go) count(2)"},
-      {"^count two stop ${v}=1 box 7, 2", "run(go) run(go) run(7 2) count(2)"},
-      {"^count nested", "run(7 3) run(go) run(go) count(1)"},
-      {"${t}=go; ^count ${t} go", "run(go) run(go) count(2)"},
-      {"^count empty go", "run(go) count(2)"},
-      // A token and its arguments may come in several texts.
-      {"^count go box 1; ^count 2", "run(go) count(1) run(1 2) count(1)"},
-      {"box; 1,; 2 go", "run(1 2) run(go)"},
-      {"box 1 2; 3 go", "run(1 23) run(go)"},
-      {"half 3", "run(7 3)"},
-      {"box 1,; x; go", "run(go)"},
-      {"go g; o", "run(go)"},
-      {"box 1,; ^reset; ^open; ^drop; ^open; go", "reset(1) open(1) drop(1) open(0) run(go)"},
-      {"^on run(go) ^exhaust; go go", "run(go) exhaust(1)"},
-      // The flag of an alias does not count levels.
-      {"^on run(7 3) ^alias; ^on run(go) ^alias; nested; ^alias",
-       "run(7 3) alias(1) run(go) alias(1) run(go) alias(0)"},
-  };
-  Check("go stop box/ii two->go_go half->box_7, nested->box_7,3_two empty->",
-        "( go{go} | box{$0[0] $$[1]} )", "run answer", rows);
-}
-
 // An alias that names itself twice would be read for ages, although not deeply. It costs the words
 // around it nothing, and another one in the same text as much as the first.
 TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
@@ -75,34 +25,6 @@ TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
   EXPECT_LE(once, static_cast<std::uint64_t>(YcluiMostExpansions));
   EXPECT_EQ(codesOf("x x go"), 2 * once);
   EXPECT_EQ(line.told(), "run(go)");
-}
-
-// While an unfinished token is shown, the echo may change the frame: what is shown is not in its
-// way, and the token goes on.
-TEST(Interpret, AnUnfinishedTokenIsOnlyShown) {
-  const Steps rows[] = {
-      {"^on echo(move box1) ^tokens; move; box 1; ^tokens", "tokens(move box) tokens(move)"},
-      {"^on echo(move box1) ^reset; move; box 1; ^tokens", "tokens()"},
-      {"^on echo(move box1) ^untoken; move; box 1; ^tokens", "tokens()"},
-      {"^on echo(move box1) ^dummy d; move; box 1; ^tokens", "tokens(move d)"},
-      {"^on echo(move box1) ^remove 0; move; box 1; ^tokens", "tokens()"},
-      {"^on echo(move box1) ^push & ^pop; move; box 1; ^tokens", "tokens(move)"},
-      {"^on echo(move box1) , 2; move; box 1; ^tokens", "tokens(move)"},
-  };
-  Check("move box/ii", "move box", "tokens", rows);
-}
-
-TEST(Interpret, TellsWhereTheLastTokenBegan) {
-  const Steps rows[] = {
-      {"  go  ; ^offset", "offset(1)"},
-      {"go x two # end; ^offset", "offset(5)"},
-      {"go box 1,; ^offset; 2; ^offset", "offset(3) offset(-6)"},
-      {"box 1 2; ^count; ^offset", "count(1) offset(-7)"},
-      {"box 1 go; ^drop;  # go; ^offset", "drop(1) offset(-2)"},
-      {"^on run(again) ^reset &  go; again; ^offset", "reset(1) offset(6)"},
-      {"^inside go; ^count  go; ^offset", "inside(1) count(1) offset(1)"},
-  };
-  Check("go box/ii again two->go_go", "( go | box | again{again} )", "answer", rows);
 }
 
 TEST(Interpret, RefusesWithoutAFrame) {

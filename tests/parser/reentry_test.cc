@@ -10,23 +10,6 @@ namespace {
 const char* const Words = "a b c box/ii help! al->a_b_c";
 const char* const Syntax = "( a{one} | b c{two} | box )";
 
-TEST(Reentry, NestedTextsAndFrames) {
-  const Steps rows[] = {
-      // The rest of the line comes first, unless a text is read inside.
-      {"^on run(one) ^reset & ^count  a; a b c", "run(one) reset(1) run(two) run(one) count(3)"},
-      {"^on run(one) ^reset & ^inside a; a b c", "run(one) reset(1) run(one) inside(1) run(two)"},
-      {"^on run(one) ^count a; a; b c", "run(one) count(0) run(two)"},
-      // The frame of the command is left alone when it is no longer the current one.
-      {"b; ^push; ^on run(one) ^push; ^count a; ^depth",
-       "push(1) run(one) push(1) count(1) depth(3)"},
-      {"b; ^push; ^on run(one) ^pop; ^count a; c", "push(1) run(one) pop(0) count(1) run(two)"},
-      {"b; ^push; ^on run(one) ^pop & ^push & b; a; c; ^pop; c",
-       "push(1) run(one) pop(0) push(1) run(two) pop(0) run(two)"},
-      {"^on run(one) ^syntax a c; ^count a b a; c", "run(one) syntax(1) count(2)"},
-  };
-  Check(Words, Syntax, "run answer", rows);
-}
-
 TEST(Reentry, DepthIsBounded) {
   CommandLine line("a b loop->a_loop_b", "( a{a} | b{b} )");
   line.trace("err run");

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <iterator>
 #include <memory>
 #include <random>
@@ -216,33 +215,6 @@ TEST_F(Binding, DeletingUndoesTyping) {
     EXPECT_EQ(before, state());
     EXPECT_EQ(wasInQuote, isInQuote());
     field->key(round % 3 == 0 ? " " : anyKey());
-  }
-}
-
-TEST_F(Binding, FieldAndCopyAgreeWhateverHappens) {
-  const std::function<void()> steps[] = {
-      [&] { parser->interpret(anyKey().c_str()); },
-      [&] { parser->reset(); },
-      [&] { parser->dropOpenToken(); },
-      [&] { parser->pushFrame(); },
-      [&] { parser->popFrame(); },
-      [&] { binding->replaceCurrentWord(anyKey().c_str(), random() % 2); },
-      [&] { YcluiParser::AddDeadBody(parser); },
-      [&] { delete std::exchange(binding, nullptr); },
-  };
-  for (int step = 0; step < 5000; ++step) {
-    if (YcluiParser::FindLive(reinterpret_cast<long>(parser)) == nullptr) makeParser();
-    if (binding == nullptr || random() % 20 == 0) attach();
-    const std::string sent = state().substr(0, state().find('|'));
-    static const char* const more[] = {" ", " ", "<", "<", "\x81"};
-    if (random() % 6 == 0) {
-      steps[random() % std::size(steps)]();
-    } else if (field->key(random() % 2 != 0 ? anyKey() : more[random() % 5]) != 0) {
-      ASSERT_EQ(sent, state().substr(0, binding->wordStart())) << "what the parser has is safe";
-    }
-    if (binding == nullptr) continue;
-    ASSERT_LE(binding->wordStart(), binding->text().length);
-    ASSERT_EQ(state().substr(binding->wordStart() + 1), binding->currentWord());
   }
 }
 
