@@ -15,17 +15,6 @@
 // How a text ended: "+" and the printed value, or "-" and the message.
 std::string Eval(const std::string& text);
 
-struct Case {
-  const char* text;
-  const char* ending;
-};
-
-// Runs each text, with no state in common but what the texts define.
-template <std::size_t Count>
-void ExpectEach(const Case (&cases)[Count]) {
-  for (const Case& c : cases) EXPECT_EQ(Eval(c.text), c.ending) << c.text;
-}
-
 class EngineTest : public testing::Test {
  protected:
   static constexpr std::size_t MemoryLimit = std::size_t{96} << 20;

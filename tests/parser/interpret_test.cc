@@ -1,5 +1,7 @@
 // What a text does, token by token.
 
+#include <algorithm>
+#include <functional>
 #include <sstream>
 
 #include "gtest/gtest.h"
@@ -25,6 +27,43 @@ TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
   EXPECT_LE(once, static_cast<std::uint64_t>(YcluiMostExpansions));
   EXPECT_EQ(codesOf("x x go"), 2 * once);
   EXPECT_EQ(line.told(), "run(go)");
+}
+
+TEST(Interpret, DepthIsBounded) {
+  CommandLine line("a b loop->a_loop_b", "( a{a} | b{b} )");
+  line.trace("err run");
+  int runs = 0;
+  std::function<void()> again = [&] {
+    if (++runs == 300) return;
+    line.at["run(a)"] = again;
+    line.perform("^reset;  a b");
+  };
+  const auto runsOf = [](const std::string& told, const char* command) {
+    return std::count(told.begin(), told.end(), command[0]);
+  };
+  // With text unread it is left to the loops outside, and none is lost.
+  line.at["run(a)"] = again;
+  line.interpret("a b");
+  std::string told = line.told();
+  EXPECT_EQ(runsOf(told, "a"), 300);
+  EXPECT_EQ(runsOf(told, "b"), 300);
+  EXPECT_EQ(told.find("err("), std::string::npos);
+
+  line.interpret("loop a");
+  told = line.told();
+  EXPECT_EQ(runsOf(told, "a"), YcluiMostSuspendedTexts + 1);
+  EXPECT_EQ(runsOf(told, "b"), YcluiMostSuspendedTexts);
+}
+
+TEST(Interpret, LongLinesStayCheap) {
+  CommandLine line("a b al->a_b", "( a | b )*");
+  line.perform("^untok; ^mute");
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += "al ";
+  EXPECT_EQ(line.interpret(text.c_str()), 100000);
+  EXPECT_EQ(line.numberOfToken(), 200000u);
+  for (int i = 0; i < 100000; ++i) line.popToken();
+  EXPECT_EQ(std::string(line.currentLine()).size(), 199999u);
 }
 
 TEST(Interpret, RefusesWithoutAFrame) {

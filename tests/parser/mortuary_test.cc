@@ -1,8 +1,6 @@
-// Frames: their tokens and texts, one over the other, and the mortuary.
+// Parsers that scripts delete.
 
 #include "gtest/gtest.h"
-#include "tests/common/syntax.h"
-#include "tests/common/words.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {
@@ -50,33 +48,6 @@ TEST(Mortuary, BuriesOnceFromTheLast) {
   YcluiParser::AddDeadBody(&early);
   YcluiParser::DestroyMortuary();
   EXPECT_EQ(Gone, "c d b a ");
-}
-
-TEST(Mortuary, WaitsForARunningBody) {
-  YcluiParser::CreateMortuary();
-  YcluiParser::AddDeadBody(Mortal("other "));
-  const auto die = [](void* word, const char*, const char*) {
-    auto* self = static_cast<YcluiParser*>(word);
-    self->setSynCallback(nullptr, nullptr);
-    YcluiParser::AddDeadBody(self);
-    self->reset();
-    EXPECT_EQ(self->interpret("go"), 1);
-    YcluiParser::CleanupMortuary();
-    Gone += "returned ";
-  };
-  WriteFile("go", "go\ngo\n");
-  for (const bool isPlayed : {false, true}) {
-    Gone.clear();
-    YcluiParser* parser = Mortal("ran ");
-    Declare(*parser->lex(), "go");
-    parser->setSyntaxGraph(SyntaxOf(*parser->lex(), "go"));
-    parser->setSynCallback(die, parser);
-    const auto play = [&] { return static_cast<int>(parser->playbackFromLog("go")); };
-    EXPECT_EQ(isPlayed ? play() : parser->interpret("go"), 1);
-    YcluiParser::CleanupMortuary();
-    EXPECT_EQ(Gone, isPlayed ? "returned ran " : "other returned ran ");
-  }
-  YcluiParser::DestroyMortuary();
 }
 
 }  // namespace
