@@ -47,12 +47,12 @@ TEST_F(TextsTest, BothWaysOfACallAgree) {
   for (std::string head, rest; std::getline(eachHead, head, '|');) {
     std::istringstream eachRest(rests);
     while (std::getline(eachRest, rest, '|')) {
-      const std::string call = "( " + head + " " + rest + ")";
+      const std::string call = "(" + head + " " + rest + ")";
       EXPECT_EQ(Eval(call), Eval("(begin " + call + ")")) << call;
     }
   }
-  for (const char* call :
-       {"(values)", "(exit 4)", "(string-set! \"abc\" 0 #\\x)", "\n (car '(1))"}) {
+  for (const char* call : {"(values)", "(exit 4)", "(string-set! \"abc\" 0 #\\x)", "\n ( car '(1))",
+                           "\n (car '(1)) "}) {
     EXPECT_EQ(Eval(call), Eval("(begin " + std::string(call) + ")")) << call;
   }
   EXPECT_EQ(Eval("(define (vector-copy . all) 'mine) (vector-copy 1 2)"), "+mine");

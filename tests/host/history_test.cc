@@ -52,6 +52,7 @@ TEST_F(History, KeepsEveryByteAndNothingTwice) {
     history.add(line);
   }
   history.add(" \n");
+  CluiHistory("").add("kept in no file");
   history.add(std::string(CluiHistory::LongestLine + 1, 'x'));
   EXPECT_EQ(loaded(), Lines(lines.rbegin(), lines.rend()));
 }
