@@ -99,6 +99,19 @@ YWord YString::assign(const char* text) {
   return assign(text, LengthOf(text));
 }
 
+YWord YString::tryAssign(const char* text) {
+  const unsigned long n = LengthOf(text);
+  if (n < capacity || n == 0) return assign(text, n);
+  auto* room = n >= LongestRoom ? nullptr : static_cast<char*>(std::malloc(n + 1));
+  if (room == nullptr) return 0;
+  std::memcpy(room, text, n);
+  if (capacity != 0) std::free(buffer);
+  buffer = room;
+  capacity = static_cast<std::uint32_t>(n + 1);
+  setLength(n);
+  return 1;
+}
+
 YWord YString::assignAnew(const char* text, unsigned long n) {
   if (text == nullptr) n = 0;
   if (n > 0) {

@@ -45,6 +45,9 @@ class YQRT_API YString {
   }
   YWord assign(const YString& other) { return assign(other.buffer, other.length); }
 
+  // The same, but answers 0, and changes nothing, when there is no memory for a longer text.
+  YWord tryAssign(const char* text);
+
   // Append behind `length`. The buffer may move, so a caller that keeps a position keeps it as an
   // offset. Room grows by doubling: appending is linear in what is appended. The source may lie
   // inside the string.

@@ -8,29 +8,31 @@
 #include <vector>
 
 #include "foundation/YMemory.h"
-#include "syntax/YcluiSyntaxNode.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 
+// The nodes that accept one token, in the order of their adding: the first of them and where the
+// others stand. Four of these fill a line of memory.
+struct YcluiNodeRow {
+  static constexpr std::int32_t None = -1;
+
+  YcluiSyntaxNode* node = nullptr;  // null in an empty place
+  std::uint32_t id = 0;
+  std::int32_t next : 29 = None;  // entry of those behind it
+  std::int32_t ends : 3 = None;   // for the walker: 0 to 2 when it knows
+};
+
 // Under each id stands a row of nodes in the order of their adding. Adding and finding take
-// constant time.
+// constant time. Ids that lie close together, as those of words that were declared together do,
+// have their rows side by side, so that little memory is read for them; others are spread.
 class YcluiIdIndex {
  public:
-  static constexpr std::int32_t None = -1;
-  // Four of them fill a line of memory.
-  struct Row {
-    YcluiSyntaxNode* node = nullptr;  // the first one; null in an empty place
-    std::uint32_t id = 0;
-    std::int32_t next : 29 = None;  // entry of those behind it
-    std::int32_t ends : 3 = None;   // for the walker: 0 to 2 when it knows
-  };
-
   void add(YcluiSyntaxNode* node);
   void clear();
 
   // The row of the id, or null; good until something is added.
-  Row* find(unsigned long id);
+  YcluiNodeRow* find(unsigned long id);
   // Pushes the nodes of the row behind the first one, in their order. Most rows have none.
-  void pushOthers(const Row& row, YcluiSyntaxNodeStk& nodes) const;
+  void pushOthers(const YcluiNodeRow& row, YcluiSyntaxNodeStk& nodes) const;
 
  private:
   struct Entry {
@@ -39,15 +41,26 @@ class YcluiIdIndex {
     std::int32_t last;  // of the row; in the first of its entries
   };
 
-  std::vector<Row, YAllocator<Row>> rows_;  // a power of two of them, half of them in use at most
-  int homeShift_ = 0;                       // 64 less that power
+  using Rows = std::vector<YcluiNodeRow, YAllocator<YcluiNodeRow>>;
+
+  Rows rows_;          // a power of two of them, half of them in use at most
+  int homeShift_ = 0;  // 64 less that power
+  // The home of an id is given by the upper bits of its distance from the first one times a factor:
+  // one that spreads ids, or the one that leaves the distance as it is.
+  std::uint64_t first_ = 0;
+  std::uint64_t factor_ = 0;
   std::size_t used_ = 0;
   std::vector<Entry, YAllocator<Entry>> entries_;  // what stands second and behind in its row
 
   Entry& entryAt(std::int32_t i) { return entries_[static_cast<std::size_t>(i)]; }
   const Entry& entryAt(std::int32_t i) const { return entries_[static_cast<std::size_t>(i)]; }
   std::size_t placeOf(unsigned long id) const;
+  bool hasHome(std::uint64_t id) const;
   void grow();
+  void spread();
+  void placeSideBySide(std::uint64_t first);
+  void placeSpread();
+  void take(const Rows& rows);
 };
 
 #endif  // SYNTAX_YCLUIIDINDEX_H_

@@ -21,13 +21,17 @@
 //
 // Ways are counted up to 2, once for each node (waysBehind).
 //
-// What comes up in a step does not depend on the token, so a step at a place with many alternatives
-// can be looked up: the matches of each id, in the order of their coming up, and the number of ways
-// that are open behind them (YcluiNodeMemo). That is made for places that are one node: a
-// structural node that stands alone in nextNodes, or a token node whose successors they are. With
-// several matches the ways behind them are counted in one walk, in which what was counted before
-// counts; they are remembered for the matches of an id together, or else for one node by itself.
-// A node whose successors were read carries a mark, by which it knows that their changes matter.
+// What comes up in a step does not depend on the token, so a step can be looked up: the matches of
+// each id, in the order of their coming up, and the number of ways that are open behind them. One or
+// two matches stand in the node at which the step begins, more in an index of it (YcluiNodeIndex).
+// That is made for places that are one node: a structural node that stands alone in nextNodes, or a
+// token node whose successors they are. With several matches the ways behind them are counted in one
+// walk, in which what was counted before counts; they are remembered for the matches of an id
+// together, or else for one node by itself. A node whose successors were read carries a mark, by
+// which it knows that their changes matter.
+//
+// A step at random in a large graph waits for memory more than it computes. So a known step reads
+// one line of a node, and what the next word will lead to is fetched while it is being read.
 
 #include "syntax/YcluiNfa.h"
 
@@ -35,7 +39,7 @@
 #include <new>
 
 #include "foundation/YErr.h"
-#include "syntax/YcluiNodeMemo.h"
+#include "syntax/YcluiNodeIndex.h"
 
 namespace {
 
@@ -49,8 +53,6 @@ constexpr std::uint64_t OldestSerial = 1;
 constexpr int FewLinks = 16;
 // In how many indexes what follows a structural node may stand.
 constexpr std::uint32_t MostCovers = 4;
-
-using Step = YcluiNodeMemo::Step;
 
 // The successor of a node with one link, null of any other.
 YcluiSyntaxNode* OnlySuccessor(const YcluiSyntaxNode& node) {
@@ -83,12 +85,12 @@ YcluiSyntaxNode* YcluiNfa::indefiniteNode(const unsigned long& tokenId) const {
 
 // Successors are added behind those that were read.
 YcluiSyntaxNode* YcluiNfa::indexedIndefiniteNode(unsigned long tokenId) const {
-  YcluiNodeMemo::Large& memo = memoOf(indefiniteRoot).large();
-  while (memo.read != indefiniteRoot->last()) {
-    memo.read = memo.read == nullptr ? indefiniteRoot->first() : memo.read->next();
-    memo.indefinites.add(static_cast<YcluiSyntaxNode*>(memo.read->item()));
+  YcluiNodeIndex& index = IndexOf(indefiniteRoot);
+  while (index.read != indefiniteRoot->last()) {
+    index.read = index.read == nullptr ? indefiniteRoot->first() : index.read->next();
+    index.indefinites.add(static_cast<YcluiSyntaxNode*>(index.read->item()));
   }
-  const YcluiIdIndex::Row* row = memo.indefinites.find(tokenId);
+  const YcluiNodeRow* row = index.indefinites.find(tokenId);
   return row == nullptr ? nullptr : row->node;
 }
 
@@ -106,23 +108,14 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   YcluiSyntaxNode* indefinite = indefiniteNode(tokenId);
   if (indefinite != nullptr) return indefinite;
 
-  YcluiIdIndex::Row* row = nullptr;
-  if (YcluiNodeMemo* memo = knownStep()) {
-    row = memo->find(tokenId);
-    if (row == nullptr) return nullptr;
-    matchedNodes.clear();
-    memo->pushAll(*row, matchedNodes);
-  } else {
-    findMatches(tokenId);
-  }
+  YcluiSyntaxNode* from = knownStep();
+  matchedNodes.clear();
+  const int ends = from != nullptr ? takeKnown(from, tokenId) : takeWalking(tokenId);
   if (matchedNodes.isEmpty() != 0) return nullptr;
 
   YcluiSyntaxNode* answer = matchedNodes.top();
   currentNode = answer;
-  const int ends = row != nullptr && row->ends >= 0 ? row->ends : endsBehindMatches();
-  // Written when it changes only, since a write costs the line of memory; the mask is for the
-  // compiler, which does not know how few there are.
-  if (row != nullptr && row->ends != ends) row->ends = ends & 3;
+  if (answer->action != nullptr) __builtin_prefetch(answer->action->buffer);  // fires soon
   standBehindMatches();
   if (ends > 0) terminated = 1;
   // Last of all: the host's listener may use this walker.
@@ -216,8 +209,9 @@ void YcluiNfa::noteStep() {
   const bool isWide = looked > FewLinks;
   YcluiSyntaxNode* from = isWide || behind == nullptr ? onlyPlace : behind;
   if (from == nullptr || looked < 2) return;
-  YcluiNodeMemo& memo = memoOf(from);
-  if (memo.step == Step::Unknown) memo.step = isWide ? Step::Wide : Step::Narrow;
+  renew(*from);
+  using Step = YcluiSyntaxNode::Step;
+  if (from->step_ == Step::Unknown) from->step_ = isWide ? Step::Wide : Step::Narrow;
 }
 
 void YcluiNfa::meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial) {
@@ -239,32 +233,78 @@ void YcluiNfa::open(const YcluiSyntaxNode& node, unsigned long tokenId) {
 }
 
 // What is remembered of the step that comes; null when it has to be walked.
-YcluiNodeMemo* YcluiNfa::knownStep() {
+YcluiSyntaxNode* YcluiNfa::knownStep() {
   if (behind != nullptr) {
-    if (knowsStepFrom(behind)) return behind->memo_;
+    if (knowsStepFrom(behind)) return behind;
     onlyPlace = PlaceBehind(behind);
   }
-  return onlyPlace != nullptr && knowsStepFrom(onlyPlace) ? onlyPlace->memo_ : nullptr;
+  return onlyPlace != nullptr && knowsStepFrom(onlyPlace) ? onlyPlace : nullptr;
 }
 
 bool YcluiNfa::knowsStepFrom(YcluiSyntaxNode* from) {
-  YcluiNodeMemo* memo = from->memo_;
-  if (memo == nullptr || !memo->holds(graphEnd())) return false;
-  if (memo->step == Step::Narrow || memo->step == Step::Wide) learnStepFrom(from);
-  return memo->step == Step::Few || memo->step == Step::Indexed;
+  using Step = YcluiSyntaxNode::Step;
+  if (!holds(*from)) return false;
+  if (from->step_ == Step::Narrow || from->step_ == Step::Wide) learnStepFrom(from);
+  return from->step_ == Step::Pair || from->step_ == Step::Indexed;
+}
+
+// Puts the matches of a step that is known into matchedNodes, and answers the ways behind them.
+int YcluiNfa::takeKnown(YcluiSyntaxNode* from, unsigned long tokenId) {
+  return from->step_ == YcluiSyntaxNode::Step::Pair ? takeOfPair(*from, tokenId)
+                                                    : takeIndexed(from->index_->matches, tokenId);
+}
+
+int YcluiNfa::takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId) {
+  for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
+    if (from.pair_[i] == nullptr || from.pair_[i]->tokenId != tokenId) continue;
+    matchedNodes.push(from.pair_[i]);
+    return from.pairEnds_[i];
+  }
+  return 0;
+}
+
+int YcluiNfa::takeIndexed(YcluiIdIndex& matches, unsigned long tokenId) {
+  YcluiNodeRow* row = matches.find(tokenId);
+  if (row == nullptr) return 0;
+  matchedNodes.push(row->node);
+  if (row->next != YcluiNodeRow::None) matches.pushOthers(*row, matchedNodes);
+  // The mask is for the compiler, which does not know how few there are.
+  if (row->ends < 0) row->ends = endsBehindMatches() & 3;
+  return row->ends;
+}
+
+int YcluiNfa::takeWalking(unsigned long tokenId) {
+  findMatches(tokenId);
+  return matchedNodes.isEmpty() != 0 ? 0 : endsBehindMatches();
 }
 
 // The start of the graph gets a mark, since it tells when all of it becomes a repeated part.
 void YcluiNfa::learnStepFrom(YcluiSyntaxNode* from) {
-  YcluiNodeMemo& memo = *from->memo_;
-  const bool isWide = memo.step == Step::Wide;
-  memo.step = Step::Covered;
+  using Step = YcluiSyntaxNode::Step;
+  const bool isWide = from->step_ == Step::Wide;
+  from->step_ = Step::Covered;
   if (graph != nullptr && graph->start != nullptr) NoteReading(graph->start);
   if (!collectMatches(from, isWide)) return;
-  if (isWide) {
-    memo.takeAll(matchedNodes);
-  } else {
-    memo.takeFew(matchedNodes);
+  if (ArePair(matchedNodes)) {
+    keepPair(from);
+    from->step_ = Step::Pair;
+    return;
+  }
+  YcluiIdIndex& index = IndexOf(from).matches;
+  for (int i = 0; i < matchedNodes.count(); ++i) index.add(matchedNodes.at(i));
+  from->step_ = Step::Indexed;
+}
+
+// Whether these are no more than a pair of different ids.
+bool YcluiNfa::ArePair(const YcluiSyntaxNodeStk& nodes) {
+  if (nodes.count() > YcluiSyntaxNode::InPair) return false;
+  return nodes.count() < 2 || nodes.at(0)->tokenId != nodes.at(1)->tokenId;
+}
+
+void YcluiNfa::keepPair(YcluiSyntaxNode* from) {
+  for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
+    from->pair_[i] = i < matchedNodes.count() ? matchedNodes.at(i) : nullptr;
+    if (from->pair_[i] != nullptr) from->pairEnds_[i] = endsBehind(from->pair_[i]) & 3;
   }
 }
 
@@ -311,20 +351,38 @@ bool YcluiNfa::cover(YcluiSyntaxNode* node) {
   return true;
 }
 
-YcluiNodeMemo& YcluiNfa::memoOf(YcluiSyntaxNode* node) const {
-  if (node->memo_ == nullptr) node->memo_ = YChecked(new (std::nothrow) YcluiNodeMemo);
-  node->memo_->renew(graphEnd());
-  return *node->memo_;
+// Forgets what is remembered at the node if it does not hold any more.
+void YcluiNfa::renew(YcluiSyntaxNode& node) const {
+  if (holds(node)) return;
+  node.changes_ = YcluiSyntaxNode::Changes();
+  node.end_ = graphEnd();
+  node.step_ = YcluiSyntaxNode::Step::Unknown;
+  node.ways_ = YcluiSyntaxNode::UnknownWays;
+  if (node.index_ != nullptr) node.index_->matches.clear();
+}
+
+YcluiNodeIndex& YcluiNfa::IndexOf(YcluiSyntaxNode* node) {
+  if (node->index_ == nullptr) node->index_ = YChecked(new (std::nothrow) YcluiNodeIndex);
+  return *node->index_;
 }
 
 void YcluiNfa::standBehindMatches() {
   clearPlaces();
   if (matchedNodes.count() == 1) {
     behind = matchedNodes.at(0);
+    fetchPair(*behind);
     return;
   }
   for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
   KeepFirstAndLast(nextNodes);
+}
+
+// The nodes that may come next are on their way from memory while the next word is read.
+void YcluiNfa::fetchPair(const YcluiSyntaxNode& from) const {
+  if (from.step_ != YcluiSyntaxNode::Step::Pair || !holds(from)) return;
+  for (const YcluiSyntaxNode* node : from.pair_) {
+    if (node != nullptr) __builtin_prefetch(&node->tokenId);
+  }
 }
 
 // The node on which a step behind that one depends, or null. What leads to one structural node only
@@ -367,11 +425,13 @@ int YcluiNfa::memorizedWaysBehind(YcluiSyntaxNode* node) {
     NoteReading(graph->end);
     return node == graph->end ? 0 : 1;
   }
-  const YcluiNodeMemo* memo = node->memo_;
-  if (memo != nullptr && memo->holds(graphEnd()) && memo->ways >= 0) return memo->ways;
+  if (holds(*node) && node->ways_ >= 0) return node->ways_;
   looked = 0;
   const int ways = waysBehind(node, NewSerial());
-  if (looked > FewLinks) memoOf(node).ways = ways;
+  if (looked > FewLinks) {
+    renew(*node);
+    node->ways_ = static_cast<std::int8_t>(ways);
+  }
   return ways;
 }
 

@@ -7,6 +7,8 @@
 #include "syntax/YcluiSyntaxGraph.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 
+class YcluiIdIndex;
+
 // Takes token ids and follows every way through the graph that they allow at once, so that two
 // commands may begin with the same words and part only later. It owns neither the graph nor the
 // indefinite nodes, and a copy walks on from the same place by itself.
@@ -114,10 +116,22 @@ class YQRT_API YcluiNfa {
   int sumOfWays(const YcluiSyntaxNode& node) const;
 
   const YcluiSyntaxNode* graphEnd() const { return graph == nullptr ? nullptr : graph->end; }
-  YcluiNodeMemo& memoOf(YcluiSyntaxNode* node) const;
+  // Whether what is remembered at the node holds for this walk.
+  bool holds(const YcluiSyntaxNode& node) const {
+    return node.changes_ == YcluiSyntaxNode::Changes() && node.end_ == graphEnd();
+  }
+  void renew(YcluiSyntaxNode& node) const;
+  static YcluiNodeIndex& IndexOf(YcluiSyntaxNode* node);
   YcluiSyntaxNode* indexedIndefiniteNode(unsigned long tokenId) const;
-  YcluiNodeMemo* knownStep();
+  YcluiSyntaxNode* knownStep();
+  int takeKnown(YcluiSyntaxNode* from, unsigned long tokenId);
+  int takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId);
+  int takeIndexed(YcluiIdIndex& matches, unsigned long tokenId);
+  int takeWalking(unsigned long tokenId);
   bool knowsStepFrom(YcluiSyntaxNode* from);
+  static bool ArePair(const YcluiSyntaxNodeStk& nodes);
+  void keepPair(YcluiSyntaxNode* from);
+  void fetchPair(const YcluiSyntaxNode& from) const;
   void noteStep();
   void learnStepFrom(YcluiSyntaxNode* from);
   bool collectMatches(YcluiSyntaxNode* from, bool isForIndex);

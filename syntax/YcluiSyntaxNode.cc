@@ -3,50 +3,67 @@
 #include <new>
 #include <utility>
 
+#include "foundation/YBlockPool.h"
 #include "foundation/YErr.h"
-#include "syntax/YcluiNodeMemo.h"
+#include "foundation/YMemory.h"
+#include "syntax/YcluiNodeIndex.h"
 
 namespace {
 
 // The mark of a node that is about to go; walks have lower numbers.
 constexpr std::uint64_t Collected = ~std::uint64_t{0};
 
+constinit YBlockPool Pool(sizeof(YcluiSyntaxNode));
+
 }  // namespace
 
 std::uint64_t YcluiSyntaxNode::ChangeCount = 0;
 
 YcluiSyntaxNode::YcluiSyntaxNode(unsigned long id, const char* actionText)
-    : tokenId(static_cast<std::uint32_t>(id)), coverRound_(0), covers_(0) {
+    : coverRound_(0), covers_(0), tokenId(static_cast<std::uint32_t>(id)) {
   if (actionText != nullptr) setAction(actionText);
 }
 
 YcluiSyntaxNode::YcluiSyntaxNode(const YcluiSyntaxNode& other)
     : YLinkList(),
-      tokenId(other.tokenId),
       kind(other.kind),
       priority(other.priority),
       interruptLimit(other.interruptLimit),
       coverRound_(0),
-      covers_(0) {
+      covers_(0),
+      tokenId(other.tokenId) {
   if (other.action != nullptr) setAction(other.action->buffer);
 }
 
 YcluiSyntaxNode::~YcluiSyntaxNode() {
   noteGain();
-  delete memo_;
-  delete action;
+  delete index_;
+  if (action != &text_) delete action;
+}
+
+void* YcluiSyntaxNode::operator new(std::size_t size) {
+  return YChecked(Pool.take(size));
+}
+
+void* YcluiSyntaxNode::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Pool.take(size);
+}
+
+void YcluiSyntaxNode::operator delete(void* node, std::size_t size) {
+  Pool.give(node, size);
 }
 
 YWord YcluiSyntaxNode::setAction(const char* text) {
   if (action != nullptr) return action->assign(text);
-  action = new (std::nothrow) YString(text);
-  return action != nullptr ? 1 : cluiFatal(YErrNoMemory);
+  if (text_.tryAssign(text) == 0) return cluiFatal(YErrNoMemory);
+  action = &text_;
+  return 1;
 }
 
 // What is remembered of indefinite nodes follows a list that grows, and none that loses a link.
 void YcluiSyntaxNode::noteLoss() {
   noteGain();
-  delete std::exchange(memo_, nullptr);
+  delete std::exchange(index_, nullptr);
 }
 
 bool YcluiSyntaxNode::collect() {
@@ -55,3 +72,4 @@ bool YcluiSyntaxNode::collect() {
   mark_ = Collected;
   return true;
 }
+static_assert(sizeof(YcluiSyntaxNode) == 128);

@@ -3,7 +3,9 @@
 #ifndef SYNTAX_YCLUISYNTAXNODE_H_
 #define SYNTAX_YCLUISYNTAXNODE_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <new>
 
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
@@ -15,7 +17,7 @@ enum YcluiNodeKind : std::uint16_t {
   YcluiNodeIndefinite = 2,  // stands outside the graph and is accepted anywhere in a line
 };
 
-class YcluiNodeMemo;
+struct YcluiNodeIndex;
 
 // The list that a node inherits holds its successors, in the order of their `append`. It does not
 // own them: a node may follow any number of nodes, itself included, and a graph owns all its nodes.
@@ -28,11 +30,50 @@ class YcluiNodeMemo;
 // that a walker may have come by calls NoteChange.
 class YQRT_API YcluiSyntaxNode : public YLinkList {
  public:
-  std::uint32_t tokenId;
   YcluiNodeKind kind = YcluiNodePlain;
   std::uint8_t priority = 127;        // what its command brings when it interrupts another
   std::uint8_t interruptLimit = 127;  // the highest priority that may interrupt its command
-  YString* action = nullptr;          // the command template; owned, null when there is none
+
+ private:
+  friend class YcluiNfa;
+  // A walk over a graph writes its serial number into the nodes that it has come by, with a note of
+  // its own, and so needs no set of them. What an earlier walk left here has an older number; 0 is
+  // that of a node that no walk has come by.
+  std::int32_t note_ = 0;
+  std::uint64_t mark_ = 0;
+  std::uint32_t coverRound_ : 24;  // see YcluiNfa::cover
+  std::uint32_t covers_ : 8;
+  YcluiNodeIndex* index_ = nullptr;  // of steps with many matches; owned, mostly null
+
+ public:
+  // From here to `action` lies one line of memory. A known step reads no more than this of the node
+  // that it leads from or to, nor does the parser.
+  alignas(64) std::uint32_t tokenId;
+
+ private:
+  // What walkers remember of a step that begins at this node, if it is structural, or behind it,
+  // and nowhere else: the token nodes that come up in it; and the ways behind the node to the end
+  // of the graph. It holds for walks to that end while nothing has changed.
+  enum class Step : std::uint8_t {
+    Unknown,
+    Narrow,   // one step has looked at a few links, so the next one collects what comes up
+    Wide,     // one step has looked at many, so the next one makes the index
+    Pair,     // all that comes up are `pair_`, of different ids
+    Indexed,  // it stands in the index
+    Covered,  // it stands in too many indexes already
+  };
+  static constexpr std::int8_t UnknownWays = -1;
+  static constexpr int InPair = 2;
+  Step step_ = Step::Unknown;
+  std::int8_t ways_ = UnknownWays;
+  std::int8_t pairEnds_[InPair] = {};  // the ways behind each of the pair: 0 to 2
+  std::uint64_t changes_ = 0;          // what Changes() was
+  const YcluiSyntaxNode* end_ = nullptr;
+  YcluiSyntaxNode* pair_[InPair] = {};  // null where there are fewer
+  YString text_;                        // that of the action
+
+ public:
+  YString* action = nullptr;  // the command template; owned, null when there is none; see setAction
 
   // The id is cut to 32 bits. A null action leaves the node without one.
   explicit YcluiSyntaxNode(unsigned long id = 0, const char* actionText = nullptr);
@@ -41,6 +82,11 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   YcluiSyntaxNode& operator=(const YcluiSyntaxNode&) = delete;
   // Leaves the successors alone.
   ~YcluiSyntaxNode();
+
+  // Nodes lie side by side in memory of their own.
+  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+  static void operator delete(void* node, std::size_t size);
 
   // The operations of the list of successors.
   void* append(void* node) {
@@ -67,8 +113,8 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
     attachAll(from);
   }
 
-  // Makes `text` the action; null makes it an empty text. 0 when there was no action yet and none
-  // could be allocated: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
+  // Makes `text` the action; null makes it an empty text. The text lies in the node. 0 when there was no action yet and no
+  // memory for its text: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
   YWord setAction(const char* text);
 
   // 1 when a command that begins with `other` may interrupt one that began with this node. Two
@@ -84,16 +130,6 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   static std::uint64_t Changes() { return ChangeCount; }
 
  private:
-  // A walk over a graph writes its serial number into the nodes that it has come by, with a note of
-  // its own, and so needs no set of them. What an earlier walk left here has an older number; 0 is
-  // that of a node that no walk has come by.
-  friend class YcluiNfa;
-  std::uint64_t mark_ = 0;
-  YcluiNodeMemo* memo_ = nullptr;  // what walkers remember; owned, mostly null
-  std::int32_t note_ = 0;
-  std::uint32_t coverRound_ : 24;  // see YcluiNfa::cover
-  std::uint32_t covers_ : 8;
-
   static std::uint64_t ChangeCount;
 
   // Before the successors change; what no walker has read, none remembers.

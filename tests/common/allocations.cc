@@ -6,8 +6,6 @@
 namespace {
 
 long Count = 0;
-int FailAt = -1;
-bool Failed = false;
 long FailAnyAt = -1;
 
 bool AnyFails() {
@@ -15,11 +13,23 @@ bool AnyFails() {
   return FailAnyAt >= 0 && FailAnyAt-- == 0;
 }
 
-bool Fails() {
-  if (AnyFails()) return true;
-  if (FailAt < 0 || FailAt-- != 0) return false;
-  return Failed = true;
-}
+struct Failure {
+  int index = -1;
+  bool hasCome = false;
+
+  bool comes() {
+    if (AnyFails()) return true;
+    if (index < 0 || index-- != 0) return false;
+    return hasCome = true;
+  }
+  bool ask(int next) {
+    index = next;
+    return std::exchange(hasCome, false);
+  }
+};
+
+Failure Plain;
+Failure Aligned;
 
 }  // namespace
 
@@ -27,8 +37,10 @@ long Allocations() {
   return Count;
 }
 bool FailAllocation(int index) {
-  FailAt = index;
-  return std::exchange(Failed, false);
+  return Plain.ask(index);
+}
+bool FailAlignedAllocation(int index) {
+  return Aligned.ask(index);
 }
 void FailAnyAllocation(long index) {
   FailAnyAt = index;
@@ -51,8 +63,11 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Fails() ? nullptr : operator new(size);
+  return Plain.comes() ? nullptr : operator new(size);
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return Fails() ? nullptr : operator new[](size);
+  return Plain.comes() ? nullptr : operator new[](size);
+}
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+  return Aligned.comes() ? nullptr : operator new(size, alignment);
 }

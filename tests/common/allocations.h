@@ -8,6 +8,8 @@ long Allocations();
 // Of the coming new (std::nothrow), the one at `index`, from 0, answers null. A negative index
 // stops a failure that has not come yet. Answers whether the failure asked for before has come.
 bool FailAllocation(int index = 0);
+// The same for what is allocated in lines of memory.
+bool FailAlignedAllocation(int index = 0);
 // Of the coming allocations of any kind, the one at `index` gives nothing.
 void FailAnyAllocation(long index);
 

@@ -105,7 +105,7 @@ TEST(Interpret, MemoryMayRunOut) {
   CommandLine line("go");
   YcluiSyntaxGraph* syntax = SyntaxOf(*line.lex(), "go");
   line.trace("err answer");
-  line.perform("^fail 1");  // behind the root of the indefinite nodes, the frame
+  line.perform("^fail 0");  // the frame
   line.setSyntaxGraph(syntax);
   line.perform("^depth");
   line.setSyntaxGraph(syntax);

@@ -92,7 +92,7 @@ TEST(Node, CopyHasItsOwnActionAndNoSuccessors) {
 }
 
 TEST(Node, ActionWithoutMemory) {
-  FailAllocation();
+  FailAnyAllocation(0);
   EXPECT_EQ(YcluiSyntaxNode(1, "do").action, nullptr);
   EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
 }
