@@ -37,7 +37,11 @@ struct YAllocator {
   T* allocate(std::size_t n) {
     constexpr std::size_t Size = sizeof(T);  // NOLINT(bugprone-sizeof-expression): also of pointers
     if (n > static_cast<std::size_t>(-1) / Size) YOutOfMemory();
-    return static_cast<T*>(YChecked(std::malloc(n * Size)));
+    if constexpr (alignof(T) > alignof(std::max_align_t)) {
+      return static_cast<T*>(YChecked(std::aligned_alloc(alignof(T), n * Size)));
+    } else {
+      return static_cast<T*>(YChecked(std::malloc(n * Size)));
+    }
   }
   void deallocate(T* memory, std::size_t) { std::free(memory); }
 

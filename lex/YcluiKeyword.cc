@@ -3,7 +3,9 @@
 #include <cstring>
 #include <new>
 
+#include "foundation/YBlockPool.h"
 #include "foundation/YErr.h"
+#include "foundation/YMemory.h"
 #include "platform/general/YtString.h"
 
 namespace {
@@ -11,6 +13,9 @@ namespace {
 const char* TextOf(const void* text) {
   return text == nullptr ? "" : static_cast<const char*>(text);
 }
+
+// Plain words, of which there may be thousands, have the size of the class itself.
+constinit YBlockPool Pool(sizeof(YcluiKeyword));
 
 void* IdWord(std::uint32_t id, YcluiTokenType type) {
   const std::uint32_t word = (id & YcluiIdMask) | ((static_cast<std::uint32_t>(type) & 15) << 24);
@@ -31,10 +36,22 @@ YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32
     return;
   }
   lengthOfName = static_cast<std::uint32_t>(std::strlen(TextOf(name)));
-  lengthOfShortest = lengthOfName;
+  lengthOfShortest = lengthOfName & 0x7FFFFFFF;
   std::memcpy(buffer, TextOf(name), lengthOfName + std::size_t{1});
   Ycvl(buffer);
   key = buffer;
+}
+
+void* YcluiKeyword::operator new(std::size_t size) {
+  return YChecked(Pool.take(size));
+}
+
+void* YcluiKeyword::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Pool.take(size);
+}
+
+void YcluiKeyword::operator delete(void* record, std::size_t size) {
+  Pool.give(record, size);
 }
 
 YcluiKeyword::~YcluiKeyword() {

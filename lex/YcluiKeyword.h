@@ -3,6 +3,10 @@
 #ifndef LEX_YCLUIKEYWORD_H_
 #define LEX_YCLUIKEYWORD_H_
 
+#include <cstddef>
+#include <new>
+#include <string_view>
+
 #include "foundation/YTypes.h"
 #include "foundation/YcluiLimits.h"
 #include "lex/YcluiToken.h"
@@ -24,6 +28,12 @@ class YQRT_API YcluiKeyword : public YAssoc {
   YcluiKeyword& operator=(const YcluiKeyword&) = delete;
   ~YcluiKeyword() override;
 
+  // Records lie side by side in memory of their own.
+  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+  static void operator delete(void* record, std::size_t size);
+
+  std::string_view nameView() const { return {name(), lengthOfName}; }
   const char* name() const { return key == nullptr ? "" : static_cast<const char*>(key); }
   std::uint32_t id() const { return idWord() & YcluiIdMask; }
   YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
@@ -58,13 +68,18 @@ class YQRT_API YcluiKeyword : public YAssoc {
  protected:
   // Where the name is kept, null when there was no memory.
   char* nameBuffer() const { return static_cast<char*>(key); }
-  void setShortestLength(std::size_t length) {
-    lengthOfShortest = static_cast<std::uint32_t>(length);
+  // An abbreviation of that length stands behind the name.
+  void setAbbreviated(std::size_t length) {
+    lengthOfShortest = static_cast<std::uint32_t>(length) & 0x7FFFFFFF;
+    abbreviated = 1;
   }
+  bool isAbbreviated() const { return abbreviated != 0; }
 
  private:
+  // A record with a short name fills one line of memory, and a look-up reads no more than that.
   std::uint32_t lengthOfName = 0;
-  std::uint32_t lengthOfShortest = 0;
+  std::uint32_t lengthOfShortest : 31 = 0;
+  std::uint32_t abbreviated : 1 = 0;
   char shortName[24];  // a look-up finds a name that fits in beside its record
   std::uint64_t serialNumber = 0;
 

@@ -15,24 +15,24 @@ std::size_t RoomFor(const char* text) {
 YcluiPlainKeyword::YcluiPlainKeyword(const char* name, const char* abbreviation, std::uint32_t id)
     : YcluiKeyword(name, RoomFor(name) + RoomFor(abbreviation), id, YcluiTokenKeyword) {
   if (abbreviation == nullptr || nameBuffer() == nullptr) return;
-  abbreviationText = nameBuffer() + RoomFor(name);
-  std::memcpy(abbreviationText, abbreviation, RoomFor(abbreviation));
-  Ycvl(abbreviationText);
-  setShortestLength(std::strlen(abbreviationText));
+  char* text = nameBuffer() + nameLength() + 1;
+  std::memcpy(text, abbreviation, RoomFor(abbreviation));
+  Ycvl(text);
+  setAbbreviated(std::strlen(text));
 }
 
 unsigned long YcluiPlainKeyword::hashKey() {
-  return abbreviationText == nullptr ? YcluiKeyword::hashKey() : YHashText(abbreviationText);
+  return isAbbreviated() ? YHashText(abbreviation()) : YcluiKeyword::hashKey();
 }
 
 YWord YcluiPlainKeyword::equalsKey(const void* k) {
-  if (abbreviationText == nullptr) return YcluiKeyword::equalsKey(k);
+  if (!isAbbreviated()) return YcluiKeyword::equalsKey(k);
   const char* text = k == nullptr ? "" : static_cast<const char*>(k);
   // A shorter text differs at its NUL.
-  if (std::strncmp(text, abbreviationText, std::strlen(abbreviationText)) != 0) return 0;
+  if (std::strncmp(text, abbreviation(), shortestLength()) != 0) return 0;
   return std::strncmp(name(), text, std::strlen(text)) == 0 ? 1 : 0;
 }
 
 const char* YcluiPlainKeyword::abbreviation() const {
-  return abbreviationText;
+  return isAbbreviated() ? name() + nameLength() + 1 : nullptr;
 }

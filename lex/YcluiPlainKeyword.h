@@ -15,9 +15,6 @@ class YcluiPlainKeyword : public YcluiKeyword {
   unsigned long hashKey() override;
   YWord equalsKey(const void* k) override;
   const char* abbreviation() const override;
-
- private:
-  char* abbreviationText = nullptr;
 };
 
 #endif  // LEX_YCLUIPLAINKEYWORD_H_

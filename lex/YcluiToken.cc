@@ -93,16 +93,21 @@ YcluiToken& YcluiToken::operator=(YcluiToken&& source) noexcept {
 }
 
 YcluiToken& YcluiToken::operator=(const YcluiKeyword& keyword) {
-  id_ = keyword.id();
-  type_ = keyword.type();
-  makeRoom(static_cast<std::size_t>(keyword.argCount()) + 1);
+  setWord(keyword.id(), keyword.type(), keyword.nameView(), keyword.argCount());
+  return *this;
+}
+
+void YcluiToken::setWord(std::uint32_t id, YcluiTokenType type, std::string_view name,
+                         int argCount) {
+  id_ = id;
+  type_ = type;
+  makeRoom(static_cast<std::size_t>(argCount) + 1);
   argc_ = 1;
-  setArg0({keyword.name(), keyword.nameLength()});
+  setArg0(name);
   hidden_ = 0;
   hasEcho_ = false;
   previousNode_ = nullptr;
   presentNode_ = nullptr;
-  return *this;
 }
 
 const char* YcluiToken::string() const {

@@ -11,34 +11,53 @@ constexpr int FirstPower = 4;
 YcluiWordIndex::YcluiWordIndex()
     : slots(std::size_t{1} << FirstPower), homeShift(64 - FirstPower) {}
 
-void YcluiWordIndex::add(std::uint64_t key, YcluiKeyword* record) {
-  Slot* slot = &slots[slotOf(key)];
-  if (slot->record != nullptr) {
-    waiting.insert({key, record->serial(), record});
-    return;
+YcluiFoundWord YcluiWordIndex::find(std::uint32_t key, std::string_view text,
+                                    bool longerToo) const {
+  const Slot& slot = slots[slotOf(key)];
+  if (slot.record == nullptr) return {};
+  if (slot.brief.isThere()) {
+    if (YcluiIsFoundUnder(slot.brief, text, longerToo)) return {slot.record, &slot.brief};
+  } else if (YcluiIsFoundUnder(*slot.record, text, longerToo)) {
+    return {slot.record, nullptr};
   }
-  *slot = {key, record};
-  ++rows;
-  if (rows > slots.size() / 3 * 2) grow();
+  return {firstWaiting(key, [text, longerToo](const YcluiKeyword& record) {
+    return YcluiIsFoundUnder(record, text, longerToo);
+  })};
 }
 
-void YcluiWordIndex::remove(std::uint64_t key, YcluiKeyword* record) {
+void YcluiWordIndex::add(std::uint32_t key, Part part, YcluiKeyword* record) {
+  Slot added{Place(key, part), YcluiWordBrief(*record), record};
+  Slot& slot = slots[slotOf(key)];
+  if (slot.record == nullptr) {
+    slot = added;
+    ++rows;
+    if (rows > slots.size() / 3 * 2) grow();
+    return;
+  }
+  // Records come in the order of their numbers, so that only another part goes first.
+  if (added.place < slot.place) std::swap(added, slot);
+  waiting.insert({added.place, added.record->serial(), added.record});
+}
+
+void YcluiWordIndex::remove(std::uint32_t key, Part part, YcluiKeyword* record) {
   const std::size_t slot = slotOf(key);
-  if (slots[slot].record == record) {
+  const std::uint32_t place = Place(key, part);
+  if (slots[slot].place == place && slots[slot].record == record) {
     refill(slot);
   } else {
-    waiting.erase(waiting.find({key, record->serial(), record}));
+    waiting.erase(waiting.find({place, record->serial(), record}));
   }
 }
 
 // The first that waits for the row moves up.
 void YcluiWordIndex::refill(std::size_t slot) {
-  const auto next = waiting.lower_bound({slots[slot].key, 0, nullptr});
-  if (next == waiting.end() || next->key != slots[slot].key) {
+  const std::uint32_t key = KeyOf(slots[slot].place);
+  const auto next = waiting.lower_bound({Place(key, Part::Front), 0, nullptr});
+  if (next == waiting.end() || KeyOf(next->place) != key) {
     empty(slot);
     return;
   }
-  slots[slot].record = next->record;
+  slots[slot] = {next->place, YcluiWordBrief(*next->record), next->record};
   waiting.erase(next);
 }
 
@@ -46,7 +65,7 @@ void YcluiWordIndex::refill(std::size_t slot) {
 void YcluiWordIndex::empty(std::size_t slot) {
   const std::size_t mask = slots.size() - 1;
   for (std::size_t i = behind(slot); slots[i].record != nullptr; i = behind(i)) {
-    const std::size_t way = (i - home(slots[i].key)) & mask;
+    const std::size_t way = (i - home(KeyOf(slots[i].place))) & mask;
     if (way < ((i - slot) & mask)) continue;
     slots[slot] = slots[i];
     slot = i;
@@ -59,6 +78,6 @@ void YcluiWordIndex::grow() {
   const auto old = std::exchange(slots, decltype(slots)(slots.size() * 2));
   --homeShift;
   for (const Slot& slot : old) {
-    if (slot.record != nullptr) slots[slotOf(slot.key)] = slot;
+    if (slot.record != nullptr) slots[slotOf(KeyOf(slot.place))] = slot;
   }
 }

@@ -20,6 +20,8 @@
 
 namespace {
 
+using Part = YcluiWordIndex::Part;
+
 // A hash that is known for every prefix of a text when it is known for the whole.
 constexpr std::uint64_t HashOfNothing = 0xCBF29CE484222325U;
 
@@ -33,14 +35,9 @@ std::uint64_t HashOf(const char* text) {
   return hash;
 }
 
-// The keys of a text of that hash: as what words are filed under, and as a longer form. They differ
-// in the last bit, so one place of the index tells whether the text is known at all.
-std::uint64_t FiledKey(std::uint64_t hash) {
-  return hash | 1;
-}
-
-std::uint64_t LongerKey(std::uint64_t hash) {
-  return FiledKey(hash) - 1;
+// The key of a text of that hash. What is filed under the text goes in front in its row.
+std::uint32_t KeyOf(std::uint64_t hash) {
+  return static_cast<std::uint32_t>(hash >> 33);
 }
 
 // The text that the first stage finds a word under.
@@ -49,22 +46,16 @@ const char* FiledAs(const YcluiKeyword& record) {
   return abbreviation != nullptr ? abbreviation : record.name();
 }
 
-// Whether the name of the word begins with the text.
-bool Begins(const YcluiKeyword& record, std::string_view text) {
-  return text.size() <= record.nameLength() &&
-         std::memcmp(record.name(), text.data(), text.size()) == 0;
-}
-
-// Gives `use` the key of every text that the word is found under.
+// Gives `use` key and part for every text that the word is found under.
 template <class Use>
 void ForEachKey(YcluiKeyword& record, const Use& use) {
   const char* shortest = FiledAs(record);
   if (record.matches(shortest) == 0) return;
   std::uint64_t hash = HashOf(shortest);
-  use(FiledKey(hash));
+  use(KeyOf(hash), Part::Front);
   for (const char* p = record.name() + std::strlen(shortest); *p != '\0'; ++p) {
     hash = NextHash(hash, *p);
-    use(LongerKey(hash));
+    use(KeyOf(hash), Part::Behind);
   }
 }
 
@@ -112,10 +103,10 @@ YWord YcluiWordTable::delAlias(const char* name) {
 YcluiKeyword* YcluiWordTable::find(const char* key) const {
   const std::uint64_t hash = fold(key == nullptr ? "" : key);
   // What a name in lower case begins with is in lower case: no word accepts another key.
-  return findFolded(hash, folded == key);
+  return findFolded(hash, folded == key).record;
 }
 
-YcluiKeyword* YcluiWordTable::findInAnyCase(std::string_view key) const {
+YcluiFoundWord YcluiWordTable::findInAnyCase(std::string_view key) const {
   return findFolded(fold(key), true);
 }
 
@@ -150,15 +141,8 @@ std::uint64_t YcluiWordTable::fold(std::string_view key) const {
 }
 
 // The first stage, and behind it the second if it is wanted.
-YcluiKeyword* YcluiWordTable::findFolded(std::uint64_t hash, bool longerToo) const {
-  const std::string_view text(folded.buffer, folded.length);
-  YcluiKeyword* record = forms.first(FiledKey(hash), [text](const YcluiKeyword& filed) {
-    return filed.shortestLength() == text.size() && Begins(filed, text);
-  });
-  if (record != nullptr || !longerToo) return record;
-  return forms.first(LongerKey(hash), [text](const YcluiKeyword& longer) {
-    return longer.shortestLength() < text.size() && Begins(longer, text);
-  });
+YcluiFoundWord YcluiWordTable::findFolded(std::uint64_t hash, bool longerToo) const {
+  return forms.find(KeyOf(hash), {folded.buffer, folded.length}, longerToo);
 }
 
 std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {
@@ -192,9 +176,7 @@ YWord YcluiWordTable::remove(YcluiKeyword* record) {
 bool YcluiWordTable::clashes(const YcluiKeyword& record) const {
   const char* name = record.name();
   const char* form = FiledAs(record);
-  const std::uint64_t hash = HashOf(name);
-  const std::uint64_t key = std::strcmp(form, name) == 0 ? FiledKey(hash) : LongerKey(hash);
-  return forms.first(key, [name, form](YcluiKeyword& other) {
+  return forms.first(KeyOf(HashOf(name)), [name, form](YcluiKeyword& other) {
     return std::strcmp(FiledAs(other), form) == 0 && other.matches(name) != 0;
   }) != nullptr;
 }
@@ -202,12 +184,14 @@ bool YcluiWordTable::clashes(const YcluiKeyword& record) const {
 void YcluiWordTable::link(YcluiKeyword* record) {
   ++changeCount;
   record->setSerial(++lastSerial);
-  numbered.add(record->id(), record);
-  ForEachKey(*record, [this, record](std::uint64_t key) { forms.add(key, record); });
+  numbered.add(record->id(), Part::Front, record);
+  ForEachKey(*record,
+             [this, record](std::uint32_t key, Part part) { forms.add(key, part, record); });
 }
 
 void YcluiWordTable::unlink(YcluiKeyword* record) {
   ++changeCount;
-  numbered.remove(record->id(), record);
-  ForEachKey(*record, [this, record](std::uint64_t key) { forms.remove(key, record); });
+  numbered.remove(record->id(), Part::Front, record);
+  ForEachKey(*record,
+             [this, record](std::uint32_t key, Part part) { forms.remove(key, part, record); });
 }

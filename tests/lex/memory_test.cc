@@ -60,27 +60,33 @@ TEST(Memory, ALexerWithoutTablesRefusesEverything) {
 // Too long to be kept in its record.
 constexpr char Word[] = "a-word-of-thirty-two-characters!";
 
-// Whichever allocation of an operation fails, the code is pushed and the lexer goes on.
+// Whether the record or its name finds no memory, the code is pushed and the lexer goes on.
 TEST(Memory, RecordsWithoutMemory) {
   const YAttribValue value;
   const YcluiValueType type = YcluiValueString;
-  const std::vector<std::function<void(YcluiLex&)>> operations = {
-      [](YcluiLex& lex) { lex.addKeyword(Word, "a", 0); },
-      [&](YcluiLex& lex) { lex.addKeyword(Word, 1, &type, 0); },
-      [](YcluiLex& lex) { lex.addAlias(Word, "text"); },
-      [&](YcluiLex& lex) { lex.addVariable(Word, value); },
-      [&](YcluiLex& lex) { lex.addVariable(Word, value, 3); },
+  const struct {
+    std::function<void(YcluiLex&)> operation;
+    bool (*fail)(int index);
+    int index;
+  } rows[] = {
+      {[](YcluiLex& lex) { lex.addKeyword(Word, "a", 0); }, FailAllocation, 0},
+      {[&](YcluiLex& lex) { lex.addKeyword(Word, 1, &type, 0); }, FailAlignedAllocation, 0},
+      {[&](YcluiLex& lex) { lex.addKeyword(Word, 1, &type, 0); }, FailAllocation, 0},
+      {[](YcluiLex& lex) { lex.addAlias(Word, "text"); }, FailAlignedAllocation, 0},
+      {[](YcluiLex& lex) { lex.addAlias(Word, "text"); }, FailAllocation, 0},
+      {[&](YcluiLex& lex) { lex.addVariable(Word, value); }, FailAllocation, 0},
+      {[&](YcluiLex& lex) { lex.addVariable(Word, value); }, FailAllocation, 1},
+      {[&](YcluiLex& lex) { lex.addVariable(Word, value, 3); }, FailAllocation, 0},
+      {[&](YcluiLex& lex) { lex.addVariable(Word, value, 3); }, FailAllocation, 1},
   };
-  for (const auto& operation : operations) {
-    for (const int allocation : {0, 1}) {  // the record, its name
-      YcluiLex lex;
-      FailAllocation(allocation);
-      operation(lex);
-      EXPECT_TRUE(FailAllocation(-1));
-      EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
-      EXPECT_TRUE(lex.keyword(Word) == nullptr && lex.variable(Word) == nullptr);
-      EXPECT_NE(lex.addKeyword(Word, "a", 0), 0U);
-    }
+  for (const auto& row : rows) {
+    YcluiLex lex;
+    row.fail(row.index);
+    row.operation(lex);
+    EXPECT_TRUE(row.fail(-1)) << &row - rows;
+    EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
+    EXPECT_TRUE(lex.keyword(Word) == nullptr && lex.variable(Word) == nullptr);
+    EXPECT_NE(lex.addKeyword(Word, "a", 0), 0U);
   }
   YcluiToken token("x");
   FailAllocation(0);
@@ -88,12 +94,22 @@ TEST(Memory, RecordsWithoutMemory) {
   EXPECT_STREQ(token.echoString(), "x");
 }
 
+// Plain words share their memory, of which there is more now and then.
+TEST(Memory, PlainWordsUpToTheLastOfMemory) {
+  YcluiLex lex;
+  FailAlignedAllocation();
+  int words = 0;
+  while (lex.addKeyword(("w" + std::to_string(words)).c_str(), nullptr, 0) != 0) ++words;
+  EXPECT_TRUE(FailAlignedAllocation(-1) && YErr.code(0) == YErrNoMemory);
+  EXPECT_NE(lex.addKeyword("more", nullptr, 0), 0U);
+}
+
 // A word whose name alone found no memory has the empty name, and there is only one of those.
 TEST(Memory, AWordWithoutAName) {
   YcluiLex lex;
-  FailAllocation(1);
+  FailAllocation();
   EXPECT_EQ(lex.addKeyword(Word, nullptr, 0), 5000U);
-  FailAllocation(1);
+  FailAllocation();
   EXPECT_EQ(lex.addKeyword(Word + 1, nullptr, 0), 0U);
   EXPECT_TRUE(FailAllocation(-1) && YErr.code(0) == YErrNoMemory);
   EXPECT_STREQ(lex.keyword(5000U), "");

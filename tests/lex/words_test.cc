@@ -109,6 +109,18 @@ class SlowTable : public YDictionary {
   std::uint32_t nextId = 5000;
 };
 
+// So many that the keys of some meet, whose words then share a row of the index.
+TEST(Words, StayApartAmongMany) {
+  YcluiWordTable table(1);
+  const int count = 150000;
+  const auto name = [](int i) { return "w" + std::to_string(i * 7919L); };
+  for (int i = 0; i < count; ++i) table.addKeyword(name(i).c_str(), nullptr, 0);
+  for (int i = 0; i < count; i += 2) EXPECT_EQ(table.delKeyword(name(i).c_str()), 1U) << i;
+  for (int i = 0; i < count; ++i) {
+    EXPECT_EQ(NameOf(table.find(name(i).c_str())), i % 2 == 0 ? "-" : name(i));
+  }
+}
+
 TEST(Words, AreFoundAsByAPlainWalk) {
   std::mt19937 random(11);
   const auto word = [&](std::size_t longest) {
