@@ -22,13 +22,13 @@
 // Ways are counted up to 2, once for each node (waysBehind).
 //
 // What comes up in a step does not depend on the token, so a step can be looked up: the matches of
-// each id, in the order of their coming up, and the number of ways that are open behind them. One or
-// two matches stand in the node at which the step begins, more in an index of it (YcluiNodeIndex).
-// That is made for places that are one node: a structural node that stands alone in nextNodes, or a
-// token node whose successors they are. With several matches the ways behind them are counted in one
-// walk, in which what was counted before counts; they are remembered for the matches of an id
-// together, or else for one node by itself. A node whose successors were read carries a mark, by
-// which it knows that their changes matter.
+// each id, in the order of their coming up, and the number of ways that are open behind them. One
+// or two matches stand in the node at which the step begins, more in an index of it
+// (YcluiNodeIndex). That is made for places that are one node: a structural node that stands alone
+// in nextNodes, or a token node whose successors they are. With several matches the ways behind
+// them are counted in one walk, in which what was counted before counts; they are remembered for
+// the matches of an id together, or else for one node by itself. A node whose successors were read
+// carries a mark, by which it knows that their changes matter.
 //
 // A step at random in a large graph waits for memory more than it computes. So a known step reads
 // one line of a node, and what the next word will lead to is fetched while it is being read.
