@@ -113,8 +113,9 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
     attachAll(from);
   }
 
-  // Makes `text` the action; null makes it an empty text. The text lies in the node. 0 when there was no action yet and no
-  // memory for its text: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
+  // Makes `text` the action; null makes it an empty text. The text lies in the node. 0 when there
+  // was no action yet and no memory for its text: YErrNoMemory is recorded as YErrFatal, and the
+  // node stays without one.
   YWord setAction(const char* text);
 
   // 1 when a command that begins with `other` may interrupt one that began with this node. Two
