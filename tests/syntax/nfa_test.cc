@@ -107,6 +107,22 @@ TEST(Walker, NoticesANewSuccessorOfARepeatedWord) {
   }
 }
 
+// What a step led to when the graph had another end is no longer so.
+TEST(Walker, FollowsTheEndOfTheGraph) {
+  const auto graph = Build("(3|2&1");
+  YcluiSyntaxNode other;
+  YcluiSyntaxNode* end = graph->end;
+  Walker walker;
+  for (const bool isOther : {false, false, false, true, true, true}) {
+    graph->end = isOther ? &other : end;
+    walker.syntaxGraph(graph.get());
+    EXPECT_NE(walker.stepNext(1), nullptr);
+    EXPECT_NE(walker.stepNext(2), nullptr);
+    EXPECT_EQ(walker.isTerminated(), isOther ? 0U : 1U);
+  }
+  graph->end = end;
+}
+
 // Whoever keeps the answer learns of it too, though no step has read behind the word.
 TEST(Walker, ToldOfANewSuccessorOfWhatIsPossible) {
   Repetition one(1);
