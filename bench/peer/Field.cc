@@ -1,10 +1,6 @@
 #include "bench/peer/Field.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 
 Field::Field(const Language& language) : language_(language) {
   for (const ContenderKind& kind : ContenderKinds()) {
@@ -12,43 +8,29 @@ Field::Field(const Language& language) : language_(language) {
   }
 }
 
-std::vector<Measured> Field::read(Spelling spelling, int count, int repetitions) const {
-  std::vector<PeerWork> works;
+WorkRow Field::reading(Spelling spelling, int count) const {
+  WorkRow row{{}, count};
   for (std::size_t i = 0; i < contenders_.size(); ++i) {
-    works.push_back(reading(i, spelling, count));
+    row.works.push_back(reading(i, spelling, count));
   }
-  return SideBySide(works, count, repetitions);
+  return row;
 }
 
-std::vector<Measured> Field::complete(const std::string& prefix, int repetitions) const {
-  return completions(prefix, false, repetitions);
-}
-
-std::vector<Measured> Field::completeInTurn(const std::string& prefix, int repetitions) const {
-  return completions(prefix, true, repetitions);
-}
-
-std::vector<Measured> Field::completions(const std::string& prefix, bool isInTurn,
-                                         int repetitions) const {
-  std::vector<PeerWork> works;
+WorkRow Field::completing(const std::string& prefix, bool isInTurn) const {
+  WorkRow row{{}, Completions};
   for (std::size_t i = 1; i < contenders_.size(); ++i) {
-    works.push_back(completing(i, prefix, isInTurn));
+    row.works.push_back(completing(i, prefix, isInTurn));
   }
-  return SideBySide(works, Completions, repetitions);
+  return row;
 }
 
-std::vector<Measured> Field::log(int count, int repetitions) const {
+WorkRow Field::logging(int count, const std::string& file) const {
   Contender* clui = contenders_[1].get();
   const PeerWork plain = reading(1, Spelling::Whole, count);
-  std::string name = (std::filesystem::temp_directory_path() / "peer_bench.XXXXXX").string();
-  const int file = mkstemp(name.data());
-  if (file >= 0) close(file);
-  const PeerWork logged = [clui, plain, name] {
-    return clui->log(name.c_str()) && plain() && clui->log(nullptr);
+  const PeerWork logged = [clui, plain, file] {
+    return clui->log(file.c_str()) && plain() && clui->log(nullptr);
   };
-  std::vector<Measured> measured = SideBySide({plain, logged}, count, repetitions);
-  std::filesystem::remove(name);
-  return measured;
+  return {{plain, logged}, count};
 }
 
 PeerWork Field::reading(std::size_t index, Spelling spelling, int count) const {
@@ -81,14 +63,18 @@ PeerWork Field::completing(std::size_t index, const std::string& prefix, bool is
   };
 }
 
-std::vector<Measured> BuildSideBySide(const Language& language, int repetitions) {
-  std::vector<PeerWork> works;
+WorkRow Building(const Language& language, int times) {
+  WorkRow row{{}, static_cast<long>(language.words.size()) * times};
   for (const ContenderKind& kind : ContenderKinds()) {
     if (kind.make == nullptr) {
-      works.emplace_back();
-    } else {
-      works.push_back([&kind, &language] { return kind.make(language) != nullptr; });
+      row.works.emplace_back();
+      continue;
     }
+    row.works.push_back([&kind, &language, times] {
+      bool isGood = true;
+      for (int i = 0; i < times; ++i) isGood = kind.make(language) != nullptr && isGood;
+      return isGood;
+    });
   }
-  return SideBySide(works, static_cast<long>(language.words.size()), repetitions);
+  return row;
 }

@@ -10,20 +10,20 @@
 #include "bench/peer/Contender.h"
 #include "bench/peer/SideBySide.h"
 
-// Each operation answers one cell for each contender, and an empty one for a contender that is not
-// installed or has nothing of that kind. The language outlives the field.
+// Each operation answers a work for each contender, and an empty one for a contender that is not
+// installed or has nothing of that kind. The language outlives the field, and this the works.
 class Field {
  public:
   explicit Field(const Language& language);
 
-  // Nanoseconds a line. The loop knows no short forms: it reads whole words then.
-  std::vector<Measured> read(Spelling spelling, int count, int repetitions) const;
-  // Nanoseconds a completion, of yqrtClui and the peers; the loop has none.
-  std::vector<Measured> complete(const std::string& prefix, int repetitions) const;
+  // A unit is a line. The loop knows no short forms: it reads whole words then.
+  WorkRow reading(Spelling spelling, int count) const;
+  // A unit is a completion, of yqrtClui and the peers; the loop has none.
+  WorkRow completing(const std::string& prefix) const { return completing(prefix, false); }
   // The same with a completion behind a command's word before each one.
-  std::vector<Measured> completeInTurn(const std::string& prefix, int repetitions) const;
-  // Nanoseconds a line, of yqrtClui without a log and with one.
-  std::vector<Measured> log(int count, int repetitions) const;
+  WorkRow completingInTurn(const std::string& prefix) const { return completing(prefix, true); }
+  // A unit is a line, of yqrtClui without a log and with one in that file.
+  WorkRow logging(int count, const std::string& file) const;
 
  private:
   static constexpr int Completions = 20;
@@ -33,11 +33,10 @@ class Field {
 
   PeerWork reading(std::size_t index, Spelling spelling, int count) const;
   PeerWork completing(std::size_t index, const std::string& prefix, bool isInTurn) const;
-  std::vector<Measured> completions(const std::string& prefix, bool isInTurn,
-                                    int repetitions) const;
+  WorkRow completing(const std::string& prefix, bool isInTurn) const;
 };
 
-// Nanoseconds a command for building a language and taking it down.
-std::vector<Measured> BuildSideBySide(const Language& language, int repetitions);
+// A unit is a command of a language that is built and taken down, that often.
+WorkRow Building(const Language& language, int times);
 
 #endif  // BENCH_PEER_FIELD_H_

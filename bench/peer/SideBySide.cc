@@ -19,11 +19,21 @@ double Median(std::vector<double> numbers) {
   return *middle;
 }
 
-std::string Cell(const Measured& cell) {
+// Runs a work and notes what a unit of it has cost, unless the turn does not count.
+void Run(const PeerWork& work, long units, bool counts, Measured& cell) {
+  const double start = Seconds();
+  const bool isGood = work();
+  const double taken = Seconds() - start;
+  cell.isGood = isGood && (cell.isGood || !cell.isThere);
+  cell.isThere = true;
+  if (counts) cell.nanoseconds.push_back(taken * 1e9 / static_cast<double>(units));
+}
+
+std::string Cell(const Measured& cell, const Measured& first) {
   char text[40];
   if (!cell.isThere) return "-";
   if (!cell.isGood) return "wrong";
-  std::snprintf(text, sizeof text, "%.0f (%.3g)", cell.nanoseconds, cell.ratio);
+  std::snprintf(text, sizeof text, "%.0f (%.3g)", cell.median(), MedianRatio(cell, first));
   return text;
 }
 
@@ -33,28 +43,30 @@ void PrintCell(const std::string& text) {
 
 }  // namespace
 
-std::vector<Measured> SideBySide(const std::vector<PeerWork>& works, long units, int repetitions) {
-  std::vector<Measured> results(works.size());
-  std::vector<std::vector<double>> seconds(works.size());
-  std::vector<std::vector<double>> ratios(works.size());
-  for (int repetition = -1; repetition < repetitions; ++repetition) {
-    double first = 0;
-    for (std::size_t i = 0; i < works.size(); ++i) {
-      if (!works[i]) continue;
-      const double start = Seconds();
-      const bool isGood = works[i]();
-      const double taken = Seconds() - start;
-      results[i].isGood = isGood && (results[i].isGood || !results[i].isThere);
-      results[i].isThere = true;
-      if (i == 0) first = taken;
-      if (repetition < 0) continue;
-      seconds[i].push_back(taken);
-      ratios[i].push_back(taken / first);
-    }
+double Measured::median() const {
+  return Median(nanoseconds);
+}
+
+double MedianRatio(const Measured& one, const Measured& other) {
+  std::vector<double> ratios;
+  const std::size_t turns = std::min(one.nanoseconds.size(), other.nanoseconds.size());
+  for (std::size_t i = 0; i < turns; ++i) {
+    ratios.push_back(one.nanoseconds[i] / other.nanoseconds[i]);
   }
-  for (std::size_t i = 0; i < works.size(); ++i) {
-    results[i].nanoseconds = Median(seconds[i]) * 1e9 / static_cast<double>(units);
-    results[i].ratio = Median(ratios[i]);
+  return Median(ratios);
+}
+
+std::vector<std::vector<Measured>> SideBySide(const std::vector<WorkRow>& rows, int repetitions) {
+  std::vector<std::vector<Measured>> results;
+  results.reserve(rows.size());
+  for (const WorkRow& row : rows) results.emplace_back(row.works.size());
+  for (int repetition = -1; repetition < repetitions; ++repetition) {
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+      for (std::size_t i = 0; i < rows[r].works.size(); ++i) {
+        const PeerWork& work = rows[r].works[i];
+        if (work) Run(work, rows[r].units, repetition >= 0, results[r][i]);
+      }
+    }
   }
   return results;
 }
@@ -69,7 +81,7 @@ void SideTable::print() const {
   std::printf("\n");
   for (const auto& [what, cells] : rows_) {
     std::printf("%-26s", what.c_str());
-    for (const Measured& cell : cells) PrintCell(Cell(cell));
+    for (const Measured& cell : cells) PrintCell(Cell(cell, cells.front()));
     std::printf("\n");
   }
   if (rows_.size() > 1) printGrowth();
@@ -78,9 +90,8 @@ void SideTable::print() const {
 void SideTable::printGrowth() const {
   std::printf("%-26s", "last row to first row");
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const std::vector<double> costs = column(i);
     char text[40] = "-";
-    if (costs.front() > 0) std::snprintf(text, sizeof text, "%.2f", costs.back() / costs.front());
+    if (at(0, i).isThere) std::snprintf(text, sizeof text, "%.2f", growth(i, 0));
     PrintCell(text);
   }
   std::printf("\n");
@@ -88,12 +99,18 @@ void SideTable::printGrowth() const {
 
 std::vector<double> SideTable::column(std::size_t index) const {
   std::vector<double> costs;
-  for (const auto& row : rows_) costs.push_back(row.second[index].nanoseconds);
+  for (const auto& row : rows_) costs.push_back(row.second[index].median());
   return costs;
 }
 
-std::vector<double> SideTable::ratios(std::size_t index) const {
-  std::vector<double> all;
-  for (const auto& row : rows_) all.push_back(row.second[index].ratio);
-  return all;
+double SideTable::worstRatio(std::size_t column, std::size_t toColumn) const {
+  double worst = 0;
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    worst = std::max(worst, MedianRatio(at(row, column), at(row, toColumn)));
+  }
+  return worst;
+}
+
+double SideTable::growth(std::size_t column, std::size_t fromRow) const {
+  return MedianRatio(rows_.back().second[column], at(fromRow, column));
 }

@@ -14,13 +14,25 @@ using PeerWork = std::function<bool()>;
 struct Measured {
   bool isThere = false;
   bool isGood = false;
-  double nanoseconds = 0;  // of a unit, the median
-  double ratio = 0;        // to the first work, the median of those of each repetition
+  std::vector<double> nanoseconds;  // of a unit, in each turn
+
+  double median() const;
 };
 
-// Runs the works in turn, and that as often as told, after a first turn that does not count. Times
-// are processor times of the thread: other programs of the machine do not count.
-std::vector<Measured> SideBySide(const std::vector<PeerWork>& works, long units, int repetitions);
+// What the one costs in units of the other: the median of the ratios of each turn, since the
+// machine may be faster in one turn than in the next.
+double MedianRatio(const Measured& one, const Measured& other);
+
+// Works that do so many units each.
+struct WorkRow {
+  std::vector<PeerWork> works;
+  long units;
+};
+
+// Runs all works of all rows in turn, and that as often as told, after a first turn that does not
+// count. Answers a row of cells for each row. Times are processor times of the thread: other
+// programs of the machine do not count.
+std::vector<std::vector<Measured>> SideBySide(const std::vector<WorkRow>& rows, int repetitions);
 
 // A table with one column for each work, and a row for each size.
 class SideTable {
@@ -29,12 +41,19 @@ class SideTable {
       : title_(std::move(title)), columns_(std::move(columns)) {}
 
   void add(std::string what, std::vector<Measured> cells);
-  // With the ratios in parentheses, and what a unit of the last row costs, divided by that of the
-  // first row.
+  // With the ratios to the first column in parentheses, and what a unit of the last row costs in
+  // those of the first row.
   void print() const;
-  // The nanoseconds of a column, and its ratios, 0 where it has none.
+  const Measured& at(std::size_t row, std::size_t column) const {
+    return rows_[row].second[column];
+  }
+  std::size_t count() const { return rows_.size(); }
+  // The medians of a column, 0 where it has none.
   std::vector<double> column(std::size_t index) const;
-  std::vector<double> ratios(std::size_t index) const;
+  // The greatest of the ratios to another column.
+  double worstRatio(std::size_t column, std::size_t toColumn) const;
+  // What the last row costs in units of another row.
+  double growth(std::size_t column, std::size_t fromRow) const;
 
  private:
   std::string title_;

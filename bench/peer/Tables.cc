@@ -1,9 +1,11 @@
 #include "bench/peer/Tables.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
-
-#include "bench/peer/Field.h"
+#include <cstdlib>
+#include <filesystem>
 #include "bench/peer/Plot.h"
 
 namespace {
@@ -17,21 +19,21 @@ std::vector<std::string> Names(std::size_t from) {
   return names;
 }
 
-double Worst(const std::vector<double>& numbers) {
-  return *std::max_element(numbers.begin(), numbers.end());
-}
+// A file to be written to, that goes with it.
+class ScratchFile {
+ public:
+  ScratchFile() : name_((std::filesystem::temp_directory_path() / "peer_bench.XXXXXX").string()) {
+    const int file = mkstemp(name_.data());
+    if (file >= 0) close(file);
+  }
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+  ~ScratchFile() { std::filesystem::remove(name_); }
+  const std::string& name() const { return name_; }
 
-// The greatest of the quotients.
-double Worst(const std::vector<double>& numbers, const std::vector<double>& others) {
-  double worst = 0;
-  for (std::size_t i = 0; i < numbers.size(); ++i) worst = std::max(worst, numbers[i] / others[i]);
-  return worst;
-}
-
-double Growth(const SideTable& table, std::size_t from) {
-  const std::vector<double> costs = table.column(Clui);
-  return costs.back() / costs[from];
-}
+ private:
+  std::string name_;
+};
 
 }  // namespace
 
@@ -47,23 +49,60 @@ Tables::Tables(const Scale& scale)
       inTurn_("both a completion behind a command's word and one behind two letters, ns",
               Names(Clui)),
       log_("a line with a log being written, ns", {"yqrtClui", "with a log"}) {
-  for (const int size : scale.sizes) measure(size);
+  for (const int size : scale.sizes) languages_.push_back(std::make_unique<Language>(size));
+  measureBuilding();
+  for (const auto& language : languages_) fields_.push_back(std::make_unique<Field>(*language));
+  measureLines();
+  measureCompletion();
 }
 
-void Tables::measure(int size) {
-  const Language language(size);
-  const std::string what = std::to_string(size);
-  const int repetitions = scale_.repetitions;
-  build_.add(what, BuildSideBySide(language, repetitions));
-  const Field field(language);
-  whole_.add(what, field.read(Spelling::Whole, scale_.lines, repetitions));
-  short_.add(what, field.read(Spelling::Short, scale_.lines, repetitions));
-  unknown_.add(what, field.read(Spelling::Unknown, scale_.sideLines, repetitions));
-  misplaced_.add(what, field.read(Spelling::Misplaced, scale_.sideLines, repetitions));
-  empty_.add(what, field.complete("", repetitions));
-  letters_.add(what, field.complete(language.words.front().substr(0, 2), repetitions));
-  inTurn_.add(what, field.completeInTurn(language.words.front().substr(0, 2), repetitions));
-  log_.add(what, field.log(scale_.sideLines, repetitions));
+// Small languages so often that all rows build as many commands.
+void Tables::measureBuilding() {
+  std::vector<WorkRow> rows;
+  for (const auto& language : languages_) {
+    rows.push_back(
+        Building(*language, scale_.sizes.back() / static_cast<int>(language->words.size())));
+  }
+  measure({{&build_, rows}});
+}
+
+void Tables::measureLines() {
+  std::vector<WorkRow> rows[5];
+  const ScratchFile log;
+  for (const auto& field : fields_) {
+    rows[0].push_back(field->reading(Spelling::Whole, scale_.lines));
+    rows[1].push_back(field->reading(Spelling::Short, scale_.lines));
+    rows[2].push_back(field->reading(Spelling::Unknown, scale_.sideLines));
+    rows[3].push_back(field->reading(Spelling::Misplaced, scale_.sideLines));
+    rows[4].push_back(field->logging(scale_.sideLines, log.name()));
+  }
+  measure({{&whole_, rows[0]},
+           {&short_, rows[1]},
+           {&unknown_, rows[2]},
+           {&misplaced_, rows[3]},
+           {&log_, rows[4]}});
+}
+
+void Tables::measureCompletion() {
+  std::vector<WorkRow> rows[3];
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const std::string letters = languages_[i]->words.front().substr(0, 2);
+    rows[0].push_back(fields_[i]->completing(""));
+    rows[1].push_back(fields_[i]->completing(letters));
+    rows[2].push_back(fields_[i]->completingInTurn(letters));
+  }
+  measure({{&empty_, rows[0]}, {&letters_, rows[1]}, {&inTurn_, rows[2]}});
+}
+
+// All of them in one go, so that any two can be compared turn by turn.
+void Tables::measure(const std::vector<std::pair<SideTable*, std::vector<WorkRow>>>& tables) {
+  std::vector<WorkRow> rows;
+  for (const auto& [table, own] : tables) rows.insert(rows.end(), own.begin(), own.end());
+  std::vector<std::vector<Measured>> cells = SideBySide(rows, scale_.repetitions);
+  auto next = cells.begin();
+  for (const auto& [table, own] : tables) {
+    for (const int size : scale_.sizes) table->add(std::to_string(size), std::move(*next++));
+  }
 }
 
 void Tables::print() const {
@@ -74,22 +113,24 @@ void Tables::print() const {
 }
 
 void Tables::printBounds() const {
-  const std::vector<double> build = build_.column(Clui);
   std::printf("\nwhat yqrtClui is to keep to\n");
-  PrintBound("a line, in lines of the loop", Worst(whole_.ratios(Clui)), 6);
-  PrintBound("a line in the largest language, in lines in the smallest", Growth(whole_, 0), 1.5);
-  PrintBound("the same with short forms", Growth(short_, 0), 1.5);
-  PrintBound("a line with an unknown word, in lines with known ones",
-             Worst(unknown_.column(Clui), whole_.column(Clui)), 1);
-  PrintBound("building a command of the largest language, in those of 100", Growth(build_, 1), 2);
-  PrintBound("building the largest language, in ms", build.back() * scale_.sizes.back() * 1e-6, 20);
+  PrintBound("a line, in lines of the loop", whole_.worstRatio(Clui, 0), 6);
+  PrintBound("a line in the largest language, in lines in the smallest", whole_.growth(Clui, 0),
+             1.5);
+  PrintBound("the same with short forms", short_.growth(Clui, 0), 1.5);
+  double unknown = 0;
+  for (std::size_t row = 0; row < whole_.count(); ++row) {
+    unknown = std::max(unknown, MedianRatio(unknown_.at(row, Clui), whole_.at(row, Clui)));
+  }
+  PrintBound("a line with an unknown word, in lines with known ones", unknown, 1);
+  PrintBound("building a command of the largest language, in those of 100", build_.growth(Clui, 1),
+             2);
+  PrintBound("building the largest language, in ms",
+             build_.column(Clui).back() * scale_.sizes.back() * 1e-6, 20);
   if (ContenderKinds()[Clui + 1].make == nullptr) return;
-  PrintBound("completion at an empty prompt, in those of libcli",
-             Worst(empty_.column(0), empty_.column(1)), 1);
-  PrintBound("completion behind two letters, in those of libcli",
-             Worst(letters_.column(0), letters_.column(1)), 1);
-  PrintBound("both places in turn, in those of libcli", Worst(inTurn_.column(0), inTurn_.column(1)),
-             1);
+  PrintBound("completion at an empty prompt, in those of libcli", empty_.worstRatio(0, 1), 1);
+  PrintBound("completion behind two letters, in those of libcli", letters_.worstRatio(0, 1), 1);
+  PrintBound("both places in turn, in those of libcli", inTurn_.worstRatio(0, 1), 1);
 }
 
 bool Tables::draw(const char* path) const {

@@ -3,9 +3,12 @@
 #ifndef BENCH_PEER_TABLES_H_
 #define BENCH_PEER_TABLES_H_
 
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "bench/peer/Field.h"
 #include "bench/peer/SideBySide.h"
 
 struct Scale {
@@ -36,7 +39,13 @@ class Tables {
   SideTable inTurn_;
   SideTable log_;
 
-  void measure(int size);
+  std::vector<std::unique_ptr<Language>> languages_;
+  std::vector<std::unique_ptr<Field>> fields_;
+
+  void measureBuilding();
+  void measureLines();
+  void measureCompletion();
+  void measure(const std::vector<std::pair<SideTable*, std::vector<WorkRow>>>& tables);
 };
 
 void PrintBound(const char* what, double worst, double most);
