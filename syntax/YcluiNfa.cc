@@ -370,19 +370,17 @@ void YcluiNfa::standBehindMatches() {
   clearPlaces();
   if (matchedNodes.count() == 1) {
     behind = matchedNodes.at(0);
-    fetchPair(*behind);
+    // What may come next is on its way from memory while the next word is read. Not in a function
+    // of its own: that would have no effect for which a compiler keeps the call.
+    if (behind->step_ == YcluiSyntaxNode::Step::Pair && holds(*behind)) {
+      for (const YcluiSyntaxNode* node : behind->pair_) {
+        if (node != nullptr) __builtin_prefetch(&node->tokenId);
+      }
+    }
     return;
   }
   for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
   KeepFirstAndLast(nextNodes);
-}
-
-// The nodes that may come next are on their way from memory while the next word is read.
-void YcluiNfa::fetchPair(const YcluiSyntaxNode& from) const {
-  if (from.step_ != YcluiSyntaxNode::Step::Pair || !holds(from)) return;
-  for (const YcluiSyntaxNode* node : from.pair_) {
-    if (node != nullptr) __builtin_prefetch(&node->tokenId);
-  }
 }
 
 // The node on which a step behind that one depends, or null. What leads to one structural node only

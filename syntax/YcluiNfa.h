@@ -131,7 +131,6 @@ class YQRT_API YcluiNfa {
   bool knowsStepFrom(YcluiSyntaxNode* from);
   static bool ArePair(const YcluiSyntaxNodeStk& nodes);
   void keepPair(YcluiSyntaxNode* from);
-  void fetchPair(const YcluiSyntaxNode& from) const;
   void noteStep();
   void learnStepFrom(YcluiSyntaxNode* from);
   bool collectMatches(YcluiSyntaxNode* from, bool isForIndex);
