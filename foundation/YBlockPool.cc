@@ -16,7 +16,8 @@ constexpr bool IsWatched = __has_feature(address_sanitizer);
 constexpr bool IsWatched = false;
 #endif
 
-constexpr std::align_val_t Alignment{64};
+constexpr std::size_t Line = 64;
+constexpr std::align_val_t Alignment{Line};
 
 }  // namespace
 

@@ -38,7 +38,6 @@ class YBlockPool {
   Slab* slabs_ = nullptr;
   std::size_t nextCount_ = FirstCount;  // blocks of the next slab
 
-  static constexpr std::size_t Line = 64;
   static constexpr std::size_t FirstCount = 16;
   static constexpr std::size_t MostCount = 1024;
 

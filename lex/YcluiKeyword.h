@@ -76,11 +76,10 @@ class YQRT_API YcluiKeyword : public YAssoc {
   bool isAbbreviated() const { return abbreviated != 0; }
 
  private:
-  // A record with a short name fills one line of memory, and a look-up reads no more than that.
   std::uint32_t lengthOfName = 0;
   std::uint32_t lengthOfShortest : 31 = 0;
   std::uint32_t abbreviated : 1 = 0;
-  char shortName[24];  // a look-up finds a name that fits in beside its record
+  char shortName[24];  // a name that fits in, its abbreviation too, needs no other memory
   std::uint64_t serialNumber = 0;
 
   std::uint32_t idWord() const {

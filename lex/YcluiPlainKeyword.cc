@@ -4,6 +4,9 @@
 
 #include "platform/general/YtString.h"
 
+// Then it has its memory from the pool of the records.
+static_assert(sizeof(YcluiPlainKeyword) == sizeof(YcluiKeyword));
+
 namespace {
 
 std::size_t RoomFor(const char* text) {

@@ -1,7 +1,8 @@
 // The two stages of a look-up, as they are told, probe a set by hash and then ask every record.
 // Here an index stands in their place, from every text that a stage can find a word under to the
-// words that it finds, in the order of adding. A text decides which row is looked at, and the words
-// in the row are asked, so what is answered is what asking them all would answer.
+// words that it finds: those of the first stage, then those of the second, each in the order of
+// adding. A text decides which row is looked at, and the words in the row are asked, so what is
+// answered is what asking them all would answer.
 //
 // A word without an abbreviation accepts its name alone, under which it is filed, so the second
 // stage never finds one. A word with an abbreviation is filed under that, and accepts longer

@@ -76,10 +76,10 @@ void YcluiIdIndex::grow() {
     lowest = std::min<std::uint64_t>(lowest, row.id);
     highest = std::max<std::uint64_t>(highest, row.id);
   }
-  const std::uint64_t room = rows_.size() - (highest - lowest);
-  if (lowest <= highest && room <= rows_.size()) {
+  const std::uint64_t span = highest - lowest;
+  if (used_ > 0 && span < rows_.size()) {
     // In the middle, since more may come on either side.
-    placeSideBySide(lowest - room / 2);
+    placeSideBySide(lowest - (rows_.size() - span) / 2);
   } else {
     placeSpread();
   }

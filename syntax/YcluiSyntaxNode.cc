@@ -13,6 +13,8 @@ namespace {
 // The mark of a node that is about to go; walks have lower numbers.
 constexpr std::uint64_t Collected = ~std::uint64_t{0};
 
+// What one step reads would not stand in one line of memory in a larger node.
+static_assert(sizeof(YcluiSyntaxNode) == 128);
 constinit YBlockPool Pool(sizeof(YcluiSyntaxNode));
 
 }  // namespace
@@ -72,4 +74,3 @@ bool YcluiSyntaxNode::collect() {
   mark_ = Collected;
   return true;
 }
-static_assert(sizeof(YcluiSyntaxNode) == 128);

@@ -1,11 +1,8 @@
 #include "bench/peer/Tables.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
+#include "bench/TemporaryFile.h"
 #include "bench/peer/Plot.h"
 
 namespace {
@@ -18,22 +15,6 @@ std::vector<std::string> Names(std::size_t from) {
   names.erase(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(from));
   return names;
 }
-
-// A file to be written to, that goes with it.
-class ScratchFile {
- public:
-  ScratchFile() : name_((std::filesystem::temp_directory_path() / "peer_bench.XXXXXX").string()) {
-    const int file = mkstemp(name_.data());
-    if (file >= 0) close(file);
-  }
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
-  ~ScratchFile() { std::filesystem::remove(name_); }
-  const std::string& name() const { return name_; }
-
- private:
-  std::string name_;
-};
 
 }  // namespace
 
@@ -69,13 +50,13 @@ void Tables::measureBuilding() {
 
 void Tables::measureLines() {
   std::vector<WorkRow> rows[5];
-  const ScratchFile log;
+  const TemporaryFile log;
   for (const auto& field : fields_) {
     rows[0].push_back(field->reading(Spelling::Whole, scale_.lines));
     rows[1].push_back(field->reading(Spelling::Short, scale_.lines));
     rows[2].push_back(field->reading(Spelling::Unknown, scale_.sideLines));
     rows[3].push_back(field->reading(Spelling::Misplaced, scale_.sideLines));
-    rows[4].push_back(field->logging(scale_.sideLines, log.name()));
+    rows[4].push_back(field->logging(scale_.sideLines, log.path()));
   }
   measure({{&whole_, rows[0]},
            {&short_, rows[1]},
