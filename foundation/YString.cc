@@ -16,7 +16,8 @@ constexpr unsigned long LongestRoom = 0xFFFFFFFF;
 
 // Stands in for the buffer of every string that has allocated nothing. Its one byte is a NUL, and
 // the only thing that a caller may write into a text of no length is that.
-char NoText[1] = {'\0'};
+alignas(2) char EvenAndOdd[2] = {'\0', '\0'};
+char* const NoText = EvenAndOdd + 1;
 
 unsigned long LengthOf(const char* text) {
   return text == nullptr ? 0 : std::strlen(text);
@@ -24,24 +25,6 @@ unsigned long LengthOf(const char* text) {
 
 const char* TextOf(const char* text) {
   return text == nullptr ? "" : text;
-}
-
-// The allocation of `s`, replaced by one of `room` bytes that begins with what the old one held.
-// Its last byte is a NUL: no store through operator[] reaches it, so a text without a NUL of its
-// own ends there.
-void Reallocate(YString& s, unsigned long room) {
-  if (room > LongestRoom) YOutOfMemory();
-  void* old = s.capacity == 0 ? nullptr : s.buffer;
-  s.buffer = static_cast<char*>(YChecked(std::realloc(old, room)));
-  s.buffer[room - 1] = '\0';
-  s.capacity = static_cast<std::uint32_t>(room);
-}
-
-// Makes room for a text of `length` bytes, at least doubling what is there.
-void GrowFor(YString& s, unsigned long length) {
-  if (length < s.capacity) return;
-  const unsigned long doubled = std::min(2UL * s.capacity, LongestRoom);
-  Reallocate(s, std::max(length + 1, doubled));
 }
 
 template <class Integer>
@@ -74,13 +57,12 @@ YString::YString(const YString& other) : YString() {
   assign(other);
 }
 
-YString::YString(YString&& other) noexcept
-    : buffer(std::exchange(other.buffer, NoText)),
-      length(std::exchange(other.length, 0)),
-      capacity(std::exchange(other.capacity, 0)) {}
+YString::YString(YString&& other) noexcept : YString() {
+  *this = std::move(other);
+}
 
 YString::~YString() {
-  if (capacity != 0) std::free(buffer);
+  release();
 }
 
 YString& YString::operator=(const YString& other) {
@@ -89,10 +71,45 @@ YString& YString::operator=(const YString& other) {
 }
 
 YString& YString::operator=(YString&& other) noexcept {
+  if (isLent() || other.isLent()) return *this = static_cast<const YString&>(other);
   std::swap(buffer, other.buffer);
   std::swap(length, other.length);
   std::swap(capacity, other.capacity);
   return *this;
+}
+
+void YString::lend(char* room, std::uint32_t size) {
+  release();
+  buffer = room;
+  capacity = size;
+  setLength(0);
+}
+
+void YString::leaveRoom() {
+  if (isLent()) reallocate(capacity);
+}
+
+void YString::release() {
+  if (ownsBuffer()) std::free(buffer);
+}
+
+// Replaces the memory by `room` bytes of the string's own, at least as many, that begin with what
+// the old ones held. The last byte is a NUL: no store through operator[] reaches it, so a text
+// without a NUL of its own ends there.
+void YString::reallocate(unsigned long room) {
+  if (room > LongestRoom) YOutOfMemory();
+  auto* memory = static_cast<char*>(YChecked(std::realloc(ownsBuffer() ? buffer : nullptr, room)));
+  if (!ownsBuffer()) std::memcpy(memory, buffer, capacity);
+  buffer = memory;
+  buffer[room - 1] = '\0';
+  capacity = static_cast<std::uint32_t>(room);
+}
+
+// Makes room for a text of `n` bytes, at least doubling what is there.
+void YString::growFor(unsigned long n) {
+  if (n < capacity) return;
+  const unsigned long doubled = std::min(2UL * capacity, LongestRoom);
+  reallocate(std::max(n + 1, doubled));
 }
 
 YWord YString::assign(const char* text) {
@@ -102,27 +119,28 @@ YWord YString::assign(const char* text) {
 YWord YString::tryAssign(const char* text) {
   const unsigned long n = LengthOf(text);
   if (n < capacity || n == 0) return assign(text, n);
-  auto* room = n >= LongestRoom ? nullptr : static_cast<char*>(std::malloc(n + 1));
-  if (room == nullptr) return 0;
-  std::memcpy(room, text, n);
-  if (capacity != 0) std::free(buffer);
-  buffer = room;
-  capacity = static_cast<std::uint32_t>(n + 1);
-  setLength(n);
-  return 1;
+  return replace(text, n) ? 1 : 0;
 }
 
 YWord YString::assignAnew(const char* text, unsigned long n) {
-  if (text == nullptr) n = 0;
-  if (n > 0) {
-    if (n >= LongestRoom) YOutOfMemory();
-    YString fresh;
-    Reallocate(fresh, n + 1);
-    std::swap(*this, fresh);
-    std::memcpy(buffer, text, n);  // `text` may lie in the old buffer, which `fresh` holds
+  if (text == nullptr || n == 0) {
+    setLength(0);
+  } else if (!replace(text, n)) {
+    YOutOfMemory();
   }
-  setLength(n);
   return 1;
+}
+
+// A text that is longer than the room, in memory that is as long; false when there is none.
+bool YString::replace(const char* text, unsigned long n) {
+  auto* memory = n >= LongestRoom ? nullptr : static_cast<char*>(std::malloc(n + 1));
+  if (memory == nullptr) return false;
+  std::memcpy(memory, text, n);  // which may lie in the old memory
+  release();
+  buffer = memory;
+  capacity = static_cast<std::uint32_t>(n + 1);
+  setLength(n);
+  return true;
 }
 
 YWord YString::concat(const char* text) {
@@ -135,7 +153,7 @@ YWord YString::appendAnew(const char* text, unsigned long n) {
       reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(buffer);
   const bool inside = offset < capacity;
   if (n > LongestRoom) YOutOfMemory();
-  GrowFor(*this, length + n);
+  growFor(length + n);
   return concat(inside ? buffer + offset : text, n);
 }
 
@@ -150,7 +168,7 @@ YString& YString::operator<<(const YString& text) {
 }
 
 YString& YString::operator<<(char byte) {
-  GrowFor(*this, length + 1UL);
+  growFor(length + 1UL);
   buffer[length] = byte;
   setLength(length + 1UL);
   return *this;
@@ -181,7 +199,7 @@ YString& YString::operator<<(double value) {
 YWord YString::expand(unsigned long n) {
   if (n <= capacity) return 1;
   const std::uint32_t old = capacity;
-  Reallocate(*this, n);
+  reallocate(n);
   std::memset(buffer + old, 0, n - old);
   return 1;
 }

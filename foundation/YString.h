@@ -13,6 +13,9 @@
 // `buffer` or operator[] does not change `length`; a caller that does so reads the text as
 // NUL-terminated afterwards. Memory that cannot be had ends the process (YMemory.h), so the words
 // that the operations answer are always 1.
+//
+// The text lies in memory of the string's own, or in room that its owner lends it. Memory of its
+// own has an even address, as malloc gives it; all other has an odd one.
 class YQRT_API YString {
  public:
   char* buffer;            // the text; never null, the empty text when nothing is allocated
@@ -33,6 +36,13 @@ class YQRT_API YString {
 
   YString& operator=(const YString& other);
   YString& operator=(YString&& other) noexcept;
+
+  // Empties the string and lends it `size` bytes at an odd address, at least one, which stay where
+  // they are until the string is destroyed or `leaveRoom` was called. A text that needs more goes
+  // to memory of the string's own, and so does a copy, also when the string is moved from.
+  void lend(char* room, std::uint32_t size);
+  // Moves the text out of the lent room, if it lies there.
+  void leaveRoom();
 
   // Replace the text, in the memory that is there when it is large enough. Null empties the string.
   // The source may lie inside the string itself.
@@ -96,6 +106,12 @@ class YQRT_API YString {
   static char _out_range_rescue;
 
  private:
+  bool ownsBuffer() const { return (reinterpret_cast<std::uintptr_t>(buffer) & 1) == 0; }
+  bool isLent() const { return capacity != 0 && !ownsBuffer(); }
+  void release();
+  void reallocate(unsigned long room);
+  void growFor(unsigned long n);
+  bool replace(const char* text, unsigned long n);
   // What the present room is too small for.
   YWord assignAnew(const char* text, unsigned long n);
   YWord appendAnew(const char* text, unsigned long n);

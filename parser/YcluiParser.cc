@@ -178,7 +178,9 @@ YWord YcluiParser::pushToken(YcluiToken& token) {
     return 0;
   }
   if (frame->isTerminated() != 0) synCallback();
-  if (accepted->action != nullptr) action(accepted->action->buffer, context, frame->tokens);
+  if (frame->isSilent(accepted) == 0 && accepted->action != nullptr) {
+    action(accepted->action->buffer, context, frame->tokens);
+  }
   if (frame == currentFrame() && frame->isTerminated() != 0) reset();
   return 1;
 }

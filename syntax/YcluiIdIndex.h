@@ -16,9 +16,12 @@ struct YcluiNodeRow {
   static constexpr std::int32_t None = -1;
 
   YcluiSyntaxNode* node = nullptr;  // null in an empty place
-  std::uint32_t id = 0;
-  std::int32_t next : 29 = None;  // entry of those behind it
-  std::int32_t ends : 3 = None;   // for the walker: 0 to 2 when it knows
+  std::int32_t others : 28 = None;  // entry of the second one
+  // For the walker, when it knows.
+  std::int32_t ends : 3 = None;  // 0 to 2
+  bool isSilent : 1 = false;     // whether the node has no action
+  // How far from the node, in lines of memory, those lie that may follow it; else 0.
+  std::int16_t ahead[2] = {};
 };
 
 // Under each id stands a row of nodes in the order of their adding. Adding and finding take
@@ -43,23 +46,21 @@ class YcluiIdIndex {
 
   using Rows = std::vector<YcluiNodeRow, YAllocator<YcluiNodeRow>>;
 
-  Rows rows_;          // a power of two of them, half of them in use at most
-  int homeShift_ = 0;  // 64 less that power
-  // The home of an id is given by the upper bits of its distance from the first one times a factor:
-  // one that spreads ids, or the one that leaves the distance as it is.
+  Rows rows_;  // a power of two of them, half of them in use at most
+  // Side by side, each place belongs to one id, from the first on. Spread, an id stands at the
+  // first free place from its home on, which the upper bits of a product give.
+  bool isSideBySide_ = false;
   std::uint64_t first_ = 0;
-  std::uint64_t factor_ = 0;
+  int homeShift_ = 0;  // 64 less that power
   std::size_t used_ = 0;
   std::vector<Entry, YAllocator<Entry>> entries_;  // what stands second and behind in its row
 
   Entry& entryAt(std::int32_t i) { return entries_[static_cast<std::size_t>(i)]; }
   const Entry& entryAt(std::int32_t i) const { return entries_[static_cast<std::size_t>(i)]; }
-  std::size_t placeOf(unsigned long id) const;
-  bool hasHome(std::uint64_t id) const;
+  bool reaches(std::uint64_t id) const;
+  std::size_t placeOf(std::uint64_t id) const;
   void grow();
   void spread();
-  void placeSideBySide(std::uint64_t first);
-  void placeSpread();
   void take(const Rows& rows);
 };
 

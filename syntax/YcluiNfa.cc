@@ -31,7 +31,8 @@
 // carries a mark, by which it knows that their changes matter.
 //
 // A step at random in a large graph waits for memory more than it computes. So a known step reads
-// one line of a node, and what the next word will lead to is fetched while it is being read.
+// one line of a node, in an index not even that, and what the next word may lead to is fetched
+// while it is being read.
 
 #include "syntax/YcluiNfa.h"
 
@@ -53,6 +54,8 @@ constexpr std::uint64_t OldestSerial = 1;
 constexpr int FewLinks = 16;
 // In how many indexes what follows a structural node may stand.
 constexpr std::uint32_t MostCovers = 4;
+// Bytes in a line of memory.
+constexpr int Line = 64;
 
 // The successor of a node with one link, null of any other.
 YcluiSyntaxNode* OnlySuccessor(const YcluiSyntaxNode& node) {
@@ -115,7 +118,6 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
 
   YcluiSyntaxNode* answer = matchedNodes.top();
   currentNode = answer;
-  if (answer->action != nullptr) __builtin_prefetch(answer->action->buffer);  // fires soon
   standBehindMatches();
   if (ends > 0) terminated = 1;
   // Last of all: the host's listener may use this walker.
@@ -208,8 +210,7 @@ void YcluiNfa::findMatches(unsigned long tokenId) {
 void YcluiNfa::noteStep() {
   const bool isWide = looked > FewLinks;
   YcluiSyntaxNode* from = isWide || behind == nullptr ? onlyPlace : behind;
-  if (from == nullptr || looked < 2) return;
-  renew(*from);
+  if (from == nullptr || looked < 2 || !renew(*from)) return;
   using Step = YcluiSyntaxNode::Step;
   if (from->step_ == Step::Unknown) from->step_ = isWide ? Step::Wide : Step::Narrow;
 }
@@ -256,21 +257,58 @@ int YcluiNfa::takeKnown(YcluiSyntaxNode* from, unsigned long tokenId) {
 
 int YcluiNfa::takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId) {
   for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
-    if (from.pair_[i] == nullptr || from.pair_[i]->tokenId != tokenId) continue;
-    matchedNodes.push(from.pair_[i]);
+    YcluiSyntaxNode* node = from.pair_[i];
+    if (node == nullptr || node->tokenId != tokenId) continue;
+    matchedNodes.push(node);
+    // What may follow it comes from memory while the next word is read. Not in a function of its
+    // own: a compiler drops the calls of one that has no other effect.
+    if (node->step_ == YcluiSyntaxNode::Step::Pair && holds(*node)) {
+      for (const YcluiSyntaxNode* next : node->pair_) {
+        if (next != nullptr) __builtin_prefetch(&next->tokenId);
+      }
+    }
     return from.pairEnds_[i];
   }
   return 0;
 }
 
+// The node and what may follow it come from memory at once, while the next word is read. Nothing
+// here waits for the node, which therefore is not asked whether it has an action.
 int YcluiNfa::takeIndexed(YcluiIdIndex& matches, unsigned long tokenId) {
   YcluiNodeRow* row = matches.find(tokenId);
   if (row == nullptr) return 0;
+  const auto line = reinterpret_cast<std::intptr_t>(&row->node->tokenId);
+  __builtin_prefetch(reinterpret_cast<const void*>(line));
+  for (const std::intptr_t lines : row->ahead) {
+    __builtin_prefetch(reinterpret_cast<const void*>(line + lines * Line));
+  }
   matchedNodes.push(row->node);
-  if (row->next != YcluiNodeRow::None) matches.pushOthers(*row, matchedNodes);
-  // The mask is for the compiler, which does not know how few there are.
-  if (row->ends < 0) row->ends = endsBehindMatches() & 3;
+  if (row->others != YcluiNodeRow::None) matches.pushOthers(*row, matchedNodes);
+  if (row->ends < 0) noteRow(*row);
+  if (row->ahead[0] == 0) NoteAhead(*row);
+  if (row->isSilent) {
+    silent = row->node;
+    silentChanges = YcluiSyntaxNode::Changes();
+  }
   return row->ends;
+}
+
+// The mask is for the compiler, which does not know how few there are.
+void YcluiNfa::noteRow(YcluiNodeRow& row) {
+  row.ends = endsBehindMatches() & 3;
+  row.isSilent = row.node->action == nullptr;
+}
+
+// Notes where those lie that are remembered behind the node, unless it is too far away.
+void YcluiNfa::NoteAhead(YcluiNodeRow& row) {
+  if (row.node->step_ != YcluiSyntaxNode::Step::Pair) return;
+  for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
+    const auto from = reinterpret_cast<std::intptr_t>(row.node);
+    const auto to = reinterpret_cast<std::intptr_t>(row.node->pair_[i]);
+    const std::intptr_t lines = (to - from) / Line;
+    row.ahead[i] = static_cast<std::int16_t>(lines);
+    if (row.ahead[i] != lines) row.ahead[i] = 0;
+  }
 }
 
 int YcluiNfa::takeWalking(unsigned long tokenId) {
@@ -283,11 +321,10 @@ void YcluiNfa::learnStepFrom(YcluiSyntaxNode* from) {
   using Step = YcluiSyntaxNode::Step;
   const bool isWide = from->step_ == Step::Wide;
   from->step_ = Step::Covered;
-  if (graph != nullptr && graph->start != nullptr) NoteReading(graph->start);
+  if (graph->start != nullptr) NoteReading(graph->start);
   if (!collectMatches(from, isWide)) return;
   if (ArePair(matchedNodes)) {
-    keepPair(from);
-    from->step_ = Step::Pair;
+    learnPair(from);
     return;
   }
   YcluiIdIndex& index = IndexOf(from).matches;
@@ -301,11 +338,13 @@ bool YcluiNfa::ArePair(const YcluiSyntaxNodeStk& nodes) {
   return nodes.count() < 2 || nodes.at(0)->tokenId != nodes.at(1)->tokenId;
 }
 
-void YcluiNfa::keepPair(YcluiSyntaxNode* from) {
-  for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
-    from->pair_[i] = i < matchedNodes.count() ? matchedNodes.at(i) : nullptr;
-    if (from->pair_[i] != nullptr) from->pairEnds_[i] = endsBehind(from->pair_[i]) & 3;
+void YcluiNfa::learnPair(YcluiSyntaxNode* from) {
+  YcluiSyntaxNode* pair[YcluiSyntaxNode::InPair] = {};
+  for (int i = 0; i < matchedNodes.count(); ++i) {
+    pair[i] = matchedNodes.at(i);
+    from->pairEnds_[i] = endsBehind(pair[i]) & 3;
   }
+  from->keepPair(pair[0], pair[1]);
 }
 
 // Collects what comes up in a step, whatever its id, in the order of a step.
@@ -351,14 +390,16 @@ bool YcluiNfa::cover(YcluiSyntaxNode* node) {
   return true;
 }
 
-// Forgets what is remembered at the node if it does not hold any more.
-void YcluiNfa::renew(YcluiSyntaxNode& node) const {
-  if (holds(node)) return;
-  node.changes_ = YcluiSyntaxNode::Changes();
-  node.end_ = graphEnd();
+// Forgets what is remembered at the node if it does not hold any more. False without a graph: then
+// nothing can be remembered.
+bool YcluiNfa::renew(YcluiSyntaxNode& node) const {
+  if (graph == nullptr) return false;
+  if (holds(node)) return true;
+  node.era_ = graph->era();
   node.step_ = YcluiSyntaxNode::Step::Unknown;
   node.ways_ = YcluiSyntaxNode::UnknownWays;
   if (node.index_ != nullptr) node.index_->matches.clear();
+  return true;
 }
 
 YcluiNodeIndex& YcluiNfa::IndexOf(YcluiSyntaxNode* node) {
@@ -370,13 +411,6 @@ void YcluiNfa::standBehindMatches() {
   clearPlaces();
   if (matchedNodes.count() == 1) {
     behind = matchedNodes.at(0);
-    // What may come next is on its way from memory while the next word is read. Not in a function
-    // of its own: that would have no effect for which a compiler keeps the call.
-    if (behind->step_ == YcluiSyntaxNode::Step::Pair && holds(*behind)) {
-      for (const YcluiSyntaxNode* node : behind->pair_) {
-        if (node != nullptr) __builtin_prefetch(&node->tokenId);
-      }
-    }
     return;
   }
   for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
@@ -426,10 +460,7 @@ int YcluiNfa::memorizedWaysBehind(YcluiSyntaxNode* node) {
   if (holds(*node) && node->ways_ >= 0) return node->ways_;
   looked = 0;
   const int ways = waysBehind(node, NewSerial());
-  if (looked > FewLinks) {
-    renew(*node);
-    node->ways_ = static_cast<std::int8_t>(ways);
-  }
+  if (looked > FewLinks && renew(*node)) node->ways_ = static_cast<std::int8_t>(ways);
   return ways;
 }
 

@@ -8,6 +8,7 @@
 #include "syntax/YcluiSyntaxNodeStk.h"
 
 class YcluiIdIndex;
+struct YcluiNodeRow;
 
 // Takes token ids and follows every way through the graph that they allow at once, so that two
 // commands may begin with the same words and part only later. It owns neither the graph nor the
@@ -70,6 +71,12 @@ class YQRT_API YcluiNfa {
   // The node that accepted the last token; behind a reset the start of the graph.
   YcluiSyntaxNode* currentSyntaxNode() const { return currentNode; }
 
+  // 1 when the node is known to have no action, without a look at it, which may have to wait for
+  // memory. That is so of one that accepted the last token in a step that was looked up.
+  YWord isSilent(const YcluiSyntaxNode* node) const {
+    return node == silent && silentChanges == YcluiSyntaxNode::Changes() ? 1 : 0;
+  }
+
   // Fills `nodes` with the token nodes that could accept the next token, each once; no indefinite
   // ones. A member of a repeated part brings what follows it along, so of a sequence that repeats
   // all is listed, though it is accepted in its order only. 0 without a graph or when terminated,
@@ -101,7 +108,9 @@ class YQRT_API YcluiNfa {
   // Set when a step depends on one node: a structural one that is the only place, or the token node
   // behind which the walker stands. With `behind`, nothing until a step asks what follows it.
   YcluiSyntaxNode* onlyPlace = nullptr;
-  int looked = 0;  // links that the present step has looked at
+  int looked = 0;                           // links that the present step has looked at
+  const YcluiSyntaxNode* silent = nullptr;  // see isSilent
+  std::uint64_t silentChanges = 0;
 
   void clearPlaces();
   void findMatches(unsigned long tokenId);
@@ -118,19 +127,21 @@ class YQRT_API YcluiNfa {
   const YcluiSyntaxNode* graphEnd() const { return graph == nullptr ? nullptr : graph->end; }
   // Whether what is remembered at the node holds for this walk.
   bool holds(const YcluiSyntaxNode& node) const {
-    return node.changes_ == YcluiSyntaxNode::Changes() && node.end_ == graphEnd();
+    return graph != nullptr && node.era_ == graph->era();
   }
-  void renew(YcluiSyntaxNode& node) const;
+  bool renew(YcluiSyntaxNode& node) const;
   static YcluiNodeIndex& IndexOf(YcluiSyntaxNode* node);
   YcluiSyntaxNode* indexedIndefiniteNode(unsigned long tokenId) const;
   YcluiSyntaxNode* knownStep();
   int takeKnown(YcluiSyntaxNode* from, unsigned long tokenId);
   int takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId);
   int takeIndexed(YcluiIdIndex& matches, unsigned long tokenId);
+  void noteRow(YcluiNodeRow& row);
+  static void NoteAhead(YcluiNodeRow& row);
   int takeWalking(unsigned long tokenId);
   bool knowsStepFrom(YcluiSyntaxNode* from);
   static bool ArePair(const YcluiSyntaxNodeStk& nodes);
-  void keepPair(YcluiSyntaxNode* from);
+  void learnPair(YcluiSyntaxNode* from);
   void noteStep();
   void learnStepFrom(YcluiSyntaxNode* from);
   bool collectMatches(YcluiSyntaxNode* from, bool isForIndex);

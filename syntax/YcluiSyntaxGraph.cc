@@ -113,6 +113,13 @@ bool YcluiSyntaxGraph::detachEnd() {
   return start->detach(end) == nullptr;
 }
 
+std::uint64_t YcluiSyntaxGraph::newEra() {
+  static std::uint64_t last = 0;
+  eraChanges_ = YcluiSyntaxNode::Changes();
+  eraEnd_ = end;
+  return era_ = ++last;
+}
+
 void deleteNodesFrom(YcluiSyntaxNode* node) {
   YcluiNodeSet nodes;
   nodes.collectNodes(node);

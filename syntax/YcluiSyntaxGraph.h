@@ -3,6 +3,8 @@
 #ifndef SYNTAX_YCLUISYNTAXGRAPH_H_
 #define SYNTAX_YCLUISYNTAXGRAPH_H_
 
+#include <cstdint>
+
 #include "syntax/YcluiSyntaxNode.h"
 
 // A graph owns every node that can be reached from `start` or `end`, and no node belongs to two
@@ -57,6 +59,18 @@ class YQRT_API YcluiSyntaxGraph {
  private:
   // The last link of `start` when none of them led to `end`; only compared, never followed.
   const YRing* searched_ = nullptr;
+
+  // The era of what walkers remember of the nodes. It ends when they are made to forget, and when
+  // the graph gets another end. Each graph has its own, and 0 is none.
+  friend class YcluiNfa;
+  std::uint64_t era_ = 0;
+  std::uint64_t eraChanges_ = ~std::uint64_t{0};
+  const YcluiSyntaxNode* eraEnd_ = nullptr;
+  std::uint64_t era() {
+    const bool goesOn = eraChanges_ == YcluiSyntaxNode::Changes() && eraEnd_ == end;
+    return goesOn ? era_ : newEra();
+  }
+  std::uint64_t newEra();
 
   YWord isEmptied() const { return start == nullptr || end == nullptr ? 1 : 0; }
   YWord canTake(const YcluiSyntaxGraph* graph) const;

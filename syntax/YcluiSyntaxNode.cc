@@ -1,5 +1,6 @@
 #include "syntax/YcluiSyntaxNode.h"
 
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -55,11 +56,31 @@ void YcluiSyntaxNode::operator delete(void* node, std::size_t size) {
   Pool.give(node, size);
 }
 
+// A walker may have taken the node for one without an action.
 YWord YcluiSyntaxNode::setAction(const char* text) {
   if (action != nullptr) return action->assign(text);
+  noteGain();
+  if (text != nullptr) makeRoomFor(text);
   if (text_.tryAssign(text) == 0) return cluiFatal(YErrNoMemory);
   action = &text_;
   return 1;
+}
+
+// A short text costs no allocation, and who reads the node has read the text. What was remembered
+// in its place holds no more.
+void YcluiSyntaxNode::makeRoomFor(const char* text) {
+  const std::size_t size = std::strlen(text) + 1;
+  char* odd = room_ + 1;
+  if (size > sizeof room_ - 1) return;
+  step_ = Step::Unknown;
+  text_.lend(odd, static_cast<std::uint32_t>(size));
+}
+
+void YcluiSyntaxNode::keepPair(YcluiSyntaxNode* first, YcluiSyntaxNode* second) {
+  text_.leaveRoom();
+  pair_[0] = first;
+  pair_[1] = second;
+  step_ = Step::Pair;
 }
 
 // What is remembered of indefinite nodes follows a list that grows, and none that loses a link.

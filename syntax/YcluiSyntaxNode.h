@@ -26,8 +26,8 @@ struct YcluiNodeIndex;
 // successors. Any other node accepts the token of that id, and only such a node fires its `action`.
 //
 // Walkers remember what they have read of a graph. They notice when successors change through the
-// operations of this class and when a node goes; who writes another `tokenId` or `kind` into a node
-// that a walker may have come by calls NoteChange.
+// operations of this class and when a node goes; who writes another `tokenId`, `kind` or `action`
+// into a node that a walker may have come by calls NoteChange.
 class YQRT_API YcluiSyntaxNode : public YLinkList {
  public:
   YcluiNodeKind kind = YcluiNodePlain;
@@ -53,7 +53,7 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
  private:
   // What walkers remember of a step that begins at this node, if it is structural, or behind it,
   // and nowhere else: the token nodes that come up in it; and the ways behind the node to the end
-  // of the graph. It holds for walks to that end while nothing has changed.
+  // of the graph. It holds as long as the era of the graph.
   enum class Step : std::uint8_t {
     Unknown,
     Narrow,   // one step has looked at a few links, so the next one collects what comes up
@@ -64,13 +64,16 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   };
   static constexpr std::int8_t UnknownWays = -1;
   static constexpr int InPair = 2;
+  static constexpr std::size_t TextRoom = 24;
   Step step_ = Step::Unknown;
   std::int8_t ways_ = UnknownWays;
   std::int8_t pairEnds_[InPair] = {};  // the ways behind each of the pair: 0 to 2
-  std::uint64_t changes_ = 0;          // what Changes() was
-  const YcluiSyntaxNode* end_ = nullptr;
-  YcluiSyntaxNode* pair_[InPair] = {};  // null where there are fewer
-  YString text_;                        // that of the action
+  std::uint64_t era_ = 0;              // that of the graph, when this was remembered
+  union {
+    YcluiSyntaxNode* pair_[InPair] = {};  // null where there are fewer
+    char room_[TextRoom];                 // a short text of the action, while there is no pair
+  };
+  YString text_;  // that of the action
 
  public:
   YString* action = nullptr;  // the command template; owned, null when there is none; see setAction
@@ -113,9 +116,8 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
     attachAll(from);
   }
 
-  // Makes `text` the action; null makes it an empty text. The text lies in the node. 0 when there
-  // was no action yet and no memory for its text: YErrNoMemory is recorded as YErrFatal, and the
-  // node stays without one.
+  // Makes `text` the action; null makes it an empty text. 0 when there was no action yet and no
+  // memory for its text: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
   YWord setAction(const char* text);
 
   // 1 when a command that begins with `other` may interrupt one that began with this node. Two
@@ -133,7 +135,10 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
  private:
   static std::uint64_t ChangeCount;
 
-  // Before the successors change; what no walker has read, none remembers.
+  void makeRoomFor(const char* text);
+  void keepPair(YcluiSyntaxNode* first, YcluiSyntaxNode* second);
+
+  // Before the successors or the action change; what no walker has read, none remembers.
   friend class YcluiSyntaxGraph;
   void noteGain() {
     if (mark_ != 0) NoteChange();

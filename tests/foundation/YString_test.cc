@@ -24,6 +24,13 @@ TEST(YString, HasRoomAsAskedFor) {
   EXPECT_TRUE(some == "xxx" && some.length == 0);
   EXPECT_TRUE(YString("abc").capacity == 4 && YString("abc", 2).capacity == 3);
   EXPECT_TRUE(YString(static_cast<const char*>(nullptr)) == "");
+  alignas(2) char room[5];
+  YString lent;
+  lent.lend(room + 1, 4);
+  lent = YString("abc");
+  EXPECT_TRUE(lent == "abc" && lent.buffer == room + 1 && lent.capacity == 4);
+  const YString taken(std::move(lent));
+  EXPECT_TRUE(taken == "abc" && taken.buffer != room + 1);
 }
 
 TEST(YString, SpareCharacterTakesWhatLiesOutside) {
@@ -65,7 +72,8 @@ TEST(YString, AppendingIsLinear) {
   EXPECT_LE(moves, 25);
 }
 
-// Random operations on a string and on the standard one, sources inside the string included.
+// Random operations on a string and on the standard one, with sources inside the string, and with
+// room that is lent.
 TEST(YString, DoesAsTheModelDoes) {
   std::mt19937 random(11);
   const auto below = [&](std::size_t n) { return static_cast<int>(random() % n); };
@@ -75,6 +83,7 @@ TEST(YString, DoesAsTheModelDoes) {
   int from = 0;
   int n = 0;
   char byte = 0;
+  alignas(2) char room[12];
   const std::vector<std::function<void()>> operations = {
       [&] { s.assign(text.c_str()), model = text; },
       [&] { s.assign(s.buffer + from, n), model = model.substr(from, n); },
@@ -83,6 +92,11 @@ TEST(YString, DoesAsTheModelDoes) {
       [&] { s.assign(nullptr), model.clear(); },
       [&] { s = YString(s.buffer, n), model.resize(n); },
       [&] { s.assign(s); },
+      [&] {
+        s.lend(room + 1, static_cast<std::uint32_t>(1 + below(sizeof room - 1))), model.clear();
+      },
+      [&] { s = YString(YString(std::move(s))); },
+      [&] { s.leaveRoom(); },
       // Those above do not lengthen the text.
       [&] { s.concat(s.buffer + from, n), model += model.substr(from, n); },
       [&] { s << s, model += model; },
@@ -96,7 +110,7 @@ TEST(YString, DoesAsTheModelDoes) {
     n = below(model.size() - from + 1);
     byte = static_cast<char>(below(4));
     text.assign(below(9), static_cast<char>('a' + below(26)));
-    operations[below(model.size() > 400 ? 7 : operations.size())]();
+    operations[below(model.size() > 400 ? 10 : operations.size())]();
     ASSERT_EQ(std::string(s.buffer, s.length), model) << round;
     ASSERT_EQ(s.buffer[s.length], '\0');
     ASSERT_TRUE(s.capacity == 0 ? model.empty() : s.capacity > s.length);

@@ -88,6 +88,20 @@ TEST(Interpret, RefusesWithoutAFrame) {
   EXPECT_STREQ(completed.buffer, "kept");
 }
 
+// Where a step was looked up, the node itself is not asked for its action.
+TEST(Interpret, AnActionThatANodeGetsLaterFires) {
+  CommandLine line("a b c");
+  YcluiSyntaxGraph* graph = SyntaxOf(*line.lex(), "( b{b} | c )");
+  YcluiSyntaxNode* node = NodeOf(*line.lex(), "a", nullptr);
+  graph->insertOr(node);
+  line.setSyntaxGraph(graph);
+  line.trace("run");
+  line.perform("a b a a");
+  line.at["echo(a)"] = [node] { node->setAction("late"); };
+  line.perform("a b a");
+  EXPECT_EQ(line.told(), "run(b) run(late) run(b) run(late)");
+}
+
 TEST(Interpret, MemoryMayRunOut) {
   FailAllocation();
   YcluiParser crippled;  // has no lexer

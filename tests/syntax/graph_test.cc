@@ -93,7 +93,7 @@ TEST(Node, CopyHasItsOwnActionAndNoSuccessors) {
 
 TEST(Node, ActionWithoutMemory) {
   FailAnyAllocation(0);
-  EXPECT_EQ(YcluiSyntaxNode(1, "do").action, nullptr);
+  EXPECT_EQ(YcluiSyntaxNode(1, "(what finds no room in a node)").action, nullptr);
   EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
 }
 

@@ -123,6 +123,25 @@ TEST(Walker, FollowsTheEndOfTheGraph) {
   graph->end = end;
 }
 
+// The ways to the end that one counts who knows of no end are no other's.
+TEST(Walker, WithoutAGraphRemembersNothing) {
+  YcluiSyntaxGraph graph;
+  auto* word = new YcluiSyntaxNode(1);
+  graph.insertAnd(word);
+  for (int i = 0; i < 20; ++i) {
+    auto* way = new YcluiSyntaxNode;
+    word->append(way);
+    way->append(graph.end);
+  }
+  Walker walker;
+  Walker other;
+  walker.syntaxGraph(&graph);
+  for (Walker* one : {&walker, &other, &walker}) {
+    EXPECT_EQ(one->goBack(word), word);
+    EXPECT_EQ(one->isTerminated(), one == &walker ? 1U : 0U);
+  }
+}
+
 // Whoever keeps the answer learns of it too, though no step has read behind the word.
 TEST(Walker, ToldOfANewSuccessorOfWhatIsPossible) {
   Repetition one(1);
