@@ -14,8 +14,9 @@ namespace {
 
 constexpr unsigned long LongestRoom = 0xFFFFFFFF;
 
-// Stands in for the buffer of every string that has allocated nothing. Its one byte is a NUL, and
-// the only thing that a caller may write into a text of no length is that.
+// Stands in for the buffer of every string that has allocated nothing, at an odd address like all
+// memory that is not the string's own. Its one byte is a NUL, and the only thing that a caller may
+// write into a text of no length is that.
 alignas(2) char EvenAndOdd[2] = {'\0', '\0'};
 char* const NoText = EvenAndOdd + 1;
 

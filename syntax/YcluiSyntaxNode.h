@@ -76,7 +76,9 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   YString text_;  // that of the action
 
  public:
-  YString* action = nullptr;  // the command template; owned, null when there is none; see setAction
+  // The command template; owned, null when there is none; see setAction. Its text may move when a
+  // walker comes by.
+  YString* action = nullptr;
 
   // The id is cut to 32 bits. A null action leaves the node without one.
   explicit YcluiSyntaxNode(unsigned long id = 0, const char* actionText = nullptr);
