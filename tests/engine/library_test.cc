@@ -18,21 +18,16 @@ TEST_F(LibraryTest, Handles) {
 }
 
 TEST_F(LibraryTest, BrokenLibrariesAreRefused) {
-  const struct {
-    const char* file;
-    const char* name;
-    const char* error;
-  } cases[] = {
-      {"/nowhere/lib.so", "lib-TEST", "/nowhere/lib.so: cannot open shared object file"},
-      {HEADLESS_LIBRARY, "lib-TEST", HEADLESS_LIBRARY " has no CluiLibCleanup"},
-      {OTHER_LIBRARY, "lib-TEST", OTHER_LIBRARY " is the library \"lib-OTHER\", not \"lib-TEST\""},
-      {TWICE_LIBRARY, "lib-TEST",
-       TWICE_LIBRARY ": row 18 of its table has a name that an earlier row has"},
+  const char* const rows[][2] = {
+      {"/nowhere/lib.so", ": cannot open shared object file"},
+      {HEADLESS_LIBRARY, " has no CluiLibCleanup"},
+      {OTHER_LIBRARY, " is the library \"lib-OTHER\", not \"lib-TEST\""},
+      {TWICE_LIBRARY, ": row 15 of its table has a name that an earlier row has"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [file, wrong] : rows) {
     std::string error;
-    EXPECT_EQ(ScmVM::openLibrary(c.file, c.name, error), 0U);
-    EXPECT_EQ(error.substr(0, std::string(c.error).size()), c.error);
+    EXPECT_EQ(ScmVM::openLibrary(file, "lib-TEST", error), 0U);
+    EXPECT_TRUE(error.starts_with(std::string(file) + wrong)) << error;
   }
 }
 

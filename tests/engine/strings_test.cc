@@ -10,7 +10,6 @@ using StringsTest = EngineTest;
 
 std::vector<std::string> Given;
 std::size_t Next = 0;
-std::vector<std::string> Wrong;
 
 void Give(std::uint32_t, YStatus&) {
   ScmVMExternal::StackPushString(Given[Next].c_str());
@@ -19,7 +18,7 @@ void Give(std::uint32_t, YStatus&) {
 // True while there is more to give.
 void Take(std::uint32_t, YStatus& status) {
   const char* const text = ScmVMExternal::StackPopString(status);
-  if (text == nullptr || text != Given[Next]) Wrong.push_back(Given[Next]);
+  EXPECT_TRUE(text != nullptr && text == Given[Next]) << Given[Next];
   YStatusSetGood(status);
   ScmVMExternal::StackPushBoolean(++Next < Given.size() ? 1 : 0);
 }
@@ -46,7 +45,6 @@ TEST_F(StringsTest, AnyBytesComeBack) {
   Given.emplace_back(3000000, '\x81');
   EXPECT_EQ(Eval("(let loop () (if (take (string-append (give))) (loop)))").front(), '+');
   EXPECT_EQ(Next, Given.size());
-  EXPECT_EQ(Wrong, std::vector<std::string>());
 }
 
 TEST_F(StringsTest, CharactersAreTheEncodings) {

@@ -24,12 +24,6 @@ TEST_P(TextsOfTable, EndAsTheirRowSays) {
 
 INSTANTIATE_TEST_SUITE_P(, TextsOfTable, testing::ValuesIn(RowsOf({TEXTS})), NameOfRow);
 
-TEST_F(TextsTest, Values) {
-  EXPECT_EQ(Eval("(make-string 5000 #\\x)").size(), 256U);
-  EXPECT_EQ(Eval("(iota 1000000)").size(), 256U);
-  EXPECT_TRUE(errors.empty());
-}
-
 // A call on constants is read and applied at once, any other expression goes to Guile's reader and
 // is expanded first.
 TEST_F(TextsTest, BothWaysOfACallAgree) {

@@ -38,11 +38,6 @@ TEST(YErr, TellsTheListenerOnce) {
   EXPECT_EQ(calls, 2);
 }
 
-TEST(YErr, WrappersAnswerNothingAndRecordTheirSeverity) {
-  EXPECT_EQ(cluiNote(1) + cluiWarning(2) + cluiError(3) + cluiFatal(4), 0U);
-  for (int i = 0; i < 4; ++i) EXPECT_TRUE(YErr.severity(i) == 4U - i && YErr.code(i) == 4U - i);
-}
-
 TEST(YMemory, EndsTheProcessWithOneLine) {
   const testing::Matcher<const std::string&> line(std::string("yqrtClui: out of memory\n"));
   const auto aborted = testing::KilledBySignal(SIGABRT);

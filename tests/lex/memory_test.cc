@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "foundation/YErr.h"
 #include "tests/common/allocations.h"

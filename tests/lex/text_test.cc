@@ -13,8 +13,7 @@ TEST(Text, IsAppendedAndDropped) {
   LexReader reader;
   YcluiLex& lex = reader.lex;
   const auto next = [&] { return lex.getNextToken(reader.token); };
-  lex.putString("no");
-  lex.putString("w n");
+  lex.putString("now n");
   EXPECT_EQ(next(), 1U);
   lex.putString((std::string(5000, 'n') + " now # open ").c_str());
   EXPECT_EQ(next(), 0U);
@@ -58,19 +57,13 @@ TEST(Text, IsSuspendedAndComesBackAsItStood) {
 }
 
 TEST(Text, IsNotSuspendedWithoutBound) {
-  LexReader reader;
-  YcluiLex& lex = reader.lex;
-  for (int i = 0; i < YcluiMostSuspendedTexts; ++i) {
-    ASSERT_EQ(lex.pushString(std::to_string(i).c_str()), 1U);
-  }
-  EXPECT_EQ(lex.pushString("more"), 0U);
+  YcluiLex lex;
+  int texts = 0;
+  while (texts < 1000 && lex.pushString("now") != 0) ++texts;
+  EXPECT_EQ(texts, YcluiMostSuspendedTexts);
   EXPECT_TRUE(YErr.code(0) == YErrTooDeep && YErr.severity(0) == YErrError);
-  for (int i = YcluiMostSuspendedTexts - 1; i >= 0; --i) {
-    EXPECT_EQ(lex.getNextToken(reader.token), 0U);
-    EXPECT_EQ(reader.token.string(), std::to_string(i));
-    ASSERT_EQ(lex.popString(), 1U);
-  }
-  EXPECT_EQ(lex.popString(), 0U);
+  while (lex.popString() != 0) --texts;
+  EXPECT_EQ(texts, 0);
 }
 
 }  // namespace

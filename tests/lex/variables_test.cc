@@ -79,9 +79,8 @@ TEST(Variables, FormsInEachOthersIndex) {
 
 TEST(Variables, ByName) {
   YcluiLex lex;
-  YAttribValue one;
-  YAttribValue two("two", 0);
-  one.SetLong(1);
+  const YAttribValue one("one", 0);
+  const YAttribValue two("two", 0);
   const YAttribValue both[] = {one, two};
 
   EXPECT_EQ(lex.addVariable("My_Var", one), 1U);
@@ -94,7 +93,7 @@ TEST(Variables, ByName) {
   YcluiVariable* array = lex.variable("arr");
   EXPECT_EQ(array->elementCount(), 3U);
   EXPECT_EQ(lex.addVariable("arr", 2, both), 1U);
-  EXPECT_EQ(Shown(*array->element(1)) + Shown(*array->element(2)), "stwoi1");
+  EXPECT_EQ(Shown(*array->element(1)) + Shown(*array->element(2)), "stwosone");
   EXPECT_TRUE(array->element(3) == nullptr && array->valuePointer() == nullptr);
   EXPECT_EQ(lex.addVariable("arr", one), 0U);
   for (const std::uint32_t bad : {YcluiMostElements, 0xffffffffU}) {

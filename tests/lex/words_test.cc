@@ -15,8 +15,9 @@
 
 namespace {
 
-std::string NameOf(const YcluiKeyword* record) {
-  return record == nullptr ? "-" : record->name();
+// The name and the id of a record.
+std::string Shown(const YcluiKeyword* record) {
+  return record == nullptr ? "-" : record->name() + (" " + std::to_string(record->id()));
 }
 
 TEST(Words, AreFoundByTheirAcceptedForms) {
@@ -70,20 +71,13 @@ class SlowTable : public YDictionary {
   YcluiKeyword* find(const char* key) const {
     YcluiKeyword probe(key, 0, YcluiTokenKeyword);
     void* found = search(static_cast<YAssoc*>(&probe));
-    if (found != nullptr) return static_cast<YcluiKeyword*>(static_cast<YAssoc*>(found));
-    for (YAssocSetItr i(*this); i.item != nullptr; ++i) {
-      YcluiKeyword* record = static_cast<YcluiKeyword*>(i.item);
-      if (record->matches(key) != 0) return record;
-    }
-    return nullptr;
+    if (found == nullptr) found = searchByKey(key);
+    return static_cast<YcluiKeyword*>(static_cast<YAssoc*>(found));
   }
   const char* keyword(std::uint32_t id) const {
-    for (YAssocSetItr i(*this); i.item != nullptr; ++i) {
-      if (static_cast<YcluiKeyword*>(i.item)->id() == id) {
-        return static_cast<YcluiKeyword*>(i.item)->name();
-      }
-    }
-    return nullptr;
+    YAssocSetItr i(*this);
+    while (i.item != nullptr && static_cast<YcluiKeyword*>(i.item)->id() != id) ++i;
+    return i.item == nullptr ? nullptr : static_cast<YcluiKeyword*>(i.item)->name();
   }
   Told add(YcluiKeyword* record, const char* name) {
     const YcluiKeyword* known = find(name);
@@ -118,7 +112,8 @@ TEST(Words, StayApartAmongMany) {
   for (int i = 0; i < count; ++i) table.addKeyword(name(i).c_str(), nullptr, 0);
   for (int i = 0; i < count; i += 2) EXPECT_EQ(table.delKeyword(name(i).c_str()), 1U) << i;
   for (int i = 0; i < count; ++i) {
-    EXPECT_EQ(NameOf(table.find(name(i).c_str())), i % 2 == 0 ? "-" : name(i));
+    const std::string shown = i % 2 == 0 ? "-" : name(i) + " " + std::to_string(i + 1);
+    EXPECT_EQ(Shown(table.find(name(i).c_str())), shown);
   }
 }
 
@@ -159,12 +154,9 @@ TEST(Words, AreFoundAsByAPlainWalk) {
       }
       for (int i = 0; i < 8; ++i) {
         const std::string key = word(7);
-        const YcluiKeyword* a = fast.find(key.c_str());
-        const YcluiKeyword* b = slow.find(key.c_str());
-        ASSERT_EQ(NameOf(a), NameOf(b)) << key;
-        ASSERT_EQ(a == nullptr ? 0 : a->id(), b == nullptr ? 0 : b->id()) << key;
-        const char* byId = slow.keyword(static_cast<std::uint32_t>(i) + 1);
-        ASSERT_STREQ(fast.keyword(static_cast<std::uint32_t>(i) + 1), byId);
+        ASSERT_EQ(Shown(fast.find(key.c_str())), Shown(slow.find(key.c_str()))) << key;
+        const auto wanted = static_cast<std::uint32_t>(i) + 1;
+        ASSERT_STREQ(fast.keyword(wanted), slow.keyword(wanted));
       }
     }
   }
