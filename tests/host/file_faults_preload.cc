@@ -1,18 +1,22 @@
 // Loaded in front of the C library, lets one of the program's operations on files fail, the one at
-// the index FAIL_AT. Of Scheme ports, those on files open for writing count, and the changes of
-// names; a writing that fails has written half of its bytes.
-
-#define __wrap_fopen fopen
-#include "tests/common/file_faults.cc"
+// the index FAIL_AT: openings, reads, writes, seeks and closings count, as the system sees them. A
+// closing that fails has closed the file all the same. Of Scheme ports, those on files open for
+// writing count, and the changes of names; a writing that fails has written half of its bytes.
 
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <bitset>
+#include <cerrno>
 #include <cstdarg>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
 
+int FailAt = -1;
 // Opened by open64, as ports are, and by none of the streams.
 std::bitset<1024> Ports;
 
@@ -22,7 +26,13 @@ bool IsPort(int file) {
 
 [[gnu::constructor]] void Begin() {
   const char* index = std::getenv("FAIL_AT");
-  FailFileOperation(index == nullptr ? -1 : std::atoi(index));
+  FailAt = index == nullptr ? -1 : std::atoi(index);
+}
+
+bool Fails() {
+  if (FailAt < 0 || FailAt-- > 0) return false;
+  errno = EIO;
+  return true;
 }
 
 // The function that stands behind the one of the same name here.
@@ -31,9 +41,44 @@ Function* Real(Function*, const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
+// What the streams do, which are else as any.
+
+int FileOf(void* cookie) {
+  return static_cast<int>(reinterpret_cast<std::intptr_t>(cookie));
+}
+
+ssize_t Read(void* cookie, char* bytes, std::size_t count) {
+  return Fails() ? -1 : read(FileOf(cookie), bytes, count);
+}
+
+// Answers 0 for an error, as such a function does.
+ssize_t Write(void* cookie, const char* bytes, std::size_t count) {
+  const ssize_t written = Fails() ? -1 : write(FileOf(cookie), bytes, count);
+  return written < 0 ? 0 : written;
+}
+
+int Seek(void* cookie, off64_t* offset, int whence) {
+  *offset = Fails() ? -1 : lseek64(FileOf(cookie), *offset, whence);
+  return *offset < 0 ? -1 : 0;
+}
+
+int Close(void* cookie) {
+  const int result = close(FileOf(cookie));
+  return Fails() ? -1 : result;
+}
+
 }  // namespace
 
 extern "C" {
+
+std::FILE* fopen(const char* name, const char* mode) {
+  if (Fails()) return nullptr;
+  const int write = O_WRONLY | O_CREAT | (*mode == 'a' ? O_APPEND : O_TRUNC);
+  const int file = open(name, *mode == 'r' ? O_RDONLY : write, 0666);
+  if (file < 0) return nullptr;
+  const cookie_io_functions_t functions = {Read, Write, Seek, Close};
+  return fopencookie(reinterpret_cast<void*>(std::intptr_t{file}), mode, functions);
+}
 
 int open64(const char* name, int flags, ...) {
   va_list rest;

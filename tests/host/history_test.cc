@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 
 #include "host/terminal/CluiHistory.h"
 #include "host/terminal/CluiListing.h"
@@ -28,7 +27,6 @@ class History : public testing::Test {
   WorkingFolder folder_;
   std::string file_ = folder_.path + "/state/clui/a.history";
 
-  std::string text() const { return ReadFile(file_); }
   void put(const std::string& text) const {
     fs::create_directories(fs::path(file_).parent_path());
     WriteFile(file_, text);
@@ -65,7 +63,7 @@ TEST_F(History, IsBoundedWhoeverAddsToIt) {
     other.add("other" + std::to_string(i));
   }
   EXPECT_TRUE(one.save());
-  EXPECT_EQ(text(), "other8\none9\nother9\n");
+  EXPECT_EQ(ReadFile(file_), "other8\none9\nother9\n");
   other.add("z");
   EXPECT_EQ(loaded(2), (Lines{"z", "other9"}));
 }
@@ -74,10 +72,8 @@ TEST_F(History, LosesNoLineOfProgramsThatShortenMeanwhile) {
   std::string old;
   for (int i = 0; i < 400; ++i) old += "old\n";
   put(old);
-  std::vector<pid_t> programs;
   for (int program = 0; program < 4; ++program) {
-    programs.push_back(fork());
-    if (programs.back() != 0) continue;
+    if (fork() != 0) continue;
     CluiHistory history(file_, program == 0 ? 400 : 5000);
     for (int i = 0; i < 60; ++i) {
       history.add(std::to_string(program) + "." + std::to_string(i));
@@ -85,11 +81,7 @@ TEST_F(History, LosesNoLineOfProgramsThatShortenMeanwhile) {
     }
     _exit(history.save() ? 0 : 1);
   }
-  for (const pid_t program : programs) {
-    int status = -1;
-    waitpid(program, &status, 0);
-    EXPECT_EQ(status, 0);
-  }
+  for (int status = 0; wait(&status) > 0;) EXPECT_EQ(status, 0);
   const Lines lines = loaded(5000);
   const auto left = std::count(lines.begin(), lines.end(), "old");
   EXPECT_EQ(static_cast<long>(lines.size()) - left, 240);
@@ -113,27 +105,21 @@ TEST_F(History, PutsUpWithAnyFile) {
 }
 
 TEST(HistoryFile, IsWhereTheUserKeepsStates) {
-  const struct {
-    const char *state, *home, *file;
-  } rows[] = {
+  const char* const rows[][3] = {
       {"/s", "/h", "/s/clui/a.b.history"},
       {"s", "/h", "/h/.local/state/clui/a.b.history"},
       {"", "h", ""},
       {nullptr, nullptr, ""},
       {"/s", nullptr, "/s/clui/a.b.history"},
   };
-  const char* before = std::getenv("HOME");
-  const std::string home = before == nullptr ? "" : before;
   const auto set = [](const char* name, const char* value) {
     value == nullptr ? unsetenv(name) : setenv(name, value, 1);
   };
-  for (const auto& row : rows) {
-    set("XDG_STATE_HOME", row.state);
-    set("HOME", row.home);
-    EXPECT_EQ(CluiHistory::DefaultFile("x/a.b.scm"), row.file);
+  for (const auto& [state, home, file] : rows) {
+    set("XDG_STATE_HOME", state);
+    set("HOME", home);
+    EXPECT_EQ(CluiHistory::DefaultFile("x/a.b.scm"), file);
   }
-  unsetenv("XDG_STATE_HOME");
-  set("HOME", home.c_str());
 }
 
 TEST(Listing, FillsColumnsDownwards) {

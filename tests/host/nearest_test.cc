@@ -12,9 +12,7 @@ namespace {
 TEST(Nearest, NamesOnlyWhatMayBeMeant) {
   const std::vector<std::wstring> words = {L"lime",       L"a",    L"line:", L"lane:", L"radius:",
                                            L"rectangle:", L"rage", L"lanez", L"lens:"};
-  const struct {
-    const wchar_t *typed, *nearest;
-  } rows[] = {
+  const wchar_t* const rows[][2] = {
       {L"line", L"line:"},
       {L"lnie", L"line:"},
       {L"lien:", L"line:"},
@@ -29,8 +27,8 @@ TEST(Nearest, NamesOnlyWhatMayBeMeant) {
       {L"lanes:", L"lane:"},  // which can come here
       {L"lens", L"lens:"},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(CluiNearest(row.typed, words, 6), row.nearest) << row.typed;
+  for (const auto& [typed, nearest] : rows)
+    EXPECT_EQ(CluiNearest(typed, words, 6), nearest) << typed;
 }
 
 // Whatever is near enough may be meant; what is told at a glance is not near.

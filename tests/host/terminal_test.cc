@@ -42,28 +42,19 @@ std::string KeysOf(CluiKeys& keys, std::string_view bytes) {
   return shown;
 }
 
-struct KeyRow {
+const struct {
   const char* encoding;
   std::string bytes;
   const char* keys;
-};
-
-const KeyRow KeyRows[] = {
+} KeyRows[] = {
     {"UTF-8", "a \r\n\t", "ta t  c13 c13 c9 "},
     {"UTF-8", "\x1BOA\x1BOB\x10", "c16 c14 c16 "},
     {"UTF-8", "\x7F\b", "x x "},
     {"UTF-8", "\x1B[3~\x1B[1;5C\x1BOQa", "ta "},  // keys that mean nothing
-    {"UTF-8",
-     "\x1B"
-     "fa",
-     "ta "},  // a character with Alt
+    {"UTF-8", "\033fa", "ta "},                   // a character with Alt
     {"UTF-8", "\x1B\r\x1B\x1B", "c27 c13 c27 c27 "},
     {"UTF-8", "\xE8\xA1\xA8\xC2\xA5", "t\xE8\xA1\xA8 t\xC2\xA5 "},
-    {"UTF-8",
-     "\xE8"
-     "a\xFF"
-     "b\xE8\xA1\x03",
-     "t\xE8 ta t\xFF tb t\xE8\xA1 c3 "},
+    {"UTF-8", "\350a\377b\xE8\xA1\x03", "t\xE8 ta t\xFF tb t\xE8\xA1 c3 "},
     {"CP932", "\x95\x5C\xB1", "t\x95\x5C t\xB1 "},
     {"EUC-JP", "\xC9\xBD\x8E\xB1q", "t\xC9\xBD t\x8E\xB1 tq "},
     {"UTF-8", "\x1B[200~a\x1B[A\rb\x03\x1B[201~c", "< pa\x1B[A\rb\x03 > tc "},
@@ -73,7 +64,7 @@ const KeyRow KeyRows[] = {
 // beginning of more is one when time has passed.
 TEST(Keys, ComeOutOfBytes) {
   const CluiCapabilities capabilities = Capabilities();
-  for (const KeyRow& row : KeyRows) {
+  for (const auto& row : KeyRows) {
     SCOPED_TRACE(row.keys);
     OpenEncoding encoding(row.encoding);
     CluiKeys whole(capabilities, encoding, '\x7F');
@@ -128,49 +119,47 @@ class Emulator {
         put(text[i]);
       } else {
         i += 2;
-        if (text[i] == L'A' && row_ > top()) --row_;
+        if (text[i] == L'A' && row > top()) --row;
         if (text[i] == L'J') erase();
       }
     }
   }
   std::vector<std::wstring> rows() const {
     std::vector<std::wstring> rows = rows_;
-    for (std::wstring& row : rows) row.erase(row.find_last_not_of(L" ") + 1);
+    for (std::wstring& one : rows) one.erase(one.find_last_not_of(L" ") + 1);
     while (!rows.empty() && rows.back().empty()) rows.pop_back();
     return rows;
   }
-  std::size_t row() const { return row_; }
-  std::size_t column() const { return column_; }
+  std::size_t row = 0, column = 0;
 
  private:
   static constexpr wchar_t Half = L'\xFFFF';  // the right part of a wide character
 
   std::size_t width_, height_;
   std::vector<std::wstring> rows_;
-  std::size_t row_ = 0, column_ = 0;
 
   std::size_t top() const { return rows_.size() > height_ ? rows_.size() - height_ : 0; }
   void erase() {
-    rows_[row_].resize(std::min(rows_[row_].size(), column_));
-    for (std::size_t i = row_ + 1; i < rows_.size(); ++i) rows_[i].clear();
+    rows_[row].resize(std::min(rows_[row].size(), column));
+    for (std::size_t i = row + 1; i < rows_.size(); ++i) rows_[i].clear();
   }
   void down() {
-    if (++row_ == rows_.size()) rows_.emplace_back();
+    if (++row == rows_.size()) rows_.emplace_back();
   }
   void put(wchar_t c) {
-    if (c == L'\r') column_ = 0;
+    if (c == L'\r') column = 0;
     if (c == L'\n') down();
     if (c < L' ') return;
     const auto width = static_cast<std::size_t>(CluiWidthOf(c));
-    if (column_ + width > width_) {
+    if (column + width > width_) {
       down();
-      column_ = 0;
+      column = 0;
     }
-    std::wstring& row = rows_[row_];
-    row.resize(std::max(row.size(), column_ + width), L' ');
-    row[column_] = c;
-    if (width == 2) row[column_ + 1] = Half;
-    column_ += width;
+    std::wstring& cells = rows_[row];
+    cells.resize(std::max(cells.size(), column + width), L' ');
+    cells[column] = c;
+    if (width == 2) cells[column + 1] = Half;
+    column += width;
   }
 };
 
@@ -220,32 +209,30 @@ TEST(Screen, ShowsTheLineWhateverHappens) {
 
       Emulator plain(width, 10000);
       plain.write(prompt + line);
-      std::size_t row = plain.row();
-      std::size_t column = plain.column();
+      std::size_t row = plain.row;
+      std::size_t column = plain.column;
       if (column == width) row += 1, column = 0;
       const std::vector<std::wstring> wanted = plain.rows();
       const std::vector<std::wstring> rows = terminal.rows();
-      ASSERT_EQ(terminal.column(), column);
+      ASSERT_EQ(terminal.column, column);
       // Rows that the line has lost at the top of the screen are not drawn again.
       const std::size_t first = row + 1 > height ? row + 1 - height : 0;
-      ASSERT_GE(terminal.row() + first, row);
+      ASSERT_GE(terminal.row + first, row);
       for (std::size_t i = first; i < wanted.size(); ++i) {
-        const std::size_t at = terminal.row() + i - row;
+        const std::size_t at = terminal.row + i - row;
         ASSERT_EQ(at < rows.size() ? rows[at] : L"", wanted[i]) << "round " << round;
       }
-      ASSERT_LE(rows.size(), terminal.row() + 1);
+      ASSERT_LE(rows.size(), terminal.row + 1);
       lost = first > 0 || (lost && what < 6);
       if (lost || printed.empty()) continue;
-      ASSERT_EQ(rows[terminal.row() - row - 1], printed.back()) << "round " << round;
+      ASSERT_EQ(rows[terminal.row - row - 1], printed.back()) << "round " << round;
     }
   }
 }
 
 // What is printed is broken where it may be read on, and none of it is lost.
 TEST(Screen, PrintsLinesThatFit) {
-  const struct {
-    const wchar_t *text, *printed;
-  } rows[] = {
+  const wchar_t* const rows[][2] = {
       {L"abcd efghi", L"abcd efghi\n"},
       {L"abcd efghij k", L"abcd\nefghij k\n"},
       {L"  abcd   efghij\nk", L"  abcd\nefghij\nk\n"},
@@ -262,10 +249,10 @@ TEST(Screen, PrintsLinesThatFit) {
   capabilities.wraps = false;
   capabilities.width = 10;
   OpenEncoding encoding;
-  for (const auto& row : rows) {
+  for (const auto& [text, printed] : rows) {
     CluiScreen screen(capabilities, encoding);
-    screen.print(row.text);
-    EXPECT_EQ(Wide(screen.takeOutput()), row.printed);
+    screen.print(text);
+    EXPECT_EQ(Wide(screen.takeOutput()), printed);
   }
 }
 

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "gtest/gtest.h"
-#include "tests/common/allocations.h"
 #include "tests/common/steps.h"
 #include "tests/common/syntax.h"
 #include "tests/common/words.h"
@@ -19,7 +18,6 @@ using Operation = YWord (*)(CommandLine& line, const std::string& given);
 
 const std::map<std::string, Operation> Operations = {
     {"syntax", [](auto& line, auto& syntax) { return line.setSyntax(syntax), 1u; }},
-    {"fail", [](auto&, auto& index) { return YWord(FailAllocation(std::stoi(index))); }},
     {"tokens", [](auto& line, auto&) { return line.tell("tokens", line.tokens()), 1u; }},
     {"on",
      [](auto& line, auto& given) {
@@ -31,7 +29,7 @@ const std::map<std::string, Operation> Operations = {
 };
 
 // A token whose word was bad, and one for a variable, may have none.
-std::string WordOf(const YcluiToken& token) {
+const char* WordOf(const YcluiToken& token) {
   return token.string() == nullptr ? "" : token.string();
 }
 
@@ -71,13 +69,9 @@ CommandLine::CommandLine(const std::string& words, const std::string& syntax) {
         return word == "lost" ? YcluiTokenDrop : YcluiTokenPass;
       },
       this);
-  setTokRefuseCallback(
-      [](void* self, const YcluiToken& token, std::uint32_t) {
-        const std::string before = WordOf(token);
-        Hear(self, "refuse", before.c_str());
-        EXPECT_EQ(before, WordOf(token));
-      },
-      this);
+  setTokRefuseCallback([](void* self, const YcluiToken& token,
+                          std::uint32_t) { Hear(self, "refuse", WordOf(token)); },
+                       this);
   YErr.setListener(
       [](void* self, unsigned int code, YErrSeverity severity) {
         Hear(self, "err", (std::to_string(code) + "/" + std::to_string(severity)).c_str());
@@ -120,7 +114,7 @@ std::string CommandLine::tokens() const {
 }
 
 int CommandLine::interpret(const char* text) {
-  if (texts != nullptr) texts->emplace_back(text);
+  texts += std::string("[") + text + "]";
   return YcluiParser::interpret(text);
 }
 

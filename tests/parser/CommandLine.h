@@ -28,8 +28,7 @@ class CommandLine final : public YcluiParser {
 
   // Takes steps, with "; " between them: texts for interpret, and operations under the names of
   // tests/common/steps.cc, such as "^push" or "^remove 1", or of this class: "^on run(a) ^reset &
-  // b" takes the steps behind the entry once, when the entry comes up; "^syntax", "^tokens", and
-  // "^fail" of an allocation.
+  // b" takes the steps behind the entry once, when the entry comes up; "^syntax" and "^tokens".
   void perform(const std::string& steps, char separator = ';');
   // Keeps the entries of these kinds.
   void trace(const std::string& kinds) { kinds_ = " " + kinds + " "; }
@@ -40,7 +39,7 @@ class CommandLine final : public YcluiParser {
 
   std::map<std::string, std::function<void()>> at;  // what to do, once, at an entry
 
-  std::vector<std::string>* texts = nullptr;  // takes what interpret is given
+  std::string texts;  // what interpret was given, in brackets
 
   int interpret(const char* text) override;
 

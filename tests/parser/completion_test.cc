@@ -1,5 +1,6 @@
 // What could come next.
 
+#include <algorithm>
 #include <functional>
 
 #include "gtest/gtest.h"
@@ -7,53 +8,22 @@
 
 namespace {
 
-std::string Joined(const YString_Array& list) {
-  std::string all;
-  for (int i = 0; i < list.size(); ++i) all += (i == 0 ? "" : " ") + std::string(list.at(i).buffer);
-  return all;
+using Words = std::vector<std::string>;
+
+Words WordsOf(const YString_Array& list) {
+  Words words;
+  for (int i = 0; i < list.size(); ++i) words.emplace_back(list.at(i).buffer);
+  return words;
 }
 
-TEST(Completion, FollowsTheWalker) {
-  const struct {
-    const char* typed;
-    const char* prefix;
-    const char* list;       // "-" for an answer of 0
-    const char* completed;  // with "!" when it is unique, "-" for an answer of 0
-    const char* words;      // possibleWords, whatever the prefix
-  } cases[] = {
-      {"", nullptr, "abc abd abcde stop", "-", "abc abd abcde stop he"},
-      {"", "a", "abc abd abcde", "ab", "abc abd abcde stop he"},
-      {"", "abc", "abc abcde", "abc", "abc abd abcde stop he"},
-      {"", "abcd", "abcde", "abcde!", "abc abd abcde stop he"},
-      {"", "abcdef", "-", "-", "abc abd abcde stop he"},
-      {"", "A", "-", "-", "abc abd abcde stop he"},
-      {"abd", "", "stop", "stop!", "stop he"},
-      {"abc", "", "; abc stop", "-", "; abc stop he"},
-      {"abc", ";", ";", ";!", "; abc stop he"},
-      {"abcde", "", "abd abd", "abd", "abd he"},
-      {"abcde abd", "", " stop", "-", "stop he"},
-      {"abcde abd", "s", "stop", "stop!", "stop he"},
-      {"stop", "", "", "-", "he"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.typed) + "+" + (c.prefix == nullptr ? "" : c.prefix));
-    CommandLine line(
-        "abc abd abcde stop ghost ; he!",
-        "( abc ( abc | stop )* ; | abd stop | abcde ( abd stop | abd ghost ) | stop ghost abc )");
-    line.perform("^unword ghost; " + std::string(c.typed));
-    YString_Array list;
-    const int count = line.completionList(c.prefix, list);
-    EXPECT_EQ(count == 0 ? "-" : Joined(list), c.list);
-    YString completed("kept");
-    unsigned long unique = 7;
-    std::string answer = "-";
-    if (line.completionString(c.prefix, completed, unique) != 0) {
-      answer = completed.buffer + std::string(unique != 0 ? "!" : "");
-    }
-    EXPECT_EQ(answer, c.completed);
-    line.possibleWords(list);
-    EXPECT_EQ(Joined(list), c.words);
+// The longest beginning that all have.
+std::string CommonOf(const Words& words) {
+  std::string common = words.empty() ? "" : words.front();
+  for (const std::string& word : words) {
+    const auto end = std::mismatch(common.begin(), common.end(), word.begin(), word.end()).first;
+    common.erase(end, common.end());
   }
+  return common;
 }
 
 // Held against what the walker and the dictionary say, however often and in between what was asked,
@@ -80,17 +50,24 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
   }
   parser.setSyntaxGraph(syntax);
   walker.syntaxGraph(syntax);
-  const auto expected = [&](const std::string& prefix) {
-    YString_Array list;
+  std::vector<unsigned> anywhere;
+  // A word that has been deleted is empty. In the list of all there are no such ones, each word
+  // stands once, and those that may come anywhere stand behind the others.
+  const auto expected = [&](const std::string& prefix, bool isOfAll) {
     YcluiSyntaxNodeP_Array nodes;
     walker.possibleNodes(nodes);
-    for (int i = 0; i < nodes.size(); ++i) {
-      const char* word = words.keyword(nodes.at(i)->tokenId);
-      if (std::string(word == nullptr ? "" : word).compare(0, prefix.size(), prefix) == 0) {
-        list.end() = YString(word);
-      }
+    std::vector<unsigned> ids;
+    for (int i = 0; i < nodes.size(); ++i) ids.push_back(nodes.at(i)->tokenId);
+    if (isOfAll) ids.insert(ids.end(), anywhere.begin(), anywhere.end());
+    Words list;
+    for (const unsigned id : ids) {
+      const char* name = words.keyword(id);
+      const std::string word = name == nullptr ? "" : name;
+      const bool isThere = std::find(list.begin(), list.end(), word) != list.end();
+      if (isOfAll && (isThere || word.empty())) continue;
+      if (word.starts_with(prefix)) list.push_back(word);
     }
-    return Joined(list);
+    return list;
   };
   const auto goTo = [&](unsigned place) {
     parser.reset(), walker.reset();
@@ -102,8 +79,8 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
       [] {},
       [&] { words.delKeyword("abd19"); },
       [&] { words.addKeyword("abd-again", nullptr, 19); },
-      [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(19)); },
-      [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(44)); },
+      [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(anywhere.emplace_back(19))); },
+      [&] { parser.addIndefiniteNode(new YcluiSyntaxNode(anywhere.emplace_back(44))); },
       [&] { syntax->insertOr(new YcluiSyntaxNode(19)); },
   };
   for (const auto& change : changes) {
@@ -111,16 +88,23 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
     change();
     for (const unsigned place : {1, 61, 1, 0, 61, 62, 63, 64, 1, 0, 65, 66, 61, 65, 66, 1, 1}) {
       goTo(place);
-      for (const char* prefix : {"ab", "abd", "abd1", "abz", "abd", "b", "", "go", "ab"}) {
+      for (const char* prefix : {"ab", "abd", "abd1", "abz", "abd", "b", "", "go", "AB", "ab"}) {
+        SCOPED_TRACE(std::to_string(place) + prefix);
         YString_Array list;
+        YString completed;
+        unsigned long unique = 7;
         parser.completionList(prefix, list);
-        ASSERT_EQ(Joined(list), expected(prefix)) << &change - changes << place << prefix;
+        const Words wanted = expected(prefix, false);
+        ASSERT_EQ(WordsOf(list), wanted) << &change - changes;
+        const YWord isCompleted = parser.completionString(prefix, completed, unique);
+        ASSERT_EQ(completed.buffer, CommonOf(wanted));
+        ASSERT_EQ(isCompleted, completed.length > 0 ? 1U : 0U);
+        ASSERT_EQ(unique, wanted.size() == 1 ? isCompleted : 0U);
+        parser.possibleWords(list, prefix);
+        ASSERT_EQ(WordsOf(list), expected(prefix == std::string("AB") ? "ab" : prefix, true));
       }
     }
   }
-  YString_Array all;
-  parser.possibleWords(all, "ABD");
-  EXPECT_EQ(Joined(all), "abd45 abd-again");
 }
 
 TEST(Completion, EndsWithTheLine) {
@@ -129,7 +113,7 @@ TEST(Completion, EndsWithTheLine) {
     YString_Array list;
     EXPECT_EQ(line.completionList("", list), 0);
     line.possibleWords(list);
-    EXPECT_EQ(Joined(list), "he");
+    EXPECT_EQ(WordsOf(list), Words{"he"});
   };
   line.interpret("a");
 }

@@ -8,14 +8,9 @@ namespace {
 // Told in the order of dying.
 std::string Gone;
 
-void TellWhenGone(YcluiParser& parser, const char* name) {
-  parser.sysSetGoneProcedure([](void* word) { Gone += static_cast<const char*>(word); },
-                             const_cast<char*>(name));
-}
-
-YcluiParser* Mortal(const char* name) {
-  auto* parser = new YcluiParser;
-  TellWhenGone(*parser, name);
+YcluiParser* Telling(YcluiParser* parser, const char* name) {
+  parser->sysSetGoneProcedure([](void* word) { Gone += static_cast<const char*>(word); },
+                              const_cast<char*>(name));
   return parser;
 }
 
@@ -26,12 +21,13 @@ YcluiParser* Found(const YcluiParser* parser) {
 TEST(Mortuary, BuriesOnceFromTheLast) {
   Gone.clear();
   YcluiParser early;
-  TellWhenGone(early, "early ");
+  Telling(&early, "early ");
   YcluiParser::CleanupMortuary();
   YcluiParser::AddDeadBody(&early);
   EXPECT_EQ(early.isCondemned(), 0u) << "there is no mortuary yet";
   YcluiParser::CreateMortuary();
-  YcluiParser* parsers[] = {Mortal("a "), Mortal("b "), Mortal("c "), Mortal("d ")};
+  YcluiParser* parsers[] = {Telling(new YcluiParser, "a "), Telling(new YcluiParser, "b "),
+                            Telling(new YcluiParser, "c "), Telling(new YcluiParser, "d ")};
   CommandLine derived("go");
   EXPECT_EQ(YcluiParser::Live(1), parsers[0]);
   for (YcluiParser* parser : parsers) YcluiParser::AddDeadBody(parser);

@@ -1,8 +1,10 @@
 // Random languages, spoken at random: what is recorded plays as it was spoken.
 
 #include <cmath>
-#include <cstring>
+#include <map>
+#include <memory>
 #include <random>
+#include <regex>
 #include <sstream>
 
 #include "gtest/gtest.h"
@@ -11,6 +13,7 @@
 namespace {
 
 using Random = std::mt19937;
+using Graph = std::unique_ptr<YcluiSyntaxGraph>;
 
 // A number below `count`, the same with every compiler.
 unsigned Below(Random& random, unsigned count) {
@@ -18,7 +21,7 @@ unsigned Below(Random& random, unsigned count) {
 }
 
 struct Word {
-  std::string name, shortest;
+  std::string shortest;
   std::vector<YcluiValueType> types;
 };
 
@@ -29,7 +32,7 @@ class Speaker : public YcluiParser {
     Random random(seed);
     for (unsigned i = 0; i < 12; ++i) addWord(random, i);
     auto* syntax = new YcluiSyntaxGraph;
-    for (int i = 0; i < 4; ++i) insertOr(*syntax, sequence(random, 0));
+    for (int i = 0; i < 4; ++i) syntax->insertOr(sequence(random, 0).get());
     lex()->addKeyword("in", nullptr, 1);
     lex()->addKeyword("out", nullptr, 2);
     lex()->addKeyword("anywhere", nullptr, 3);
@@ -42,62 +45,49 @@ class Speaker : public YcluiParser {
   }
 
   std::vector<std::string> events;
+  std::map<std::string, Word> words;
   bool isPausing = false;
 
-  const Word* word(const std::string& name) const {
-    for (const Word& word : words_) {
-      if (word.name == name) return &word;
-    }
-    return nullptr;
-  }
   int interpret(const char* text) override {
     if (isPausing && Below(pauses_, 3) == 0) pausePlayback();
     return YcluiParser::interpret(text);
   }
 
  private:
-  std::vector<Word> words_;
   Random pauses_;
 
   void addWord(Random& random, unsigned index) {
     const char* const syllables[] = {"ka", "\x95\x5C", "ro", "\x83\x7B", "x9", "\xB1"};
     Word word;
-    word.name = std::string(1, static_cast<char>('b' + index));
-    word.shortest = word.name + "q";
-    word.name += "q" + std::string(syllables[Below(random, 6)]) + syllables[Below(random, 6)];
+    word.shortest = std::string(1, static_cast<char>('b' + index)) + "q";
+    std::string name = word.shortest + syllables[Below(random, 6)] + syllables[Below(random, 6)];
     for (unsigned i = Below(random, 4); i > 0; --i) {
       word.types.push_back(YcluiValueType(1 + Below(random, 4)));
     }
     if (word.types.empty()) {
-      lex()->addKeyword(word.name.c_str(), word.shortest.c_str(), 10 + index);
+      lex()->addKeyword(name.c_str(), word.shortest.c_str(), 10 + index);
     } else {
-      word.shortest = word.name += ":";
-      lex()->addKeyword(word.name.c_str(), static_cast<int>(word.types.size()), word.types.data(),
-                        10 + index);
+      word.shortest = name += ":";
+      const int count = static_cast<int>(word.types.size());
+      lex()->addKeyword(name.c_str(), count, word.types.data(), 10 + index);
     }
-    words_.push_back(word);
+    words[name] = word;
   }
 
-  static void insertOr(YcluiSyntaxGraph& graph, YcluiSyntaxGraph* part) {
-    graph.insertOr(part);
-    delete part;
-  }
-  YcluiSyntaxGraph* sequence(Random& random, int depth) {
-    auto* made = new YcluiSyntaxGraph;
+  Graph sequence(Random& random, int depth) {
+    auto made = std::make_unique<YcluiSyntaxGraph>();
     for (unsigned i = 0; i <= Below(random, 3); ++i) {
       const bool isPlain = depth == 2 || Below(random, 2) == 0;
-      YcluiSyntaxGraph* part = isPlain ? nullptr : alternatives(random, depth + 1);
-      if (part != nullptr) made->insertAnd(part);
-      delete part;
-      if (part == nullptr || i == 0) {
+      if (!isPlain) made->insertAnd(alternatives(random, depth + 1).get());
+      if (isPlain || i == 0) {
         made->insertAnd(new YcluiSyntaxNode(10 + Below(random, 12), "run $0 $$[0] $$[2] $-1#"));
       }
     }
     return made;
   }
-  YcluiSyntaxGraph* alternatives(Random& random, int depth) {
-    auto* made = new YcluiSyntaxGraph;
-    for (int i = 0; i < 3; ++i) insertOr(*made, sequence(random, depth));
+  Graph alternatives(Random& random, int depth) {
+    auto made = std::make_unique<YcluiSyntaxGraph>();
+    for (int i = 0; i < 3; ++i) made->insertOr(sequence(random, depth).get());
     if (Below(random, 3) == 0) made->makeClosure();
     return made;
   }
@@ -107,8 +97,8 @@ class Speaker : public YcluiParser {
     for (int i = 1; i < currentToken()->argc(); ++i) {
       events.back() += " " + std::to_string((*currentToken())[i]->tag);
     }
-    if (std::strcmp(text, "in") == 0) pushFrame();
-    if (std::strcmp(text, "out") == 0) popFrame(), reset();
+    if (events.back().starts_with("in ")) pushFrame();
+    if (events.back().starts_with("out ")) popFrame(), reset();
     return 1;
   }
 };
@@ -150,14 +140,15 @@ class Speech {
     YString_Array words;
     const int count = listener_.completionList("", words);
     if (count == 0) return "out ";
-    const Word* word = listener_.word(words[static_cast<int>(random_() % count)].buffer);
-    if (word == nullptr) return "in ";
-    std::string text = Below(random_, 2) == 0 ? word->name : word->shortest;
+    const std::string name = words[static_cast<int>(random_() % count)].buffer;
+    if (listener_.words.count(name) == 0) return "in ";
+    const Word& word = listener_.words[name];
+    std::string text = Below(random_, 2) == 0 ? name : word.shortest;
     if (Below(random_, 2) == 0) text[1] = 'Q';
-    for (std::size_t i = 0; i < word->types.size(); ++i) {
+    for (std::size_t i = 0; i < word.types.size(); ++i) {
       const char* const separators[] = {",", ", ", " ,\t", ",\n"};
       if (i > 0) text += separators[Below(random_, 4)];
-      text += value(word->types[i]);
+      text += value(word.types[i]);
     }
     return text + " ";
   }
@@ -181,9 +172,7 @@ class Speech {
                                   "$ ",       "{",     "\x95\x5C", "1",    "}",  "Z",    "\xFF",
                                   "\x83\x7B", "\x83 ", "\t",       "\xB1", "\n", "\\\"", "\\\\"};
     const char quote = Below(random_, 2) == 0 ? '"' : '\'';
-    if (Below(random_, 8) == 0)
-      return "\x83\x5C"
-             "b";
+    if (Below(random_, 8) == 0) return "\x83\\b";
     if (Below(random_, 8) == 0) return "\"a ${s} ${n}\"";
     std::string text(1, quote);
     for (unsigned i = Below(random_, 9); i > 0; --i) {
@@ -196,13 +185,6 @@ class Speech {
     return text + quote;
   }
 };
-
-std::size_t LongestLine(const std::string& text) {
-  std::size_t longest = 0;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) longest = std::max(longest, line.size());
-  return longest;
-}
 
 TEST(RoundTrip, OfRandomLanguages) {
   std::size_t spoken = 0;
@@ -230,7 +212,7 @@ TEST(RoundTrip, OfRandomLanguages) {
     };
     plays("first", "second", false);
     plays("second", "third", false);
-    if (!isSimple || LongestLine(ReadFile("first")) > 1023) continue;
+    if (!isSimple || std::regex_search(ReadFile("first"), std::regex("[^\n]{1024}"))) continue;
     plays("first", "resumed", true);
     ++resumed;
   }

@@ -28,10 +28,7 @@ std::string Filled(const std::string& commandTemplate, const YcluiToken_Stack& t
 }
 
 TEST(Template, Forms) {
-  const struct {
-    const char* given;
-    const char* filled;
-  } cases[] = {
+  const char* const rows[][2] = {
       // What is no form stays.
       {"", ""},
       {"(f)", "(f)"},
@@ -63,7 +60,7 @@ TEST(Template, Forms) {
       {"$-1[0]]", "-1]"},
   };
   const YcluiToken_Stack tokens = Tokens();
-  for (const auto& c : cases) EXPECT_EQ(Filled(c.given, tokens), c.filled) << c.given;
+  for (const auto& [given, filled] : rows) EXPECT_EQ(Filled(given, tokens), filled) << given;
   EXPECT_EQ(Filled("$0$$$-1$-0#|", YcluiToken_Stack()), "|");
 }
 

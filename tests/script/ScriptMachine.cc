@@ -48,13 +48,10 @@ Ref read(const char*& text) {
   while (std::strchr(" )\n", *text) == nullptr) ++text;
   const std::string word(begin, text);
   if (word == "#t" || word == "#f") return make({.kind = 'b', .number = word == "#t"});
-  if (word.find_first_not_of("-0123456789") == std::string::npos) {
-    return make({.kind = 'l', .number = std::atol(begin)});
-  }
-  if (word.find_first_not_of("-.0123456789") == std::string::npos) {
-    return make({.kind = 'd', .real = std::atof(begin)});
-  }
-  return make({.kind = 'y', .text = word});
+  const bool isNumber = word.find_first_not_of("-.0123456789") == std::string::npos;
+  if (!isNumber) return make({.kind = 'y', .text = word});
+  if (word.find('.') != std::string::npos) return make({.kind = 'd', .real = std::stod(word)});
+  return make({.kind = 'l', .number = std::stol(word)});
 }
 
 std::string print(const Ref& value) {
@@ -63,7 +60,6 @@ std::string print(const Ref& value) {
   if (kind == 'b') return value->number != 0 ? "#t" : "#f";
   if (kind == 'l') return std::to_string(value->number);
   if (kind == 's') return '\'' + value->text + '\'';
-  if (kind == 'p') return '(' + print(value->car) + " . " + print(value->cdr) + ')';
   return value->number != 0 ? "handle" : "null handle";
 }
 
@@ -135,6 +131,10 @@ bool ScriptMachine::evaluateAll(const std::string& text, Ref& result) {
     if (!evaluate(read(rest), result)) return false;
   }
   return true;
+}
+
+void ScriptMachine::define(const std::string& name, char kind, const void* object) {
+  variables[name] = make({.kind = kind, .number = reinterpret_cast<long>(object)});
 }
 
 bool ScriptMachine::evaluate(const Ref& form, Ref& result) {

@@ -46,6 +46,7 @@ struct ScriptMachine {
   std::string run(const std::string& text);
 
   bool evaluateAll(const std::string& text, Ref& result);
+  void define(const std::string& name, char kind, const void* object);
 
  private:
   bool evaluate(const Ref& form, Ref& result);

@@ -1,21 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "parser/YcluiParser.h"
 #include "script/ycscm.h"
 #include "syntax/YcluiSyntaxGraph.h"
+#include "tests/common/allocations.h"
 #include "tests/script/ScriptMachine.h"
-
-// An allocation of this size gives nothing.
-static std::size_t FailingSize = 0;
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return size == FailingSize ? nullptr : ::operator new(size);
-}
 
 namespace {
 
@@ -92,9 +84,8 @@ TEST_F(Primitives, SequencesReadAsWritten) {
 }
 
 TEST_F(Primitives, NoMemoryGivesNoParser) {
-  FailingSize = sizeof(YcluiParser);
+  FailAllocation();
   EXPECT_EQ("0", run("(clui-parser-new 0)"));
-  FailingSize = 0;
 }
 
 TEST_F(Primitives, AParserIsDeletedBehindItsOwnLine) {

@@ -2,7 +2,6 @@
 // drafting.txt tells the form of the rows.
 
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <thread>
@@ -43,25 +42,16 @@ std::string Quoted(const std::string& text) {
 
 // What a command prints.
 std::string OutputOf(const std::string& command) {
-  std::string output;
-  FILE* pipe = popen(("{ " + command + "\n} 2>&1").c_str(), "r");
-  char piece[4096];
-  for (std::size_t n = 0; (n = std::fread(piece, 1, sizeof piece, pipe)) > 0;) {
-    output.append(piece, n);
-  }
-  pclose(pipe);
-  return output;
+  [[maybe_unused]] const int status = std::system(("{ " + command + "\n} >printed 2>&1").c_str());
+  return ReadFile("printed");
 }
 
 // The lines, without blanks at their ends and empty lines at the end of all.
 Lines LinesOf(const std::string& text) {
   Lines lines;
-  for (std::size_t from = 0; from < text.size();) {
-    const std::size_t end = std::min(text.find('\n', from), text.size());
-    std::string line = text.substr(from, end - from);
-    line.erase(line.find_last_not_of(' ') + 1);
-    lines.push_back(line);
-    from = end + 1;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
   }
   while (!lines.empty() && lines.back().empty()) lines.pop_back();
   return lines;
@@ -139,30 +129,15 @@ class Terminal : public testing::TestWithParam<Row> {
   }
   void take(const Step& step) {
     const std::string& line = step.lines.front();
-    switch (step.mark) {
-      case '$':
-        return;
-      case '<':
-        tmux("send-keys -l -- " + Quoted(line));
-        return;
-      case '^':
-        tmux("send-keys " + line);
-        return;
-      case '"':
-        return paste(step.lines);
-      case '%':
-        return resize(line);
-      case '!':
-        OutputOf(line);
-        return;
-      case '@':
-        return expect([&] { return tmux("display -p '#{cursor_x}'"); }, line + "\n");
-      case '|':
-        return expect([&] { return Joined(seen(step.lines.size())); },
-                      Joined(LinesOf(Joined(step.lines))));
-      default:
-        FAIL() << "no such mark: " << step.mark;
-    }
+    const Lines rows = LinesOf(Joined(step.lines));
+    ASSERT_NE(std::string("$<^\"%!@|").find(step.mark), std::string::npos) << step.mark;
+    if (step.mark == '<') tmux("send-keys -l -- " + Quoted(line));
+    if (step.mark == '^') tmux("send-keys " + line);
+    if (step.mark == '"') paste(step.lines);
+    if (step.mark == '%') resize(line);
+    if (step.mark == '!') OutputOf(line);
+    if (step.mark == '@') expect([&] { return tmux("display -p '#{cursor_x}'"); }, line + "\n");
+    if (step.mark == '|') expect([&] { return seen(step.lines.size()); }, rows);
   }
 };
 
