@@ -46,7 +46,6 @@ class YPathNameTest : public testing::Test {
 TEST_F(YPathNameTest, OneNameForEverySpelling) {
   const char* const rows[][2] = {
       {"", ""},
-      {"new", "@/new"},
       {"./dir//../new", "@/new"},
       {"filelink", "@/dir/file"},
       {"link/new", "@/dir/sub/new"},

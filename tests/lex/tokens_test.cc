@@ -38,7 +38,6 @@ const LexCase Table[] = {
     {"name ;", "name(s) ;"},
     {"mix 1,,2,3,4", "mix(i1,s,p2;3,d4)"},
     {"odd now", "odd(~) now"},
-    {"scale 1.5now", "scale(d1.5) now"},
     {"line:3.9,-3.9", "line:(i3,i-3)"},
     {"line:-2147483648,2147483647", "line:(i-2147483648,i2147483647)"},
     {"line:2147483647.5,1", "!2060"},
