@@ -4,6 +4,7 @@
 #include <pthread.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "platform/engine/YseEngine.h"
 
@@ -19,12 +20,16 @@ constexpr std::size_t MostStack = std::size_t{32} << 20;
 // the error is raised.
 constexpr long MaxStackWords = 4L << 20;
 constexpr long MoreStackWords = 1L << 20;
-constexpr int MostOverflows = 8;
+constexpr int MostOverflows = 64;
+// Frames of C++ functions that Guile calls from one place lie closer together than this, and those
+// with a call into Guile between them farther apart.
+constexpr std::intptr_t OneCallOfGuile = 256;
 
 std::uintptr_t StackMark = 0;
 SCM OverflowHandler = SCM_BOOL_F;
 int Overflows = 0;  // in the outermost text
 bool OverflowPending = false;
+std::uintptr_t OverflowFrame = 0;  // that of the latest OnStackOverflow
 
 // Runs when the Scheme stack is used up. Answers how much more there may be, or raises. An error
 // that is raised here makes every winder of the recursion run into the limit again; so the
@@ -32,6 +37,7 @@ bool OverflowPending = false;
 SCM OnStackOverflow() {
   if (++Overflows > MostOverflows) RaiseStackOverflow();
   OverflowPending = true;
+  OverflowFrame = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
   AskForOverflow();
   return scm_from_long(MoreStackWords);
 }
@@ -42,9 +48,15 @@ void RaiseStackOverflow() {
   scm_call_0(TheEngine().stackOverflow);
 }
 
-// Runs soon after OnStackOverflow, from Scheme. May raise.
+// Runs soon after OnStackOverflow, from Scheme. May raise. When this thread had to wait for a
+// processor, soon can be before Guile has left the call of OnStackOverflow, where it is too early.
 SCM OverflowAsked() {
   if (!OverflowPending || !ScriptRuns()) return SCM_UNSPECIFIED;
+  const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+  if (std::abs(static_cast<std::intptr_t>(here - OverflowFrame)) < OneCallOfGuile) {
+    AskForOverflow();
+    return SCM_UNSPECIFIED;
+  }
   OverflowPending = false;
   RaiseStackOverflow();
   return SCM_UNSPECIFIED;

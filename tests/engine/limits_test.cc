@@ -1,5 +1,6 @@
 // Texts that would not end by themselves. After each the engine works on.
 
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -10,7 +11,32 @@
 
 namespace {
 
+int bytesToWaitBehind = 0;  // of those that are written one by one
+
+}  // namespace
+
+// In the place of the library's: a thread that wakes another one may lose its processor to it.
+extern "C" __attribute__((visibility("default"))) ssize_t write(int file, const void* bytes,
+                                                                size_t count) {
+  const ssize_t written = syscall(SYS_write, file, bytes, count);
+  if (count == 1 && bytesToWaitBehind > 0) {
+    --bytesToWaitBehind;
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  }
+  return written;
+}
+
+namespace {
+
 using LimitsTest = EngineTest;
+
+// A busy machine is one on which what is told to another thread has come before this one goes on.
+TEST_F(LimitsTest, EndlessRecursionOnABusyMachine) {
+  bytesToWaitBehind = 100;
+  Eval("(define (f n) (dynamic-wind (lambda () 0) (lambda () (f n) 1) (lambda () 0)))");
+  EXPECT_EQ(Eval("(f 1)"), "-the recursion is too deep");
+  EXPECT_EQ(bytesToWaitBehind, 0);
+}
 
 TEST_F(LimitsTest, EndlessRecursion) {
   const std::string ending = "the recursion is too deep";
