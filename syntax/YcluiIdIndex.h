@@ -14,14 +14,19 @@
 // others stand. Four of these fill a line of memory.
 struct YcluiNodeRow {
   static constexpr std::int32_t None = -1;
+  // Of a node that may follow: how far from the first one it lies, in lines of memory, and the ways
+  // behind it.
+  struct Ahead {
+    std::int16_t lines : 14 = 0;
+    std::uint16_t ends : 2 = 0;
+  };
 
   YcluiSyntaxNode* node = nullptr;  // null in an empty place
   std::int32_t others : 28 = None;  // entry of the second one
   // For the walker, when it knows.
   std::int32_t ends : 3 = None;  // 0 to 2
   bool isSilent : 1 = false;     // whether the node has no action
-  // How far from the node, in lines of memory, those lie that may follow it; else 0.
-  std::int16_t ahead[2] = {};
+  Ahead ahead[2];                // the pair that is remembered behind the node
 };
 
 // Under each id stands a row of nodes in the order of their adding. Adding and finding take

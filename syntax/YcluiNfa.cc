@@ -5,7 +5,7 @@
 // ways part and meet again, the number of ways, of matches and of entries in nextNodes then doubles
 // with every parting. Three things keep a step linear and its answers what they would be:
 //
-// Each structural node is opened the first time that it comes up (findMatches).
+// Each structural node is opened the first time that it comes up (walkMatches).
 //
 // Of a node that comes up several times among the matches, or stands several times in nextNodes,
 // only the first and the last place are kept (KeepFirstAndLast). Nothing else can be seen:
@@ -64,6 +64,18 @@ YcluiSyntaxNode* OnlySuccessor(const YcluiSyntaxNode& node) {
   return static_cast<YcluiSyntaxNode*>(first->item());
 }
 
+std::intptr_t AddressOf(const YcluiSyntaxNode* node) {
+  return reinterpret_cast<std::intptr_t>(node);
+}
+
+// How far from one node another one lies, in lines of memory, and the node that lies so far away.
+std::intptr_t LinesBetween(const YcluiSyntaxNode* from, const YcluiSyntaxNode* to) {
+  return (AddressOf(to) - AddressOf(from)) / Line;
+}
+YcluiSyntaxNode* NodeAt(const YcluiSyntaxNode* from, std::intptr_t lines) {
+  return reinterpret_cast<YcluiSyntaxNode*>(AddressOf(from) + lines * Line);
+}
+
 // Whether the walk to the end of the graph passes the node.
 bool IsPassable(const YcluiSyntaxNode& node) {
   return node.tokenId == 0 && node.kind != YcluiNodeClosure;
@@ -111,9 +123,7 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   YcluiSyntaxNode* indefinite = indefiniteNode(tokenId);
   if (indefinite != nullptr) return indefinite;
 
-  YcluiSyntaxNode* from = knownStep();
-  matchedNodes.clear();
-  const int ends = from != nullptr ? takeKnown(from, tokenId) : takeWalking(tokenId);
+  const int ends = findMatches(tokenId);
   if (matchedNodes.isEmpty() != 0) return nullptr;
 
   YcluiSyntaxNode* answer = matchedNodes.top();
@@ -186,7 +196,7 @@ void YcluiNfa::listNext() {
 
 // What waits is read from the top, and then the queue that grows behind it. Without a match the
 // walker stands where it stood.
-void YcluiNfa::findMatches(unsigned long tokenId) {
+void YcluiNfa::walkMatches(unsigned long tokenId) {
   matchedNodes.clear();
   YcluiSyntaxNode* next = behind == nullptr ? nullptr : OnlySuccessor(*behind);
   if (next != nullptr && next->tokenId != 0) {
@@ -233,6 +243,13 @@ void YcluiNfa::open(const YcluiSyntaxNode& node, unsigned long tokenId) {
   }
 }
 
+// Puts the matches of a step into matchedNodes, and answers the ways behind them.
+int YcluiNfa::findMatches(unsigned long tokenId) {
+  if (knowsPairAhead()) return takeOfPair(told.ahead, told.aheadEnds, tokenId);
+  YcluiSyntaxNode* from = knownStep();
+  return from != nullptr ? takeKnown(from, tokenId) : takeWalking(tokenId);
+}
+
 // What is remembered of the step that comes; null when it has to be walked.
 YcluiSyntaxNode* YcluiNfa::knownStep() {
   if (behind != nullptr) {
@@ -251,13 +268,16 @@ bool YcluiNfa::knowsStepFrom(YcluiSyntaxNode* from) {
 
 // Puts the matches of a step that is known into matchedNodes, and answers the ways behind them.
 int YcluiNfa::takeKnown(YcluiSyntaxNode* from, unsigned long tokenId) {
-  return from->step_ == YcluiSyntaxNode::Step::Pair ? takeOfPair(*from, tokenId)
-                                                    : takeIndexed(from->index_->matches, tokenId);
+  return from->step_ == YcluiSyntaxNode::Step::Pair
+             ? takeOfPair(from->pair_, from->pairEnds_, tokenId)
+             : takeIndexed(from->index_->matches, tokenId);
 }
 
-int YcluiNfa::takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId) {
+int YcluiNfa::takeOfPair(YcluiSyntaxNode* const* pair, const std::int8_t* ends,
+                         unsigned long tokenId) {
+  matchedNodes.clear();
   for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
-    YcluiSyntaxNode* node = from.pair_[i];
+    YcluiSyntaxNode* node = pair[i];
     if (node == nullptr || node->tokenId != tokenId) continue;
     matchedNodes.push(node);
     // What may follow it comes from memory while the next word is read. Not in a function of its
@@ -267,28 +287,22 @@ int YcluiNfa::takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId) {
         if (next != nullptr) __builtin_prefetch(&next->tokenId);
       }
     }
-    return from.pairEnds_[i];
+    return ends[i];
   }
   return 0;
 }
 
-// The node and what may follow it come from memory at once, while the next word is read. Nothing
-// here waits for the node, which therefore is not asked whether it has an action.
 int YcluiNfa::takeIndexed(YcluiIdIndex& matches, unsigned long tokenId) {
+  matchedNodes.clear();
   YcluiNodeRow* row = matches.find(tokenId);
   if (row == nullptr) return 0;
-  const auto line = reinterpret_cast<std::intptr_t>(&row->node->tokenId);
-  __builtin_prefetch(reinterpret_cast<const void*>(line));
-  for (const std::intptr_t lines : row->ahead) {
-    __builtin_prefetch(reinterpret_cast<const void*>(line + lines * Line));
-  }
   matchedNodes.push(row->node);
   if (row->others != YcluiNodeRow::None) matches.pushOthers(*row, matchedNodes);
   if (row->ends < 0) noteRow(*row);
-  if (row->ahead[0] == 0) NoteAhead(*row);
-  if (row->isSilent) {
-    silent = row->node;
-    silentChanges = YcluiSyntaxNode::Changes();
+  if (row->ahead[0].lines == 0) noteAhead(*row);
+  take(*row);
+  for (const YcluiSyntaxNode* next : told.ahead) {
+    if (next != nullptr) __builtin_prefetch(&next->tokenId);
   }
   return row->ends;
 }
@@ -299,20 +313,38 @@ void YcluiNfa::noteRow(YcluiNodeRow& row) {
   row.isSilent = row.node->action == nullptr;
 }
 
-// Notes where those lie that are remembered behind the node, unless it is too far away.
-void YcluiNfa::NoteAhead(YcluiNodeRow& row) {
-  if (row.node->step_ != YcluiSyntaxNode::Step::Pair) return;
+// What is too far away, as in memory of another kind, is not noted.
+void YcluiNfa::noteAhead(YcluiNodeRow& row) const {
+  if (row.node->step_ != YcluiSyntaxNode::Step::Pair || !holds(*row.node)) return;
+  const YcluiNodeRow known = row;
   for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
-    const auto from = reinterpret_cast<std::intptr_t>(row.node);
-    const auto to = reinterpret_cast<std::intptr_t>(row.node->pair_[i]);
-    const std::intptr_t lines = (to - from) / Line;
-    row.ahead[i] = static_cast<std::int16_t>(lines);
-    if (row.ahead[i] != lines) row.ahead[i] = 0;
+    if (row.node->pair_[i] == nullptr) continue;
+    const std::intptr_t lines = LinesBetween(row.node, row.node->pair_[i]);
+    row.ahead[i].lines = lines & 0x3FFF;
+    row.ahead[i].ends = row.node->pairEnds_[i] & 3;
+    if (row.ahead[i].lines == lines && lines != 0) continue;
+    row = known;
+    return;
   }
 }
 
+// The row tells all that the next step needs, so that neither waits for the node.
+void YcluiNfa::take(const YcluiNodeRow& row) {
+  told.node = row.node;
+  told.era = graph->era();
+  told.isSilent = row.isSilent;
+  for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
+    told.ahead[i] = row.ahead[i].lines == 0 ? nullptr : NodeAt(row.node, row.ahead[i].lines);
+    told.aheadEnds[i] = static_cast<std::int8_t>(row.ahead[i].ends);
+  }
+}
+
+bool YcluiNfa::knowsPairAhead() const {
+  return behind != nullptr && behind == told.node && told.ahead[0] != nullptr && holdsTold();
+}
+
 int YcluiNfa::takeWalking(unsigned long tokenId) {
-  findMatches(tokenId);
+  walkMatches(tokenId);
   return matchedNodes.isEmpty() != 0 ? 0 : endsBehindMatches();
 }
 

@@ -74,7 +74,7 @@ class YQRT_API YcluiNfa {
   // 1 when the node is known to have no action, without a look at it, which may have to wait for
   // memory. That is so of one that accepted the last token in a step that was looked up.
   YWord isSilent(const YcluiSyntaxNode* node) const {
-    return node == silent && silentChanges == YcluiSyntaxNode::Changes() ? 1 : 0;
+    return node == told.node && told.isSilent && holdsTold() ? 1 : 0;
   }
 
   // Fills `nodes` with the token nodes that could accept the next token, each once; no indefinite
@@ -108,12 +108,21 @@ class YQRT_API YcluiNfa {
   // Set when a step depends on one node: a structural one that is the only place, or the token node
   // behind which the walker stands. With `behind`, nothing until a step asks what follows it.
   YcluiSyntaxNode* onlyPlace = nullptr;
-  int looked = 0;                           // links that the present step has looked at
-  const YcluiSyntaxNode* silent = nullptr;  // see isSilent
-  std::uint64_t silentChanges = 0;
+  int looked = 0;  // links that the present step has looked at
+  // What an index told of the node that it led to last.
+  struct Told {
+    const YcluiSyntaxNode* node = nullptr;
+    std::uint64_t era = 0;  // in which it holds
+    bool isSilent = false;
+    YcluiSyntaxNode* ahead[YcluiSyntaxNode::InPair] = {};  // the pair behind it; null when unknown
+    std::int8_t aheadEnds[YcluiSyntaxNode::InPair] = {};
+  };
+  Told told;
+  bool holdsTold() const { return graph != nullptr && graph->era() == told.era; }
 
   void clearPlaces();
-  void findMatches(unsigned long tokenId);
+  int findMatches(unsigned long tokenId);
+  void walkMatches(unsigned long tokenId);
   void meet(YcluiSyntaxNode* node, unsigned long tokenId, std::uint64_t serial);
   void open(const YcluiSyntaxNode& node, unsigned long tokenId);
   void standBehindMatches();
@@ -134,10 +143,12 @@ class YQRT_API YcluiNfa {
   YcluiSyntaxNode* indexedIndefiniteNode(unsigned long tokenId) const;
   YcluiSyntaxNode* knownStep();
   int takeKnown(YcluiSyntaxNode* from, unsigned long tokenId);
-  int takeOfPair(const YcluiSyntaxNode& from, unsigned long tokenId);
+  int takeOfPair(YcluiSyntaxNode* const* pair, const std::int8_t* ends, unsigned long tokenId);
+  bool knowsPairAhead() const;
   int takeIndexed(YcluiIdIndex& matches, unsigned long tokenId);
   void noteRow(YcluiNodeRow& row);
-  static void NoteAhead(YcluiNodeRow& row);
+  void noteAhead(YcluiNodeRow& row) const;
+  void take(const YcluiNodeRow& row);
   int takeWalking(unsigned long tokenId);
   bool knowsStepFrom(YcluiSyntaxNode* from);
   static bool ArePair(const YcluiSyntaxNodeStk& nodes);
