@@ -89,6 +89,29 @@ TEST(Walker, FollowsTheEndOfTheGraph) {
   graph->end = end;
 }
 
+// What the index of the first words tells of those behind them, near and far in memory, goes when
+// there is a new one.
+TEST(Walker, LooksBehindIndexedWords) {
+  for (const int between : {0, 9000}) {
+    YcluiSyntaxGraph graph;
+    YcluiSyntaxNode* words[] = {new YcluiSyntaxNode(1), new YcluiSyntaxNode(3),
+                                new YcluiSyntaxNode(4)};
+    for (YcluiSyntaxNode* word : words) graph.insertOr(word);
+    std::vector<std::unique_ptr<YcluiSyntaxNode>> apart;
+    for (int i = 0; i < between; ++i) apart.push_back(std::make_unique<YcluiSyntaxNode>());
+    Walker walker;
+    walker.syntaxGraph(&graph);
+    for (const unsigned long added : {5, 6, 7}) {
+      words[0]->append(new YcluiSyntaxNode(added));
+      for (int i = 0; i < 8; ++i) {
+        walker.reset();
+        EXPECT_EQ(walker.stepNext(1), words[0]);
+        if (i > 3) EXPECT_NE(walker.stepNext(added), nullptr) << added;
+      }
+    }
+  }
+}
+
 // The ways to the end that one counts who knows of no end are no other's.
 TEST(Walker, WithoutAGraphRemembersNothing) {
   YcluiSyntaxGraph graph;
