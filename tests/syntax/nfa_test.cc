@@ -113,6 +113,24 @@ TEST(Walker, LooksBehindIndexedWords) {
   }
 }
 
+// The ways behind a word that an index knows change where no step has come by.
+TEST(Walker, CountsANewWayBehindAnIndexedWord) {
+  YcluiSyntaxGraph graph;
+  auto* way = new YcluiSyntaxNode;
+  graph.insertAnd(way);
+  graph.insertAnd(new YcluiSyntaxNode(1));
+  for (const unsigned long id : {3, 4}) graph.start->append(new YcluiSyntaxNode(id));
+  Walker walker;
+  walker.syntaxGraph(&graph);
+  for (int i = 0; i < 8; ++i) {
+    if (i == 4) way->append(graph.end);
+    const std::uint64_t errors = YErr.count();
+    walker.reset();
+    EXPECT_NE(walker.stepNext(1), nullptr);
+    EXPECT_EQ(YErr.count() > errors, i >= 4) << i;
+  }
+}
+
 // The ways to the end that one counts who knows of no end are no other's.
 TEST(Walker, WithoutAGraphRemembersNothing) {
   YcluiSyntaxGraph graph;
