@@ -99,8 +99,9 @@ void YString::release() {
 // without a NUL of its own ends there.
 void YString::reallocate(unsigned long room) {
   if (room > LongestRoom) YOutOfMemory();
-  auto* memory = static_cast<char*>(YChecked(std::realloc(ownsBuffer() ? buffer : nullptr, room)));
-  if (!ownsBuffer()) std::memcpy(memory, buffer, capacity);
+  const bool owns = ownsBuffer();
+  auto* memory = static_cast<char*>(YChecked(std::realloc(owns ? buffer : nullptr, room)));
+  if (!owns) std::memcpy(memory, buffer, capacity);
   buffer = memory;
   buffer[room - 1] = '\0';
   capacity = static_cast<std::uint32_t>(room);

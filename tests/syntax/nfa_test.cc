@@ -92,13 +92,13 @@ TEST(Walker, FollowsTheEndOfTheGraph) {
 // What the index of the first words tells of those behind them, near and far in memory, goes when
 // there is a new one.
 TEST(Walker, LooksBehindIndexedWords) {
-  for (const int between : {0, 9000}) {
+  for (const std::size_t between : {0, 9000}) {
     YcluiSyntaxGraph graph;
     YcluiSyntaxNode* words[] = {new YcluiSyntaxNode(1), new YcluiSyntaxNode(3),
                                 new YcluiSyntaxNode(4)};
     for (YcluiSyntaxNode* word : words) graph.insertOr(word);
-    std::vector<std::unique_ptr<YcluiSyntaxNode>> apart;
-    for (int i = 0; i < between; ++i) apart.push_back(std::make_unique<YcluiSyntaxNode>());
+    std::vector<std::unique_ptr<YcluiSyntaxNode>> apart(between);
+    for (auto& node : apart) node = std::make_unique<YcluiSyntaxNode>();
     Walker walker;
     walker.syntaxGraph(&graph);
     for (const unsigned long added : {5, 6, 7}) {
