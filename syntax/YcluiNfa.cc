@@ -37,6 +37,7 @@
 #include "syntax/YcluiNfa.h"
 
 #include <algorithm>
+#include <iterator>
 #include <new>
 
 #include "foundation/YErr.h"
@@ -54,8 +55,8 @@ constexpr std::uint64_t OldestSerial = 1;
 constexpr int FewLinks = 16;
 // In how many indexes what follows a structural node may stand.
 constexpr std::uint32_t MostCovers = 4;
-// Bytes in a line of memory.
-constexpr int Line = 64;
+// Every node begins at a line of memory.
+constexpr std::intptr_t Line = alignof(YcluiSyntaxNode);
 
 // The successor of a node with one link, null of any other.
 YcluiSyntaxNode* OnlySuccessor(const YcluiSyntaxNode& node) {
@@ -313,19 +314,18 @@ void YcluiNfa::noteRow(YcluiNodeRow& row) {
   row.isSilent = row.node->action == nullptr;
 }
 
-// What is too far away, as in memory of another kind, is not noted.
+// What lies too far away is not noted.
 void YcluiNfa::noteAhead(YcluiNodeRow& row) const {
   if (row.node->step_ != YcluiSyntaxNode::Step::Pair || !holds(*row.node)) return;
-  const YcluiNodeRow known = row;
+  YcluiNodeRow::Ahead noted[YcluiSyntaxNode::InPair];
   for (int i = 0; i < YcluiSyntaxNode::InPair; ++i) {
     if (row.node->pair_[i] == nullptr) continue;
     const std::intptr_t lines = LinesBetween(row.node, row.node->pair_[i]);
-    row.ahead[i].lines = lines & 0x3FFF;
-    row.ahead[i].ends = row.node->pairEnds_[i] & 3;
-    if (row.ahead[i].lines == lines && lines != 0) continue;
-    row = known;
-    return;
+    noted[i].lines = lines & 0x3FFF;
+    noted[i].ends = row.node->pairEnds_[i] & 3;
+    if (noted[i].lines != lines || lines == 0) return;
   }
+  std::copy(std::begin(noted), std::end(noted), row.ahead);
 }
 
 // The row tells all that the next step needs, so that neither waits for the node.

@@ -16,8 +16,9 @@ namespace {
 constexpr std::uintptr_t StackForText = std::uintptr_t{512} << 10;
 // A stack without a limit is used up to here.
 constexpr std::size_t MostStack = std::size_t{32} << 20;
-// How deep a script may recurse, in words of the Scheme stack (32 MiB), and how much deeper until
-// the error is raised.
+// How deep a script may recurse, in words of the Scheme stack (32 MiB), and how much deeper at a
+// time until the error is raised. That can be many times, since another thread sees to it, which
+// may have to wait for a processor.
 constexpr long MaxStackWords = 4L << 20;
 constexpr long MoreStackWords = 1L << 20;
 constexpr int MostOverflows = 64;

@@ -22,7 +22,7 @@ TEST_F(LibraryTest, BrokenLibrariesAreRefused) {
       {"/nowhere/lib.so", ": cannot open shared object file"},
       {HEADLESS_LIBRARY, " has no CluiLibCleanup"},
       {OTHER_LIBRARY, " is the library \"lib-OTHER\", not \"lib-TEST\""},
-      {TWICE_LIBRARY, ": row 15 of its table has a name that an earlier row has"},
+      {TWICE_LIBRARY, ": row 18 of its table has a name that an earlier row has"},
   };
   for (const auto& [file, wrong] : rows) {
     std::string error;

@@ -86,11 +86,19 @@ const YScmProc Rows[] = {
      1, 0},
     {"t-char", [](auto, YStatus& s) { Vm::StackPushLong(Vm::StackPopChar(s)); }, 1, 0},
     {"t-half", [](auto, YStatus& s) { Vm::StackPushDouble(Vm::StackPopDouble(s) / 2); }, 1, 0},
+    {"t-not", [](auto, YStatus& s) { Vm::StackPushBoolean(1 - Vm::VMEAssertIsABoolean(1, s, -1)); },
+     1, 0},
     {"t-handle",
      [](auto, YStatus& status) {
        const long number = Vm::StackPopLong(status);
        Vm::StackPushHandle(reinterpret_cast<void*>(number), nullptr,
                            number == 0 ? nullptr : CountFinalised);
+     },
+     1, 0},
+    {"t-handle-number",
+     [](auto, YStatus& status) {
+       void* const first = Vm::VMEAssertIsAHandle(1, status, -1);
+       if (YStatusIsGood(status)) Vm::StackPushLong(reinterpret_cast<long>(first));
      },
      1, 0},
     {"t-finalised", [](auto, YStatus&) { Vm::StackPushLong(Finalised); }, 0, 0},
@@ -105,6 +113,14 @@ const YScmProc Rows[] = {
     {"t-one-or-two",
      [](std::uint32_t argc, YStatus& status) {
        if (Vm::VMECheckArgCount(argc, 1, 2, status) != 0) Vm::StackPushBoolean(1);
+     },
+     1, 1},
+    {"t-element",
+     [](std::uint32_t argc, YStatus& status) {
+       Vm::VMESetErrorArgNum(static_cast<YArgNum>(argc), status);
+       Vm::VMESetErrorBadType(YScmArgSyntaxElement, status, -1);
+       Vm::StackPop(status);
+       Vm::StackPushLong(0);
      },
      1, 1},
     {"t-throw", [](auto, YStatus&) { throw std::runtime_error("no room"); }, 0, 0},
