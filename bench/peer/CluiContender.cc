@@ -44,11 +44,11 @@ class CluiContender : public Contender {
     return line.word + (line.isOn ? " on:" : " off:") + std::to_string(line.number) + ",\"abc\"\n";
   }
 
-  Outcome read(const std::vector<std::string>& lines) override {
+  Outcome read(const TypedLines& lines) override {
     parser_.outcome = Outcome();
-    for (const std::string& line : lines) {
-      if (parser_.interpret(line.c_str()) == 0) ++parser_.outcome.refused;
-    }
+    lines.forEach([this](const char* line, std::size_t) {
+      if (parser_.interpret(line) == 0) ++parser_.outcome.refused;
+    });
     return parser_.outcome;
   }
 

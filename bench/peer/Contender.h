@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bench/peer/Language.h"
+#include "bench/peer/TypedLines.h"
 
 // What came of reading lines.
 struct Outcome {
@@ -27,7 +28,7 @@ class Contender {
 
   // The line as it is typed here.
   virtual std::string typed(const Line& line) const = 0;
-  virtual Outcome read(const std::vector<std::string>& lines) = 0;
+  virtual Outcome read(const TypedLines& lines) = 0;
   // Makes the list of commands that begin so, and answers how many there are, other commands than
   // those of the language included.
   virtual long complete(const char* prefix) = 0;

@@ -41,9 +41,8 @@ PeerWork Field::reading(std::size_t index, Spelling spelling, int count) const {
   const auto lines = LinesOf(language_, isShort && index == 0 ? Spelling::Whole : spelling, count);
   const bool isRefused = spelling == Spelling::Unknown || spelling == Spelling::Misplaced;
   const Outcome expected = isRefused ? Outcome{0, count} : Outcome{SumOf(lines), 0};
-  std::vector<std::string> typed;
-  typed.reserve(lines.size());
-  for (const Line& line : lines) typed.push_back(contender->typed(line));
+  TypedLines typed;
+  for (const Line& line : lines) typed.add(contender->typed(line));
   return [contender, expected, typed] { return contender->read(typed) == expected; };
 }
 

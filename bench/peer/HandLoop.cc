@@ -49,13 +49,13 @@ class HandLoop : public Contender {
     return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
   }
 
-  Outcome read(const std::vector<std::string>& lines) override {
+  Outcome read(const TypedLines& lines) override {
     Outcome outcome;
-    for (const std::string& line : lines) {
-      const Words words = Split(line);
+    lines.forEach([this, &outcome](const char* line, std::size_t length) {
+      const Words words = Split({line, length});
       const auto action = actions_.find(words.word[0]);
       if (action == actions_.end() || !action->second(words, outcome.sum)) ++outcome.refused;
-    }
+    });
     return outcome;
   }
 

@@ -60,11 +60,11 @@ class LibcliContender : public Contender {
     return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
   }
 
-  Outcome read(const std::vector<std::string>& lines) override {
+  Outcome read(const TypedLines& lines) override {
     outcome_ = Outcome();
-    for (const std::string& line : lines) {
-      if (cli_run_command(cli_, line.c_str()) != CLI_OK) ++outcome_.refused;
-    }
+    lines.forEach([this](const char* line, std::size_t) {
+      if (cli_run_command(cli_, line) != CLI_OK) ++outcome_.refused;
+    });
     return outcome_;
   }
 

@@ -12,9 +12,9 @@ namespace {
 
 void ReadOnce(const ContenderKind& kind, const Language& language, int count) {
   const std::unique_ptr<Contender> contender = kind.make(language);
-  std::vector<std::string> typed;
+  TypedLines typed;
   for (const Line& line : LinesOf(language, Spelling::Whole, count)) {
-    typed.push_back(contender->typed(line));
+    typed.add(contender->typed(line));
   }
   contender->read(typed);
 }

@@ -32,11 +32,11 @@ class TclContender : public Contender {
     return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
   }
 
-  Outcome read(const std::vector<std::string>& lines) override {
+  Outcome read(const TypedLines& lines) override {
     outcome_ = Outcome();
-    for (const std::string& line : lines) {
-      if (Tcl_Eval(interpreter_, line.c_str()) != TCL_OK) ++outcome_.refused;
-    }
+    lines.forEach([this](const char* line, std::size_t) {
+      if (Tcl_Eval(interpreter_, line) != TCL_OK) ++outcome_.refused;
+    });
     return outcome_;
   }
 
