@@ -41,7 +41,8 @@ TEST_F(TextsTest, BothWaysOfACallAgree) {
   for (std::string head, rest; std::getline(eachHead, head, '|');) {
     std::istringstream eachRest(rests);
     while (std::getline(eachRest, rest, '|')) {
-      const std::string call = "(" + head + " " + rest + ")";
+      std::string call = "(" + head + " ";
+      call += rest + ")";
       EXPECT_EQ(Eval(call), Eval("(begin " + call + ")")) << call;
     }
   }

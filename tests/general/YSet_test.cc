@@ -29,6 +29,7 @@ class Record : public YAssoc {
 TEST(YSet, DoesAsAPlainVectorDoes) {
   YDictionary set;
   std::vector<Record> all;
+  all.reserve(4000);
   for (int i = 0; i < 4000; ++i) all.emplace_back(i % 3000);
   std::vector<Record*> model;
   std::mt19937 random(3);

@@ -128,7 +128,7 @@ TEST(Listing, FillsColumnsDownwards) {
     int width;
     const wchar_t* text;
     int rows = 9;
-    std::size_t more = 0;
+    unsigned int more = 0;
   } rows[] = {
       {{}, 80, L""},
       {{"a", "bb", "c", "d", "e"}, 9, L"a   d\nbb  e\nc\n"},

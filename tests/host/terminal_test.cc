@@ -126,7 +126,7 @@ class Emulator {
   }
   std::vector<std::wstring> rows() const {
     std::vector<std::wstring> rows = rows_;
-    for (std::wstring& one : rows) one.erase(one.find_last_not_of(L" ") + 1);
+    for (std::wstring& one : rows) one.erase(one.find_last_not_of(L' ') + 1);
     while (!rows.empty() && rows.back().empty()) rows.pop_back();
     return rows;
   }

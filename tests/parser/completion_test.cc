@@ -57,6 +57,7 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
     YcluiSyntaxNodeP_Array nodes;
     walker.possibleNodes(nodes);
     std::vector<unsigned> ids;
+    ids.reserve(static_cast<std::size_t>(nodes.size()));
     for (int i = 0; i < nodes.size(); ++i) ids.push_back(nodes.at(i)->tokenId);
     if (isOfAll) ids.insert(ids.end(), anywhere.begin(), anywhere.end());
     Words list;

@@ -418,10 +418,10 @@ const Action Actions[] = {
     "(clui-set-variable p 'v' 'b c ') (clui-set-variable p 'w' 'b c ' 300)",
     "(clui-token p #\\;) (clui-token p 1 'zz')",
     "(clui-token p 'new' 'ne') (clui-token q 'new' 1 4) (clui-token p 8 #\\,)",
-    "(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C') (clui-anyof 4))) (clui-set-syntax p g)"
-    "(clui-set-syntax q g)",
-    "(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C')))"
-    "(clui-set-syntax p (clui-syntax (clui-priority 1 2) g))",
+    ("(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C') (clui-anyof 4))) (clui-set-syntax p g)"
+     "(clui-set-syntax q g)"),
+    ("(define g (clui-oneof 1 'A' (clui-syntax 2 3 'C')))"
+     "(clui-set-syntax p (clui-syntax (clui-priority 1 2) g))"),
     "(clui-indefinite-syntax p 7 'D')",
     "(clui-parser-delete q) (clui-eval p 'a ')",
     "(clui-parser-delete p) (clui-eval q 'a')",
