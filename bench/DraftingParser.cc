@@ -1,109 +1,37 @@
 #include "bench/DraftingParser.h"
 
-#include <initializer_list>
 #include <iterator>
 #include <random>
+
+#include "tests/common/syntax.h"
 
 namespace {
 
 struct Word {
   const char* name;
   const char* abbreviation;
-  std::uint32_t id;
   YcluiValueType type;
 };
 
-enum WordId : std::uint32_t {
-  Layer = 5000,
-  Rectangle,
-  To,
-  Circle,
-  Radius,
-  Polyline,
-  At,
-  Close,
-  Text,
-  Weight,
-  Show,
-  Hide,
-  Grid,
-  Axes,
-  Redraw,
-  Undo,
-  Mark,
-};
-
 constexpr Word Words[] = {
-    {"layer:", nullptr, Layer, YcluiValueString},
-    {"rectangle:", nullptr, Rectangle, YcluiValuePoint},
-    {"to:", nullptr, To, YcluiValuePoint},
-    {"circle:", nullptr, Circle, YcluiValuePoint},
-    {"radius:", nullptr, Radius, YcluiValueFloat},
-    {"polyline", "pol", Polyline, YcluiValueNone},
-    {"at:", nullptr, At, YcluiValuePoint},
-    {"close", "cl", Close, YcluiValueNone},
-    {"text:", nullptr, Text, YcluiValueString},
-    {"weight:", nullptr, Weight, YcluiValueInteger},
-    {"show", "sh", Show, YcluiValueNone},
-    {"hide", nullptr, Hide, YcluiValueNone},
-    {"grid", nullptr, Grid, YcluiValueNone},
-    {"axes", "ax", Axes, YcluiValueNone},
-    {"redraw", "re", Redraw, YcluiValueNone},
-    {"undo", nullptr, Undo, YcluiValueNone},
+    {"layer:", nullptr, YcluiValueString}, {"rectangle:", nullptr, YcluiValuePoint},
+    {"to:", nullptr, YcluiValuePoint},     {"circle:", nullptr, YcluiValuePoint},
+    {"radius:", nullptr, YcluiValueFloat}, {"polyline", "pol", YcluiValueNone},
+    {"at:", nullptr, YcluiValuePoint},     {"close", "cl", YcluiValueNone},
+    {"text:", nullptr, YcluiValueString},  {"weight:", nullptr, YcluiValueInteger},
+    {"show", "sh", YcluiValueNone},        {"hide", nullptr, YcluiValueNone},
+    {"grid", nullptr, YcluiValueNone},     {"axes", "ax", YcluiValueNone},
+    {"redraw", "re", YcluiValueNone},      {"undo", nullptr, YcluiValueNone},
 };
 
-YcluiSyntaxNode* Node(std::uint32_t id, const char* action = nullptr) {
-  return new YcluiSyntaxNode(id, action);
-}
-
-YcluiSyntaxGraph* Sequence(std::initializer_list<YcluiSyntaxNode*> nodes) {
-  auto* graph = new YcluiSyntaxGraph;
-  for (auto i = std::rbegin(nodes); i != std::rend(nodes); ++i) graph->insertAnd(*i);
-  return graph;
-}
-
-YcluiSyntaxGraph* OneOf(std::initializer_list<YcluiSyntaxNode*> nodes) {
-  auto* graph = new YcluiSyntaxGraph;
-  for (YcluiSyntaxNode* node : nodes) graph->insertOr(node);
-  return graph;
-}
-
-void PutInFront(YcluiSyntaxGraph& graph, YcluiSyntaxGraph* part) {
-  graph.insertAnd(part);
-  delete part;
-}
-
-YcluiSyntaxGraph* PolylineSyntax() {
-  YcluiSyntaxGraph* corners = OneOf({Node(At)});
-  corners->makeClosure();
-  YcluiSyntaxGraph* graph = Sequence({Node(Close, "(polyline $1[0] $-1[0])")});
-  PutInFront(*graph, corners);
-  graph->insertAnd(Node(Polyline));
-  return graph;
-}
-
-YcluiSyntaxGraph* ViewSyntax() {
-  constexpr const char* View = "(view \"$0\" \"$$\")";
-  YcluiSyntaxGraph* graph = OneOf({Node(Grid, View), Node(Axes, View)});
-  PutInFront(*graph, OneOf({Node(Show), Node(Hide)}));
-  return graph;
-}
-
-YcluiSyntaxGraph* DraftingSyntax() {
-  auto* graph = OneOf({Node(Layer, "(layer \"$0[0]\")"), Node(Weight, "(weight $0[0])"),
-                       Node(Redraw, "(redraw)"), Node(Undo, "(undo $p)")});
-  for (YcluiSyntaxGraph* part : {Sequence({Node(Rectangle), Node(To, "(rectangle $0[0] $1[0])")}),
-                                 Sequence({Node(Circle), Node(Radius, "(circle $0[0] $$[0])")}),
-                                 Sequence({Node(Text), Node(At, "(text \"$0[0]\" $1[0])")}),
-                                 PolylineSyntax(), ViewSyntax()}) {
-    graph->insertOr(part);
-    delete part;
-  }
-  return graph;
-}
+constexpr const char* Syntax =
+    "(layer: {(layer \"$0[0]\")} | weight: {(weight $0[0])} | redraw {(redraw)} | undo {(undo $p)}"
+    " | rectangle: to: {(rectangle $0[0] $1[0])} | circle: radius: {(circle $0[0] $$[0])}"
+    " | text: at: {(text \"$0[0]\" $1[0])} | polyline (at:)* close {(polyline $1[0] $-1[0])}"
+    " | (show | hide) (grid {(view \"$0\" \"$$\")} | axes {(view \"$0\" \"$$\")}))";
 
 struct Command {
-  const char* form;  // a "%" stands for a number
+  const char* form;  // a "%" is replaced by a number
   int tokens;
   long commands;
 };
@@ -124,11 +52,7 @@ constexpr Command Commands[] = {
 std::string Filled(const char* form, std::minstd_rand& numbers) {
   std::string text;
   for (; *form != '\0'; ++form) {
-    if (*form == '%') {
-      text += std::to_string(numbers() % 100);
-    } else {
-      text += *form;
-    }
+    text += *form == '%' ? std::to_string(numbers() % 100) : std::string(1, *form);
   }
   return text;
 }
@@ -138,14 +62,14 @@ std::string Filled(const char* form, std::minstd_rand& numbers) {
 DraftingParser::DraftingParser() {
   for (const Word& word : Words) {
     if (word.type == YcluiValueNone) {
-      lex()->addKeyword(word.name, word.abbreviation, word.id);
+      lex()->addKeyword(word.name, word.abbreviation, 0);
     } else {
-      lex()->addKeyword(word.name, 1, &word.type, word.id);
+      lex()->addKeyword(word.name, 1, &word.type, 0);
     }
   }
-  lex()->addKeyword(';', Mark);
-  setSyntaxGraph(DraftingSyntax());
-  addIndefiniteNode(Node(Mark));
+  const std::uint32_t mark = lex()->addKeyword(';', 0);
+  setSyntaxGraph(SyntaxOf(*lex(), Syntax));
+  addIndefiniteNode(new YcluiSyntaxNode(mark));
 }
 
 YWord DraftingParser::evaluate(const char* text) {

@@ -1,4 +1,4 @@
-// A parser with a small drafting language, and texts in it.
+// A parser with a small drafting language, and texts in that language.
 
 #ifndef BENCH_DRAFTINGPARSER_H_
 #define BENCH_DRAFTINGPARSER_H_
@@ -7,8 +7,8 @@
 
 #include "parser/YcluiParser.h"
 
-// Words with arguments of each type, plain words with abbreviations, alternatives, sequences and a
-// repeated part. Commands are native: they are counted when they come.
+// Words with an argument of each type, plain words with abbreviations, alternatives, sequences, a
+// repeated part and the indefinite word ";". Commands are counted and do nothing.
 class DraftingParser : public YcluiParser {
  public:
   DraftingParser();
@@ -22,7 +22,7 @@ class DraftingParser : public YcluiParser {
 
 // A drawing as somebody would type it, comments included; always the same for a size.
 struct DraftingText {
-  // Exactly `bytes` long, filled up with ends of line behind the last whole command.
+  // Exactly `bytes` long: newlines fill what follows the last whole command.
   explicit DraftingText(long bytes);
 
   std::string text;

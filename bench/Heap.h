@@ -1,16 +1,16 @@
-// What the program has on the heap. Every allocation of the program is counted, those of operator
-// new included, since it asks malloc. Only one thread may allocate at a time.
+// Counts the allocations of the program, those of operator new included, since it calls malloc.
+// Only one thread may allocate at a time.
 
 #ifndef BENCH_HEAP_H_
 #define BENCH_HEAP_H_
 
 #include <cstddef>
 
-// How often memory was asked for so far: malloc, calloc, realloc and the aligned ones.
+// The number of calls of malloc, calloc, realloc and the aligned ones so far.
 long HeapRequests();
 
-// The most bytes at a time beyond those of the moment when the object was made. The latest one
-// counts.
+// The most bytes allocated at a time beyond those allocated when the object was made. Making
+// another object starts the measurement anew.
 class HeapPeak {
  public:
   HeapPeak();

@@ -1,7 +1,7 @@
 #include "bench/WarmParser.h"
 
-#include <iomanip>
-#include <iostream>
+#include <cstdio>
+#include <cstdlib>
 
 #include "bench/DraftingParser.h"
 #include "bench/Heap.h"
@@ -11,7 +11,7 @@ namespace {
 struct Text {
   const char* what;
   const char* text;
-  int taken;  // how many tokens the parser takes of it
+  int tokens;  // accepted by the parser
 };
 
 constexpr Text Texts[] = {
@@ -20,59 +20,59 @@ constexpr Text Texts[] = {
     {"words with numbers", "weight: 17 circle: 1,2 radius: 2.75\n", 3},
     {"points", "rectangle: 12,34 to: -56,78\n", 2},
     {"strings", "layer: \"a rather long name for a layer of walls\" text: 'b' at: 1,1\n", 3},
-    {"a comment", "undo # and nothing else, however much is said here\n", 1},
+    {"a comment", "undo # and nothing else, however long the comment is\n", 1},
     {"arguments in two texts", "rectangle: 12,34 to:\n", 1},
-    {"the rest of them", "5,78\n", 1},
+    {"the other arguments", "5,78\n", 1},
     {"aliases", "rd twice room\n", 3},
     {"a variable set and read", "${n}=12 weight: ${n} ${word} ${s}=\"walls\" layer: ${s}\n", 3},
     {"an array set and read", "${a}[3]=7 weight: ${a}[3]\n", 1},
-    {"a refused known word", "close undo\n", 1},
+    {"a word not allowed there", "close undo\n", 1},
     {"an unknown word", "nonsense undo\n", 1},
-    {"a bad argument", "weight: heavy\n", 0},
+    {"an invalid argument", "weight: heavy\n", 0},
     {"a long polyline", "polyline at: 1,2 at: 3,4 at: 5,6 at: 7,8 at: 9,10 close\n", 7},
 };
-
-void TakeLine(void*, const char*) {}
-void TakeLines(void*, const char*, const char*) {}
-void TakeRefusal(void*, const YcluiToken&, std::uint32_t) {}
-YcluiTokenCtrl TakeToken(void*, YcluiToken&) {
-  return YcluiTokenPass;
-}
 
 void SetUp(DraftingParser& parser) {
   parser.setAlias("rd", "redraw");
   parser.setAlias("twice", "undo undo");
   parser.setAlias("room", "rd rectangle: 1,2 to: 30,40");
   parser.interpret("${word}=\"undo\"");
-  parser.setEchoProcedure(TakeLine, nullptr);
-  parser.setSynCallback(TakeLines, nullptr);
-  parser.setTokCallback(TakeToken, nullptr);
-  parser.setTokRefuseCallback(TakeRefusal, nullptr);
+  parser.setEchoProcedure([](void*, const char*) {}, nullptr);
+  parser.setSynCallback([](void*, const char*, const char*) {}, nullptr);
+  parser.setTokCallback([](void*, YcluiToken&) { return YcluiTokenPass; }, nullptr);
+  parser.setTokRefuseCallback([](void*, const YcluiToken&, std::uint32_t) {}, nullptr);
 }
 
-void PrintAllocationsOfLastRound(DraftingParser& parser, const char* where) {
-  constexpr int Rounds = 4;
-  for (int round = 1; round <= Rounds; ++round) {
+long AllocationsOf(DraftingParser& parser, const Text& text) {
+  const long before = HeapRequests();
+  const int tokens = parser.interpret(text.text);
+  const long requests = HeapRequests() - before;
+  if (tokens == text.tokens) return requests;
+  std::fprintf(stderr, "allocations, %s: %d tokens\n", text.what, tokens);
+  std::exit(1);
+}
+
+long AddLastPass(DraftingParser& parser, const char* frame, Results& results) {
+  constexpr int Passes = 4;
+  long sum = 0;
+  for (int pass = 1; pass <= Passes; ++pass) {
     for (const Text& text : Texts) {
-      const long before = HeapRequests();
-      const int taken = parser.interpret(text.text);
-      const long requests = HeapRequests() - before;
-      if (round < Rounds) continue;
-      std::cout << std::left << std::setw(41) << text.what << ' ' << std::setw(16) << where
-                << std::right << std::setw(4) << requests << (requests != 0 ? " above" : "")
-                << (taken != text.taken ? " did not take what the row says" : "") << '\n';
+      const long requests = AllocationsOf(parser, text);
+      if (pass < Passes) continue;
+      results.add("allocations", text.what, "", frame, static_cast<double>(requests));
+      sum += requests;
     }
   }
+  return sum;
 }
 
 }  // namespace
 
-void PrintWarmAllocations() {
+long AddWarmAllocations(Results& results) {
   DraftingParser parser;
   SetUp(parser);
-  std::cout << "\nallocations of a warm parser\n";
-  PrintAllocationsOfLastRound(parser, "bottom frame");
+  const long bottom = AddLastPass(parser, "bottom frame", results);
   parser.interpret("polyline at: 1,2");
   parser.pushFrame();
-  PrintAllocationsOfLastRound(parser, "pushed frame");
+  return bottom + AddLastPass(parser, "pushed frame", results);
 }

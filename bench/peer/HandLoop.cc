@@ -1,11 +1,11 @@
-// The least that reading such lines can cost: split at blanks, look the first word up, call.
+// The least that reading such lines can cost: split at blanks, look up the first word, call.
 
 #include <algorithm>
 #include <charconv>
 #include <string_view>
 #include <unordered_map>
 
-#include "bench/peer/Contender.h"
+#include "bench/peer/Implementation.h"
 
 namespace {
 
@@ -39,14 +39,10 @@ bool Switch(const Words& words, long& sum) {
   return true;
 }
 
-class HandLoop : public Contender {
+class HandLoop : public Implementation {
  public:
   explicit HandLoop(const Language& language) {
     for (const std::string& word : language.words) actions_[word] = &Switch;
-  }
-
-  std::string typed(const Line& line) const override {
-    return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
   }
 
   Outcome read(const TypedLines& lines) override {
@@ -59,14 +55,12 @@ class HandLoop : public Contender {
     return outcome;
   }
 
-  long complete(const char*) override { return 0; }
-
  private:
   std::unordered_map<std::string_view, Action> actions_;
 };
 
 }  // namespace
 
-std::unique_ptr<Contender> MakeHandLoop(const Language& language) {
+std::unique_ptr<Implementation> MakeHandLoop(const Language& language) {
   return std::make_unique<HandLoop>(language);
 }

@@ -10,9 +10,9 @@ namespace {
 
 constexpr int MostNumber = 1000000;
 
-// Commands that libcli brings along: no short form may be the beginning of one.
-constexpr const char* TakenWords[] = {"help",    "quit",   "logout",  "exit",
-                                      "history", "enable", "disable", "configure"};
+// Commands of libcli itself: no short form may be a prefix of one.
+constexpr const char* ReservedWords[] = {"help",    "quit",   "logout",  "exit",
+                                         "history", "enable", "disable", "configure"};
 
 std::string WordOf(unsigned number) {
   constexpr std::string_view Consonants = "bcdfgklmnprstvxz";
@@ -33,11 +33,11 @@ std::size_t CommonLength(const std::string& one, const std::string& other) {
 }
 
 std::string ShortForm(const std::set<std::string>& all, const std::string& word) {
-  const auto place = all.find(word);
+  const auto found = all.find(word);
   std::size_t common = 0;
-  if (place != all.begin()) common = CommonLength(word, *std::prev(place));
-  if (std::next(place) != all.end()) {
-    common = std::max(common, CommonLength(word, *std::next(place)));
+  if (found != all.begin()) common = CommonLength(word, *std::prev(found));
+  if (std::next(found) != all.end()) {
+    common = std::max(common, CommonLength(word, *std::next(found)));
   }
   return word.substr(0, common + 1);
 }
@@ -46,7 +46,7 @@ std::string ShortForm(const std::set<std::string>& all, const std::string& word)
 
 Language::Language(int commands) {
   std::minstd_rand numbers(1);
-  std::set<std::string> all(std::begin(TakenWords), std::end(TakenWords));
+  std::set<std::string> all(std::begin(ReservedWords), std::end(ReservedWords));
   while (static_cast<int>(words.size()) < commands) {
     const std::string word = WordOf(static_cast<unsigned>(numbers()));
     if (all.insert(word).second) words.push_back(word);

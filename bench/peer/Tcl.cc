@@ -1,6 +1,6 @@
 #include <tcl.h>
 
-#include "bench/peer/Contender.h"
+#include "bench/peer/Implementation.h"
 
 namespace {
 
@@ -17,20 +17,16 @@ int Switch(ClientData sum, Tcl_Interp* interpreter, int count, Tcl_Obj* const wo
   return TCL_OK;
 }
 
-class TclContender : public Contender {
+class Tcl : public Implementation {
  public:
-  explicit TclContender(const Language& language) : interpreter_(Tcl_CreateInterp()) {
+  explicit Tcl(const Language& language) : interpreter_(Tcl_CreateInterp()) {
     for (const std::string& word : language.words) {
       Tcl_CreateObjCommand(interpreter_, word.c_str(), &Switch, &outcome_.sum, nullptr);
     }
   }
-  TclContender(const TclContender&) = delete;
-  TclContender& operator=(const TclContender&) = delete;
-  ~TclContender() override { Tcl_DeleteInterp(interpreter_); }
-
-  std::string typed(const Line& line) const override {
-    return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
-  }
+  Tcl(const Tcl&) = delete;
+  Tcl& operator=(const Tcl&) = delete;
+  ~Tcl() override { Tcl_DeleteInterp(interpreter_); }
 
   Outcome read(const TypedLines& lines) override {
     outcome_ = Outcome();
@@ -55,6 +51,6 @@ class TclContender : public Contender {
 
 }  // namespace
 
-std::unique_ptr<Contender> MakeTcl(const Language& language) {
-  return std::make_unique<TclContender>(language);
+std::unique_ptr<Implementation> MakeTcl(const Language& language) {
+  return std::make_unique<Tcl>(language);
 }

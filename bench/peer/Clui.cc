@@ -1,7 +1,7 @@
-// yqrtClui as a host would use it that carries out its commands itself: the command's template says
-// which action it is, and the action takes its values from the token.
+// yqrtClui as used by a host that runs its commands itself: the command's template is the name of
+// the action, and the action gets its values from the token.
 
-#include "bench/peer/Contender.h"
+#include "bench/peer/Implementation.h"
 #include "parser/YcluiParser.h"
 
 namespace {
@@ -36,9 +36,9 @@ class SwitchParser : public YcluiParser {
   }
 };
 
-class CluiContender : public Contender {
+class Clui : public Implementation {
  public:
-  explicit CluiContender(const Language& language) : parser_(language) {}
+  explicit Clui(const Language& language) : parser_(language) {}
 
   std::string typed(const Line& line) const override {
     return line.word + (line.isOn ? " on:" : " off:") + std::to_string(line.number) + ",\"abc\"\n";
@@ -57,23 +57,35 @@ class CluiContender : public Contender {
     return parser_.completionList(prefix, words);
   }
 
-  long completeBehind(const std::string& word) override {
+  void completeAfter(const std::string& word) override {
     parser_.interpret((word + " ").c_str());
-    const long count = complete("");
+    complete("");
     parser_.reset();
-    return count;
   }
 
-  bool log(const char* path) override {
-    return path != nullptr ? parser_.startLogging(path, 0) != 0 : parser_.shutLogging() != 0;
-  }
-
- private:
+ protected:
   SwitchParser parser_;
+};
+
+// Each reading writes a new log into the working folder.
+class CluiWithLog : public Clui {
+ public:
+  using Clui::Clui;
+
+  Outcome read(const TypedLines& lines) override {
+    if (parser_.startLogging("clui.log", 0) == 0) return {};
+    const Outcome outcome = Clui::read(lines);
+    parser_.shutLogging();
+    return outcome;
+  }
 };
 
 }  // namespace
 
-std::unique_ptr<Contender> MakeClui(const Language& language) {
-  return std::make_unique<CluiContender>(language);
+std::unique_ptr<Implementation> MakeClui(const Language& language) {
+  return std::make_unique<Clui>(language);
+}
+
+std::unique_ptr<Implementation> MakeCluiWithLog(const Language& language) {
+  return std::make_unique<CluiWithLog>(language);
 }

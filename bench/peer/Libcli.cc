@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cstring>
 
-#include "bench/peer/Contender.h"
+#include "bench/peer/Implementation.h"
 
 // The library exports it without a declaration.
 extern "C" void cli_get_completions(cli_def* cli, const char* command, char lastchar,
@@ -38,9 +38,9 @@ void Register(cli_def* cli, cli_command* parent, const char* word,
   cli_register_command(cli, parent, word, action, PRIVILEGE_UNPRIVILEGED, MODE_EXEC, nullptr);
 }
 
-class LibcliContender : public Contender {
+class Libcli : public Implementation {
  public:
-  explicit LibcliContender(const Language& language) : cli_(cli_init()) {
+  explicit Libcli(const Language& language) : cli_(cli_init()) {
     for (const std::string& word : language.words) {
       cli_command* command = cli_register_command(cli_, nullptr, word.c_str(), nullptr,
                                                   PRIVILEGE_UNPRIVILEGED, MODE_EXEC, nullptr);
@@ -49,16 +49,12 @@ class LibcliContender : public Contender {
     }
     cli_set_context(cli_, &outcome_);
     cli_print_callback(cli_, &DropText);
-    // What each session of it begins with; the short forms are worked out here.
+    // Each session of libcli begins with this call, which also finds the short forms.
     cli_set_privilege(cli_, PRIVILEGE_PRIVILEGED);
   }
-  LibcliContender(const LibcliContender&) = delete;
-  LibcliContender& operator=(const LibcliContender&) = delete;
-  ~LibcliContender() override { cli_done(cli_); }
-
-  std::string typed(const Line& line) const override {
-    return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
-  }
+  Libcli(const Libcli&) = delete;
+  Libcli& operator=(const Libcli&) = delete;
+  ~Libcli() override { cli_done(cli_); }
 
   Outcome read(const TypedLines& lines) override {
     outcome_ = Outcome();
@@ -76,7 +72,7 @@ class LibcliContender : public Contender {
     return count;
   }
 
-  long completeBehind(const std::string& word) override { return complete((word + " ").c_str()); }
+  void completeAfter(const std::string& word) override { complete((word + " ").c_str()); }
 
  private:
   cli_def* cli_;
@@ -85,6 +81,6 @@ class LibcliContender : public Contender {
 
 }  // namespace
 
-std::unique_ptr<Contender> MakeLibcli(const Language& language) {
-  return std::make_unique<LibcliContender>(language);
+std::unique_ptr<Implementation> MakeLibcli(const Language& language) {
+  return std::make_unique<Libcli>(language);
 }

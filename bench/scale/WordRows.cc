@@ -1,0 +1,132 @@
+#include <algorithm>
+#include <memory>
+#include <random>
+
+#include "bench/scale/Rows.h"
+#include "parser/YcluiParser.h"
+
+namespace {
+
+// Four syllables, different for each number below 10,000.
+std::string Syllables(long number) {
+  constexpr const char* All[] = {"ba", "de", "fi", "go", "ku", "la", "me", "ni", "po", "ru"};
+  std::string text;
+  for (int i = 0; i < 4; ++i, number /= 10) text += All[number % 10];
+  return text;
+}
+
+// The same words in each of some dictionaries, and the keys for looking them up in random order.
+struct Dictionaries {
+  Dictionaries(long words, long dictionaries, const char* ending)
+      : lexers(static_cast<std::size_t>(dictionaries)) {
+    for (long i = 0; i < words; ++i) {
+      shortForms.push_back(Syllables(i));
+      keys.push_back(shortForms.back() + ending);
+    }
+    std::shuffle(keys.begin(), keys.end(), std::minstd_rand(1));
+  }
+
+  std::vector<std::unique_ptr<YcluiLex>> lexers;
+  std::vector<std::string> shortForms;  // in the order of adding
+  std::vector<std::string> keys;
+
+  void clear() {
+    for (auto& lexer : lexers) lexer = std::make_unique<YcluiLex>();
+  }
+  bool add() {
+    bool isRight = true;
+    for (auto& lexer : lexers) {
+      for (const std::string& word : shortForms) {
+        isRight = lexer->addKeyword((word + "-line").c_str(), word.c_str(), 0) != 0 && isRight;
+      }
+    }
+    return isRight;
+  }
+  // Whether `operation` succeeds for each key.
+  template <class Operation>
+  bool all(Operation operation) {
+    bool isRight = true;
+    for (auto& lexer : lexers) {
+      for (const std::string& key : keys) isRight = operation(*lexer, key.c_str()) && isRight;
+    }
+    return isRight;
+  }
+};
+
+Work Added(long words, long dictionaries) {
+  const auto all = std::make_shared<Dictionaries>(words, dictionaries, "-line");
+  return {[all] { return all->add(); }, [all] { all->clear(); }};
+}
+
+Work Deleted(long words, long dictionaries) {
+  const auto all = std::make_shared<Dictionaries>(words, dictionaries, "-line");
+  const auto remove = [](YcluiLex& lexer, const char* key) { return lexer.delKeyword(key) != 0; };
+  return {[all, remove] { return all->all(remove); },
+          [all] {
+            all->clear();
+            all->add();
+          }};
+}
+
+Work LookedUp(long words, long dictionaries, const char* ending, bool isKnown) {
+  const auto all = std::make_shared<Dictionaries>(words, dictionaries, ending);
+  all->clear();
+  all->add();
+  const auto find = [isKnown](const YcluiLex& lexer, const char* key) {
+    return (lexer.keyword(key) != nullptr) == isKnown;
+  };
+  return {[all, find] { return all->all(find); }};
+}
+
+Work FoundByName(long words, long dictionaries) {
+  return LookedUp(words, dictionaries, "-line", true);
+}
+
+Work FoundByShortForm(long words, long dictionaries) {
+  return LookedUp(words, dictionaries, "-l", true);
+}
+
+Work Unknown(long words, long dictionaries) {
+  return LookedUp(words, dictionaries, "-lines", false);
+}
+
+// Each word is allowed.
+std::shared_ptr<YcluiParser> ParserOf(long words) {
+  auto parser = std::make_shared<YcluiParser>();
+  auto* graph = new YcluiSyntaxGraph;
+  for (long i = 0; i < words; ++i) {
+    const std::string name = "w" + Syllables(i);
+    graph->insertOr(new YcluiSyntaxNode(parser->lex()->addKeyword(name.c_str(), nullptr, 0)));
+  }
+  parser->setSyntaxGraph(graph);
+  return parser;
+}
+
+Work CommonPrefix(long words, long times) {
+  return ForEachPiece(times, [parser = ParserOf(words)] {
+    YString completed;
+    unsigned long unique = 0;
+    return parser->completionString("w", completed, unique) != 0;
+  });
+}
+
+Work Listed(long words, long times) {
+  return ForEachPiece(times, [words, parser = ParserOf(words)] {
+    YString_Array list;
+    return parser->completionList("w", list) == words;
+  });
+}
+
+}  // namespace
+
+std::vector<Row> WordRows() {
+  return {
+      {"words added", "word", 100, 10000, &Added},
+      {"words deleted", "word", 100, 10000, &Deleted},
+      {"words found by name", "word", 100, 10000, &FoundByName},
+      {"words found by a short form", "word", 100, 10000, &FoundByShortForm},
+      {"unknown words", "word", 100, 10000, &Unknown},
+      {"the common prefix of candidates", "word", 100, 10000, &CommonPrefix},
+      {"candidates listed", "word", 100, 10000, &Listed},
+  };
+}
