@@ -61,7 +61,7 @@ def update(page, tables):
     text = page.read_text(encoding="utf-8")
     for name, table in tables.items():
         block = re.compile(rf"(<!-- table {name} -->\n).*?(<!-- end -->\n)", re.DOTALL)
-        text = block.sub(lambda found: f"{found[1]}\n{markdown(table)}\n{found[2]}", text)
+        text = block.sub(lambda found: found[1] + markdown(table) + found[2], text)
     page.write_text(text, encoding="utf-8")
 
 

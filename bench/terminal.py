@@ -19,6 +19,7 @@ import tempfile
 import termios
 import time
 from collections import defaultdict
+from pathlib import Path
 
 TYPED_WORDS = 500
 LISTED_EVERY = 10  # words
@@ -41,10 +42,10 @@ def script(words):
 class Terminal:
     """A program in a terminal of 100 columns and 30 lines."""
 
-    def __init__(self, command, environment):
+    def __init__(self, command):
         child, self.terminal = pty.fork()
         if child == 0:
-            os.execve(command[0], command, environment)
+            os.execv(command[0], command)
         fcntl.ioctl(self.terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 30, 100, 0, 0))
         self.times = defaultdict(list)
         self.read(PATIENCE)
@@ -89,28 +90,26 @@ def type_words(terminal, words):
 def print_times(times):
     """Prints the times of each key and returns whether the bounds are kept."""
     print("table,row,kind,column,value,ratio")
-    kept = True
+    all_kept = True
     for name, values in times.items():
         values.sort()
         median, high = values[len(values) // 2], values[len(values) * 99 // 100]
         columns = {"keys": len(values), "median ms": median, "99 % ms": high, "max ms": values[-1]}
         for column, value in columns.items():
             print(f'terminal,"{name}",,{column},{value:.4g},')
-        is_kept = median <= MEDIAN_BOUND and high <= HIGH_BOUND
-        print(f"{'kept' if is_kept else 'not kept':8} {name}", file=sys.stderr)
-        kept = kept and is_kept
-    return kept
+        kept = median <= MEDIAN_BOUND and high <= HIGH_BOUND
+        print("kept    " if kept else "not kept", name, file=sys.stderr)
+        all_kept = all_kept and kept
+    return all_kept
 
 
 def main(program):
     words = language()
     with tempfile.TemporaryDirectory() as folder:
-        path = os.path.join(folder, "language.scm")
-        with open(path, "w", encoding="utf-8") as file:
-            file.write(script(words))
-        environment = {**os.environ, "XDG_STATE_HOME": folder, "TERM": "xterm-256color",
-                       "LC_ALL": "C.UTF-8"}
-        terminal = Terminal([program, path], environment)
+        path = Path(folder, "language.scm")
+        path.write_text(script(words), encoding="utf-8")
+        os.environ.update(XDG_STATE_HOME=folder, TERM="xterm-256color", LC_ALL="C.UTF-8")
+        terminal = Terminal([program, str(path)])
         type_words(terminal, words)
         os.close(terminal.terminal)
     return 0 if print_times(terminal.times) else 1

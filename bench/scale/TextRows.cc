@@ -66,18 +66,6 @@ Work LongLine(long bytes, long times, const std::string& beginning, const std::s
                       [file] { return DraftingParser().playbackFromLog(file.c_str()) != 0; });
 }
 
-Work LongComment(long bytes, long times) {
-  return LongLine(bytes, times, "# ", "and so on ");
-}
-
-Work OpenString(long bytes, long times) {
-  return LongLine(bytes, times, "layer:\"", "walls ");
-}
-
-Work Backslashes(long bytes, long times) {
-  return LongLine(bytes, times, "", "\\");
-}
-
 // One line of aliases, each for a command.
 Work Aliases(long count, long times) {
   const auto parser = std::make_shared<DraftingParser>();
@@ -125,9 +113,12 @@ std::vector<Row> TextRows() {
       {"one text, with a log", "byte", 10000, 1000000, &OneLoggedText},
       {"a log played back", "line", 100, 100000, &Playback},
       {"the same lines without a file", "line", 100, 100000, &LinesWithoutFile},
-      {"a played line, all comment", "byte", 10000, 1000000, &LongComment},
-      {"a played line, an unterminated string", "byte", 10000, 1000000, &OpenString},
-      {"a played line, all backslashes", "byte", 10000, 1000000, &Backslashes},
+      {"a played line, all comment", "byte", 10000, 1000000,
+       [](long bytes, long times) { return LongLine(bytes, times, "# ", "and so on "); }},
+      {"a played line, an unterminated string", "byte", 10000, 1000000,
+       [](long bytes, long times) { return LongLine(bytes, times, "layer:\"", "walls "); }},
+      {"a played line, all backslashes", "byte", 10000, 1000000,
+       [](long bytes, long times) { return LongLine(bytes, times, "", "\\"); }},
       {"aliases in one line", "alias", 100, 100000, &Aliases},
       {"a long frame, filled and emptied", "token", 100, 10000, &LongFrame},
       {"indefinite words in two frames", "token", 100, 10000, &InterruptingFrame},

@@ -78,18 +78,6 @@ Work LookedUp(long words, long dictionaries, const char* ending, bool isKnown) {
   return {[all, find] { return all->all(find); }};
 }
 
-Work FoundByName(long words, long dictionaries) {
-  return LookedUp(words, dictionaries, "-line", true);
-}
-
-Work FoundByShortForm(long words, long dictionaries) {
-  return LookedUp(words, dictionaries, "-l", true);
-}
-
-Work Unknown(long words, long dictionaries) {
-  return LookedUp(words, dictionaries, "-lines", false);
-}
-
 // Each word is allowed.
 std::shared_ptr<YcluiParser> ParserOf(long words) {
   auto parser = std::make_shared<YcluiParser>();
@@ -123,9 +111,12 @@ std::vector<Row> WordRows() {
   return {
       {"words added", "word", 100, 10000, &Added},
       {"words deleted", "word", 100, 10000, &Deleted},
-      {"words found by name", "word", 100, 10000, &FoundByName},
-      {"words found by a short form", "word", 100, 10000, &FoundByShortForm},
-      {"unknown words", "word", 100, 10000, &Unknown},
+      {"words found by name", "word", 100, 10000,
+       [](long words, long times) { return LookedUp(words, times, "-line", true); }},
+      {"words found by a short form", "word", 100, 10000,
+       [](long words, long times) { return LookedUp(words, times, "-l", true); }},
+      {"unknown words", "word", 100, 10000,
+       [](long words, long times) { return LookedUp(words, times, "-lines", false); }},
       {"the common prefix of candidates", "word", 100, 10000, &CommonPrefix},
       {"candidates listed", "word", 100, 10000, &Listed},
   };
