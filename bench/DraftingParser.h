@@ -9,7 +9,7 @@
 
 // Words with an argument of each type, plain words with abbreviations, alternatives, sequences, a
 // repeated part and the indefinite word ";". Commands are counted and do nothing.
-class DraftingParser : public YcluiParser {
+class DraftingParser final : public YcluiParser {
  public:
   DraftingParser();
   long commands() const { return commands_; }

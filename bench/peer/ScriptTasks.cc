@@ -24,17 +24,17 @@ void Run(std::uint32_t, YStatus& status) {
 }
 
 // Runs its commands through the engine, as every parser does that does not replace `evaluate`.
-std::shared_ptr<YcluiParser> MakeParser() {
-  auto parser = std::make_shared<YcluiParser>();
-  const YcluiValueType values[] = {YcluiValueInteger, YcluiValueString};
-  const std::uint32_t on = parser->lex()->addKeyword("on:", 2, values, 0);
-  const std::uint32_t word = parser->lex()->addKeyword("zorvane", nullptr, 0);
-  auto* commands = new YcluiSyntaxGraph;
-  commands->insertAnd(new YcluiSyntaxNode(on, "($0-run $1[0] \"$1[1]\")"));
-  commands->insertAnd(new YcluiSyntaxNode(word));
-  parser->setSyntaxGraph(commands);
-  return parser;
-}
+struct ScriptParser final : YcluiParser {
+  ScriptParser() {
+    const YcluiValueType values[] = {YcluiValueInteger, YcluiValueString};
+    const std::uint32_t on = lex()->addKeyword("on:", 2, values, 0);
+    const std::uint32_t word = lex()->addKeyword("zorvane", nullptr, 0);
+    auto* commands = new YcluiSyntaxGraph;
+    commands->insertAnd(new YcluiSyntaxNode(on, "($0-run $1[0] \"$1[1]\")"));
+    commands->insertAnd(new YcluiSyntaxNode(word));
+    setSyntaxGraph(commands);
+  }
+};
 
 Work Repeated(int count, const std::function<void()>& call) {
   return {[count, call] {
@@ -59,7 +59,7 @@ std::vector<Task> ScriptTasks(const std::string& row, int calls) {
     return {};
   }
   ScmVM::bindProcedure("zorvane-run", &Run, 2, 0);
-  const auto parser = MakeParser();
+  const auto parser = std::make_shared<ScriptParser>();
   const double units = calls;
   return {
       {row, "Guile", 1, units, Repeated(calls, [] { scm_c_eval_string(Call); })},

@@ -79,19 +79,19 @@ Work LookedUp(long words, long dictionaries, const char* ending, bool isKnown) {
 }
 
 // Each word is allowed.
-std::shared_ptr<YcluiParser> ParserOf(long words) {
-  auto parser = std::make_shared<YcluiParser>();
-  auto* graph = new YcluiSyntaxGraph;
-  for (long i = 0; i < words; ++i) {
-    const std::string name = "w" + Syllables(i);
-    graph->insertOr(new YcluiSyntaxNode(parser->lex()->addKeyword(name.c_str(), nullptr, 0)));
+struct WordParser final : YcluiParser {
+  explicit WordParser(long words) {
+    auto* graph = new YcluiSyntaxGraph;
+    for (long i = 0; i < words; ++i) {
+      const std::string name = "w" + Syllables(i);
+      graph->insertOr(new YcluiSyntaxNode(lex()->addKeyword(name.c_str(), nullptr, 0)));
+    }
+    setSyntaxGraph(graph);
   }
-  parser->setSyntaxGraph(graph);
-  return parser;
-}
+};
 
 Work CommonPrefix(long words, long times) {
-  return ForEachPiece(times, [parser = ParserOf(words)] {
+  return ForEachPiece(times, [parser = std::make_shared<WordParser>(words)] {
     YString completed;
     unsigned long unique = 0;
     return parser->completionString("w", completed, unique) != 0;
@@ -99,7 +99,7 @@ Work CommonPrefix(long words, long times) {
 }
 
 Work Listed(long words, long times) {
-  return ForEachPiece(times, [words, parser = ParserOf(words)] {
+  return ForEachPiece(times, [words, parser = std::make_shared<WordParser>(words)] {
     YString_Array list;
     return parser->completionList("w", list) == words;
   });
