@@ -25,6 +25,8 @@ const std::vector<Kind>& Kinds();
 class Peers {
  public:
   explicit Peers(int commands);
+  Peers(const Peers&) = delete;
+  Peers& operator=(const Peers&) = delete;
 
   // A unit is a line. Lines in short forms have a kind of their own, "NAME, short forms".
   void addReading(std::vector<Task>& tasks, const char* row, Spelling spelling, int lines) const;

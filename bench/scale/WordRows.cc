@@ -81,12 +81,12 @@ Work LookedUp(long words, long dictionaries, const char* ending, bool isKnown) {
 // Each word is allowed.
 struct WordParser final : YcluiParser {
   explicit WordParser(long words) {
-    auto* graph = new YcluiSyntaxGraph;
+    auto* allowed = new YcluiSyntaxGraph;
     for (long i = 0; i < words; ++i) {
       const std::string name = "w" + Syllables(i);
-      graph->insertOr(new YcluiSyntaxNode(lex()->addKeyword(name.c_str(), nullptr, 0)));
+      allowed->insertOr(new YcluiSyntaxNode(lex()->addKeyword(name.c_str(), nullptr, 0)));
     }
-    setSyntaxGraph(graph);
+    setSyntaxGraph(allowed);
   }
 };
 
