@@ -37,8 +37,8 @@ double MedianRatio(const Cost& one, const Cost& other);
 // result ends the program.
 std::vector<Cost> SideBySide(const std::vector<Task>& tasks, int turns);
 
-// The largest resident size, in kilobytes, of a process of its own that runs the function; -1 when
-// no process can be made. REQUIRES: this process is small and has one thread, since the other one
+// The largest resident size, in kilobytes, of a process of its own that runs the function. A
+// failure ends the program. REQUIRES: this process is small and has one thread, since the other one
 // begins with its pages.
 long PeakKilobytes(const std::function<void()>& run);
 

@@ -3,6 +3,7 @@
 #include <libguile.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "parser/YcluiParser.h"
@@ -56,7 +57,7 @@ std::vector<Task> ScriptTasks(const std::string& row, int calls) {
   std::string error;
   if (ScmVM::start(ScmVM::DefaultMemoryLimit, error) == 0) {
     std::fprintf(stderr, "no script engine: %s\n", error.c_str());
-    return {};
+    std::exit(1);
   }
   ScmVM::bindProcedure("zorvane-run", &Run, 2, 0);
   const auto parser = std::make_shared<ScriptParser>();
