@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <random>
 #include <string>
 
+#include "fuzz/lexer_reference.h"
 #include "tests/lex/lex_reader.h"
 
 namespace {
@@ -121,6 +126,40 @@ TEST(Tokens, ATokenByItself) {
   EXPECT_EQ(copy.setEchoString(nullptr), 1U);
   copy = YcluiToken("moved");
   EXPECT_STREQ(copy.echoString(), "moved");
+}
+
+// Texts made of what has a meaning, with the other operations between them. A "~" ends a text.
+TEST(Tokens, AreThoseOfTheReference) {
+  const char* pieces[] = {
+      " ",    " ",     "\n",     "#",      "$",      "${",        "}",          "[",
+      "]",    "=",     "\"",     "'",      "\\",     ",",         ",",          ":",
+      ";",    ".",     "-",      "0",      "1",      "2",         "3.9",        "1e3",
+      "4e9",  "go",    "GO",     "del",    "delete", "line:",     "name ",      "at 1,",
+      "mix ", "a",     "B",      "x:",     "${a}",   "${A}=",     "${r}[",      "${n}",
+      "${p}", "${s}=", "\"${s}", "\x83\\", "\x81",   "\xFF",      "${r}[${a}]", "\x83\x41",
+      "pt ",  "f 1",   "al ",    "odd ",   "-3e9",   "${n}=\"7\""};
+  const std::string declared =
+      "Kgo~kDelete~DEL~wline:~33~wname~1~wat~4~wodd~5~wmix~3142~wf~22~aal~go line:1~vn~3~vp~,~;;~";
+  const std::string letters = "ttttttttttppgggggKkwwadu;vvil(()rx";
+  std::mt19937 random(12);
+  for (int trial = 0; trial < 20000; ++trial) {
+    std::string bytes = declared;
+    const auto addText = [&](unsigned most) {
+      for (unsigned n = random() % most; n > 0; --n) bytes += pieces[random() % std::size(pieces)];
+      bytes += '~';
+    };
+    for (int i = 0; i < 10; ++i) {
+      const char letter = letters[random() % letters.size()];
+      bytes += letter;
+      if (std::strchr("gx", letter) == nullptr) addText(letter == 't' || letter == 'p' ? 9 : 3);
+      if (letter == 'w') bytes += std::to_string(random() % 10000) + '~';
+      if (std::strchr("kavil", letter) != nullptr) addText(4);
+      if (std::strchr("il", letter) != nullptr) bytes += static_cast<char>(random() % 5);
+    }
+    std::replace(bytes.begin(), bytes.end(), '~', '\0');
+    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    ASSERT_EQ(CompareLexers(data, bytes.size()), "") << trial;
+  }
 }
 
 }  // namespace
