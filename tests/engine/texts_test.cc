@@ -2,7 +2,10 @@
 
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <random>
 #include <sstream>
+#include <string>
 
 #include "tests/common/Rows.h"
 #include "tests/engine/engine_fixture.h"
@@ -54,6 +57,62 @@ TEST_F(TextsTest, BothWaysOfACallAgree) {
   Eval("(read-hash-extend #\\t (lambda (c port) 5))");
   EXPECT_EQ(Eval("(rest-of #t #f)"), "+(5 #f)");
   Eval("(read-hash-extend #\\t #f)");
+}
+
+// What a text does when the short way reads it, and behind a comment, which leaves it to Guile:
+// "agree", or the two ends.
+std::string ReadBothWays(const std::string& text) {
+  Eval("(begin (set! kept 'none))");
+  const std::string plain = Eval(text);
+  Eval("(begin (set! plain kept) (set! kept 'none))");
+  const std::string guile = Eval(";\n" + text);
+  if (plain == guile && Eval("(begin (equal? plain kept))") == "+#t") return "agree";
+  return plain + " and " + guile + Eval("(begin (list plain kept))");
+}
+
+TEST_F(TextsTest, PlainCallsAreReadAsGuileReadsThem) {
+  Eval("(define plain 0) (define kept 0) (define (keep . all) (set! kept all))");
+  const std::string digits(400, '7');
+  const std::string zeros(320, '0');
+  const std::string numbers[] = {digits,
+                                 digits + ".5",
+                                 "0." + digits,
+                                 "1." + digits,
+                                 "0." + zeros + "1",
+                                 "0." + zeros + "0",
+                                 "1" + zeros + ".0",
+                                 "17976931348623158" + std::string(292, '0') + ".5",
+                                 "9007199254740993.0",
+                                 "0.500000000000000166533453693773481063544750213623046875",
+                                 "123456789012345678",
+                                 "1234567890123456789"};
+  for (const std::string& number : numbers) {
+    for (const char* sign : {"", "-", "+"}) {
+      EXPECT_EQ(ReadBothWays("(keep " + (sign + number) + ")"), "agree") << number;
+    }
+  }
+  // An argument is made of the signs of one kind; the last kind is anything.
+  const std::string kinds[] = {"+-..0012359e/", "ab-+.@!$%&*/<=>?^_~09", "ab \\\\\"\n;'#", "tfTe()",
+                               "()'\"\\#;:|,`[]{}.aA1 \v\xA0\x83\x5C"};
+  const std::string opening[] = {"", "'", "\"", "#", ""};
+  const std::string closing[] = {"", "", "\"", "", ""};
+  const std::string blanks = "     \t\n\r\f\v;";
+  std::mt19937 random(7);
+  const auto some = [&random](const std::string& signs, unsigned most) {
+    std::string made;
+    for (unsigned n = random() % most; n > 0; --n) made += signs[random() % signs.size()];
+    return made;
+  };
+  for (int trial = 0; trial < 10000; ++trial) {
+    std::string text = some(blanks, 2) + "(" + (random() % 4 != 0 ? "keep" : some(kinds[1], 4));
+    for (unsigned n = random() % 4; n > 0; --n) {
+      const unsigned kind = random() % std::size(kinds);
+      text += blanks[random() % blanks.size()];
+      text += opening[kind] + some(kinds[kind], 6) + closing[kind];
+    }
+    text += some(blanks, 2) + (random() % 8 != 0 ? ")" : "") + some(blanks, 2);
+    EXPECT_EQ(ReadBothWays(text), "agree") << text;
+  }
 }
 
 TEST_F(TextsTest, AFailureIsToldOnceFromTheInnermostPlace) {
