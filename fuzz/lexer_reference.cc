@@ -573,6 +573,8 @@ class Comparison {
   void operate(char what, Choices& choices) {
     if (what == 'g') return readOne();
     if (what == 'x') return dropOpenToken();
+    if (what == ')') return expect(reference_.popString(), lex_.popString());
+    if (what == 'r') return reset();
     const std::string text = choices.text();
     const char* name = text.c_str();
     if (what == 't') return read(text, 0);
@@ -589,12 +591,6 @@ class Comparison {
       expect(1, lex_.putString(name));
     }
     if (what == '(') expect(reference_.pushString(text), lex_.pushString(name));
-    if (what == ')') expect(reference_.popString(), lex_.popString());
-    if (what == 'r') {
-      reference_.reset();
-      lex_.reset();
-      expect(0, 0);
-    }
   }
 
   void compareTables() {
@@ -708,6 +704,11 @@ class Comparison {
     if (goesOn()) expect(reference_.popString(), lex_.popString());
   }
 
+  void reset() {
+    reference_.reset();
+    lex_.reset();
+    expect(0, 0);
+  }
   void dropOpenToken() {
     if (!expected_.isOpen) return;
     token_ = YcluiToken(token_.string());

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "fuzz/lexer_reference.h"
 #include "tests/lex/lex_reader.h"
@@ -130,31 +130,56 @@ TEST(Tokens, ATokenByItself) {
 
 // Texts made of what has a meaning, with the other operations between them. A "~" ends a text.
 TEST(Tokens, AreThoseOfTheReference) {
-  const char* pieces[] = {
-      " ",    " ",     "\n",     "#",      "$",      "${",        "}",          "[",
-      "]",    "=",     "\"",     "'",      "\\",     ",",         ",",          ":",
-      ";",    ".",     "-",      "0",      "1",      "2",         "3.9",        "1e3",
-      "4e9",  "go",    "GO",     "del",    "delete", "line:",     "name ",      "at 1,",
-      "mix ", "a",     "B",      "x:",     "${a}",   "${A}=",     "${r}[",      "${n}",
-      "${p}", "${s}=", "\"${s}", "\x83\\", "\x81",   "\xFF",      "${r}[${a}]", "\x83\x41",
-      "pt ",  "f 1",   "al ",    "odd ",   "-3e9",   "${n}=\"7\""};
+  const std::vector<std::string> pieces = {" ",           " ",
+                                           "\n",          "#",
+                                           "$",           "${",
+                                           "}",           "[",
+                                           "]",           "=",
+                                           "\"",          "'",
+                                           "\\",          ",",
+                                           ",",           ":",
+                                           ";",           ".",
+                                           "-",           "0",
+                                           "1",           "2",
+                                           "3.9",         "1e3",
+                                           "4e9",         "2147483647.5",
+                                           "-2147483648", "go",
+                                           "GO",          "DEL",
+                                           "delete",      "line:",
+                                           "name ",       "at 1,",
+                                           "mix ",        "odd ",
+                                           "f 1",         "a",
+                                           "B",           "x:",
+                                           "al ",         "${a}",
+                                           "${A}=",       "${r}[",
+                                           "${r}[${a}]",  "${n}",
+                                           "${n}=\"7\"",  "${p}",
+                                           "${s}=",       "\"${s}",
+                                           "\x83\\",      "\x81",
+                                           "\xFF",        "\x83\x41"};
+  const std::vector<std::string> names = {"delete", "DELETE", "Del", "dE", "",
+                                          "a",      "B",      "x:",  "al", "r"};
   const std::string declared =
       "Kgo~kDelete~DEL~wline:~33~wname~1~wat~4~wodd~5~wmix~3142~wf~22~aal~go line:1~vn~3~vp~,~;;~";
-  const std::string letters = "ttttttttttppgggggKkwwadu;vvil(()rx";
+  const std::string letters = "ttttttttttppgggggKkkwwaddu;vvil(()rx";
   std::mt19937 random(12);
+  const auto some = [&random](const std::vector<std::string>& of, unsigned most) {
+    std::string made;
+    for (unsigned n = random() % most; n > 0; --n) made += of[random() % of.size()];
+    return made + '~';
+  };
   for (int trial = 0; trial < 20000; ++trial) {
     std::string bytes = declared;
-    const auto addText = [&](unsigned most) {
-      for (unsigned n = random() % most; n > 0; --n) bytes += pieces[random() % std::size(pieces)];
-      bytes += '~';
-    };
     for (int i = 0; i < 10; ++i) {
       const char letter = letters[random() % letters.size()];
+      const auto isOf = [letter](const char* set) { return std::strchr(set, letter) != nullptr; };
       bytes += letter;
-      if (std::strchr("gx", letter) == nullptr) addText(letter == 't' || letter == 'p' ? 9 : 3);
+      if (isOf("tp(;")) bytes += some(pieces, 9);
+      if (isOf("Kkwaduvil")) bytes += names[random() % names.size()] + '~';
+      if (letter == 'k') bytes += names[random() % names.size()] + '~';
       if (letter == 'w') bytes += std::to_string(random() % 10000) + '~';
-      if (std::strchr("kavil", letter) != nullptr) addText(4);
-      if (std::strchr("il", letter) != nullptr) bytes += static_cast<char>(random() % 5);
+      if (isOf("avil")) bytes += some(pieces, 4);
+      if (isOf("il")) bytes += static_cast<char>(random() % 5);
     }
     std::replace(bytes.begin(), bytes.end(), '~', '\0');
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
