@@ -19,7 +19,7 @@
 namespace {
 
 constexpr std::size_t LongestValue = 1U << 14;  // a run in which a value grows longer is given up
-constexpr int MostTokens = 2000;                // as is one that reads more tokens
+constexpr int MostTokens = 4000;                // as is one that reads more tokens
 constexpr int MostExpansions = 3;               // aliases in each other's text
 
 struct Value {
@@ -195,9 +195,10 @@ class Reference {
 
   std::uint32_t addKeyword(Word word) {
     if (find(word.name) != nullptr) return fail(YErrNameExists, YErrWarning);
-    word.id = nextId_;
+    if (word.id == 0) word.id = nextId_;
     if (!keep(word)) return 0;
-    return nextId_++;
+    ++nextId_;
+    return word.id;
   }
   std::uint32_t addDelimiter(char byte) {
     const std::uint32_t id = addKeyword({std::string(1, byte)});
@@ -693,7 +694,8 @@ class Comparison {
         dropOpenToken();
       } else if (expected_.isOpen) {
         return;
-      } else if (expected_.id == YcluiIdAlias && nesting < MostExpansions) {
+      } else if (expected_.type == YcluiTokenAlias && expected_.id == YcluiIdAlias &&
+                 nesting < MostExpansions) {
         readInstead(expected_.args[1].text, nesting);
       }
     }
@@ -727,7 +729,8 @@ class Comparison {
       Word word{name};
       if (what == 'k') word.shortest = more;
       const char* shortest = what == 'k' ? more.c_str() : nullptr;
-      return expect(reference_.addKeyword(word), lex_.addKeyword(name.c_str(), shortest, 0));
+      const std::uint32_t id = word.id = choices.byte();
+      return expect(reference_.addKeyword(word), lex_.addKeyword(name.c_str(), shortest, id));
     }
     Word word{name, {}, "", "", YcluiTokenArgKeyword};
     std::vector<YcluiValueType> types;
@@ -771,4 +774,9 @@ std::string CompareLexers(const std::uint8_t* bytes, std::size_t count) {
   }
   if (comparison.goesOn()) comparison.compareTables();
   return comparison.difference;
+}
+
+std::string CompareLexers(std::string operations) {
+  std::replace(operations.begin(), operations.end(), '~', '\0');
+  return CompareLexers(reinterpret_cast<const std::uint8_t*>(operations.data()), operations.size());
 }

@@ -5,12 +5,9 @@
 #include <random>
 #include <sstream>
 #include <string>
-#include <utility>
 
-#include "foundation/YErr.h"
-#include "lex/YcluiAlias.h"
+#include "fuzz/lexer_reference.h"
 #include "lex/YcluiLex.h"
-#include "lex/YcluiPlainKeyword.h"
 #include "lex/YcluiWordTable.h"
 
 namespace {
@@ -60,50 +57,6 @@ TEST(Words, OfOneByteAndWithoutTypes) {
   EXPECT_EQ(YcluiToken(*lex.keyword("bare")).type(), YcluiTokenArgKeyword);
 }
 
-// What an operation answers, and the code that it pushes.
-using Told = std::pair<std::uint32_t, unsigned int>;
-
-// The dictionary as it is told: a set that is probed by hash, then a walk over all its records.
-class SlowTable : public YDictionary {
- public:
-  ~SlowTable() { deleteAll(); }
-
-  YcluiKeyword* find(const char* key) const {
-    YcluiKeyword probe(key, 0, YcluiTokenKeyword);
-    void* found = search(static_cast<YAssoc*>(&probe));
-    if (found == nullptr) found = searchByKey(key);
-    return static_cast<YcluiKeyword*>(static_cast<YAssoc*>(found));
-  }
-  const char* keyword(std::uint32_t id) const {
-    YAssocSetItr i(*this);
-    while (i.item != nullptr && static_cast<YcluiKeyword*>(i.item)->id() != id) ++i;
-    return i.item == nullptr ? nullptr : static_cast<YcluiKeyword*>(i.item)->name();
-  }
-  Told add(YcluiKeyword* record, const char* name) {
-    const YcluiKeyword* known = find(name);
-    const bool isAlias = record->type() == YcluiTokenAlias;
-    if (known == nullptr && attach(static_cast<YAssoc*>(record)) != nullptr) {
-      if (!isAlias) ++nextId;
-      return {record->id(), 0};
-    }
-    delete record;
-    if (known == nullptr) return {0, 0};
-    if (!isAlias) return {0, YErrNameExists};
-    return {0, known->type() == YcluiTokenAlias ? YErrIsAlias : YErrIsWord};
-  }
-  Told remove(const char* name, bool isAlias) {
-    YcluiKeyword* record = find(name);
-    if (record == nullptr || (record->type() == YcluiTokenAlias) != isAlias) {
-      return {0, isAlias ? YErrNoSuchAlias : YErrNoSuchWord};
-    }
-    detach(static_cast<YAssoc*>(record));
-    delete record;
-    return {1, 0};
-  }
-
-  std::uint32_t nextId = 5000;
-};
-
 // So many that the keys of some meet, whose words then share a row of the index.
 TEST(Words, StayApartAmongMany) {
   YcluiWordTable table(1);
@@ -117,48 +70,29 @@ TEST(Words, StayApartAmongMany) {
   }
 }
 
-TEST(Words, AreFoundAsByAPlainWalk) {
+// Many words that share what they begin with, and look-ups between the changes.
+TEST(Words, AreFoundAsByTheReference) {
   std::mt19937 random(11);
-  const auto word = [&](std::size_t longest) {
+  const auto word = [&random](std::size_t longest) {
     std::string text(random() % (longest + 1), 'a');
     for (char& c : text) c = "aabbA\x83"[random() % 6];
     return text;
   };
-  for (int table = 0; table < 60; ++table) {
-    YcluiWordTable fast(5000);
-    SlowTable slow;
-    for (int step = 0; step < 500; ++step) {
+  for (int table = 0; table < 40; ++table) {
+    std::string operations;
+    for (int step = 0; step < 400; ++step) {
+      const char letter = "KKkkkkkaaddu"[random() % 12];
       const std::string name = word(6);
-      std::string shortest = random() % 4 == 0 ? word(7) : name.substr(0, random() % 4);
-      const char* abbreviation = random() % 3 == 0 ? nullptr : shortest.c_str();
-      const std::uint32_t id = random() % 101;
-      const char* n = name.c_str();
-      const std::uint64_t before = YErr.count();
-      const auto told = [before](std::uint32_t answer) {
-        return Told(answer, YErr.count() == before ? 0 : YErr.code(0));
-      };
-      switch (random() % 5) {
-        case 0:
-          ASSERT_EQ(told(fast.delKeyword(n)), slow.remove(n, false));
-          break;
-        case 1:
-          ASSERT_EQ(told(fast.delAlias(n)), slow.remove(n, true));
-          break;
-        case 2:
-          ASSERT_EQ(told(fast.addAlias(n, "x")), slow.add(new YcluiAlias(n, "x"), n));
-          break;
-        default:
-          const std::uint32_t given = id != 0 ? id : slow.nextId;
-          ASSERT_EQ(told(fast.addKeyword(n, abbreviation, id)),
-                    slow.add(new YcluiPlainKeyword(n, abbreviation, given), n));
-      }
-      for (int i = 0; i < 8; ++i) {
-        const std::string key = word(7);
-        ASSERT_EQ(Shown(fast.find(key.c_str())), Shown(slow.find(key.c_str()))) << key;
-        const auto wanted = static_cast<std::uint32_t>(i) + 1;
-        ASSERT_STREQ(fast.keyword(wanted), slow.keyword(wanted));
-      }
+      operations += letter + name + '~';
+      if (letter == 'k')
+        operations += (random() % 4 == 0 ? word(7) : name.substr(0, random() % 4)) + '~';
+      if (letter == 'a') operations += "x~";
+      if (letter == 'k' || letter == 'K') operations += static_cast<char>(random() % 101);
+      operations += 't';
+      for (int i = 0; i < 6; ++i) operations += word(7) + ' ';
+      operations += '~';
     }
+    ASSERT_EQ(CompareLexers(operations), "");
   }
 }
 
