@@ -22,45 +22,34 @@ constexpr std::size_t LongestValue = 1U << 14;  // a run in which a value grows 
 constexpr int MostTokens = 4000;                // as is one that reads more tokens
 constexpr int MostExpansions = 3;               // aliases in each other's text
 
-struct Value {
-  int tag = YAttribNull;
-  long x = 0;
-  long y = 0;
-  double number = 0;
-  std::string text;
-};
+using Value = YAttribValue;
 
-Value LongValue(long number) {
-  return {YAttribLong, number, 0, 0, ""};
+Value LongValue(std::int32_t number) {
+  Value value;
+  value.SetLong(number);
+  return value;
 }
 Value DoubleValue(double number) {
-  return {YAttribDouble, 0, 0, number, ""};
+  Value value;
+  value.SetDouble(number);
+  return value;
 }
-Value PointValue(long x, long y) {
-  return {YAttribPoint, x, y, 0, ""};
+Value PointValue(std::int32_t x, std::int32_t y) {
+  Value value;
+  value.SetPoint(x, y);
+  return value;
 }
 Value StringValue(const std::string& text) {
-  return {YAttribString, 0, 0, 0, text};
-}
-
-YAttribValue Converted(const Value& value) {
-  YAttribValue converted;
-  if (value.tag == YAttribLong) converted.SetLong(static_cast<std::int32_t>(value.x));
-  if (value.tag == YAttribDouble) converted.SetDouble(value.number);
-  if (value.tag == YAttribPoint) {
-    converted.SetPoint(static_cast<std::int32_t>(value.x), static_cast<std::int32_t>(value.y));
-  }
-  if (value.tag == YAttribString) converted.SetString(value.text.c_str());
-  return converted;
+  return {text.c_str(), 0};
 }
 
 // The text of a number or a string, none of any other value.
 std::optional<std::string> TextOf(const Value& value) {
-  if (value.tag == YAttribLong) return std::to_string(value.x);
-  if (value.tag == YAttribString) return value.text;
+  if (value.tag == YAttribLong) return std::to_string(value.GetLong());
+  if (value.tag == YAttribString) return value.GetString();
   if (value.tag != YAttribDouble) return std::nullopt;
   YString text;
-  text << value.number;
+  text << value.GetDouble();
   return text.buffer;
 }
 
@@ -133,14 +122,16 @@ struct Token {
     whole = word.name;
   }
   void rebuild() {
-    whole = args[0].text;
+    whole = args[0].GetString();
     for (std::size_t i = 1; i < args.size(); ++i) {
       if (i > 1) whole += ',';
       const Value& value = args[i];
       const std::string quote = value.tag == YAttribString ? "\"" : "";
       whole += quote + TextOf(value).value_or("") + quote;
+      YStatus ignored{0};
       if (value.tag != YAttribPoint) continue;
-      whole += std::to_string(value.x) + ',' + std::to_string(value.y);
+      whole +=
+          std::to_string(value.GetPointX(ignored)) + ',' + std::to_string(value.GetPointY(ignored));
     }
   }
 };
@@ -236,7 +227,7 @@ class Reference {
   bool getNextToken(Token& token) {
     if (!more()) return false;
     tokenStart = *cursor_;
-    if (token.isOpen) return takeArguments(token, find(Lower(token.args[0].text)));
+    if (token.isOpen) return takeArguments(token, find(Lower(token.args[0].GetString())));
     if (opensForm(*cursor_)) return getForm(token);
     std::string text(1, at(*cursor_));
     bool announces = false;
@@ -388,7 +379,7 @@ class Reference {
       if (opensForm(p)) {
         const Offset end = stringForm(p, value);
         if (!end) return end;
-        text += value.text;
+        text += value.GetString();
         if (text.size() > LongestValue) gaveUp = true;
         if (gaveUp) return std::nullopt;
         p = *end;
@@ -432,7 +423,7 @@ class Reference {
   }
   bool cut(double number, Value& value) {
     if (number < -2147483648.0 || number > 2147483647.0) return fail(YErrOutOfRange);
-    value = LongValue(static_cast<long>(number));
+    value = LongValue(static_cast<std::int32_t>(number));
     return true;
   }
   Offset integer(std::size_t p, Value& value) {
@@ -446,7 +437,7 @@ class Reference {
     Offset end = integer(p, x);
     if (end) end = skip(*end);
     end = end && at(*end) == ',' ? integer(*end + 1, y) : std::nullopt;
-    value = PointValue(x.x, y.x);
+    value = PointValue(x.GetLong(), y.GetLong());
     return end ? end : refuse(YErrBadPoint, YErrWarning);
   }
 
@@ -473,7 +464,7 @@ class Reference {
     const Offset digits = indexAt(*end + 1, index);
     if (!digits) return std::nullopt;
     form.kind = YcluiVariableArray;
-    form.index = static_cast<std::size_t>(index.x);  // a negative one is beyond every array
+    form.index = static_cast<std::size_t>(index.GetLong());  // a negative one is beyond every array
     return closing(*digits, ']');
   }
   Offset indexAt(std::size_t p, Value& index) {
@@ -511,14 +502,14 @@ class Reference {
   Offset floatForm(std::size_t p, Value& value) {
     const Offset end = anyForm(p, value);
     if (!end) return end;
-    if (value.tag == YAttribLong) value = DoubleValue(static_cast<double>(value.x));
+    if (value.tag == YAttribLong) value = DoubleValue(value.GetLong());
     return value.tag == YAttribDouble ? end : refuse(YErrNotANumber);
   }
   Offset longForm(std::size_t p, Value& value) {
     const Offset end = anyForm(p, value);
     if (!end || value.tag == YAttribLong) return end;
     if (value.tag != YAttribDouble) return refuse(YErrNotANumber);
-    return cut(value.number, value) ? end : std::nullopt;
+    return cut(value.GetDouble(), value) ? end : std::nullopt;
   }
 
   // A form where a token begins: the text of a variable, or a setting.
@@ -612,7 +603,7 @@ class Comparison {
       if (!isArray && name != "presenttime") values += ' ' + Shown(*variable->valuePointer());
       std::string wanted = std::to_string(expected.kind);
       for (const Value& value : expected.values) {
-        if (name != "presenttime") wanted += ' ' + Shown(Converted(value));
+        if (name != "presenttime") wanted += ' ' + Shown(value);
       }
       compare(wanted, values);
     }
@@ -653,13 +644,13 @@ class Comparison {
   void compareTokens() {
     std::string wanted = std::to_string(expected_.type) + ' ' + std::to_string(expected_.id) + ' ' +
                          (expected_.isOpen ? "open " : "") + expected_.whole;
-    for (const Value& value : expected_.args) wanted += ' ' + Shown(Converted(value));
+    for (const Value& value : expected_.args) wanted += ' ' + Shown(value);
     std::string found = std::to_string(token_.type()) + ' ' + std::to_string(token_.id()) + ' ' +
                         (token_.underConstruction() != 0 ? "open " : "") + token_.wholeString();
     for (int i = 0; token_[i] != nullptr; ++i) found += ' ' + Shown(*token_[i]);
     compare(wanted, found);
     compare(std::to_string(reference_.tokenStart), std::to_string(lex_.tokenOffset()));
-    compare(expected_.args[0].text, token_.string() == nullptr ? "" : token_.string());
+    compare(expected_.args[0].GetString(), token_.string() == nullptr ? "" : token_.string());
   }
 
   bool more() {
@@ -696,7 +687,7 @@ class Comparison {
         return;
       } else if (expected_.type == YcluiTokenAlias && expected_.id == YcluiIdAlias &&
                  nesting < MostExpansions) {
-        readInstead(expected_.args[1].text, nesting);
+        readInstead(expected_.args[1].GetString(), nesting);
       }
     }
   }
@@ -714,7 +705,7 @@ class Comparison {
   void dropOpenToken() {
     if (!expected_.isOpen) return;
     token_ = YcluiToken(token_.string());
-    const std::string word = expected_.args[0].text;
+    const std::string word = expected_.args[0].GetString();
     expected_ = Token();
     expected_.setArg0(word);
   }
@@ -749,16 +740,15 @@ class Comparison {
     if (text == ",") value = PointValue(7, -8);
     if (text == ".") value = DoubleValue(1e10);
     if (text[0] == '=') value = StringValue(text.substr(1));
-    const YAttribValue given = Converted(value);
     if (what == 'v') {
-      return expect(reference_.addVariable(name, value), lex_.addVariable(name.c_str(), given));
+      return expect(reference_.addVariable(name, value), lex_.addVariable(name.c_str(), value));
     }
     const unsigned n = choices.byte();
     if (what == 'i') {
       return expect(reference_.addVariable(name, value, n, n + 1),
-                    lex_.addVariable(name.c_str(), given, n));
+                    lex_.addVariable(name.c_str(), value, n));
     }
-    const std::vector<YAttribValue> values(n, given);
+    const std::vector<YAttribValue> values(n, value);
     expect(reference_.addVariable(name, value, 0, n),
            lex_.addVariable(name.c_str(), n, values.data()));
   }
