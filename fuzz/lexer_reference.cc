@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr std::size_t LongestValue = 1U << 14;  // a run in which a value grows longer is given up
 constexpr int MostTokens = 4000;                // as is one that reads more tokens
+constexpr std::size_t MostExpanded = 1U << 20;  // or expands to a longer text in all
 constexpr int MostExpansions = 3;               // aliases in each other's text
 
 using Value = YAttribValue;
@@ -560,7 +562,10 @@ class Comparison {
  public:
   std::string difference;
 
-  bool goesOn() const { return difference.empty() && !reference_.gaveUp && tokens_ < MostTokens; }
+  bool goesOn() const {
+    return difference.empty() && !reference_.gaveUp && tokens_ < MostTokens &&
+           expanded_ < MostExpanded;
+  }
 
   void operate(char what, Choices& choices) {
     if (what == 'g') return readOne();
@@ -616,6 +621,8 @@ class Comparison {
   Token expected_;
   std::uint64_t codesBefore_ = YErr.count();
   int tokens_ = 0;
+  std::size_t expanded_ = 0;
+  bool read_ = false;  // whether readOne read a token
 
   void compare(const std::string& wanted, const std::string& found) {
     if (difference.empty() && wanted != found) difference = "wanted " + wanted + ", got " + found;
@@ -666,8 +673,11 @@ class Comparison {
     expect(wanted, lex_.getNextToken(token_));
     compareTokens();
     read_ = wanted;
+    if (standsForText()) expanded_ += std::strlen(expected_.args[1].GetString());
   }
-  bool read_ = false;  // whether readOne read a token
+  bool standsForText() const {
+    return read_ && expected_.type == YcluiTokenAlias && expected_.id == YcluiIdAlias;
+  }
 
   // Reads a text as a parser does, what an alias stands for included.
   void read(const std::string& text, int nesting) {
@@ -685,8 +695,7 @@ class Comparison {
         dropOpenToken();
       } else if (expected_.isOpen) {
         return;
-      } else if (expected_.type == YcluiTokenAlias && expected_.id == YcluiIdAlias &&
-                 nesting < MostExpansions) {
+      } else if (standsForText() && nesting < MostExpansions) {
         readInstead(expected_.args[1].GetString(), nesting);
       }
     }
