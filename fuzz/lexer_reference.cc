@@ -580,8 +580,8 @@ class Comparison {
     if (what == 'd') expect(reference_.remove(text, false), lex_.delKeyword(name));
     if (what == 'u') expect(reference_.remove(text, true), lex_.delAlias(name));
     if (what == 'a') {
-      const std::string stands = choices.text();
-      expect(reference_.addAlias(text, stands), lex_.addAlias(name, stands.c_str()));
+      const std::string replacement = choices.text();
+      expect(reference_.addAlias(text, replacement), lex_.addAlias(name, replacement.c_str()));
     }
     if (what == 'p') {
       reference_.putString(text);
@@ -673,13 +673,13 @@ class Comparison {
     expect(wanted, lex_.getNextToken(token_));
     compareTokens();
     read_ = wanted;
-    if (standsForText()) expanded_ += std::strlen(expected_.args[1].GetString());
+    if (hasReplacement()) expanded_ += std::strlen(expected_.args[1].GetString());
   }
-  bool standsForText() const {
+  bool hasReplacement() const {
     return read_ && expected_.type == YcluiTokenAlias && expected_.id == YcluiIdAlias;
   }
 
-  // Reads a text as a parser does, what an alias stands for included.
+  // Reads a text as a parser does, the text of an alias included.
   void read(const std::string& text, int nesting) {
     if (more()) {
       reference_.putString(text);
@@ -695,7 +695,7 @@ class Comparison {
         dropOpenToken();
       } else if (expected_.isOpen) {
         return;
-      } else if (standsForText() && nesting < MostExpansions) {
+      } else if (hasReplacement() && nesting < MostExpansions) {
         readInstead(expected_.args[1].GetString(), nesting);
       }
     }
