@@ -30,6 +30,7 @@ void CluiLine::take(std::string& text, std::size_t number, std::size_t fedBefore
   now_.text.swap(text);
   now_.number = number;
   last_ = {number, 0, 0, &now_.text};
+  charactersOf_ = 0;  // another text may have lines of the same numbers
 }
 
 CluiSpot CluiLine::spotOf(int offset) {

@@ -47,7 +47,7 @@ class CluiLine {
   // Moves a spot on to a byte of that text; also from the line before into the present one.
   void move(CluiSpot& spot, std::size_t offset) const;
 
-  // The line of a spot as characters. Made once for each line.
+  // The line of a spot as characters. Made once while it is asked for again.
   const std::wstring& characters(const CluiSpot& spot);
 
  private:

@@ -13,13 +13,6 @@ bool IsOneOf(char c, const char* set) {
   return c != '\0' && std::strchr(set, c) != nullptr;
 }
 
-std::size_t SkipWhiteSpace(const std::string& text, std::size_t place) {
-  while (place < text.size() && IsOneOf(text[place], " \t\r\n\v\f#")) {
-    place = text[place] == '#' ? text.find('\n', place) : place + 1;
-  }
-  return place < text.size() ? place : text.size();
-}
-
 // To the next byte of `stops` that is a character of its own and has no backslash before it.
 std::size_t SkipTo(const std::string& text, std::size_t place, const char* stops) {
   while (place < text.size() && !IsOneOf(text[place], stops)) {
@@ -34,13 +27,6 @@ std::size_t SkipBehind(const std::string& text, std::size_t place, const char* s
   return place < text.size() ? place + 1 : place;
 }
 
-// A number ends where its digits do, whatever stands behind it.
-std::size_t SkipNumber(const std::string& text, std::size_t place) {
-  double number = 0;
-  const char* end = YReadDecimal(text.c_str() + place, number);
-  return end == nullptr ? place : static_cast<std::size_t>(end - text.c_str());
-}
-
 std::size_t SkipArgument(const std::string& text, std::size_t place, bool isNumber) {
   if (place >= text.size()) return text.size();
   const char quote[] = {text[place], '\0'};
@@ -49,19 +35,32 @@ std::size_t SkipArgument(const std::string& text, std::size_t place, bool isNumb
     place = SkipBehind(text, place, "}");
     return place < text.size() && text[place] == '[' ? SkipBehind(text, place, "]") : place;
   }
-  return isNumber ? SkipNumber(text, place) : SkipTo(text, place, ", \t\r\n");
+  return isNumber ? CluiSkipNumber(text, place) : SkipTo(text, place, ", \t\r\n");
 }
 
 // Behind an argument and the comma behind that, which is none of its when it stands behind `cut`.
 void SkipToNext(const std::string& text, std::size_t cut, bool isNumber, CluiArgumentPlace& place) {
   const std::size_t end = SkipArgument(text, place.offset, isNumber);
-  place.offset = SkipWhiteSpace(text, end);
+  place.offset = CluiSkipWhiteSpace(text, end);
   const bool breaksOff = end <= cut && place.offset >= cut;
   place.separated = !breaksOff && place.offset < text.size() && text[place.offset] == ',';
-  if (place.separated) place.offset = SkipWhiteSpace(text, place.offset + 1);
+  if (place.separated) place.offset = CluiSkipWhiteSpace(text, place.offset + 1);
 }
 
 }  // namespace
+
+std::size_t CluiSkipWhiteSpace(const std::string& text, std::size_t offset) {
+  while (offset < text.size() && IsOneOf(text[offset], " \t\r\n\v\f#")) {
+    offset = text[offset] == '#' ? text.find('\n', offset) : offset + 1;
+  }
+  return std::min(offset, text.size());
+}
+
+std::size_t CluiSkipNumber(const std::string& text, std::size_t offset) {
+  double number = 0;
+  const char* end = YReadDecimal(text.c_str() + offset, number);
+  return end == nullptr ? offset : static_cast<std::size_t>(end - text.c_str());
+}
 
 std::size_t CluiStepAt(const std::string& text, std::size_t offset) {
   const bool two = offset + 1 < text.size() &&
@@ -71,17 +70,17 @@ std::size_t CluiStepAt(const std::string& text, std::size_t offset) {
 }
 
 bool CluiIsBlank(const std::string& text) {
-  return SkipWhiteSpace(text, 0) == text.size();
+  return CluiSkipWhiteSpace(text, 0) == text.size();
 }
 
 bool CluiHasRest(const std::string& text, std::size_t offset) {
   const std::size_t blank = text.find_first_of(" \t", offset);
-  return blank != std::string::npos && SkipWhiteSpace(text, blank) < text.size();
+  return blank != std::string::npos && CluiSkipWhiteSpace(text, blank) < text.size();
 }
 
 CluiArgumentPlace CluiFindArgument(const std::string& text, std::size_t offset, std::size_t cut,
                                    int index, const YcluiKeyword* keyword) {
-  CluiArgumentPlace place = {SkipWhiteSpace(text, offset), true};
+  CluiArgumentPlace place = {CluiSkipWhiteSpace(text, offset), true};
   for (int i = 1; i < index; ++i) {
     const YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(i - 1);
     if (type == YcluiValuePoint) SkipToNext(text, cut, true, place);

@@ -10,6 +10,11 @@ class YcluiKeyword;
 // The bytes of the character at `offset`, where one starts: 1 or 2.
 std::size_t CluiStepAt(const std::string& text, std::size_t offset);
 
+// The offset behind white space and comments, and behind a number; the same offset where there is
+// none. A number ends where its digits do, whatever follows it.
+std::size_t CluiSkipWhiteSpace(const std::string& text, std::size_t offset);
+std::size_t CluiSkipNumber(const std::string& text, std::size_t offset);
+
 // Whether there is nothing but white space and comments.
 bool CluiIsBlank(const std::string& text);
 

@@ -1,9 +1,11 @@
 #include "host/CluiRun.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "foundation/YErrCodes.h"
 #include "host/CluiInterrupt.h"
+#include "host/CluiLiteral.h"
 #include "host/CluiMessages.h"
 #include "host/CluiProcedures.h"
 #include "host/terminal/CluiTerminalProcedures.h"
@@ -153,6 +155,7 @@ void CluiRun::readLines(CluiSource& source) {
   CluiRead result = CluiRead::End;
   line_.restart();
   refusal_.restart();
+  heldText_.clear();
   progress_.begin(input_, source.bytesOfFile());
   while (!CluiInterrupted() && (result = source.next(bytes, error)) == CluiRead::Line) {
     if (!isAlive()) return giveUpInput(number, "the parser was deleted; the rest is not read");
@@ -169,11 +172,36 @@ void CluiRun::feed(std::string& bytes, std::size_t number) {
   if (number == 1 && encoding_.isUtf8() && bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
   std::string text;
   CluiFault fault;
-  if (encoding_.toSystem(bytes, text, fault)) return interpret(text, number);
+  if (encoding_.toSystem(bytes, text, fault)) return feedHeld(text, number);
   ++refused_;
   report_.tell({input_, number, fault.character + 1},
                CluiFaultText(fault, options_.encoding) + L"; the line is not read");
   report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
+}
+
+// The lexer refuses a text that ends behind the comma of an argument which is not declared, or
+// inside a point; so such lines go to it together with the next one.
+void CluiRun::feedHeld(std::string& text, std::size_t number) {
+  const bool goesOn = holds(text);
+  if (heldText_.empty()) heldNumber_ = number;
+  heldText_ += text;
+  if (!goesOn) flushHeld();
+}
+
+bool CluiRun::holds(const std::string& text) {
+  if (!heldText_.empty() && CluiIsBlank(text)) return true;
+  if (!CluiMayEndInComma(text) || parser_->lex()->more() != 0) return false;
+  const CluiTextState begin = heldText_.empty() ? CluiStateOf(*parser_, false) : heldState_;
+  const CluiTextEnd end = CluiEndOf(*parser_, text, begin);
+  heldState_ = end.state;
+  return end.kind == CluiTextEnd::Comma;
+}
+
+void CluiRun::flushHeld() {
+  if (heldText_.empty()) return;
+  std::string text = std::move(heldText_);
+  heldText_.clear();
+  interpret(text, heldNumber_);
 }
 
 void CluiRun::interpret(std::string& text, std::size_t number) {
@@ -187,6 +215,7 @@ void CluiRun::interpret(std::string& text, std::size_t number) {
 }
 
 void CluiRun::endInput(std::size_t number) {
+  if (isAlive()) flushHeld();
   readLeftText(number);
   const std::wstring what = isAlive() ? unfinished() : std::wstring();
   if (what.empty()) return;

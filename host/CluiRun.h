@@ -18,6 +18,7 @@
 #include "host/CluiRefusal.h"
 #include "host/CluiReport.h"
 #include "host/CluiSource.h"
+#include "host/CluiTextEnd.h"
 #include "host/CluiTrace.h"
 #include "host/terminal/CluiSession.h"
 #include "host/terminal/CluiTyping.h"
@@ -47,6 +48,8 @@ class CluiRun : public CluiTyping {
   void beginWord(const std::string& word) override;
   void endWord(bool wasSent) override;
   void readLine(std::string& bytes, std::size_t number) override;
+  std::string takeHeld() override;
+  bool isBehindComma() const override;
   std::size_t refusals() const override { return refused_; }
 
  private:
@@ -86,10 +89,13 @@ class CluiRun : public CluiTyping {
   std::size_t takenBefore_ = 0;  // of these, in earlier lines
   std::size_t refused_ = 0;
   std::size_t failed_ = 0;
-  bool ended_ = false;                    // an input ended inside a command
-  bool logLost_ = false;                  // not everything could be recorded
-  bool unable_ = false;                   // not all input could be read
-  std::string openText_;                  // what was typed of the token that is half read
+  bool ended_ = false;          // an input ended inside a command
+  bool logLost_ = false;        // not everything could be recorded
+  bool unable_ = false;         // not all input could be read
+  std::string openText_;        // what was typed of the token that is half read
+  std::string heldText_;        // lines that end in a comma behind which an argument must come
+  std::size_t heldNumber_ = 0;  // that of the first of them
+  CluiTextState heldState_;     // how they end
   std::unique_ptr<CluiSession> session_;  // when somebody types
 
   // CluiRun.cc: the way of the run.
@@ -101,6 +107,9 @@ class CluiRun : public CluiTyping {
   void readFile(const std::string& name);
   void readLines(CluiSource& source);
   void feed(std::string& bytes, std::size_t number);
+  void feedHeld(std::string& text, std::size_t number);
+  bool holds(const std::string& text);
+  void flushHeld();
   void interpret(std::string& text, std::size_t number);
   void endInput(std::size_t number);
   void readLeftText(std::size_t number);
@@ -127,6 +136,7 @@ class CluiRun : public CluiTyping {
   void openSession();
   void typeIn();
   void endSession();
+  void keepOpenText();
 
   // CluiRunEvents.cc: what comes back from parser and engine meanwhile.
   CluiPlace here();

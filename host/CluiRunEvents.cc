@@ -126,8 +126,9 @@ void CluiRun::onScriptError(const ScmVMError& error) {
 void CluiRun::onText(const char* text) {
   tellCodes();
   offered_ = {};
+  if (session_ != nullptr && CluiSession::IsKey(text)) return;
   if (options_.trace) trace_.runs(text);
-  if (session_ != nullptr) session_->scriptRuns(text);
+  if (session_ != nullptr) session_->scriptRuns();
 }
 
 // Whether the command under way has words from in front of the line that is being fed. What is

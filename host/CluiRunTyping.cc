@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "host/CluiInterrupt.h"
 #include "host/CluiRun.h"
 #include "parser/YcluiParser.h"
@@ -69,4 +72,32 @@ void CluiRun::readLine(std::string& bytes, std::size_t number) {
   feed(bytes, number);
   if (isAlive()) readLeftText(number);
   input_.clear();
+  keepOpenText();
+}
+
+// From where the open token begins, which may be in an earlier line. Without ends of line, as what
+// is typed has no lines.
+void CluiRun::keepOpenText() {
+  if (!isAlive() || parser_->openToken() == nullptr) return openText_.clear();
+  const int begin = parser_->lastTokenOffset();
+  if (begin >= 0) openText_.clear();
+  openText_.append(line_.text(), static_cast<std::size_t>(std::max(begin, 0)));
+  std::replace(openText_.begin(), openText_.end(), '\n', ' ');
+}
+
+// A comment cannot be typed on.
+std::string CluiRun::takeHeld() {
+  if (!isAlive()) heldText_.clear();
+  if (heldText_.find('#') != std::string::npos) {
+    input_ = Pasted;
+    flushHeld();
+    input_.clear();
+    keepOpenText();
+  }
+  return std::exchange(heldText_, std::string());
+}
+
+bool CluiRun::isBehindComma() const {
+  const std::size_t last = openText_.find_last_not_of(" \t\r\n");
+  return last != std::string::npos && openText_[last] == ',';
 }

@@ -12,9 +12,13 @@
 (define terminal-parser #f)
 
 ;; Each key and the text that it runs. Keys that have a name and no character of their own come as
-;; control characters: Up as Control-P, Down as Control-N, Return as Control-M, Tab as Control-I.
+;; control characters: Up as Control-P, Down as Control-N, Return as Control-M, Tab as Control-I,
+;; Backspace as Control-H.
 (define terminal-keys
-  '((#\return . "(terminal-return)")
+  '((#\space . "(terminal-blank)")
+    (#\" . "(terminal-quote)")
+    (#\backspace . "(terminal-erase)")
+    (#\return . "(terminal-return)")
     (#\tab . "(terminal-tab)")
     (#\? . "(terminal-question)")
     (#\# . "(terminal-number-sign)")
@@ -56,10 +60,26 @@
 
 ;;; Keys
 
-;; Ends the word. At the end of a line the parser may be waiting for no more than that.
-(define (terminal-return)
+;; Where a word ends is decided by the rules by which the parser reads it: in a quote, after a
+;; backslash and after a comma it goes on. The binding has a rule of its own, by which a key does
+;; nothing in a quote; so it never sees a quote typed or deleted.
+(define (terminal-blank) (terminal-end-word " "))
+
+(define (terminal-return) (terminal-end-word "\n"))
+
+(define (terminal-end-word blank)
+  (let* ((word (terminal-word)) (text (terminal-ended terminal-parser word blank)))
+    (cond ((string-null? word) #f)
+          (text (terminal-send text))
+          (else (terminal-put (string-append word " "))))))
+
+(define (terminal-quote) (terminal-put (string-append (terminal-word) "\"")))
+
+(define (terminal-erase)
   (let ((word (terminal-word)))
-    (if (not (string-null? word)) (terminal-send (string-append word "\n")))))
+    (if (string-null? word)
+        (terminal-bell)
+        (terminal-put (string-drop-right word 1)))))
 
 ;; Carries the word on as far as it goes; the second time lists what it could become.
 (define (terminal-tab)

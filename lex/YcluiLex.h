@@ -111,6 +111,8 @@ class YQRT_API YcluiLex {
   // Answers 1 or 0.
   YWord addAlias(const char* name, const char* text);
   YWord delAlias(const char* name);
+  // Whether the byte is a keyword of its own, or was one.
+  bool isDelimiter(char byte) const;
   // The name of the first word of that id, or null.
   const char* keyword(std::uint32_t id) const;
   // The word that the name, in any case, or an accepted short form finds, or null. Good until the
@@ -209,7 +211,6 @@ class YQRT_API YcluiLex {
   YString settingName;  // of the variable that is being set
 
   bool usable() const { return variableTable != nullptr; }
-  bool isDelimiter(char byte) const;
   // GetUnquotedString before it has a value: the word lies in the text or in `collected`, until the
   // next scan. Null when the text ends inside it.
   char* scanWord(char* text, std::string_view& scanned, YWord& flag, const char* introducers,

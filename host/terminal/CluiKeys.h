@@ -13,6 +13,7 @@
 namespace CluiKeyByte {
 constexpr char Interrupt = '\x03';  // Control-C
 constexpr char Leave = '\x04';      // Control-D
+constexpr char Erase = '\x08';
 constexpr char Tab = '\x09';
 constexpr char Return = '\x0D';
 constexpr char Down = '\x0E';

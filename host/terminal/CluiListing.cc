@@ -4,7 +4,6 @@
 #include <cstring>
 #include <functional>
 
-#include "host/CluiLiteral.h"
 #include "host/CluiMessages.h"
 #include "host/CluiWidth.h"
 #include "parser/YcluiParser.h"
@@ -87,56 +86,6 @@ std::wstring TextOf(const std::vector<Cell>& cells, std::size_t screen) {
   return text;
 }
 
-// How many commas stand in the text, outside quotes.
-int CommasIn(const std::string& text) {
-  int commas = 0;
-  char quote = '\0';
-  for (std::size_t i = 0; i < text.size(); i += CluiStepAt(text, i)) {
-    const char c = text[i];
-    if (c == '\\' && i + 1 < text.size()) {
-      ++i;
-    } else if (quote != '\0') {
-      if (c == quote) quote = '\0';
-    } else if (c == '"' || c == '\'') {
-      quote = c;
-    } else if (c == ',') {
-      ++commas;
-    }
-  }
-  return commas;
-}
-
-// The type of the argument that is being typed in `text`, behind `read` others of the word.
-YcluiValueType TypeAt(const YcluiKeyword& keyword, int read, const std::string& text) {
-  int commas = CommasIn(text);
-  for (int i = read; i < keyword.argCount(); ++i) {
-    commas -= keyword.argType(i) == YcluiValuePoint ? 2 : 1;
-    if (commas < 0) return keyword.argType(i);
-  }
-  return YcluiValueString;  // as everything behind the declared ones
-}
-
-// The length of a word that announces arguments at the start of a text, or 0.
-std::size_t LengthOfAnnouncer(const std::string& text) {
-  for (std::size_t i = 0; i < text.size(); i += CluiStepAt(text, i)) {
-    if (text[i] == ':') return i + 1;
-  }
-  return 0;
-}
-
-// The type of the argument that is being typed, or YcluiValueNone when it is a word.
-YcluiValueType ExpectedType(YcluiParser& parser, const std::string& beginning) {
-  if (const YcluiToken* open = parser.openToken()) {
-    const YcluiKeyword* keyword = parser.lex()->keyword(open->string());
-    return keyword == nullptr ? YcluiValueString : TypeAt(*keyword, open->argc() - 1, beginning);
-  }
-  const std::size_t length = LengthOfAnnouncer(beginning);
-  const YcluiKeyword* keyword =
-      length == 0 ? nullptr : parser.lex()->keyword(beginning.substr(0, length).c_str());
-  if (keyword == nullptr || keyword->argCount() == 0) return YcluiValueNone;
-  return TypeAt(*keyword, 0, beginning.substr(length));
-}
-
 std::string ShownType(YcluiValueType type) {
   const std::wstring text = CluiTypeText(type);
   return "(" + std::string(text.begin(), text.end()) + ")";
@@ -144,8 +93,9 @@ std::string ShownType(YcluiValueType type) {
 
 }  // namespace
 
-CluiCandidates CluiCandidatesOf(YcluiParser& parser, const char* beginning, std::size_t atMost) {
-  const YcluiValueType type = ExpectedType(parser, beginning);
+CluiCandidates CluiCandidatesOf(const YcluiParser& parser, const char* beginning,
+                                const CluiTextState& state, std::size_t atMost) {
+  const YcluiValueType type = CluiEndOf(parser, beginning, state).type;
   if (type != YcluiValueNone) return {{ShownType(type)}, 1};
   std::vector<const char*> names;
   parser.eachPossibleWord(
@@ -176,10 +126,11 @@ std::wstring CluiColumns(const CluiCandidates& candidates, CluiEncoding& encodin
          L" more; type a letter or two\n";
 }
 
-std::wstring CluiListing(YcluiParser& parser, const char* beginning, CluiEncoding& encoding,
-                         int screenWidth, int rows) {
+std::wstring CluiListing(const YcluiParser& parser, const char* beginning,
+                         const CluiTextState& state, CluiEncoding& encoding, int screenWidth,
+                         int rows) {
   const auto screen = static_cast<std::size_t>(std::max(screenWidth, 1));
   const auto room = static_cast<std::size_t>(std::max(rows, 1));
-  return CluiColumns(CluiCandidatesOf(parser, beginning, room * ColumnsFor(1, screen)), encoding,
-                     screenWidth, rows);
+  return CluiColumns(CluiCandidatesOf(parser, beginning, state, room * ColumnsFor(1, screen)),
+                     encoding, screenWidth, rows);
 }

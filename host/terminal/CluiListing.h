@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/CluiEncoding.h"
+#include "host/CluiTextEnd.h"
 
 class YcluiParser;
 
@@ -21,10 +22,10 @@ struct CluiCandidates {
 // typed of a word, in any case of ASCII letters: those that the syntax expects, delimiters among
 // them, and those that work anywhere, sorted together. Only the first `atMost` are made and sorted.
 //
-// Where arguments come instead, the only answer is the type of the one that is being typed, as
-// "(an integer)": in a token whose arguments are half read, and when `beginning` is a word of the
-// dictionary that announces arguments, with those typed behind it.
-CluiCandidates CluiCandidatesOf(YcluiParser& parser, const char* beginning, std::size_t atMost);
+// Where an argument comes instead, the only answer is its type, as "(an integer)": of the one at
+// the end of `beginning`, which is read in that state.
+CluiCandidates CluiCandidatesOf(const YcluiParser& parser, const char* beginning,
+                                const CluiTextState& state, std::size_t atMost);
 
 // The words in so many rows of text at most, in columns that are read downwards and fill the width
 // of the screen. A word that is as wide as the screen or wider stands in a line of its own. When
@@ -33,7 +34,8 @@ std::wstring CluiColumns(const CluiCandidates& candidates, CluiEncoding& encodin
                          int rows);
 
 // The one in the form of the other; empty when no word can come.
-std::wstring CluiListing(YcluiParser& parser, const char* beginning, CluiEncoding& encoding,
-                         int screenWidth, int rows);
+std::wstring CluiListing(const YcluiParser& parser, const char* beginning,
+                         const CluiTextState& state, CluiEncoding& encoding, int screenWidth,
+                         int rows);
 
 #endif  // HOST_TERMINAL_CLUILISTING_H_

@@ -1,5 +1,6 @@
 #include "host/terminal/CluiSession.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -104,6 +105,7 @@ void CluiSession::afterInterrupt(CluiKeys& keys) {
   CluiForgetInterrupt();
   keys.drop();
   pasted_.clear();
+  typing_.takeHeld();
   dropsPaste_ = pasting_;
   screen_.print(L"interrupted");
 }
@@ -155,10 +157,8 @@ void CluiSession::commandIsComplete() {
   flush();
 }
 
-// What a key of the prelude runs prints through the session, if at all. A word that works anywhere
-// is a command of its own in the eyes of who types it.
-void CluiSession::scriptRuns(const char* text) {
-  if (std::string_view(text).starts_with("(terminal-")) return;
+// A word that works anywhere is a command of its own in the eyes of who types it.
+void CluiSession::scriptRuns() {
   YcluiParser* parser = typing_.parser();
   const bool isFirst = std::exchange(wordIsNew_, false);
   const bool stays = isFirst && !pasting_ && parser != nullptr && parser->lastIsIndefinite() != 0;
@@ -179,7 +179,7 @@ void CluiSession::handle(const CluiKey& key) {
     case CluiKey::Text:
       return text(key.bytes);
     case CluiKey::Erase:
-      if (!field_.rubOut()) screen_.ring();
+      if (offer(std::string(1, CluiKeyByte::Erase)) && !field_.rubOut()) screen_.ring();
       return;
     case CluiKey::PasteBegin:
       pasting_ = true;
@@ -199,11 +199,12 @@ void CluiSession::control(char byte) {
   if (byte == CluiKeyByte::Suspend) return stop();
   lastKey_ = thisKey_;
   thisKey_ = byte;
+  if (byte == CluiKeyByte::Return) closeQuote();
   if (!offer(std::string(1, byte))) return;
   if (byte == CluiKeyByte::Leave && field_.text().empty()) return leave();
-  const bool ends =
-      byte == CluiKeyByte::Return || byte == CluiKeyByte::Escape || byte == CluiKeyByte::Interrupt;
-  if (ends) controlInQuote(byte);
+  if (byte != CluiKeyByte::Interrupt) return;
+  takeWord();
+  giveUp();
 }
 
 void CluiSession::stop() {
@@ -213,19 +214,15 @@ void CluiSession::stop() {
   terminal_.wasStopped();  // and the line is known to be left
 }
 
-// Nobody wanted the key: perhaps since a quote is open. It is closed then, with a second quote
-// where a backslash took the first; when that does not help, the key is not bound at all. Control-C
-// gives up even then.
-void CluiSession::controlInQuote(char byte) {
-  for (int quotes = 1; quotes <= 2; ++quotes) {
-    field_.type("\"");
-    if (!offer(std::string(1, byte))) return;
-  }
-  field_.rubOut();
-  field_.rubOut();
-  if (byte != CluiKeyByte::Interrupt) return;
-  takeWord();
-  giveUp();
+// With a second quote where a backslash takes the first.
+void CluiSession::closeQuote() {
+  YcluiParser* parser = typing_.parser();
+  if (parser == nullptr) return;
+  const CluiTextEnd end = CluiEndOf(*parser, field_.word(), textState(*parser));
+  if (end.kind != CluiTextEnd::Quote) return;
+  const std::string quote(1, end.quote);
+  if (end.isEscape) field_.type(quote);
+  field_.type(quote);
 }
 
 void CluiSession::text(const std::string& character) {
@@ -358,8 +355,9 @@ void CluiSession::pasteRest() {
     pasted_.pop_back();
     pasteLine();
   }
-  std::string rest;
-  rest.swap(pasted_);
+  std::string rest = encoding_.toUser(encoding_.fromSystem(typing_.takeHeld())) + pasted_;
+  std::replace(rest.begin(), rest.end(), '\n', ' ');
+  pasted_.clear();
   CluiCapabilities none;
   CluiKeys keys(none, encoding_, '\b');
   keys.feed(rest);

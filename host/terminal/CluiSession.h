@@ -4,9 +4,11 @@
 #define HOST_TERMINAL_CLUISESSION_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/CluiEncoding.h"
+#include "host/CluiTextEnd.h"
 #include "host/terminal/CluiCapabilities.h"
 #include "host/terminal/CluiHistory.h"
 #include "host/terminal/CluiKeys.h"
@@ -21,8 +23,8 @@ struct CluiPrompts {
 };
 
 // Keys go to the field, and what the field holds goes to the screen. What a key does is not decided
-// here but by what is bound to the field; only an open quote, in which no key is bound, is closed
-// from here for the keys that end a word or give it up.
+// here but by what is bound to the field; only an open quote is closed from here before the key
+// Return.
 //
 // Whoever else writes to the terminal calls makeWay() first. What a complete command looked like
 // stays on the screen; everything else that is typed makes way.
@@ -53,7 +55,10 @@ class CluiSession {
   void lineIs(const char* wholeLine);
   void wordComes() { wordIsNew_ = true; }
   void commandIsComplete();
-  void scriptRuns(const char* text);
+  void scriptRuns();
+  // Whether a text that runs is a key's of the prelude, which prints through the session, if at
+  // all.
+  static bool IsKey(std::string_view text) { return text.starts_with("(terminal-"); }
 
   // What keys can ask for.
   void leave() { leaves_ = true; }
@@ -64,6 +69,10 @@ class CluiSession {
   // Whether nothing is typed and no command is under way.
   bool isEmpty() { return field_.text().empty() && !commandIsOpen(); }
   bool isPasting() const { return pasting_; }
+  // The state in which the parser would read the word that is typed.
+  CluiTextState textState(const YcluiParser& parser) const {
+    return CluiStateOf(parser, !typing_.isBehindComma());
+  }
 
  private:
   CluiTyping& typing_;
@@ -99,7 +108,7 @@ class CluiSession {
   void handle(const CluiKey& key);
   void control(char byte);
   void stop();
-  void controlInQuote(char byte);
+  void closeQuote();
   void text(const std::string& character);
   bool offer(const std::string& bytes);
   void remember(const std::string& word, bool refused);

@@ -69,6 +69,10 @@ void TerminalLeave(std::uint32_t, YStatus&) {
 
 // --- Words that may come
 
+CluiTextState StateOf(const YcluiParser& parser) {
+  return Session() == nullptr ? CluiStateOf(parser, true) : Session()->textState(parser);
+}
+
 void TerminalComplete(std::uint32_t, YStatus& status) {
   const char* text = Scm::VMEAssertIsAString(2, status, -1);
   if (!YStatusIsGood(status)) return;
@@ -89,8 +93,9 @@ void TerminalList(std::uint32_t, YStatus& status) {
   if (parser == nullptr) return;
   if (Session() == nullptr) return PushFalse();
   CluiScreen& screen = Session()->screen();
-  const std::wstring listing = CluiListing(*parser, word.c_str(), Session()->encoding(),
-                                           screen.width(), screen.rowsAboveLine());
+  const std::wstring listing =
+      CluiListing(*parser, word.c_str(), StateOf(*parser), Session()->encoding(), screen.width(),
+                  screen.rowsAboveLine());
   if (!listing.empty()) screen.print(listing);
   Scm::StackPushBoolean(listing.empty() ? 0 : 1);
 }
@@ -127,8 +132,29 @@ void TerminalEmpty(std::uint32_t, YStatus&) {
 
 // Behind the ":" of a word and behind a comma nothing of the argument has been typed.
 bool EndsInArgument(const YcluiParser& parser, const std::string& word) {
-  if (word.empty() || word.back() == ':' || word.back() == ',') return false;
+  if (CluiEndOf(parser, word, StateOf(parser)).kind == CluiTextEnd::Quote) return true;
+  const std::size_t last = word.find_last_not_of(' ');
+  if (last == std::string::npos || word[last] == ':' || word[last] == ',') return false;
   return parser.openToken() != nullptr || word.find(':') != std::string::npos;
+}
+
+// A comma that the lexer must not see becomes a blank, so that all places stay the same.
+void TerminalEnded(std::uint32_t, YStatus& status) {
+  const char* end = Scm::VMEAssertIsAString(3, status, -1);
+  if (!YStatusIsGood(status)) return;
+  const std::string blank = end;
+  const char* text = Scm::VMEAssertIsAString(2, status, -1);
+  if (!YStatusIsGood(status)) return;
+  std::string word = text;
+  const YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  const CluiTextState begin = StateOf(*parser);
+  const CluiTextEnd::Kind kind = CluiEndOf(*parser, word, begin).kind;
+  const bool isLine = blank == "\n";  // as in a file, a line ends all but what a comma announces
+  if (isLine ? kind == CluiTextEnd::Comma : kind != CluiTextEnd::Whole) return PushFalse();
+  const std::size_t comma = CluiLeadingComma(word, begin);
+  if (comma != std::string::npos) word[comma] = ' ';
+  Scm::StackPushString((word + blank).c_str());
 }
 
 void TerminalInArgument(std::uint32_t, YStatus& status) {
@@ -175,6 +201,7 @@ constexpr struct {
     {"terminal-last-key", TerminalLastKey, 0},  {"terminal-pasting?", TerminalPasting, 0},
     {"terminal-empty?", TerminalEmpty, 0},      {"terminal-in-argument?", TerminalInArgument, 2},
     {"terminal-bell", TerminalBell, 0},         {"terminal-clear", TerminalClear, 0},
+    {"terminal-ended", TerminalEnded, 3},
 };
 
 }  // namespace

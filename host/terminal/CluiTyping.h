@@ -17,6 +17,11 @@ class CluiTyping {
   virtual void endWord(bool wasSent) = 0;
   // Reads a whole line, in the encoding of the terminal, the `number`th of those that were pasted.
   virtual void readLine(std::string& bytes, std::size_t number) = 0;
+  // The lines of a paste that have not been read because an argument must follow, as text of the
+  // system; they are to be typed, or forgotten.
+  virtual std::string takeHeld() = 0;
+  // Whether the half-read token ends in a comma.
+  virtual bool isBehindComma() const = 0;
   // How many words and lines have been refused so far.
   virtual std::size_t refusals() const = 0;
 

@@ -174,7 +174,8 @@ TEST(Listing, NamesWordsOrTheTypeOfAnArgument) {
     parser.interpret(row.fed);
     Lines wanted = row.candidates;
     for (const std::size_t most : {9, 1}) {
-      const CluiCandidates found = CluiCandidatesOf(parser, row.typed, most);
+      const CluiCandidates found =
+          CluiCandidatesOf(parser, row.typed, CluiStateOf(parser, true), most);
       wanted.resize(std::min(most, wanted.size()));
       EXPECT_EQ(found.words, wanted) << row.fed << row.typed;
       EXPECT_EQ(found.count, row.candidates.size());
