@@ -1,6 +1,8 @@
 #include "parser/YcluiCandidates.h"
 
 #include <algorithm>
+#include <functional>
+#include <unordered_map>
 
 YWord YcluiCandidates::find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix,
                             Words& found) {
@@ -12,9 +14,12 @@ YWord YcluiCandidates::find(const YcluiNfa& walker, const YcluiLex& lexer, std::
 }
 
 void YcluiCandidates::findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
-                              const YcluiLex& lexer, std::string_view prefix, Words& found) {
+                              const YcluiSyntaxNode* interrupted, const YcluiLex& lexer,
+                              std::string_view prefix, Words& found) {
   found.clear();
-  if (YcluiCandidateList* list = listOfWalker(walker, lexer)) list->find(prefix, found);
+  YcluiCandidateList* list = interrupted == nullptr ? listOfWalker(walker, lexer)
+                                                    : listOfAdmitted(walker, *interrupted, lexer);
+  if (list != nullptr) list->find(prefix, found);
   listOfRoot(root, lexer).find(prefix, found);
 }
 
@@ -34,6 +39,25 @@ YcluiCandidateList* YcluiCandidates::listOfWalker(const YcluiNfa& walker, const 
   YcluiCandidateList& list = listFor(place, static_cast<std::size_t>(nodes.size()));
   for (int i = 0; i < nodes.size(); ++i) list.add(lexer.keyword(nodes.at(i)->tokenId));
   return &list;
+}
+
+YcluiCandidateList* YcluiCandidates::listOfAdmitted(const YcluiNfa& walker,
+                                                    const YcluiSyntaxNode& interrupted,
+                                                    const YcluiLex& lexer) {
+  YcluiSyntaxNodeP_Array nodes;
+  if (walker.possibleNodes(nodes) == 0) return nullptr;
+  std::unordered_map<std::uint32_t, bool, std::hash<std::uint32_t>, std::equal_to<>,
+                     YAllocator<std::pair<const std::uint32_t, bool>>>
+      isAdmitted;
+  for (int i = 0; i < nodes.size(); ++i) {
+    isAdmitted[nodes.at(i)->tokenId] = interrupted.admitsInterruptBy(*nodes.at(i)) != 0;
+  }
+  passing_.clear();
+  for (int i = 0; i < nodes.size(); ++i) {
+    const std::uint32_t id = nodes.at(i)->tokenId;
+    if (isAdmitted[id]) passing_.add(lexer.keyword(id));
+  }
+  return &passing_;
 }
 
 YcluiCandidateList& YcluiCandidates::listOfRoot(const YcluiSyntaxNode& root,

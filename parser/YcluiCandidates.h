@@ -23,9 +23,12 @@ class YcluiCandidates {
   // prefix; null for a node without a word when the prefix is empty. The words are the lexer's.
   // 0 when the walker has nothing to list, else 1.
   YWord find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix, Words& found);
-  // The same with those of the successors of `root` behind them, and none without a word.
-  void findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root, const YcluiLex& lexer,
-               std::string_view prefix, Words& found);
+  // The same with those of the successors of `root` behind them, and none without a word. Where a
+  // command that began with `interrupted` waits, those whose command it does not admit are left
+  // out, and nothing is kept. Of several nodes of one id, a step leads to the last.
+  void findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
+               const YcluiSyntaxNode* interrupted, const YcluiLex& lexer, std::string_view prefix,
+               Words& found);
   void forget();
 
  private:
@@ -54,6 +57,8 @@ class YcluiCandidates {
   YcluiCandidateList* keptIn(Pool& pool, const Place& place);
   YcluiCandidateList& listFor(const Place& place, std::size_t count);
   YcluiCandidateList* listOfWalker(const YcluiNfa& walker, const YcluiLex& lexer);
+  YcluiCandidateList* listOfAdmitted(const YcluiNfa& walker, const YcluiSyntaxNode& interrupted,
+                                     const YcluiLex& lexer);
   YcluiCandidateList& listOfRoot(const YcluiSyntaxNode& root, const YcluiLex& lexer);
 };
 

@@ -277,6 +277,8 @@ class YQRT_API YcluiParser {
   YWord completionString(const char* prefix, YString& completed, unsigned long& unique) const;
   // Replaces `words` by the distinct words that could come next and begin with `prefix`, in any
   // case of ASCII letters, in the walker's order, those of indefinite nodes behind the others.
+  // Words that the interrupted command would not admit are left out; while that must be asked, each
+  // question costs the words that could come there.
   void possibleWords(YString_Array& words, const char* prefix = nullptr) const;
   // Calls `take` with each of these words in that order, a word once for each node that it comes
   // from. The function must leave the parser alone.

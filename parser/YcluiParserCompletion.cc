@@ -92,7 +92,9 @@ void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void*
   YString folded(prefix);
   folded.toLower();  // as the names of the dictionary are
   YcluiCandidates::Words found;
-  candidates.findAll(*frame, *indefiniteRoot, *lexer, ViewOf(folded.buffer), found);
+  // A command that has begun was admitted with its first word.
+  const YcluiSyntaxNode* interrupted = frame->firstNode() == nullptr ? interruptedNode() : nullptr;
+  candidates.findAll(*frame, *indefiniteRoot, interrupted, *lexer, ViewOf(folded.buffer), found);
   for (const char* name : found) {
     if (*name != '\0') take(word, name);
   }

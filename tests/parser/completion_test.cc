@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <random>
 
 #include "gtest/gtest.h"
 #include "tests/parser/CommandLine.h"
@@ -104,6 +105,49 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
         parser.possibleWords(list, prefix);
         ASSERT_EQ(WordsOf(list), expected(prefix == std::string("AB") ? "ab" : prefix, true));
       }
+    }
+  }
+}
+
+// What is offered where another command waits is what is then accepted there, whichever of several
+// alternatives a word leads to, and as long as the command has not begun.
+TEST(Completion, OffersWhatMayInterrupt) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 200; ++round) {
+    YcluiParser parser;
+    auto* syntax = new YcluiSyntaxGraph;
+    for (unsigned id = 1; id <= 6; ++id) {
+      parser.lex()->addKeyword(std::string(1, "?abcdef"[id]).c_str(), nullptr, id);
+    }
+    for (int i = 0; i < 6; ++i) {
+      auto* command = new YcluiSyntaxGraph;
+      command->insertAnd(new YcluiSyntaxNode(6));
+      auto* node = new YcluiSyntaxNode(random() % 5 + 1);
+      node->priority = static_cast<std::uint8_t>(random() % 4);
+      node->interruptLimit = static_cast<std::uint8_t>(random() % 4);
+      command->insertAnd(node);
+      syntax->insertOr(command);
+      delete command;
+    }
+    parser.setSyntaxGraph(syntax);
+    if (round % 3 == 0) parser.addIndefiniteNode(new YcluiSyntaxNode(5));
+    parser.interpret("a b c");
+    parser.pushFrame();
+    for (const char* begun : {"", "a", "b", "c"}) {
+      parser.reset();
+      parser.interpret(begun);
+      const YWord count = parser.numberOfToken();
+      YString_Array list;
+      parser.possibleWords(list);
+      Words accepted;
+      for (const char* word : {"a", "b", "c", "d", "e", "f"}) {
+        if (parser.interpret(word) == 1) accepted.emplace_back(word);
+        parser.reset();
+        if (count == 1) parser.interpret(begun);
+      }
+      Words offered = WordsOf(list);
+      std::sort(offered.begin(), offered.end());
+      ASSERT_EQ(offered, accepted) << round << begun;
     }
   }
 }
