@@ -49,15 +49,14 @@ constexpr CodeText Codes[] = {
 };
 
 constexpr std::size_t NamedAtMost = 12;
+constexpr std::size_t AnywhereAtLeast = 4;  // of these, when there are as many
 constexpr std::size_t QuotedAtMost = 72;
 
-// As many of the words as there is room for, which is less by them then; nothing without room.
-std::wstring ListOf(const wchar_t* head, const std::vector<std::wstring>& words,
-                    std::size_t& room) {
+// As many of the words as there is room for, those of the alphabet's beginning.
+std::wstring ListOf(const wchar_t* head, std::vector<std::wstring>& words, std::size_t room) {
   std::wstring text;
-  if (room == 0) return text;
   const std::size_t named = std::min(room, words.size());
-  room -= named;
+  std::partial_sort(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(named), words.end());
   for (std::size_t i = 0; i < named; ++i) text += (i == 0 ? head : L", ") + words[i];
   if (named == words.size()) return text;
   return text.append(L" and ").append(std::to_wstring(words.size() - named)).append(L" more");
@@ -79,11 +78,12 @@ std::wstring CluiTypeText(unsigned int valueType) {
 }
 
 std::wstring CluiQuoted(const std::wstring& text) {
-  std::wstring quoted = L"\"" + text.substr(0, QuotedAtMost);
+  const wchar_t quote = text.find(L'"') == std::wstring::npos ? L'"' : L'\'';
+  std::wstring quoted = quote + text.substr(0, QuotedAtMost);
   std::replace_if(
       quoted.begin(), quoted.end(), [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); },
       L'?');
-  return quoted + (text.size() > QuotedAtMost ? L"...\"" : L"\"");
+  return quoted + (text.size() > QuotedAtMost ? L"..." : L"") + quote;
 }
 
 std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& nearest) {
@@ -92,13 +92,16 @@ std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& neare
 }
 
 std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& line,
-                               const CluiPossible& possible) {
+                               CluiPossible possible) {
   const std::wstring text = CluiQuoted(word) + L" cannot come " +
                             (line.empty() ? L"here" : L"in the middle of " + CluiQuoted(line));
   if (possible.here.empty() && possible.anywhere.empty()) return text + L", and no word can";
-  std::size_t room = NamedAtMost;
-  const std::wstring here = ListOf(L"; expected: ", possible.here, room);
-  return text + here + ListOf(L"; anywhere: ", possible.anywhere, room);
+  // Neither kind leaves the other without room.
+  const std::size_t here = possible.here.size();
+  const std::size_t anywhere = possible.anywhere.size();
+  const std::size_t hereAtMost = NamedAtMost - std::min(anywhere, AnywhereAtLeast);
+  return text + ListOf(L"; expected: ", possible.here, hereAtMost) +
+         ListOf(L"; anywhere: ", possible.anywhere, NamedAtMost - std::min(here, hereAtMost));
 }
 
 std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line) {

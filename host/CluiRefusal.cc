@@ -65,6 +65,13 @@ std::wstring LiteralFault(unsigned int code, const std::string& text, std::size_
   return CluiCodeText(code);
 }
 
+std::wstring RestText(unsigned int code, const std::string& text, std::size_t place) {
+  if (code == 0 || !CluiHasRest(text, place)) return std::wstring();
+  const std::size_t next = text.find('\n', place);
+  const bool isOneLine = next == std::string::npos || CluiIsBlank(text.substr(next));
+  return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
+}
+
 }  // namespace
 
 std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiLine& line,
@@ -150,7 +157,7 @@ std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused
   line_->move(spot, place.offset);
   std::wstring fault = LiteralFault(refused.code, text, place.offset);
   if (!place.separated) fault += brokenText(encoding_.fromSystem(word), line, spot);
-  fault += restText(refused, text, place.offset, spot);
+  fault += RestText(refused.code, text, place.offset);
   return CluiArgumentText(encoding_.fromSystem(word), line == spot.line ? 0 : line, index, type,
                           fault);
 }
@@ -191,7 +198,7 @@ std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& re
   const std::size_t setting = text.find("}=", spot.offset);
   const bool sets = setting != std::string::npos && IsQuote(text, setting + 2);
   return LiteralFault(refused.code, text, sets ? setting + 2 : spot.offset) +
-         restText(refused, text, spot.offset, spot);
+         RestText(refused.code, text, spot.offset);
 }
 
 // An argument that no comma follows, though more are wanted, ends its line for the time being: that
@@ -202,11 +209,4 @@ std::wstring CluiRefusal::brokenText(const std::wstring& word, std::size_t line,
   if (line_->isNow(spot)) return std::wstring();
   return L"; the arguments of " + CluiQuoted(word) +
          L" broke off here and go on with the next line";
-}
-
-std::wstring CluiRefusal::restText(const CluiRefused& refused, const std::string& text,
-                                   std::size_t place, const CluiSpot& spot) const {
-  if (refused.code == 0 || !CluiHasRest(text, place)) return std::wstring();
-  const bool isOneLine = line_->isNow(spot) || CluiIsBlank(line_->text());
-  return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
 }

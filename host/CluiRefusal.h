@@ -52,8 +52,6 @@ class CluiRefusal {
   std::wstring explainNested(YcluiParser& parser, const CluiRefused& refused) const;
   std::wstring explainForm(YcluiParser& parser, const CluiRefused& refused, const CluiSpot& spot);
   std::wstring brokenText(const std::wstring& word, std::size_t line, const CluiSpot& spot) const;
-  std::wstring restText(const CluiRefused& refused, const std::string& text, std::size_t place,
-                        const CluiSpot& spot) const;
 };
 
 #endif  // HOST_CLUIREFUSAL_H_
