@@ -2,6 +2,7 @@
 
 #include <sys/wait.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <map>
 
@@ -29,6 +30,7 @@ TEST_P(Program, DoesAsItsRowSays) {
       "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0 "
       "examples='" EXAMPLES "' faults='" FAULTS "'; clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " +
       given['$'] + "} <in >out 2>errors";
+  std::signal(SIGINT, SIG_DFL);  // whoever started the tests may have it ignored
   const int result = std::system(shell.c_str());
   EXPECT_EQ(ReadFile("out"), given['|']);
   EXPECT_EQ(ReadFile("errors"), given['!']);

@@ -2,6 +2,7 @@
 // drafting.txt tells the form of the rows.
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <string>
 #include <thread>
@@ -68,6 +69,7 @@ class Terminal : public testing::TestWithParam<Row> {
   WorkingFolder folder_;
 
   void SetUp() override {
+    std::signal(SIGINT, SIG_DFL);  // whoever started the tests may have it ignored
     const std::string& language = GetParam().table;
     const auto& [mark, line] = GetParam().lines.front();
     std::filesystem::copy(EXAMPLES "/" + language, folder_.path);
