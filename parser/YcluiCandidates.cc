@@ -31,8 +31,8 @@ void YcluiCandidates::forget() {
 
 // Null when the walker has nothing to list.
 YcluiCandidateList* YcluiCandidates::listOfWalker(const YcluiNfa& walker, const YcluiLex& lexer) {
-  const Place place{walker.place(), walker.isTerminated(), YcluiSyntaxNode::Changes(),
-                    lexer.wordChanges(), nullptr};
+  const Place place{walker.place(), walker.isTerminated(), walker.generation(),
+                    lexer.wordChanges()};
   if (YcluiCandidateList* list = keptFor(place)) return list;
   YcluiSyntaxNodeP_Array nodes;
   if (walker.possibleNodes(nodes) == 0) return nullptr;
@@ -62,15 +62,11 @@ YcluiCandidateList* YcluiCandidates::listOfAdmitted(const YcluiNfa& walker,
 
 YcluiCandidateList& YcluiCandidates::listOfRoot(const YcluiSyntaxNode& root,
                                                 const YcluiLex& lexer) {
-  const Place place{&root, 0, YcluiSyntaxNode::Changes(), lexer.wordChanges(), root.last()};
-  if (YcluiCandidateList* list = keptFor(place)) return *list;
-  std::size_t count = 0;
-  for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) ++count;
-  YcluiCandidateList& list = listFor(place, count);
+  passing_.clear();
   for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) {
-    list.add(lexer.keyword(i.node()->tokenId));
+    passing_.add(lexer.keyword(i.node()->tokenId));
   }
-  return list;
+  return passing_;
 }
 
 // Null when it is not there.

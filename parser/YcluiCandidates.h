@@ -37,7 +37,6 @@ class YcluiCandidates {
     YWord terminated = 0;
     std::uint64_t syntaxChanges = 0;
     std::uint64_t wordChanges = 0;
-    const YRing* last = nullptr;  // of the successors, where these are the words
     bool operator==(const Place&) const = default;
   };
   struct Kept {

@@ -178,9 +178,8 @@ YWord YcluiParser::pushToken(YcluiToken& token) {
     return 0;
   }
   if (frame->isTerminated() != 0) synCallback();
-  if (frame->isSilent(accepted) == 0 && accepted->action != nullptr) {
-    action(accepted->action->buffer, context, frame->tokens);
-  }
+  const char* text = frame->actionText(*accepted);
+  if (text != nullptr) action(text, context, frame->tokens);
   if (frame == currentFrame() && frame->isTerminated() != 0) reset();
   return 1;
 }

@@ -2,23 +2,32 @@
 
 #include "syntax/YcluiSyntaxNode.h"
 
+namespace {
+
+// The kind of a node that is in a set already.
+constexpr auto Collected = static_cast<YcluiNodeKind>(0xFFFF);
+
+}  // namespace
+
 YcluiNodeSet::~YcluiNodeSet() {
   for (YLinkListIterator i(*this); i.ring != nullptr; ++i) {
     delete static_cast<YcluiSyntaxNode*>(i.current());
   }
 }
 
-// The links that lead to a node for the first time stay, and hold the node; its own links then wait
-// behind all others.
+// The first link to each node stays and holds it; the node's own links then wait at the end.
 void YcluiNodeSet::collectNodes(YcluiSyntaxNode* node) {
   if (node == nullptr) return;
+  YRing* before = last();
   append(node);
-  for (YRing* ring = last(); ring != nullptr;) {
+  for (YRing* ring = last(); ring != nullptr; ring = before == nullptr ? first() : next(before)) {
     auto* reached = static_cast<YcluiSyntaxNode*>(ring->item());
-    const bool isNew = reached->collect();
-    if (isNew) attachAll(*reached);
-    YRing* next = ring->next();
-    if (!isNew) delete detach(ring);
-    ring = next;
+    if (reached->kind == Collected) {
+      delete detachAfter(before == nullptr ? ring : before);
+      continue;
+    }
+    reached->kind = Collected;
+    attachAll(*reached);
+    before = ring;
   }
 }

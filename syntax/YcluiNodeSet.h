@@ -1,4 +1,4 @@
-// The nodes of a graph that is to be destroyed, each once.
+// The nodes of a graph that is being destroyed, each once.
 
 #ifndef SYNTAX_YCLUINODESET_H_
 #define SYNTAX_YCLUINODESET_H_
@@ -7,9 +7,9 @@
 
 class YcluiSyntaxNode;
 
-// Owns its nodes: they are destroyed with it. All are collected before the first one goes, since
-// any of them may lead to any other. Their links become those of the set, so that collecting asks
-// for no memory but for one link a call, and does not recurse.
+// Owns its nodes, which are destroyed with it. All are collected before the first one is destroyed,
+// since any of them may lead to any other. Their links become those of the set, so collecting
+// allocates nothing but one link a call, and does not recurse.
 class YcluiNodeSet final : private YLinkList {
  public:
   YcluiNodeSet() = default;

@@ -2,7 +2,9 @@
 
 #include <new>
 
+#include "foundation/YMemory.h"
 #include "syntax/YcluiNodeSet.h"
+#include "syntax/YcluiStepCache.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 
 namespace {
@@ -19,7 +21,7 @@ void MarkClosure(YcluiSyntaxNode* from) {
   while (work.isEmpty() == 0) {
     YcluiSyntaxNode* node = work.pop();
     if (node->kind == YcluiNodeClosure) continue;
-    node->kind = YcluiNodeClosure;
+    node->setKind(YcluiNodeClosure);
     work.pushSuccessors(*node);
   }
 }
@@ -63,7 +65,6 @@ YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxNode* node) {
 YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
   if (canTake(graph) == 0) return 0;
   detachEnd();
-  start->noteGain();
   YcluiSyntaxNode* fork = NewStructuralNode();
   graph->end->append(end);
   fork->append(graph->start);
@@ -76,12 +77,11 @@ YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
 YWord YcluiSyntaxGraph::makeClosure() {
   if (isEmptied() != 0) return 0;
   YcluiSyntaxNode* newEnd = NewStructuralNode();
-  start->noteGain();
   MarkClosure(start);
   YcluiSyntaxNode* exit = end;
   exit->append(newEnd);
   exit->append(start);
-  exit->kind = YcluiNodeClosure;
+  exit->setKind(YcluiNodeClosure);
   start = exit;
   end = newEnd;
   return 1;
@@ -111,13 +111,6 @@ bool YcluiSyntaxGraph::detachEnd() {
   const YRing* last = start->last();
   if (last != nullptr && last == searched_ && last->item() != end) return true;
   return start->detach(end) == nullptr;
-}
-
-std::uint64_t YcluiSyntaxGraph::newEra() {
-  static std::uint64_t last = 0;
-  eraChanges_ = YcluiSyntaxNode::Changes();
-  eraEnd_ = end;
-  return era_ = ++last;
 }
 
 void deleteNodesFrom(YcluiSyntaxNode* node) {

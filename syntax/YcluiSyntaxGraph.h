@@ -3,9 +3,11 @@
 #ifndef SYNTAX_YCLUISYNTAXGRAPH_H_
 #define SYNTAX_YCLUISYNTAXGRAPH_H_
 
-#include <cstdint>
+#include <memory>
 
 #include "syntax/YcluiSyntaxNode.h"
+
+class YcluiStepCache;
 
 // A graph owns every node that can be reached from `start` or `end`, and no node belongs to two
 // graphs. What is inserted passes into its ownership:
@@ -59,23 +61,14 @@ class YQRT_API YcluiSyntaxGraph {
  private:
   // The last link of `start` when none of them led to `end`; only compared, never followed.
   const YRing* searched_ = nullptr;
-
-  // The era of what walkers remember of the nodes. It ends when they are made to forget, and when
-  // the graph gets another end. Each graph has its own, and 0 is none.
+  // What the walkers of the graph have in common; made by the first of them.
   friend class YcluiNfa;
-  std::uint64_t era_ = 0;
-  std::uint64_t eraChanges_ = ~std::uint64_t{0};
-  const YcluiSyntaxNode* eraEnd_ = nullptr;
-  std::uint64_t era() {
-    const bool goesOn = eraChanges_ == YcluiSyntaxNode::Changes() && eraEnd_ == end;
-    return goesOn ? era_ : newEra();
-  }
-  std::uint64_t newEra();
+  std::unique_ptr<YcluiStepCache> steps_;
 
   YWord isEmptied() const { return start == nullptr || end == nullptr ? 1 : 0; }
   YWord canTake(const YcluiSyntaxGraph* graph) const;
   void handOver();
-  // Takes out the first link from `start` to `end`. Whether there was none.
+  // Removes the first link from `start` to `end`. True when there was none.
   bool detachEnd();
 };
 

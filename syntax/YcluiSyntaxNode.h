@@ -10,14 +10,13 @@
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "platform/general/YLinkList.h"
+#include "syntax/YcluiChangeCount.h"
 
 enum YcluiNodeKind : std::uint16_t {
   YcluiNodePlain = 0,       // an ordinary node
   YcluiNodeClosure = 1,     // belongs to a repeated part
-  YcluiNodeIndefinite = 2,  // stands outside the graph and is accepted anywhere in a line
+  YcluiNodeIndefinite = 2,  // is outside the graph and accepted anywhere in a line
 };
-
-struct YcluiNodeIndex;
 
 // The list that a node inherits holds its successors, in the order of their `append`. It does not
 // own them: a node may follow any number of nodes, itself included, and a graph owns all its nodes.
@@ -25,60 +24,15 @@ struct YcluiNodeIndex;
 // A node with a `tokenId` of 0 is structural: it accepts nothing and only leads on to its
 // successors. Any other node accepts the token of that id, and only such a node fires its `action`.
 //
-// Walkers remember what they have read of a graph. They notice when successors change through the
-// operations of this class and when a node goes; who writes another `tokenId`, `kind` or `action`
-// into a node that a walker may have come by calls NoteChange.
+// Walkers cache what they have read. They notice every change made by an operation of this class,
+// and the node's end; whoever writes `tokenId`, `kind` or `action` directly calls NoteChange.
 class YQRT_API YcluiSyntaxNode : public YLinkList {
  public:
+  std::uint32_t tokenId;
   YcluiNodeKind kind = YcluiNodePlain;
-  std::uint8_t priority = 127;        // what its command brings when it interrupts another
+  std::uint8_t priority = 127;        // of its command, when that interrupts another one
   std::uint8_t interruptLimit = 127;  // the highest priority that may interrupt its command
-
- private:
-  friend class YcluiNfa;
-  // A walk over a graph writes its serial number into the nodes that it has come by, with a note of
-  // its own, and so needs no set of them. What an earlier walk left here has an older number; 0 is
-  // that of a node that no walk has come by.
-  std::int32_t note_ = 0;
-  std::uint64_t mark_ = 0;
-  std::uint32_t coverRound_ : 24;  // see YcluiNfa::cover
-  std::uint32_t covers_ : 8;
-  YcluiNodeIndex* index_ = nullptr;  // of steps with many matches; owned, mostly null
-
- public:
-  // From here to `action` lies one line of memory. A known step reads no more than this of the node
-  // that it leads from or to, nor does the parser.
-  alignas(64) std::uint32_t tokenId;
-
- private:
-  // What walkers remember of a step that begins at this node, if it is structural, or behind it,
-  // and nowhere else: the token nodes that come up in it; and the ways behind the node to the end
-  // of the graph. It holds as long as the era of the graph.
-  enum class Step : std::uint8_t {
-    Unknown,
-    Narrow,   // one step has looked at a few links, so the next one collects what comes up
-    Wide,     // one step has looked at many, so the next one makes the index
-    Pair,     // all that comes up are `pair_`, of different ids
-    Indexed,  // it stands in the index
-    Covered,  // it stands in too many indexes already
-  };
-  static constexpr std::int8_t UnknownWays = -1;
-  static constexpr int InPair = 2;
-  static constexpr std::size_t TextRoom = 24;
-  Step step_ = Step::Unknown;
-  std::int8_t ways_ = UnknownWays;
-  std::int8_t pairEnds_[InPair] = {};  // the ways behind each of the pair: 0 to 2
-  std::uint64_t era_ = 0;              // that of the graph, when this was remembered
-  union {
-    YcluiSyntaxNode* pair_[InPair] = {};  // null where there are fewer
-    char room_[TextRoom];                 // a short text of the action, while there is no pair
-  };
-  YString text_;  // that of the action
-
- public:
-  // The command template; owned, null when there is none; see setAction. Its text may move when a
-  // walker comes by.
-  YString* action = nullptr;
+  YString* action = nullptr;          // the command template; owned; null when there is none
 
   // The id is cut to 32 bits. A null action leaves the node without one.
   explicit YcluiSyntaxNode(unsigned long id = 0, const char* actionText = nullptr);
@@ -88,39 +42,43 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   // Leaves the successors alone.
   ~YcluiSyntaxNode();
 
-  // Nodes lie side by side in memory of their own.
+  // Nodes share blocks of memory.
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
   static void operator delete(void* node, std::size_t size);
 
   // The operations of the list of successors.
   void* append(void* node) {
-    noteGain();
+    changes_.note();
     return YLinkList::append(node);
   }
   YRing* attach(YRing* ring) {
-    noteGain();
+    changes_.note();
     return YLinkList::attach(ring);
   }
   YRing* detach(YRing* ring) {
-    noteLoss();
+    changes_.note();
     return YLinkList::detach(ring);
   }
   void* detach(void* node) {
-    noteLoss();
+    changes_.note();
     return YLinkList::detach(node);
   }
-  // Takes over all successors of another node, in their order, behind those that are here. Costs
+  // Takes over all successors of another node, in their order, after those that are here. Costs
   // the same however many they are.
   void takeSuccessors(YcluiSyntaxNode& from) {
-    noteGain();
-    from.noteLoss();
+    changes_.note();
+    from.changes_.note();
     attachAll(from);
   }
 
-  // Makes `text` the action; null makes it an empty text. 0 when there was no action yet and no
-  // memory for its text: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
+  // Makes `text` the action; null makes it an empty text. 0 when there is no memory for a new
+  // action: YErrNoMemory is recorded as YErrFatal, and the node stays without one.
   YWord setAction(const char* text);
+  void setKind(YcluiNodeKind newKind) {
+    changes_.note();
+    kind = newKind;
+  }
 
   // 1 when a command that begins with `other` may interrupt one that began with this node. Two
   // nodes with the priorities that they were made with always admit each other.
@@ -128,28 +86,19 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
     return interruptLimit >= other.priority ? 1 : 0;
   }
 
-  // Makes walkers forget what they remember.
-  static void NoteChange() { ++ChangeCount; }
-  // How often walkers were made to forget. While it stays the same, all nodes that a walker has
-  // come by are alive and lead where they led.
-  static std::uint64_t Changes() { return ChangeCount; }
+  // Makes all walkers discard what they have cached, of any graph.
+  static void NoteChange() { YcluiChangeCount::NoteEverywhere(); }
+
+  // From now on the node counts its changes, and its end, in that counter only. True when it did
+  // not before.
+  bool countChangesIn(const YcluiChangeCount& count) const {
+    if (changes_ == count) return false;
+    changes_ = count;
+    return true;
+  }
 
  private:
-  static std::uint64_t ChangeCount;
-
-  void makeRoomFor(const char* text);
-  void keepPair(YcluiSyntaxNode* first, YcluiSyntaxNode* second);
-
-  // Before the successors or the action change; what no walker has read, none remembers.
-  friend class YcluiSyntaxGraph;
-  void noteGain() {
-    if (mark_ != 0) NoteChange();
-  }
-  void noteLoss();
-
-  // Whether the set of the nodes to be destroyed, into which it goes, does not hold it yet.
-  friend class YcluiNodeSet;
-  bool collect();
+  mutable YcluiChangeCount changes_;
 };
 
 // Walks the successors of a node, in the order of its list:

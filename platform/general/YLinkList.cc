@@ -1,46 +1,69 @@
 #include "platform/general/YLinkList.h"
 
-#include <new>
 #include <utility>
 
+#include "foundation/YBlockPool.h"
 #include "foundation/YMemory.h"
 
+namespace {
+
+constinit YBlockPool Pool(sizeof(YRing));
+
+}  // namespace
+
+void* YRing::operator new(std::size_t size) {
+  return YChecked(Pool.take(size));
+}
+
+void* YRing::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Pool.take(size);
+}
+
+void YRing::operator delete(void* ring, std::size_t size) {
+  Pool.give(ring, size);
+}
+
 YRing* YChain::attach(YRing* ring) {
-  ring->previous_ = last_;
-  (last_ == nullptr ? first_ : last_->next_) = ring;
-  last_ = ring;
-  return ring;
+  ring->next_ = last_ == nullptr ? ring : std::exchange(last_->next_, ring);
+  return last_ = ring;
 }
 
 YRing* YChain::detach(YRing* ring) {
-  (ring->previous_ == nullptr ? first_ : ring->previous_->next_) = ring->next_;
-  (ring->next_ == nullptr ? last_ : ring->next_->previous_) = ring->previous_;
-  ring->next_ = nullptr;
-  ring->previous_ = nullptr;
-  return ring;
+  YRing* before = last_;
+  while (before->next_ != ring) before = before->next_;
+  return detachAfter(before);
+}
+
+YRing* YChain::detachAfter(YRing* ring) {
+  YRing* detached = ring->next_;
+  ring->next_ = detached->next_;
+  if (detached == last_) last_ = detached == ring ? nullptr : ring;
+  detached->next_ = nullptr;
+  return detached;
 }
 
 void YChain::attachAll(YChain& from) {
-  YRing* ring = std::exchange(from.first_, nullptr);
-  if (ring == nullptr) return;
-  attach(ring);
-  last_ = std::exchange(from.last_, nullptr);
+  YRing* added = std::exchange(from.last_, nullptr);
+  if (added == nullptr) return;
+  if (last_ != nullptr) std::swap(last_->next_, added->next_);
+  last_ = added;
 }
 
 YLinkList::~YLinkList() {
-  YRing* ring = first();
-  while (ring != nullptr) delete std::exchange(ring, ring->next());
+  while (last() != nullptr) delete detachAfter(last());
 }
 
 void* YLinkList::append(void* item) {
-  attach(YChecked(new (std::nothrow) YRing(item)));
+  attach(new YRing(item));
   return item;
 }
 
 void* YLinkList::detach(void* item) {
-  YRing* ring = first();
-  while (ring != nullptr && ring->item() != item) ring = ring->next();
-  if (ring == nullptr) return nullptr;
-  delete detach(ring);
-  return item;
+  YRing* before = last();
+  for (YRing* ring = first(); ring != nullptr; before = ring, ring = next(ring)) {
+    if (ring->item() != item) continue;
+    delete detachAfter(before);
+    return item;
+  }
+  return nullptr;
 }

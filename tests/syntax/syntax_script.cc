@@ -28,9 +28,7 @@ std::unique_ptr<YcluiSyntaxGraph> Build(const std::string& script) {
 
 std::vector<YcluiSyntaxNode*> SuccessorsOf(const YcluiSyntaxNode& node) {
   std::vector<YcluiSyntaxNode*> all;
-  for (const YRing* ring = node.first(); ring != nullptr; ring = ring->next()) {
-    all.push_back(static_cast<YcluiSyntaxNode*>(ring->item()));
-  }
+  for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) all.push_back(i.node());
   return all;
 }
 
