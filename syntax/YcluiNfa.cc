@@ -60,7 +60,7 @@ bool IsPassable(const YcluiSyntaxNode& node) {
 
 // Whether it is known where the step leads.
 bool HasPlaces(const YcluiCachedStep& step) {
-  return step.isSingle || (step.next != nullptr && step.next->places != nullptr);
+  return step.isSingle || (step.next != nullptr && step.next->placeCount > 0);
 }
 
 const char* TextOfAction(const YcluiSyntaxNode& node) {
@@ -97,7 +97,7 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   if (YcluiSyntaxNode* indefinite = indefiniteNode(tokenId)) return indefinite;
   const auto id = static_cast<std::uint32_t>(tokenId);
   if (id == 0 || id != tokenId) return nullptr;
-  const YcluiWalkState* state = cachedState();
+  YcluiWalkState* state = cachedState();
   if (state == nullptr) return walk(id, nullptr);
   YcluiCachedStep* step = state->step(id);
   if (step == nullptr) return nullptr;
@@ -280,7 +280,7 @@ YcluiSyntaxNode* YcluiNfa::walk(std::uint32_t tokenId, YcluiCachedStep* step) {
   standAfterMatches();
   if (step != nullptr) {
     step->ends = static_cast<std::int8_t>(ends);
-    step->action = TextOfAction(*answer);
+    step->action = steps().keptText(TextOfAction(*answer));
     taken = step;
   }
   return arrive(answer, ends);
@@ -325,16 +325,17 @@ YcluiPlace YcluiNfa::here() const {
 // Null where the step has to be walked.
 YcluiWalkState* YcluiNfa::cachedState() {
   if (graph == nullptr) return nullptr;
-  const std::uint64_t generation = steps().generation(graph->end);
+  YcluiStepCache& cache = steps();
+  const std::uint64_t generation = cache.generation(graph->end);
   if (takenGeneration != generation) taken = nullptr;
   takenGeneration = generation;
   if (taken != nullptr && taken->next != nullptr) return taken->next;
   const YcluiPlace place = here();
   bool shouldLearn = false;
-  YcluiWalkState* state = steps().find(place, shouldLearn);
+  YcluiWalkState* state = cache.find(place, shouldLearn);
   if (shouldLearn) {
     findMatches(AnyToken);
-    state = steps().learn(place, matchedNodes);
+    state = cache.learn(place, matchedNodes);
   }
   if (taken != nullptr) taken->next = state;
   return state;
@@ -346,8 +347,8 @@ YcluiSyntaxNode* YcluiNfa::take(YcluiCachedStep& step) {
   if (step.isSingle) {
     behind = step.node;
   } else {
-    const YcluiWalkState& next = *step.next;
-    for (std::uint32_t i = 0; i < next.placeCount; ++i) nextNodes.push(next.places[i]);
+    YcluiWalkState& next = *step.next;
+    for (std::uint32_t i = 0; i < next.placeCount; ++i) nextNodes.push(next.places()[i]);
   }
   return arrive(step.node, step.ends);
 }

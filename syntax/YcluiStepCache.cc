@@ -1,16 +1,19 @@
 #include "syntax/YcluiStepCache.h"
 
 #include <algorithm>
+#include <cstring>
+#include <new>
 #include <utility>
 
 namespace {
 
 // A search through so many steps, which lie side by side, is as fast as that of a table.
-constexpr int FewSteps = 8;
+constexpr std::uint32_t FewSteps = 8;
 // The bound of the memory: cached steps for each node that was read. Places that share no state
 // could otherwise fill the square of the graph.
 constexpr std::uint64_t MostStepsPerNode = 2;
 constexpr std::uint64_t StepsOfSmallGraph = 64;
+constexpr std::size_t LongestKeptText = 128;
 
 // Where the arena gets its memory.
 class CheckedMemory final : public std::pmr::memory_resource {
@@ -50,8 +53,8 @@ YcluiWalkState* YcluiStepCache::find(const YcluiPlace& place, bool& shouldLearn)
     return known->state;
   }
   const List* known = lists_.find(HashOf(*place.list), [&place](const List& list) {
-    const YcluiWalkState& state = *list.state;
-    return std::equal(state.places, state.places + state.placeCount, (*place.list)(),
+    YcluiWalkState& state = *list.state;
+    return std::equal(state.places(), state.places() + state.placeCount, (*place.list)(),
                       (*place.list)() + place.list->count());
   });
   shouldLearn = known == nullptr && !isFull_;
@@ -59,47 +62,70 @@ YcluiWalkState* YcluiStepCache::find(const YcluiPlace& place, bool& shouldLearn)
 }
 
 YcluiWalkState* YcluiStepCache::learn(const YcluiPlace& place, const YcluiSyntaxNodeStk& matches) {
-  const int listed = place.node == nullptr ? place.list->count() : 0;
-  used_ += static_cast<std::uint64_t>(matches.count() + listed);
-  isFull_ = used_ > MostStepsPerNode * nodesRead_ + StepsOfSmallGraph;
+  const auto steps = static_cast<std::uint32_t>(matches.count());
+  const auto places =
+      place.node == nullptr ? static_cast<std::uint32_t>(place.list->count()) : std::uint32_t{0};
+  use(steps + places);
   if (isFull_) return nullptr;
-  YcluiWalkState& state = makeState(place, matches);
-  for (int i = 0; i < matches.count(); ++i) {
-    YcluiSyntaxNode* node = matches.at(i);
-    YcluiCachedStep* step = state.step(node->tokenId);
-    if (step != nullptr) {
-      step->node = node;
-      step->isSingle = false;
-      continue;
-    }
-    const YcluiCachedStep added{.id = node->tokenId, .node = node};
-    state.many != nullptr ? static_cast<void>(state.many->add(added))
-                          : static_cast<void>(state.few[state.fewCount++] = added);
-  }
+  YcluiWalkState& state = makeState(steps, places);
+  for (int i = 0; i < matches.count(); ++i) add(state, matches.at(i));
+  file(state, place);
   return &state;
 }
 
-YcluiWalkState& YcluiStepCache::makeState(const YcluiPlace& place,
-                                          const YcluiSyntaxNodeStk& matches) {
-  auto* state = make<YcluiWalkState>(1);
-  if (matches.count() > FewSteps) {
+void YcluiStepCache::use(std::uint64_t steps) {
+  used_ += steps;
+  if (used_ > MostStepsPerNode * nodesRead_ + StepsOfSmallGraph) isFull_ = true;
+}
+
+YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t places) {
+  const std::uint32_t few = steps > FewSteps ? 0 : steps;
+  void* memory = memory_.allocate(sizeof(YcluiWalkState) + few * sizeof(YcluiCachedStep) +
+                                  places * sizeof(YcluiSyntaxNode*));
+  auto* state = new (memory) YcluiWalkState;
+  state->fewCount = few;
+  state->placeCount = places;
+  std::uninitialized_default_construct_n(state->few(), few);
+  if (steps > FewSteps) {
     manySteps_.push_back(std::unique_ptr<Steps>(YChecked(new (std::nothrow) Steps)));
     state->many = manySteps_.back().get();
-  } else {
-    state->few = make<YcluiCachedStep>(static_cast<std::size_t>(matches.count()));
   }
-  if (place.node != nullptr) {
-    const Single probe{place.node};
-    singles_
-        .find(probe.hash(), [&place](const Single& single) { return single.node == place.node; })
-        ->state = state;
-    return *state;
-  }
-  state->placeCount = static_cast<std::uint32_t>(place.list->count());
-  state->places = make<YcluiSyntaxNode*>(state->placeCount);
-  std::copy_n((*place.list)(), state->placeCount, state->places);
-  lists_.add({HashOf(*place.list), state});
   return *state;
+}
+
+// A match after others of its id takes the step over.
+void YcluiStepCache::add(YcluiWalkState& state, YcluiSyntaxNode* match) {
+  YcluiCachedStep* step = state.step(match->tokenId);
+  if (step != nullptr) {
+    step->isSingle = false;
+    step->node = match;
+    return;
+  }
+  const YcluiCachedStep added{.id = match->tokenId, .node = match};
+  if (state.many != nullptr) {
+    state.many->add(added);
+  } else {
+    *state.step(0) = added;  // an empty one
+  }
+}
+
+void YcluiStepCache::file(YcluiWalkState& state, const YcluiPlace& place) {
+  if (place.node != nullptr) {
+    singles_
+        .find(Single{place.node}.hash(),
+              [&place](const Single& single) { return single.node == place.node; })
+        ->state = &state;
+    return;
+  }
+  std::copy_n((*place.list)(), state.placeCount, state.places());
+  lists_.add({HashOf(*place.list), &state});
+}
+
+const char* YcluiStepCache::keptText(const char* text) {
+  const std::size_t size = text == nullptr ? 0 : std::strlen(text) + 1;
+  if (size == 0 || size > LongestKeptText || isFull_) return text;
+  use(1 + size / sizeof(YcluiCachedStep));
+  return static_cast<char*>(std::memcpy(memory_.allocate(size, 1), text, size));
 }
 
 void YcluiStepCache::renew(const YcluiSyntaxNode* graphEnd) {
@@ -136,11 +162,4 @@ void YcluiStepCache::readSuccessors(const YcluiSyntaxNode& root) {
   }
   successorRoot_ = &root;
   successorChanges_ = changes_.changes();
-}
-
-template <class T>
-T* YcluiStepCache::make(std::size_t count) {
-  auto* made = static_cast<T*>(memory_.allocate(count * sizeof(T), alignof(T)));
-  std::uninitialized_default_construct_n(made, count);
-  return made;
 }

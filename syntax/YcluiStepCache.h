@@ -32,19 +32,23 @@ struct YcluiCachedStep {
 
 // A state of the walker: a list of nodes from which the next token is sought, with the steps of all
 // tokens that are accepted there. Any other token is refused.
+//
+// Few steps, and the list of a state that is no single place (see YcluiPlace), follow the state in
+// memory, so that a step at random in a large graph reads little of it.
 struct YcluiWalkState {
   YHashTable<YcluiCachedStep>* many = nullptr;  // the steps, or null where there are few
-  YcluiCachedStep* few = nullptr;
   std::uint32_t fewCount = 0;
   std::uint32_t placeCount = 0;
-  YcluiSyntaxNode** places = nullptr;  // the list, where it is no single place (see YcluiPlace)
 
-  YcluiCachedStep* step(std::uint32_t id) const {
+  YcluiCachedStep* few() { return reinterpret_cast<YcluiCachedStep*>(this + 1); }
+  YcluiSyntaxNode** places() { return reinterpret_cast<YcluiSyntaxNode**>(few() + fewCount); }
+
+  YcluiCachedStep* step(std::uint32_t id) {
     if (many != nullptr) {
       return many->find(id, [id](const YcluiCachedStep& step) { return step.id == id; });
     }
     for (std::uint32_t i = 0; i < fewCount; ++i) {
-      if (few[i].id == id) return &few[i];
+      if (few()[i].id == id) return &few()[i];
     }
     return nullptr;
   }
@@ -84,6 +88,9 @@ class YcluiStepCache {
   // Makes a state of the place, given the nodes that match there, whatever the token, in the order
   // of a step. Null when the cache is full.
   YcluiWalkState* learn(const YcluiPlace& place, const YcluiSyntaxNodeStk& matches);
+
+  // The text to be kept in a cached step: a copy beside the states, where there is room for it.
+  const char* keptText(const char* text);
 
   // Has the cache emptied when the node changes.
   void depend(const YcluiSyntaxNode* node) {
@@ -131,10 +138,11 @@ class YcluiStepCache {
 
   void renew(const YcluiSyntaxNode* graphEnd);
   void forget();
-  YcluiWalkState& makeState(const YcluiPlace& place, const YcluiSyntaxNodeStk& matches);
+  void use(std::uint64_t steps);
+  YcluiWalkState& makeState(std::uint32_t steps, std::uint32_t places);
+  void add(YcluiWalkState& state, YcluiSyntaxNode* match);
+  void file(YcluiWalkState& state, const YcluiPlace& place);
   void readSuccessors(const YcluiSyntaxNode& root);
-  template <class T>
-  T* make(std::size_t count);
 };
 
 #endif  // SYNTAX_YCLUISTEPCACHE_H_
