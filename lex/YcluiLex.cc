@@ -137,7 +137,7 @@ const char* YcluiLex::keyword(std::uint32_t id) const {
 }
 
 const YcluiKeyword* YcluiLex::keyword(const char* name) const {
-  return usable() ? wordTable->findInAnyCase(name == nullptr ? "" : name).record : nullptr;
+  return usable() ? wordTable->findInAnyCase(name == nullptr ? "" : name) : nullptr;
 }
 
 const YDictionary* YcluiLex::words() const {

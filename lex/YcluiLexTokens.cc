@@ -23,12 +23,7 @@ YWord YcluiLex::getNextToken(YcluiToken& token) {
     if (cursor == nullptr) return cluiError(YErrEndOfInput);
   }
 
-  const YcluiFoundWord found = wordTable->findInAnyCase(text);
-  if (found.brief != nullptr) {
-    token.setWord(found.brief->id(), YcluiTokenKeyword, found.brief->nameView(), 0);
-    return 1;
-  }
-  const YcluiKeyword* record = found.record;
+  const YcluiKeyword* record = wordTable->findInAnyCase(text);
   if (record == nullptr) return getUnknownWord(token, text, announces != 0);
   token = *record;
   if (record->type() == YcluiTokenArgKeyword) return getArgumentsOf(token, record);

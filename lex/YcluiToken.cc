@@ -93,21 +93,16 @@ YcluiToken& YcluiToken::operator=(YcluiToken&& source) noexcept {
 }
 
 YcluiToken& YcluiToken::operator=(const YcluiKeyword& keyword) {
-  setWord(keyword.id(), keyword.type(), keyword.nameView(), keyword.argCount());
-  return *this;
-}
-
-void YcluiToken::setWord(std::uint32_t id, YcluiTokenType type, std::string_view name,
-                         int argCount) {
-  id_ = id;
-  type_ = type;
-  makeRoom(static_cast<std::size_t>(argCount) + 1);
+  id_ = keyword.id();
+  type_ = keyword.type();
+  makeRoom(static_cast<std::size_t>(keyword.argCount()) + 1);
   argc_ = 1;
-  setArg0(name);
+  setArg0(keyword.nameView());
   hidden_ = 0;
   hasEcho_ = false;
   previousNode_ = nullptr;
   presentNode_ = nullptr;
+  return *this;
 }
 
 const char* YcluiToken::string() const {

@@ -104,7 +104,6 @@ class YQRT_API YcluiToken {
   // Takes over the word, the id and the type, with room for the declared arguments and none of them
   // there. underConstruction stays as it was.
   YcluiToken& operator=(const YcluiKeyword& keyword);
-  void setWord(std::uint32_t id, YcluiTokenType type, std::string_view name, int argCount);
 
   void setType(YcluiTokenType type) { type_ = type; }
   void setID(std::uint32_t id) { id_ = id; }

@@ -14,6 +14,10 @@ unsigned int SetHash(unsigned long hash) {
   return static_cast<unsigned int>(hash ^ (hash >> 32));
 }
 
+YcluiVariable* RecordOf(const void* item) {
+  return static_cast<YcluiVariable*>(static_cast<YAssoc*>(const_cast<void*>(item)));
+}
+
 }  // namespace
 
 YcluiVariableTable::YcluiVariableTable() {
@@ -28,11 +32,9 @@ YcluiVariable* YcluiVariableTable::find(const char* key) const {
   folded.assign(key);
   folded.toLower();
   const unsigned int hash = SetHash(YHashText({folded.buffer, folded.length}));
-  for (Entry* entry = bucket(hash); entry != nullptr; entry = entry->nextInBucket) {
-    YcluiVariable* record = static_cast<YcluiVariable*>(static_cast<YAssoc*>(entry->item));
-    if (entry->hash == hash && record->matches(folded.buffer) != 0) return record;
-  }
-  return nullptr;
+  void* found = YSet::find(
+      hash, [this](const void* item) { return RecordOf(item)->matches(folded.buffer) != 0; });
+  return static_cast<YcluiVariable*>(static_cast<YAssoc*>(found));
 }
 
 YcluiVariable* YcluiVariableTable::addSimple(const char* name, const YAttribValue& value) {

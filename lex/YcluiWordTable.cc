@@ -47,6 +47,14 @@ const char* FiledAs(const YcluiKeyword& record) {
   return abbreviation != nullptr ? abbreviation : record.name();
 }
 
+// Whether the word is found under the text: as its shortest form or, if `longerToo`, as a longer
+// beginning of its name.
+bool IsFoundUnder(const YcluiKeyword& record, std::string_view text, bool longerToo) {
+  const std::size_t shortest = record.shortestLength();
+  if (shortest != text.size() && !(longerToo && shortest < text.size())) return false;
+  return record.nameView().starts_with(text);
+}
+
 // Gives `use` key and part for every text that the word is found under.
 template <class Use>
 void ForEachKey(YcluiKeyword& record, const Use& use) {
@@ -104,10 +112,10 @@ YWord YcluiWordTable::delAlias(const char* name) {
 YcluiKeyword* YcluiWordTable::find(const char* key) const {
   const std::uint64_t hash = fold(key == nullptr ? "" : key);
   // What a name in lower case begins with is in lower case: no word accepts another key.
-  return findFolded(hash, folded == key).record;
+  return findFolded(hash, folded == key);
 }
 
-YcluiFoundWord YcluiWordTable::findInAnyCase(std::string_view key) const {
+YcluiKeyword* YcluiWordTable::findInAnyCase(std::string_view key) const {
   return findFolded(fold(key), true);
 }
 
@@ -141,9 +149,12 @@ std::uint64_t YcluiWordTable::fold(std::string_view key) const {
   return hash;
 }
 
-// The first stage, and behind it the second if it is wanted.
-YcluiFoundWord YcluiWordTable::findFolded(std::uint64_t hash, bool longerToo) const {
-  return forms.find(KeyOf(hash), {folded.buffer, folded.length}, longerToo);
+// The first stage, and after it the second if `longerToo`.
+YcluiKeyword* YcluiWordTable::findFolded(std::uint64_t hash, bool longerToo) const {
+  const std::string_view text(folded.buffer, folded.length);
+  return forms.first(KeyOf(hash), [text, longerToo](const YcluiKeyword& record) {
+    return IsFoundUnder(record, text, longerToo);
+  });
 }
 
 std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {

@@ -53,7 +53,7 @@ class YcluiWordTable final : public YDictionary {
   // The word that the two stages find, or null.
   YcluiKeyword* find(const char* key) const;
   // The same for the key in lower case.
-  YcluiFoundWord findInAnyCase(std::string_view key) const;
+  YcluiKeyword* findInAnyCase(std::string_view key) const;
   // The name of the first added word of that id, or null.
   const char* keyword(std::uint32_t id) const;
   // How often words were added and removed.
@@ -72,7 +72,7 @@ class YcluiWordTable final : public YDictionary {
   YcluiWordIndex forms;     // by each text that they are found under
 
   std::uint64_t fold(std::string_view key) const;
-  YcluiFoundWord findFolded(std::uint64_t hash, bool longerToo) const;
+  YcluiKeyword* findFolded(std::uint64_t hash, bool longerToo) const;
   std::uint32_t addWord(YcluiKeyword* record);
   bool keep(YcluiKeyword* record);
   YWord remove(YcluiKeyword* record);

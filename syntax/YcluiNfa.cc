@@ -8,7 +8,7 @@
 // Each structural node is opened at its first visit (findMatches).
 //
 // Of a node that is visited several times among the matches, or is several times in nextNodes, only
-// the first and the last place are kept (keepFirstAndLast). Nothing else can be observed:
+// the first and the last place are kept (KeepFirstAndLast). Nothing else can be observed:
 //   - The node returned is the one that was visited last of all.
 //   - A structural node is opened where it is visited first. nextNodes are read from the top, so
 //     that is its last place there.
@@ -31,6 +31,7 @@
 
 #include "foundation/YErr.h"
 #include "foundation/YMemory.h"
+#include "syntax/YcluiNodeNotes.h"
 #include "syntax/YcluiStepCache.h"
 
 namespace {
@@ -65,6 +66,25 @@ bool HasPlaces(const YcluiCachedStep& step) {
 
 const char* TextOfAction(const YcluiSyntaxNode& node) {
   return node.action == nullptr ? nullptr : node.action->buffer;
+}
+
+// What the walk under way has noted. Walks neither nest nor call anybody.
+thread_local YcluiNodeNotes Notes;
+
+void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
+  const int all = nodes.count();
+  if (all < 3) return;
+  Notes.clear();
+  for (int i = 0; i < all; ++i) {
+    if (!Notes.add(nodes.at(i), i)) *Notes.find(nodes.at(i)) = i;
+  }
+  nodes.clear();
+  for (int i = 0; i < all; ++i) {
+    YcluiSyntaxNode* node = nodes.at(i);
+    std::int32_t& last = *Notes.find(node);
+    if (last >= 0 || last == ~i) nodes.push(node);
+    if (last >= 0) last = ~last;  // the first place has been passed
+  }
 }
 
 }  // namespace
@@ -113,10 +133,10 @@ YcluiSyntaxNode* YcluiNfa::goBack(YcluiSyntaxNode* node) {
     behind = node;
   } else {
     nextNodes.pushSuccessors(*node);
-    keepFirstAndLast(nextNodes);
+    KeepFirstAndLast(nextNodes);
   }
   const bool isStart = graph != nullptr && node == graph->start;
-  notes.clear();
+  Notes.clear();
   if (!isStart && endsAfter(node) > 0) terminated = 1;
   return node;
 }
@@ -140,12 +160,12 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   }
   int waiting = behind != nullptr ? 0 : nextNodes.count();
   int read = 0;
-  notes.clear();
+  Notes.clear();
   while (pushed.isEmpty() == 0 || waiting > 0 || read < queue.count()) {
     YcluiSyntaxNode* node = pushed.isEmpty() == 0 ? pushed.pop()
                             : waiting > 0         ? nextNodes.at(--waiting)
                                                   : queue.at(read++);
-    if (!notes.add(node)) continue;
+    if (!Notes.add(node)) continue;
     depend(node);
     if (node->tokenId == 0) {
       queue.pushSuccessors(*node);
@@ -178,7 +198,7 @@ void YcluiNfa::clearPlaces() {
 void YcluiNfa::listNext() {
   if (behind == nullptr || nextNodes.isEmpty() == 0) return;
   nextNodes.pushSuccessors(*behind);
-  keepFirstAndLast(nextNodes);
+  KeepFirstAndLast(nextNodes);
 }
 
 void YcluiNfa::standAfterMatches() {
@@ -188,23 +208,7 @@ void YcluiNfa::standAfterMatches() {
     return;
   }
   for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
-  keepFirstAndLast(nextNodes);
-}
-
-void YcluiNfa::keepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
-  const int all = nodes.count();
-  if (all < 3) return;
-  notes.clear();
-  for (int i = 0; i < all; ++i) {
-    if (!notes.add(nodes.at(i), i)) *notes.find(nodes.at(i)) = i;
-  }
-  nodes.clear();
-  for (int i = 0; i < all; ++i) {
-    YcluiSyntaxNode* node = nodes.at(i);
-    std::int32_t& last = *notes.find(node);
-    if (last >= 0 || last == ~i) nodes.push(node);
-    if (last >= 0) last = ~last;  // the first place has been passed
-  }
+  KeepFirstAndLast(nextNodes);
 }
 
 // --- The plain walk
@@ -216,23 +220,23 @@ void YcluiNfa::findMatches(std::uint32_t tokenId) {
   workNodes.clear();
   listNext();
   if (behind != nullptr) depend(behind);
-  notes.clear();
+  Notes.clear();
   for (int i = nextNodes.count(); i > 0; --i) visit(nextNodes.at(i - 1), tokenId);
   for (int i = 0; i < workNodes.count(); ++i) visit(workNodes.at(i), tokenId);
-  keepFirstAndLast(matchedNodes);
+  KeepFirstAndLast(matchedNodes);
 }
 
 void YcluiNfa::visit(YcluiSyntaxNode* node, std::uint32_t tokenId) {
   depend(node);
   if (node->tokenId == 0) {
-    if (notes.add(node)) workNodes.pushSuccessors(*node);
+    if (Notes.add(node)) workNodes.pushSuccessors(*node);
   } else if (node->tokenId == tokenId || tokenId == AnyToken) {
     matchedNodes.push(node);
   }
 }
 
 int YcluiNfa::endsAfterMatches() {
-  notes.clear();
+  Notes.clear();
   int ends = 0;
   for (int i = 0; i < matchedNodes.count(); ++i) ends += endsAfter(matchedNodes.at(i));
   return std::min(ends, MostEnds);
@@ -249,25 +253,25 @@ int YcluiNfa::endsAfter(YcluiSyntaxNode* node) {
   workNodes.push(node);
   while (workNodes.isEmpty() == 0) {
     YcluiSyntaxNode* top = workNodes.top();
-    if (notes.add(top, Counting)) {
+    if (Notes.add(top, Counting)) {
       for (YcluiSuccessorIterator i(*top); i.ring != nullptr; ++i) {
         depend(i.node());
-        if (IsPassable(*i.node()) && notes.find(i.node()) == nullptr) workNodes.push(i.node());
+        if (IsPassable(*i.node()) && Notes.find(i.node()) == nullptr) workNodes.push(i.node());
       }
       continue;
     }
-    if (*notes.find(top) == Counting) *notes.find(top) = sumOfEnds(*top);
+    if (*Notes.find(top) == Counting) *Notes.find(top) = sumOfEnds(*top);
     workNodes.drop();
   }
-  return *notes.find(node);
+  return *Notes.find(node);
 }
 
 int YcluiNfa::sumOfEnds(const YcluiSyntaxNode& node) {
   int ends = 0;
   for (YcluiSuccessorIterator i(node); i.ring != nullptr && ends < MostEnds; ++i) {
     const YcluiSyntaxNode* next = i.node();
-    if (!IsPassable(*next) || *notes.find(next) == Counting) continue;
-    ends += *notes.find(next) + (graph != nullptr && next == graph->end ? 1 : 0);
+    if (!IsPassable(*next) || *Notes.find(next) == Counting) continue;
+    ends += *Notes.find(next) + (graph != nullptr && next == graph->end ? 1 : 0);
   }
   return std::min(ends, MostEnds);
 }

@@ -3,8 +3,9 @@
 #ifndef SYNTAX_YCLUINFA_H_
 #define SYNTAX_YCLUINFA_H_
 
+#include <cstdint>
+
 #include "foundation/YTypes.h"
-#include "syntax/YcluiNodeNotes.h"
 #include "syntax/YcluiSyntaxGraph.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 
@@ -100,7 +101,6 @@ class YQRT_API YcluiNfa {
 
  private:
   YcluiSyntaxNode* behind = nullptr;  // the token node whose successors are nextNodes, or null
-  mutable YcluiNodeNotes notes;       // of the walk under way
   // The cached step that led here, of that generation of the cache; null when there is none.
   YcluiCachedStep* taken = nullptr;
   std::uint64_t takenGeneration = 0;
@@ -109,7 +109,6 @@ class YQRT_API YcluiNfa {
   void standAfterMatches();
   void findMatches(std::uint32_t tokenId);
   void visit(YcluiSyntaxNode* node, std::uint32_t tokenId);
-  void keepFirstAndLast(YcluiSyntaxNodeStk& nodes);
   int endsAfterMatches();
   int endsAfter(YcluiSyntaxNode* node);
   int sumOfEnds(const YcluiSyntaxNode& node);

@@ -4,6 +4,7 @@
 #define PLATFORM_GENERAL_YSET_H_
 
 #include <cstdint>
+#include <functional>
 
 #include "foundation/YTypes.h"
 
@@ -40,7 +41,7 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   // Gives every item to deleteIt and empties the set.
   void deleteAll();
 
-  std::uint32_t count() const { return count_; }
+  std::uint32_t count() const;
 
   // Non-zero when the stored item `a` equals the probe `b`; by default the same pointer.
   virtual YWord compare(const void* a, const void* b) const;
@@ -52,26 +53,22 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   virtual YSet* copy() const;
 
  protected:
-  // One stored item, in the chain of its bucket and in the order of attaching.
+  // The first item, in the order of attaching, that has the hash value and matches; or null.
+  void* find(unsigned int hash, const std::function<bool(const void*)>& matches) const;
+
+ private:
+  // One stored item, in the order of attaching.
   struct Entry {
     void* item;
-    unsigned int hash;
-    Entry* nextInBucket;
     Entry* next;
     Entry* previous;
   };
-  // The first entry of the bucket for a hash value; other values stand in it too.
-  Entry* bucket(unsigned int hash) const;
+  struct Table;
 
- private:
   friend class YAssocSetItr;
-  Entry** buckets_ = nullptr;
-  std::uint32_t bucketCount_ = 0;
-  std::uint32_t count_ = 0;
+  Table* table_ = nullptr;
   Entry* first_ = nullptr;
   Entry* last_ = nullptr;
-
-  void grow();
 };
 
 #endif  // PLATFORM_GENERAL_YSET_H_
