@@ -15,7 +15,7 @@ set(public_headers
   platform/engine/ScmVM.h platform/engine/ScmVMExternal.h
   platform/ui/YuiBase.h platform/ui/YuiModificationCallBack.h platform/ui/YuiTextField.h
   lex/YcluiKeyword.h lex/YcluiLex.h lex/YcluiLexBuffer.h lex/YcluiToken.h lex/YcluiVariable.h
-  syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
+  syntax/YcluiChangeCount.h syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
   syntax/YcluiSyntaxNodeStk.h
   parser/YcluiCandidateList.h parser/YcluiCandidates.h parser/YcluiLevels.h
   parser/YcluiLineParser.h parser/YcluiLogFile.h
