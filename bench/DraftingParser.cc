@@ -3,7 +3,7 @@
 #include <iterator>
 #include <random>
 
-#include "tests/common/syntax.h"
+#include "tests/support/syntax.h"
 
 namespace {
 

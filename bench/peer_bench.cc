@@ -24,7 +24,7 @@
 #include "bench/WarmParser.h"
 #include "bench/peer/Peers.h"
 #include "bench/peer/ScriptTasks.h"
-#include "tests/common/WorkingFolder.h"
+#include "tests/support/WorkingFolder.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include "bench/Measure.h"
 #include "bench/Results.h"
 #include "bench/scale/Rows.h"
-#include "tests/common/WorkingFolder.h"
+#include "tests/support/WorkingFolder.h"
 
 namespace {
 

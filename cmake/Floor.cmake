@@ -41,8 +41,8 @@ function(clui_floor name)
 endfunction()
 
 # The tests of a floor: one program, from the sources of tests/NAME and the objects of its floors.
-#   clui_test(lex FLOORS foundation general lex SOURCES a_test.cc)
-# With ALLOCATIONS, the test can count and fail those that the floors make (tests/common/).
+#   clui_test(lex FLOORS foundation containers lex SOURCES a_test.cc)
+# With ALLOCATIONS, the test can count and fail those that the floors make (tests/support/).
 function(clui_test name)
   cmake_parse_arguments(ARG "ALLOCATIONS" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_test ${ARG_SOURCES})
@@ -52,7 +52,7 @@ function(clui_test name)
   # Without this g++ would see what the objects carry and optimise every test as a whole.
   target_link_options(${name}_test PRIVATE $<$<BOOL:${CLUI_LINK_TIME}>:-fno-lto>)
   if(ARG_ALLOCATIONS)
-    target_sources(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests/common/allocations.cc)
+    target_sources(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/allocations.cc)
     target_link_options(${name}_test PRIVATE
       -Wl,--wrap=malloc -Wl,--wrap=realloc -Wl,--wrap=calloc)
   endif()

@@ -6,7 +6,7 @@
 #include "foundation/YBlockPool.h"
 #include "foundation/YErr.h"
 #include "foundation/YMemory.h"
-#include "platform/general/YtString.h"
+#include "platform/containers/YtString.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "foundation/YTypes.h"
 #include "foundation/YcluiLimits.h"
 #include "lex/YcluiToken.h"
-#include "platform/general/YDictionary.h"
+#include "platform/containers/YDictionary.h"
 
 // A word of the dictionary: a name in lower case, an id of 24 bits and a type. In the two slots of
 // YAssoc the key is the name and the value the id, with the type in bits 24 to 27.

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "platform/general/YtString.h"
+#include "platform/containers/YtString.h"
 
 // Then it has its memory from the pool of the records.
 static_assert(sizeof(YcluiPlainKeyword) == sizeof(YcluiKeyword));

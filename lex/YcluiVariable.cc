@@ -4,7 +4,7 @@
 #include <new>
 
 #include "foundation/YErr.h"
-#include "platform/general/YtString.h"
+#include "platform/containers/YtString.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "foundation/YAttribValue.h"
 #include "foundation/YTypes.h"
 #include "foundation/YcluiLimits.h"
-#include "platform/general/YDictionary.h"
+#include "platform/containers/YDictionary.h"
 
 enum YcluiVariableKind : std::uint32_t {
   YcluiVariableSimple = 1,

@@ -6,7 +6,7 @@
 #include "lex/YcluiArrayVariable.h"
 #include "lex/YcluiPresentTimeVariable.h"
 #include "lex/YcluiSimpleVariable.h"
-#include "platform/general/YtString.h"
+#include "platform/containers/YtString.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "lex/YcluiVariable.h"
-#include "platform/general/YDictionary.h"
+#include "platform/containers/YDictionary.h"
 
 // Owns its records. A new table holds one variable, "presentTime". Nothing removes a variable.
 // Names are kept in lower case and found in any case.

@@ -9,7 +9,7 @@
 
 #include "foundation/YMemory.h"
 #include "lex/YcluiKeyword.h"
-#include "platform/general/YHashTable.h"
+#include "platform/containers/YHashTable.h"
 
 // Under each key is a list of records: those in front, then those behind, both in the order of
 // their serial numbers. The first of a list is in a hash table; the others, which few lists have,

@@ -9,7 +9,7 @@
 #include "foundation/YTypes.h"
 #include "lex/YcluiKeyword.h"
 #include "lex/YcluiWordIndex.h"
-#include "platform/general/YDictionary.h"
+#include "platform/containers/YDictionary.h"
 
 // Keywords and aliases in one name space. Owns its records; names are kept in lower case.
 //

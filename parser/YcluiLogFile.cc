@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "foundation/YErr.h"
-#include "platform/general/YPathName.h"
+#include "platform/containers/YPathName.h"
 
 YcluiLogFile::YcluiLogFile(const char* path) {
   YPathName full(path);

@@ -4,8 +4,8 @@
 
 #include "foundation/YErr.h"
 #include "foundation/YMemory.h"
+#include "platform/containers/YSet.h"
 #include "platform/engine/ScmVMExternal.h"
-#include "platform/general/YSet.h"
 #include "syntax/YcluiSyntaxGraph.h"
 
 namespace {

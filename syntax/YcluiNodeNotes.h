@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "platform/general/YHashTable.h"
+#include "platform/containers/YHashTable.h"
 
 class YcluiSyntaxNode;
 

@@ -3,7 +3,7 @@
 #ifndef SYNTAX_YCLUINODESET_H_
 #define SYNTAX_YCLUINODESET_H_
 
-#include "platform/general/YLinkList.h"
+#include "platform/containers/YLinkList.h"
 
 class YcluiSyntaxNode;
 

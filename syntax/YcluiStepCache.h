@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "foundation/YMemory.h"
-#include "platform/general/YHashTable.h"
+#include "platform/containers/YHashTable.h"
 #include "syntax/YcluiChangeCount.h"
 #include "syntax/YcluiSyntaxNode.h"
 #include "syntax/YcluiSyntaxNodeStk.h"

@@ -9,7 +9,7 @@
 
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
-#include "platform/general/YLinkList.h"
+#include "platform/containers/YLinkList.h"
 #include "syntax/YcluiChangeCount.h"
 
 enum YcluiNodeKind : std::uint16_t {

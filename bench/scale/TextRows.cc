@@ -2,7 +2,7 @@
 
 #include "bench/DraftingParser.h"
 #include "bench/scale/Rows.h"
-#include "tests/common/WorkingFolder.h"
+#include "tests/support/WorkingFolder.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <sstream>
 #include <string>
 
-#include "tests/common/Rows.h"
 #include "tests/engine/engine_fixture.h"
+#include "tests/support/Rows.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "tests/lex/lex_reader.h"
 
 #include "foundation/YErr.h"
-#include "tests/common/words.h"
+#include "tests/support/words.h"
 
 namespace {
 

@@ -35,8 +35,7 @@ TEST(Words, AreFoundByTheirAcceptedForms) {
     for (const char* given : {row.found, row.notFound}) {
       std::istringstream in(given);
       for (std::string word; in >> word;) {
-        EXPECT_EQ(words.findInAnyCase(word) != nullptr, given == row.found)
-            << row.name << word;
+        EXPECT_EQ(words.findInAnyCase(word) != nullptr, given == row.found) << row.name << word;
       }
     }
   }

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "gtest/gtest.h"
-#include "tests/common/steps.h"
-#include "tests/common/syntax.h"
-#include "tests/common/words.h"
+#include "tests/support/steps.h"
+#include "tests/support/syntax.h"
+#include "tests/support/words.h"
 
 namespace {
 

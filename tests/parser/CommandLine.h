@@ -10,7 +10,7 @@
 
 #include "foundation/YErr.h"
 #include "parser/YcluiParser.h"
-#include "tests/common/WorkingFolder.h"
+#include "tests/support/WorkingFolder.h"
 
 // What happens leaves a trace, one entry each, of which those of the kinds asked for are kept:
 //   tok(a)  echo(a b)  field(a b)  syn(a|p a)  refuse(x)  run(command)   callbacks and commands
@@ -27,7 +27,7 @@ class CommandLine final : public YcluiParser {
   void setSyntax(const std::string& syntax);
 
   // Takes steps, with "; " between them: texts for interpret, and operations under the names of
-  // tests/common/steps.cc, such as "^push" or "^remove 1", or of this class: "^on run(a) ^reset &
+  // tests/support/steps.cc, such as "^push" or "^remove 1", or of this class: "^on run(a) ^reset &
   // b" takes the steps behind the entry once, when the entry comes up; "^syntax" and "^tokens".
   void perform(const std::string& steps, char separator = ';');
   // Keeps the entries of these kinds.

@@ -14,10 +14,10 @@
 
 #include "foundation/YErr.h"
 #include "gtest/gtest.h"
-#include "tests/common/allocations.h"
-#include "tests/common/syntax.h"
-#include "tests/common/words.h"
 #include "tests/parser/CommandLine.h"
+#include "tests/support/allocations.h"
+#include "tests/support/syntax.h"
+#include "tests/support/words.h"
 
 namespace {
 

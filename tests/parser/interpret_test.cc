@@ -5,9 +5,9 @@
 #include <sstream>
 
 #include "gtest/gtest.h"
-#include "tests/common/allocations.h"
-#include "tests/common/syntax.h"
 #include "tests/parser/CommandLine.h"
+#include "tests/support/allocations.h"
+#include "tests/support/syntax.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <map>
 
-#include "tests/common/Rows.h"
 #include "tests/parser/CommandLine.h"
+#include "tests/support/Rows.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "parser/YcluiCommandTemplate.h"
 
 #include "gtest/gtest.h"
-#include "tests/common/words.h"
+#include "tests/support/words.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include "parser/YcluiParser.h"
 #include "script/ycscm.h"
 #include "syntax/YcluiSyntaxGraph.h"
-#include "tests/common/allocations.h"
 #include "tests/script/ScriptMachine.h"
+#include "tests/support/allocations.h"
 
 namespace {
 

@@ -16,12 +16,12 @@
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
-#include "tests/common/WorkingFolder.h"
-#include "tests/common/steps.h"
-#include "tests/common/syntax.h"
-#include "tests/common/words.h"
 #include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
+#include "tests/support/WorkingFolder.h"
+#include "tests/support/steps.h"
+#include "tests/support/syntax.h"
+#include "tests/support/words.h"
 
 // Of the sanitizers, where there are any. Their traces are costly.
 extern "C" {

@@ -4,8 +4,8 @@
 
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
-#include "tests/common/allocations.h"
 #include "tests/script/TestField.h"
+#include "tests/support/allocations.h"
 
 TEST(Unscripted, FormatsRunNothing) {
   TestField field;

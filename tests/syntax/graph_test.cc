@@ -2,7 +2,7 @@
 
 #include "foundation/YErr.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
-#include "tests/common/allocations.h"
+#include "tests/support/allocations.h"
 #include "tests/syntax/syntax_script.h"
 
 namespace {

@@ -1,0 +1,48 @@
+# What `cmake --install` puts where: the libraries, their headers in the folders of the tree, a CMake
+# package and a pkg-config file. The program installs itself (program/).
+
+include(CMakePackageConfigHelpers)
+
+set(header_root ${CMAKE_INSTALL_INCLUDEDIR}/yqrtClui)
+set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
+
+# What a host may include, and what that needs.
+set(public_headers
+  foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
+  foundation/YKanji.h foundation/YMemory.h foundation/YStack.h foundation/YStatus.h
+  foundation/YString.h foundation/YString_Array.h foundation/YTypes.h foundation/YcluiLimits.h
+  platform/containers/YDictionary.h platform/containers/YLinkList.h platform/containers/YSet.h
+  platform/engine/ScmVM.h platform/engine/ScmVMExternal.h
+  platform/ui/YuiBase.h platform/ui/YuiModificationCallBack.h platform/ui/YuiTextField.h
+  lex/YcluiKeyword.h lex/YcluiLex.h lex/YcluiLexBuffer.h lex/YcluiToken.h lex/YcluiVariable.h
+  syntax/YcluiChangeCount.h syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
+  syntax/YcluiSyntaxNodeStk.h
+  parser/YcluiCandidateList.h parser/YcluiCandidates.h parser/YcluiLevels.h
+  parser/YcluiLineParser.h parser/YcluiLogFile.h
+  parser/YcluiLogNestStyle.h parser/YcluiParser.h
+  script/ycscm.h)
+foreach(header ${public_headers})
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${header_root}/${folder})
+endforeach()
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/yqrtClui.h DESTINATION ${header_root})
+
+install(TARGETS yqrtClui yqrtyui EXPORT yqrtCluiTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        INCLUDES DESTINATION ${header_root})
+if(TARGET yqrtyse)
+  install(TARGETS yqrtyse EXPORT yqrtCluiTargets
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          INCLUDES DESTINATION ${header_root})
+endif()
+install(EXPORT yqrtCluiTargets NAMESPACE yqrtClui:: FILE yqrtCluiConfig.cmake
+        DESTINATION ${package_root})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cmake DESTINATION ${package_root})
+
+# The file finds its prefix from its own place: an installation may be moved.
+set(pkgconfig_root ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_root} /)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/yqrtClui.pc.in ${PROJECT_BINARY_DIR}/yqrtClui.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/yqrtClui.pc DESTINATION ${pkgconfig_root})

@@ -1,0 +1,67 @@
+#include "platform/containers/YDictionary.h"
+
+#include <new>
+
+#include "foundation/YMemory.h"
+
+namespace {
+
+// The operations of a record are asked through pointers without const.
+YAssoc* Record(const void* item) {
+  return static_cast<YAssoc*>(const_cast<void*>(item));
+}
+
+}  // namespace
+
+void YAssoc_virtual_behavior::dummy_func() {}
+
+YAssoc::~YAssoc() = default;
+
+unsigned long YAssoc::hashKey() {
+  return reinterpret_cast<unsigned long>(key);
+}
+
+YAssoc* YAssoc::copy() const {
+  return YChecked(new (std::nothrow) YAssoc(*this));
+}
+
+YWord YAssoc::isValid() const {
+  return key == nullptr ? 0 : 1;
+}
+
+YWord YAssoc::equals(const YAssoc* other) {
+  return equalsKey(other->key);
+}
+
+YWord YAssoc::equalsKey(const void* k) {
+  return key == k ? 1 : 0;
+}
+
+YWord YAssocSet::compare(const void* a, const void* b) const {
+  return Record(a)->equals(Record(b));
+}
+
+unsigned int YAssocSet::hashValue(const void* item) const {
+  const unsigned long hash = Record(item)->hashKey();
+  return static_cast<unsigned int>(hash ^ (hash >> 32));
+}
+
+void YAssocSet::deleteIt(void* item) {
+  delete Record(item);
+}
+
+YAssoc* YDictionary::searchByKey(const void* key) const {
+  for (YAssocSetItr i(*this); i.item != nullptr; ++i) {
+    if (i.item->equalsKey(key) != 0) return i.item;
+  }
+  return nullptr;
+}
+
+YAssocSetItr::YAssocSetItr(const YSet& set)
+    : item(set.first_ == nullptr ? nullptr : Record(set.first_->item)), entry_(set.first_) {}
+
+YAssocSetItr& YAssocSetItr::operator++() {
+  if (entry_ != nullptr) entry_ = entry_->next;
+  item = entry_ == nullptr ? nullptr : Record(entry_->item);
+  return *this;
+}

@@ -1,0 +1,131 @@
+#include "program/CluiMessages.h"
+
+#include <algorithm>
+#include <cwchar>
+
+#include "foundation/YErrCodes.h"
+
+namespace {
+
+struct CodeText {
+  unsigned int code;
+  const wchar_t* text;
+};
+
+constexpr CodeText Codes[] = {
+    {YErrNoMemory, L"there is no memory left"},
+    {YErrEndOfInput, L"the text ends inside it"},
+    {YErrNotANumber, L"this is no number"},
+    {YErrTooDeep, L"texts are nested too deep; does one lead back to itself?"},
+    {YErrBadPoint, L"this is no point, two integers with a comma between them"},
+    {YErrNoSuchWord, L"there is no such word to delete"},
+    {YErrOutsideArray, L"there is no such element of the array"},
+    {YErrNoSyntax, L"the parser has no syntax yet"},
+    {YErrNotAlive, L"this is no live parser, fragment or binding"},
+    {YErrBadFormat, L"a format may hold no conversions but %s and %%"},
+    {YErrNameExists, L"the name is taken already"},
+    {YErrOutOfRange, L"the number lies outside -2147483648 to 2147483647"},
+    {YErrNoWordTable, L"there is no memory for the words"},
+    {YErrAmbiguous, L"the command can end here in more than one way"},
+    {YErrBadTokenArgument, L"an argument of clui-token will not do"},
+    {YErrBadSyntaxArgument, L"a piece of syntax will not do"},
+    {YErrBadTokenParser, L"the first argument of clui-token is no parser"},
+    {YErrIsAlias, L"the name is an alias already"},
+    {YErrIsWord, L"the name is a word already"},
+    {YErrNoSuchAlias, L"there is no such alias"},
+    {YErrNotDetached, L"the word could not be taken out"},
+    {YErrFileIsPlayed, L"the file is being played back"},
+    {YErrFileIsLogged, L"the file is being recorded to"},
+    {YErrLogIsOpen, L"a recording is under way already"},
+    {YErrNotOpened, L"a file could not be opened"},
+    {YErrNotClosed, L"a file could not be written out or closed"},
+    {YErrInterruptRefused, L"the command under way does not let this one interrupt it"},
+    {YErrNoVariableTable, L"there is no memory for the variables"},
+    {YErrNoText, L"the value of the variable has no text"},
+    {YErrWrongKind, L"an array cannot stand for a simple variable, nor the reverse"},
+    {YErrNoSuchVariable, L"there is no such variable"},
+    {YErrNoClosingBrace,
+     L"a variable's name is ASCII letters and digits and ends with \"}\", an index with \"]\""},
+};
+
+constexpr std::size_t NamedAtMost = 12;
+constexpr std::size_t AnywhereAtLeast = 4;  // of these, when there are as many
+constexpr std::size_t QuotedAtMost = 72;
+
+// As many of the words as there is room for, those of the alphabet's beginning.
+std::wstring ListOf(const wchar_t* head, std::vector<std::wstring>& words, std::size_t room) {
+  std::wstring text;
+  const std::size_t named = std::min(room, words.size());
+  std::partial_sort(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(named), words.end());
+  for (std::size_t i = 0; i < named; ++i) text += (i == 0 ? head : L", ") + words[i];
+  if (named == words.size()) return text;
+  return text.append(L" and ").append(std::to_wstring(words.size() - named)).append(L" more");
+}
+
+}  // namespace
+
+std::wstring CluiCodeText(unsigned int code) {
+  for (const CodeText& entry : Codes) {
+    if (entry.code == code) return entry.text;
+  }
+  return L"error " + std::to_wstring(code);
+}
+
+std::wstring CluiTypeText(unsigned int valueType) {
+  static const wchar_t* const texts[] = {L"a value", L"a string", L"a number", L"an integer",
+                                         L"a point"};
+  return texts[valueType < 5 ? valueType : 0];
+}
+
+std::wstring CluiQuoted(const std::wstring& text) {
+  const wchar_t quote = text.find(L'"') == std::wstring::npos ? L'"' : L'\'';
+  std::wstring quoted = quote + text.substr(0, QuotedAtMost);
+  std::replace_if(
+      quoted.begin(), quoted.end(), [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); },
+      L'?');
+  return quoted + (text.size() > QuotedAtMost ? L"..." : L"") + quote;
+}
+
+std::wstring CluiUnknownText(const std::wstring& word, const std::wstring& nearest) {
+  const std::wstring text = L"no such word " + CluiQuoted(word);
+  return nearest.empty() ? text : text + L", did you mean " + CluiQuoted(nearest) + L"?";
+}
+
+std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& line,
+                               CluiPossible possible) {
+  const std::wstring text = CluiQuoted(word) + L" cannot come " +
+                            (line.empty() ? L"here" : L"in the middle of " + CluiQuoted(line));
+  if (possible.here.empty() && possible.anywhere.empty()) return text + L", and no word can";
+  // Neither kind leaves the other without room.
+  const std::size_t here = possible.here.size();
+  const std::size_t anywhere = possible.anywhere.size();
+  const std::size_t hereAtMost = NamedAtMost - std::min(anywhere, AnywhereAtLeast);
+  return text + ListOf(L"; expected: ", possible.here, hereAtMost) +
+         ListOf(L"; anywhere: ", possible.anywhere, NamedAtMost - std::min(here, hereAtMost));
+}
+
+std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line) {
+  return CluiQuoted(line) + L" waits, and " + CluiQuoted(word) + L" may not interrupt it";
+}
+
+std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
+                              unsigned int valueType, const std::wstring& fault) {
+  std::wstring text = L"argument " + std::to_wstring(index) + L" of " + CluiQuoted(word);
+  if (wordLine > 0) text.append(L" in line ").append(std::to_wstring(wordLine));
+  return text + L", " + CluiTypeText(valueType) + L": " + fault;
+}
+
+std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) {
+  switch (fault.kind) {
+    case CluiFault::Nul:
+      return L"a NUL byte";
+    case CluiFault::BadBytes:
+      return L"this is no character of " + std::wstring(encoding.begin(), encoding.end());
+    case CluiFault::Lacking:
+      break;
+  }
+  wchar_t number[16];
+  std::swprintf(number, 16, L"U+%04X", static_cast<unsigned int>(fault.code));
+  return L"the character " + std::wstring(number) + L" \"" + fault.code +
+         L"\" does not exist in code page 932";
+}

@@ -1,0 +1,164 @@
+#include "program/CluiOptions.h"
+
+#include <getopt.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr char Help[] =
+    R"(Usage: clui [OPTION]... LANGUAGE.scm [FILE]...
+       clui --show [--encoding NAME] RECORDING...
+Reads command lines in the language that the script LANGUAGE.scm sets up, from
+each FILE in order (standard input when there is none, or for -). In a terminal
+without a FILE, what is typed is read word by word.
+
+  -e TEXT            read TEXT as a line of its own, before any FILE; may be
+                     given more than once, and standard input is then read only
+                     when it is named
+      --encoding NAME
+                     the encoding of files, standard input and messages
+                     (UTF-8 unless told); any ASCII superset that iconv knows
+      --log FILE     record every word that comes in FILE, which is made anew
+      --append       record at the end of that FILE
+      --nest STYLE   how words that are played back are recorded: plain, as if
+                     typed (unless told); comment; silent, not at all
+      --play         each FILE is a recording, to be played back
+      --show         print recordings, converted to the encoding
+  -q, --quiet        no progress and no summary
+      --trace        tell every token with its answer, every echo and every
+                     command text
+      --library FILE open FILE in place of the installed command library
+      --help         print this and exit
+      --version      print the version and exit
+
+Status: 0 every word was taken; 1 a word was refused, a command failed or the
+input ended inside a command; 2 the program could not do its work; 130 it was
+interrupted.
+)";
+
+enum LongOnly {
+  OptHelp = 256,
+  OptVersion,
+  OptEncoding,
+  OptTrace,
+  OptLibrary,
+  OptLog,
+  OptAppend,
+  OptNest,
+  OptPlay,
+  OptShow
+};
+
+constexpr option LongOptions[] = {
+    {"help", no_argument, nullptr, OptHelp},
+    {"version", no_argument, nullptr, OptVersion},
+    {"encoding", required_argument, nullptr, OptEncoding},
+    {"log", required_argument, nullptr, OptLog},
+    {"append", no_argument, nullptr, OptAppend},
+    {"nest", required_argument, nullptr, OptNest},
+    {"play", no_argument, nullptr, OptPlay},
+    {"show", no_argument, nullptr, OptShow},
+    {"quiet", no_argument, nullptr, 'q'},
+    {"trace", no_argument, nullptr, OptTrace},
+    {"library", required_argument, nullptr, OptLibrary},
+    {nullptr, 0, nullptr, 0},
+};
+
+CluiStart BadUsage() {
+  std::fputs("Try 'clui --help'.\n", stderr);
+  return CluiStart::BadUsage;
+}
+
+CluiStart Print(const char* text) {
+  std::fputs(text, stdout);
+  return CluiStart::Done;
+}
+
+bool ReadNestStyle(const char* name, YcluiLogNestStyle& style) {
+  const struct {
+    const char* name;
+    YcluiLogNestStyle style;
+  } styles[] = {{"plain", YcluiLogNestPlain},
+                {"comment", YcluiLogNestComment},
+                {"silent", YcluiLogNestSilent}};
+  for (const auto& entry : styles) {
+    if (std::strcmp(entry.name, name) != 0) continue;
+    style = entry.style;
+    return true;
+  }
+  std::fprintf(stderr, "clui: --nest takes plain, comment or silent, not \"%s\"\n", name);
+  return false;
+}
+
+// What stands behind the options.
+CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
+  if (options.append && options.log.empty()) {
+    std::fputs("clui: --append needs --log\n", stderr);
+    return BadUsage();
+  }
+  if (names == end) {
+    std::fputs(options.show ? "clui: --show needs a FILE\n" : "clui: no LANGUAGE.scm is given\n",
+               stderr);
+    return BadUsage();
+  }
+  if (!options.show) options.language = *names++;
+  options.files.assign(names, end);
+  if (options.play && options.files.empty()) {
+    std::fputs("clui: --play needs a FILE\n", stderr);
+    return BadUsage();
+  }
+  const bool readsInput = !options.show && options.files.empty() && options.texts.empty();
+  options.typed = readsInput && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+  if (readsInput && !options.typed) options.files.emplace_back("-");
+  return CluiStart::Run;
+}
+
+}  // namespace
+
+CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
+  int letter = 0;
+  while ((letter = getopt_long(argc, argv, "e:q", LongOptions, nullptr)) != -1) {
+    switch (letter) {
+      case 'e':
+        options.texts.emplace_back(optarg);
+        break;
+      case 'q':
+        options.quiet = true;
+        break;
+      case OptEncoding:
+        options.encoding = optarg;
+        break;
+      case OptTrace:
+        options.trace = true;
+        break;
+      case OptLibrary:
+        options.library = optarg;
+        break;
+      case OptLog:
+        options.log = optarg;
+        break;
+      case OptAppend:
+        options.append = true;
+        break;
+      case OptNest:
+        if (!ReadNestStyle(optarg, options.nest)) return BadUsage();
+        break;
+      case OptPlay:
+        options.play = true;
+        break;
+      case OptShow:
+        options.show = true;
+        break;
+      case OptHelp:
+        return Print(Help);
+      case OptVersion:
+        return Print("clui " CLUI_VERSION "\n");
+      default:
+        return BadUsage();
+    }
+  }
+  return ReadNames(argv + optind, argv + argc, options);
+}

@@ -1,0 +1,33 @@
+// How far the reading of a large file has come, on the standard error stream.
+
+#ifndef PROGRAM_CLUIPROGRESS_H_
+#define PROGRAM_CLUIPROGRESS_H_
+
+#include <chrono>
+#include <string>
+
+// One line, drawn over itself at most ten times a second and only while there is something to wait
+// for. Whoever else writes to the stream erases it first.
+class CluiProgress {
+ public:
+  // Nothing is ever drawn unless `wanted` and the stream is a terminal.
+  explicit CluiProgress(bool wanted);
+
+  // A file of `total` bytes is going to be read; 0 for what has no size.
+  void begin(const std::string& name, long long total);
+  // So many of its bytes are read, the last of them in that line.
+  void show(long long done, long long line);
+  void erase();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  bool on_ = false;
+  std::string name_;
+  long long total_ = 0;
+  std::size_t drawn_ = 0;  // columns on the terminal now
+  Clock::time_point begin_;
+  Clock::time_point last_;
+};
+
+#endif  // PROGRAM_CLUIPROGRESS_H_

@@ -1,0 +1,77 @@
+#include "program/CluiReport.h"
+
+#include <cstdio>
+
+#include "program/CluiWidth.h"
+#include "program/CluiWrap.h"
+
+namespace {
+
+constexpr std::size_t WholeAtMost = 120;  // characters of a line that is shown whole
+constexpr std::size_t Around = 60;        // else so many are shown on either side of the caret
+constexpr wchar_t Cut[] = L"...";
+
+bool IsControl(wchar_t c) {
+  return c < 0x20 || (c >= 0x7F && c < 0xA0);
+}
+
+std::string HeadOf(const CluiPlace& place) {
+  std::string head = place.name;
+  if (head.empty()) return head;
+  if (place.line > 0) head.append(":").append(std::to_string(place.line));
+  if (place.column > 0) head.append(":").append(std::to_string(place.column));
+  return head + ": ";
+}
+
+}  // namespace
+
+CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
+  std::size_t length = line.size();
+  while (length > 0 && (line[length - 1] == L'\n' || line[length - 1] == L'\r')) --length;
+  const std::size_t place = character < length ? character : length;
+  const bool whole = length <= WholeAtMost;
+  const std::size_t from = whole || place <= Around ? 0 : place - Around;
+  const std::size_t to = whole || length - place <= Around ? length : place + Around;
+  CluiExcerpt excerpt;
+  if (from > 0) excerpt.text = Cut;
+  excerpt.caret.assign(excerpt.text.size(), L' ');
+  for (std::size_t i = from; i < to; ++i) {
+    const wchar_t c = line[i] != L'\t' && IsControl(line[i]) ? L'?' : line[i];
+    excerpt.text += c;
+    if (i >= place) continue;
+    if (c == L'\t') {
+      excerpt.caret += c;
+    } else {
+      excerpt.caret.append(static_cast<std::size_t>(CluiWidthOf(c)), L' ');
+    }
+  }
+  if (to < length) excerpt.text += Cut;
+  excerpt.caret += L'^';
+  return excerpt;
+}
+
+void CluiReport::tell(const CluiPlace& place, const std::wstring& message) {
+  const std::string head = HeadOf(place);
+  const std::size_t width = makeWay();
+  if (width == 0) return write(head + encoding_.toUser(message));
+  write(encoding_.toUser(CluiWrapped(encoding_.fromUser(head) + message, width)));
+}
+
+void CluiReport::tell(const std::wstring& message) {
+  tell(CluiPlace(), message);
+}
+
+void CluiReport::show(const CluiExcerpt& excerpt) {
+  makeWay();
+  write(encoding_.toUser(excerpt.text));
+  write(encoding_.toUser(excerpt.caret));
+}
+
+std::size_t CluiReport::makeWay() {
+  progress_.erase();
+  return before_ ? before_() : 0;
+}
+
+void CluiReport::write(const std::string& line) {
+  std::fprintf(stderr, "%s\n", line.c_str());
+}

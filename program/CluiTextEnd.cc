@@ -1,0 +1,227 @@
+#include "program/CluiTextEnd.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "parser/YcluiParser.h"
+#include "program/CluiLiteral.h"
+
+namespace {
+
+bool IsWhiteSpace(char c) {
+  return c != '\0' && std::strchr(" \t\r\n\v\f", c) != nullptr;
+}
+
+class Reader {
+ public:
+  Reader(const YcluiLex& lexer, const std::string& text, const CluiTextState& begin)
+      : lexer_(lexer), text_(text), begin_(begin), state_(begin) {}
+
+  CluiTextEnd end() {
+    for (skipWhiteSpace(); reads_ && !atEnd(); skipWhiteSpace()) {
+      state_.phase == CluiTextState::Words ? readWord() : readArguments();
+    }
+    if (reads_ && missesArgument()) end_.kind = CluiTextEnd::Comma;
+    if (!isTyping_) typeIsNow();
+    end_.state = state_;
+    return end_;
+  }
+
+ private:
+  const YcluiLex& lexer_;
+  const std::string& text_;
+  const CluiTextState& begin_;
+  CluiTextState state_;
+  std::size_t at_ = 0;
+  bool reads_ = true;      // nothing is open at the end of the text, and nothing was refused
+  bool isTyping_ = false;  // an argument reaches to the end of the text
+  CluiTextEnd end_;
+
+  bool atEnd() const { return at_ >= text_.size(); }
+  char byte() const { return atEnd() ? '\0' : text_[at_]; }
+  bool isQuote() const { return byte() == '"' || byte() == '\''; }
+  bool opensForm() const { return text_.compare(std::min(at_, text_.size()), 2, "${") == 0; }
+  void skipWhiteSpace() { at_ = CluiSkipWhiteSpace(text_, at_); }
+  void stop(CluiTextEnd::Kind kind = CluiTextEnd::Whole) {
+    end_.kind = kind;
+    reads_ = false;
+  }
+
+  int declared() const { return state_.keyword == nullptr ? 0 : state_.keyword->argCount(); }
+  YcluiValueType typeOfNext() const {
+    return state_.read < declared() ? state_.keyword->argType(state_.read) : YcluiValueString;
+  }
+  void typeIsNow() {
+    const bool isKnown = state_.phase != CluiTextState::Words && state_.keyword != nullptr;
+    end_.type = isKnown ? typeOfNext() : YcluiValueNone;
+  }
+
+  // A comma that alone has come so far is the host's to keep; the lexer does not see it.
+  bool missesArgument() const {
+    if (state_.phase != CluiTextState::BehindComma) return false;
+    const bool isAlone =
+        begin_.phase == CluiTextState::BehindArgument && state_.read == begin_.read;
+    return isAlone || state_.halfPoint || state_.read >= declared();
+  }
+
+  void readWord() {
+    if (opensForm()) return readFormAsWord();
+    if (lexer_.isDelimiter(byte())) {
+      ++at_;
+      return;
+    }
+    std::string word;
+    const bool announces = readPlain("", ':', word);
+    if (!reads_) return;
+    const YcluiKeyword* keyword = lexer_.keyword(word.c_str());
+    const bool takesArguments = keyword == nullptr ? announces : keyword->argCount() > 0;
+    if (takesArguments) state_ = {CluiTextState::BeforeArgument, keyword, 0, false};
+  }
+
+  void readFormAsWord() {
+    skipForm();
+    if (byte() != '=') return;
+    ++at_;
+    readString();
+  }
+
+  void readArguments() {
+    if (state_.phase == CluiTextState::BehindArgument && byte() == ',') return readComma();
+    typeIsNow();
+    isTyping_ = true;
+    if (!readArgument()) return;
+    ++state_.read;
+    state_.phase = CluiTextState::BehindArgument;
+    isTyping_ = atEnd();
+    skipWhiteSpace();
+    if (byte() == ',') return readComma();
+    if (state_.read >= declared()) {
+      state_ = {};
+    } else if (!atEnd()) {
+      stop();  // the rest waits for the next text
+    }
+  }
+
+  void readComma() {
+    ++at_;
+    state_.phase = CluiTextState::BehindComma;
+    isTyping_ = false;
+  }
+
+  // Whether there is a whole one.
+  bool readArgument() {
+    const YcluiValueType type = typeOfNext();
+    if (type == YcluiValuePoint) return readPoint();
+    type == YcluiValueString ? readString() : readNumber();
+    return reads_;
+  }
+
+  bool readPoint() {
+    if (!state_.halfPoint) {
+      readNumber();
+      skipWhiteSpace();
+      if (reads_ && byte() != ',') stop(atEnd() ? CluiTextEnd::HalfPoint : CluiTextEnd::Whole);
+      if (!reads_) return false;
+      readComma();
+      state_.halfPoint = true;
+      return false;
+    }
+    readNumber();
+    state_.halfPoint = false;
+    return reads_;
+  }
+
+  void readNumber() {
+    if (opensForm()) return skipForm();
+    const std::size_t end = CluiSkipNumber(text_, at_);
+    if (end == at_) stop();
+    at_ = end;
+  }
+
+  void readString() {
+    std::string text;
+    if (isQuote()) {
+      skipQuoted();
+    } else if (opensForm()) {
+      skipForm();
+    } else {
+      readPlain(",", '\0', text);
+    }
+  }
+
+  void skipQuoted() {
+    end_.quote = text_[at_++];
+    while (!atEnd() && byte() != end_.quote) {
+      end_.isEscape = byte() == '\\' && at_ + 1 == text_.size();
+      at_ += byte() == '\\' ? 2 : CluiStepAt(text_, at_);
+    }
+    atEnd() ? stop(CluiTextEnd::Quote) : static_cast<void>(++at_);
+  }
+
+  // Puts the bytes up to a stop into `word`. True when the introducer ended them.
+  bool readPlain(const char* stops, char introducer, std::string& word) {
+    while (!atEnd() && !endsPlain(stops)) {
+      const std::size_t step = CluiStepAt(text_, at_);
+      if (step == 1 && byte() == introducer) {
+        word += text_[at_++];
+        return true;
+      }
+      const bool isEscape = step == 1 && byte() == '\\';
+      if (isEscape) ++at_;
+      if (atEnd()) stop(CluiTextEnd::Escape);
+      word.append(text_, std::min(at_, text_.size()), step);
+      at_ += step;
+    }
+    return false;
+  }
+  bool endsPlain(const char* stops) const {
+    return std::strchr(stops, byte()) != nullptr || lexer_.isDelimiter(byte()) ||
+           IsWhiteSpace(byte()) || opensForm();
+  }
+
+  // The name of a variable and its index, which may be a form itself.
+  void skipForm() {
+    int brackets = 0;
+    do {
+      at_ = std::min(text_.find('}', at_), text_.size() - 1) + 1;
+      if (byte() != '[') break;
+      ++at_;
+      ++brackets;
+      skipWhiteSpace();
+    } while (opensForm());
+    if (brackets > 0 && !opensForm()) at_ = CluiSkipNumber(text_, at_);
+    for (; brackets > 0 && byte() == ']'; --brackets) ++at_;
+  }
+};
+
+}  // namespace
+
+CluiTextState CluiStateOf(const YcluiParser& parser, bool mayBeginWithComma) {
+  const YcluiToken* token = parser.openToken();
+  if (token == nullptr) return {};
+  const int read = token->argc() - 1;
+  const bool isBehindArgument = mayBeginWithComma && read > 0;
+  return {isBehindArgument ? CluiTextState::BehindArgument : CluiTextState::BeforeArgument,
+          parser.lex()->keyword(token->string()), read, false};
+}
+
+CluiTextEnd CluiEndOf(const YcluiParser& parser, const std::string& text,
+                      const CluiTextState& begin) {
+  return Reader(*parser.lex(), text, begin).end();
+}
+
+std::size_t CluiLeadingComma(const std::string& text, const CluiTextState& begin) {
+  const std::size_t first = CluiSkipWhiteSpace(text, 0);
+  const bool isComma =
+      begin.phase == CluiTextState::BehindArgument && first < text.size() && text[first] == ',';
+  return isComma ? first : std::string::npos;
+}
+
+bool CluiMayEndInComma(const std::string& text) {
+  for (std::size_t i = text.rfind(','); i != std::string::npos; i = text.rfind(',', i - 1)) {
+    const std::size_t next = text.find_first_not_of(" \t\r\v\f", i + 1);
+    if (next == std::string::npos || text[next] == '\n' || text[next] == '#') return true;
+    if (i == 0) return false;
+  }
+  return false;
+}

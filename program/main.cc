@@ -1,0 +1,36 @@
+// clui: reads command lines in a language that a script sets up.
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <clocale>
+
+#include "program/CluiOptions.h"
+#include "program/CluiRun.h"
+#include "program/CluiShow.h"
+
+namespace {
+
+// A stream that the caller has closed must not become the first file that is opened.
+void OpenStandardStreams() {
+  int file = 0;
+  while (file >= 0 && file <= 2) file = open("/dev/null", O_RDWR);
+  if (file > 2) close(file);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  OpenStandardStreams();
+  std::setlocale(LC_ALL, "");
+  CluiOptions options;
+  switch (CluiReadOptions(argc, argv, options)) {
+    case CluiStart::Done:
+      return CluiRun::AllTaken;
+    case CluiStart::BadUsage:
+      return CluiRun::Unable;
+    case CluiStart::Run:
+      break;
+  }
+  return options.show ? CluiShow(options) : CluiRun(options).run();
+}

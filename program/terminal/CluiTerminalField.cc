@@ -1,0 +1,44 @@
+#include "program/terminal/CluiTerminalField.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "foundation/YKanji.h"
+
+CluiTerminalField::~CluiTerminalField() {
+  delete ModificationCallBack();
+}
+
+void CluiTerminalField::SetText(const char* text) {
+  text_ = text;
+  characters_ = encoding_.fromSystem(text_);
+}
+
+// A blank stands between the line and the word.
+void CluiTerminalField::takeLine(const char* line) {
+  const std::size_t length = std::strlen(line);
+  wordStart_ = length == 0 ? 0 : length + 1;
+}
+
+bool CluiTerminalField::type(std::string_view character) {
+  const auto length = static_cast<std::uint32_t>(character.size());
+  if (OfferModification(character.data(), length) == 0) return false;
+  const auto first = static_cast<unsigned char>(character.front());
+  if (first < ' ' || first == 0x7F) return true;
+  text_ += character;
+  characters_ += encoding_.fromSystem(character);
+  return true;
+}
+
+bool CluiTerminalField::rubOut() {
+  if (word().empty() || OfferModification(nullptr, 0) == 0) return false;
+  const std::string last = word();
+  const int place = static_cast<int>(last.size()) - 1;
+  text_.resize(text_.size() - (YCheckKanji(last.c_str(), place) == 4 ? 2 : 1));
+  characters_.pop_back();
+  return true;
+}
+
+std::string CluiTerminalField::word() const {
+  return text_.substr(std::min(wordStart_, text_.size()));
+}

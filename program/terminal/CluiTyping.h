@@ -1,0 +1,32 @@
+// What a session at a terminal asks of the run that it belongs to.
+
+#ifndef PROGRAM_TERMINAL_CLUITYPING_H_
+#define PROGRAM_TERMINAL_CLUITYPING_H_
+
+#include <string>
+
+class YcluiParser;
+
+class CluiTyping {
+ public:
+  // The parser that is typed into, or null when it is no longer there.
+  virtual YcluiParser* parser() = 0;
+  // What is told from now on is about a word that may be sent to the parser, with a blank.
+  virtual void beginWord(const std::string& word) = 0;
+  // Tells what has not been told yet.
+  virtual void endWord(bool wasSent) = 0;
+  // Reads a whole line, in the encoding of the terminal, the `number`th of those that were pasted.
+  virtual void readLine(std::string& bytes, std::size_t number) = 0;
+  // The lines of a paste that have not been read because an argument must follow, as text of the
+  // system; they are to be typed, or forgotten.
+  virtual std::string takeHeld() = 0;
+  // Whether the half-read token ends in a comma.
+  virtual bool isBehindComma() const = 0;
+  // How many words and lines have been refused so far.
+  virtual std::size_t refusals() const = 0;
+
+ protected:
+  ~CluiTyping() = default;
+};
+
+#endif  // PROGRAM_TERMINAL_CLUITYPING_H_

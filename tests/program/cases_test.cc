@@ -1,0 +1,43 @@
+// Runs the program on the rows of cases.txt, whose head tells their form.
+
+#include <sys/wait.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <map>
+
+#include "tests/support/Rows.h"
+#include "tests/support/WorkingFolder.h"
+
+namespace {
+
+class Program : public testing::TestWithParam<Row> {};
+
+TEST_P(Program, DoesAsItsRowSays) {
+  const WorkingFolder folder;
+  std::filesystem::copy(CASES "/tiny.scm", folder.path);
+  std::map<char, std::string> given;  // the lines of each mark
+  std::map<std::string, std::string> files;
+  std::string file;
+  for (const auto& [mark, text] : GetParam().lines) {
+    if (mark == '@') files[file = text];
+    (mark == '>' ? files[file] : given[mark]) += text + "\n";
+  }
+  for (const auto& [name, text] : files) WriteFile(name, text);
+  WriteFile("in", given['<']);
+  // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
+  const std::string shell =
+      "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0 "
+      "examples='" EXAMPLES "' faults='" FAULTS "'; clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " +
+      given['$'] + "} <in >out 2>errors";
+  std::signal(SIGINT, SIG_DFL);  // whoever started the tests may have it ignored
+  const int result = std::system(shell.c_str());
+  EXPECT_EQ(ReadFile("out"), given['|']);
+  EXPECT_EQ(ReadFile("errors"), given['!']);
+  EXPECT_EQ(WIFEXITED(result) ? WEXITSTATUS(result) : -1, std::atoi(given['='].c_str()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Program, testing::ValuesIn(RowsOf({CASES "/cases.txt"})),
+                         NameOfRow);
+
+}  // namespace

@@ -1,0 +1,73 @@
+// How a text ends, as the host sees it, held against what the lexer makes of it.
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "foundation/YErr.h"
+#include "foundation/YErrCodes.h"
+#include "parser/YcluiParser.h"
+#include "program/CluiTextEnd.h"
+#include "tests/support/words.h"
+
+namespace {
+
+// How many tokens the lexer refuses, and whether that was for the end of the text.
+struct Refusals {
+  int count = 0;
+  bool isUnclosed = false;
+};
+
+Refusals RefusalsOf(YcluiLex& lex, const std::string& text) {
+  Refusals refusals;
+  lex.setString(text.c_str());
+  for (bool goesOn = true; goesOn && lex.more() != 0;) {
+    YcluiToken token;
+    const std::uint64_t before = YErr.count();
+    if (lex.getNextToken(token) == 0) ++refusals.count;
+    if (YErr.count() > before) refusals.isUnclosed = YErr.code(0) == YErrEndOfInput;
+    goesOn = token.underConstruction() == 0;
+  }
+  return refusals;
+}
+
+// Whether more text would spare the word at the end its refusal.
+bool GoesOn(YcluiLex& lex, const std::string& text, int refusals) {
+  for (const char* more : {"a", "1", ",1"}) {
+    if (RefusalsOf(lex, text + more).count < refusals) return true;
+  }
+  return false;
+}
+
+TEST(TextEnd, IsThatOfTheLexer) {
+  YcluiParser parser;
+  YcluiLex& lex = *parser.lex();
+  Declare(lex, "a:/s b:/ip p:/p c:/fss d e=ee ;", 1);
+  const char* const pieces[] = {"a:", "b:", "p:", "c:", "d",        "e",       "f", "1",
+                                "2",  ",",  ",",  ",",  "\"",       "'",       " ", " ",
+                                "\\", "#",  "\n", ";",  "\x83\x5C", "\x95\x5C"};
+  std::mt19937 random(11);
+  int kinds[5] = {};
+  for (int round = 0; round < 50000; ++round) {
+    std::string text;
+    for (int i = 2 + static_cast<int>(random() % 14); i > 0; --i) {
+      text += pieces[random() % std::size(pieces)];
+    }
+    const CluiTextEnd::Kind kind = CluiEndOf(parser, text, {}).kind;
+    const Refusals refusals = RefusalsOf(lex, text);
+    const bool isOpen = kind == CluiTextEnd::Quote || kind == CluiTextEnd::Escape;
+    ASSERT_EQ(isOpen, refusals.isUnclosed) << text;
+    ++kinds[kind];
+    // More text would go on in a comment. A word that no argument follows is refused at once.
+    const std::size_t last = text.find_last_not_of(" \n");
+    const bool isOver = last != std::string::npos && text[last] == ':';
+    if (isOpen || isOver || text.find('#') != std::string::npos) continue;
+    const bool announces = kind == CluiTextEnd::Comma || kind == CluiTextEnd::HalfPoint;
+    ASSERT_EQ(announces, GoesOn(lex, text, refusals.count)) << text;
+    ASSERT_TRUE(kind != CluiTextEnd::Comma || CluiMayEndInComma(text)) << text;
+  }
+  for (const int count : kinds) EXPECT_GT(count, 50);
+}
+
+}  // namespace

@@ -1,0 +1,16 @@
+// Counts and fails the allocations of this test program.
+
+#ifndef TESTS_SUPPORT_ALLOCATIONS_H_
+#define TESTS_SUPPORT_ALLOCATIONS_H_
+
+// How many allocations of any kind the floors have made.
+long Allocations();
+// Of the coming new (std::nothrow), the one at `index`, from 0, answers null. A negative index
+// stops a failure that has not come yet. Answers whether the failure asked for before has come.
+bool FailAllocation(int index = 0);
+// The same for what is allocated in lines of memory.
+bool FailAlignedAllocation(int index = 0);
+// Of the coming allocations of any kind, the one at `index` gives nothing.
+void FailAnyAllocation(long index);
+
+#endif  // TESTS_SUPPORT_ALLOCATIONS_H_
