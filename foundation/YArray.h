@@ -22,8 +22,8 @@ YQRT_API int YArrayBinFind(const void* key, const void* base, unsigned int count
 //
 // Elements kept by value are default-constructed in every slot of the allocation; slots of pointers
 // hold no defined value until they are written, and what the pointers point to is never touched.
-// An element given to an insertion must not be one of the same array, which may move before the
-// element is read. Memory that cannot be had ends the process.
+// What is given to an insertion may be an element of the same array. Memory that cannot be had ends
+// the process.
 template <class T>
 class YArray {
  public:
@@ -60,8 +60,7 @@ class YArray {
   // longer, and all slots up to it live.
   T& operator[](int i) { return i < size_ ? data[i] : bumpsize(i); }
   // The element at an index that the caller knows to be live.
-  const T& at(int i) const { return data[i]; }
-  T& at(int i) { return data[i]; }
+  T& at(int i) const { return data[i]; }
   // Adds an element at the end and answers it.
   T& end() { return bumpsize(size_); }
 
@@ -96,11 +95,12 @@ class YArray {
   // change for a bad index.
   YWord insertBefore(int i, const T& e) {
     if (i < 0 || i > size_) return 0;
+    T kept(e);  // an element of this array would move
     const std::int32_t old = size_;
     bumpsize(old + 1);
     size_ = old + 1;
     for (std::int32_t k = old; k > i; --k) data[k] = data[k - 1];
-    data[i] = e;
+    data[i] = std::move(kept);
     return 1;
   }
   YWord insertAfter(int i, const T& e) {

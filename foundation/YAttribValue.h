@@ -71,6 +71,8 @@ class YQRT_API YAttribValue {
   const char* GetString(YStatus& status) const;
   // The same without a status: the text of a string value, else the empty text.
   const char* GetString() const { return tag == YAttribString ? string_.buffer : ""; }
+  // The length of that text, with any NUL bytes it was given.
+  std::uint32_t GetStringLength() const { return tag == YAttribString ? string_.length : 0; }
 
  private:
   union {

@@ -20,6 +20,7 @@ enum YErrCode : unsigned int {
   YErrOutOfRange = 2060,         // an integer outside -2147483648 to 2147483647
   YErrNoWordTable = 2061,        // the word table could not be made
   YErrAmbiguous = 2062,          // a token led to the end of the syntax by more than one way
+  YErrTextTooLong = 2063,        // a text would grow beyond YcluiLongestExpansion
   YErrBadTokenArgument = 2069,   // clui-token: a bad argument
   YErrBadSyntaxArgument = 2070,  // an argument of a type that a syntax primitive cannot use
   YErrBadTokenParser = 2071,     // clui-token: the first argument is no parser

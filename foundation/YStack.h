@@ -27,7 +27,8 @@ class YStack : public YArray<T> {
     if (count_ < this->size_) {
       this->data[count_] = e;
     } else {
-      this->bumpsize(count_) = e;
+      T kept(e);  // an element of this stack would move
+      this->bumpsize(count_) = std::move(kept);
     }
     ++count_;
     return 1;

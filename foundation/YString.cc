@@ -90,6 +90,10 @@ void YString::leaveRoom() {
   if (isLent()) reallocate(capacity);
 }
 
+std::uint32_t YString::writtenLength() const {
+  return length + static_cast<std::uint32_t>(std::strlen(buffer + length));
+}
+
 void YString::release() {
   if (ownsBuffer()) std::free(buffer);
 }
@@ -165,7 +169,7 @@ YString& YString::operator<<(const char* text) {
 }
 
 YString& YString::operator<<(const YString& text) {
-  concat(text.buffer, text.length);
+  concat(text.buffer, text.textLength());
   return *this;
 }
 
@@ -214,8 +218,9 @@ YWord YString::expandDelta(unsigned long n) {
 int YString::index(char ch, int from) const {
   if (from < 0) from = 0;
   const std::uint32_t start = static_cast<std::uint32_t>(from);
-  if (start >= length) return -1;
-  const void* found = std::memchr(buffer + start, ch, length - start);
+  const std::uint32_t end = textLength();
+  if (start >= end) return -1;
+  const void* found = std::memchr(buffer + start, ch, end - start);
   return found == nullptr ? -1 : static_cast<int>(static_cast<const char*>(found) - buffer);
 }
 

@@ -11,8 +11,9 @@
 //
 // The three fields are read, and `buffer` is written through, by callers directly. Writing through
 // `buffer` or operator[] does not change `length`; a caller that does so reads the text as
-// NUL-terminated afterwards. Memory that cannot be had ends the process (YMemory.h), so the words
-// that the operations answer are always 1.
+// NUL-terminated afterwards, and copies, `index` and appending the string to another do the same:
+// the text goes on to the next NUL where the one at `length` was written over. Memory that cannot
+// be had ends the process (YMemory.h), so the words that the operations return are always 1.
 //
 // The text lies in memory of the string's own, or in room that its owner lends it. Memory of its
 // own has an even address, as malloc gives it; all other has an odd one.
@@ -53,7 +54,7 @@ class YQRT_API YString {
     setLength(n);
     return 1;
   }
-  YWord assign(const YString& other) { return assign(other.buffer, other.length); }
+  YWord assign(const YString& other) { return assign(other.buffer, other.textLength()); }
 
   // The same, but answers 0, and changes nothing, when there is no memory for a longer text.
   YWord tryAssign(const char* text);
@@ -108,6 +109,9 @@ class YQRT_API YString {
  private:
   bool ownsBuffer() const { return (reinterpret_cast<std::uintptr_t>(buffer) & 1) == 0; }
   bool isLent() const { return capacity != 0 && !ownsBuffer(); }
+  // `length`, or more where a caller wrote over the NUL that every operation leaves there.
+  std::uint32_t textLength() const { return buffer[length] == '\0' ? length : writtenLength(); }
+  std::uint32_t writtenLength() const;
   void release();
   void reallocate(unsigned long room);
   void growFor(unsigned long n);

@@ -1,7 +1,8 @@
 // How deep, how long and how many: where the library refuses, and with which code.
 //
 // What is refused costs nothing but itself, and everything around it goes on. Texts, lines,
-// syntaxes and dictionaries have no bound of their own; a text of 4 GiB counts as no memory.
+// syntaxes and dictionaries have no bound of their own; a text of 4 GiB counts as no memory. Texts
+// that grow by expansion are the exception, since each line of input can double them.
 
 #ifndef FOUNDATION_YCLUILIMITS_H_
 #define FOUNDATION_YCLUILIMITS_H_
@@ -22,6 +23,12 @@ constexpr int YcluiMostNestedCommands = 200;
 constexpr int YcluiMostNestedPlaybacks = 64;
 // Variable forms that stand in each other's index.
 constexpr int YcluiMostIndexNesting = 200;
+
+// Bytes of a text that values were put into: the strings of one token together, and a command that
+// is made from a template; and of all texts of aliases and variables that one word of the outermost
+// text stands for. YErrTextTooLong beyond that, before the longer text is made. A text that is
+// given at this length has no bound.
+constexpr std::uint32_t YcluiLongestExpansion = 16U << 20;
 
 // Elements of an array variable, whether a text or a script asks; YErrOutsideArray behind that.
 constexpr std::uint32_t YcluiMostElements = 65536;

@@ -12,6 +12,7 @@ class YcluiAlias : public YcluiKeyword {
   YcluiAlias(const char* name, const char* text);
 
   const char* aliasText() const override;
+  std::uint32_t aliasTextLength() const { return text_.length; }
 
  private:
   YString text_;

@@ -58,15 +58,15 @@ YcluiKeyword::~YcluiKeyword() {
   if (nameBuffer() != shortName) delete[] nameBuffer();
 }
 
-unsigned long YcluiKeyword::hashKey() {
+unsigned long YcluiKeyword::hashKey() const {
   return YHashText(name());
 }
 
-YWord YcluiKeyword::equals(const YAssoc* other) {
+YWord YcluiKeyword::equals(const YAssoc* other) const {
   return equalsKey(other->key);
 }
 
-YWord YcluiKeyword::equalsKey(const void* k) {
+YWord YcluiKeyword::equalsKey(const void* k) const {
   return std::strcmp(name(), TextOf(k)) == 0 ? 1 : 0;
 }
 

@@ -48,12 +48,12 @@ class YQRT_API YcluiKeyword : public YAssoc {
 
   // The hash of the text under which the word is found first: its shortest form if it declares one,
   // else its name.
-  unsigned long hashKey() override;
+  unsigned long hashKey() const override;
   // 1 when the word answers to the name of `other`, or to the text `k`. A null text counts as the
   // empty one, and case counts.
-  YWord equals(const YAssoc* other) override;
-  YWord equalsKey(const void* k) override;
-  YWord matches(const char* text) { return equalsKey(text); }
+  YWord equals(const YAssoc* other) const override;
+  YWord equalsKey(const void* k) const override;
+  YWord matches(const char* text) const { return equalsKey(text); }
 
   // The declared arguments: how many, the type of one (YcluiValueNone when there is none at that
   // index), all types (null when there are none).

@@ -92,12 +92,20 @@ class YQRT_API YcluiLex {
   //                               further arguments are those of before; no code is pushed
   //   a bad word or argument      the code of the fault is pushed, the rest of the text is dropped,
   //                               and the token keeps the arguments read before
+  //   a text that grows too long  the same, with YErrTextTooLong: the strings of one token that
+  //   hold
+  //                               a variable's text hold YcluiLongestExpansion bytes at most. After
+  //                               an alias that may not be read the rest of the text stays
   //   a missing argument          of an unknown word with ":", or behind the "," that follows the
   //                               last declared argument; no code is pushed
   //
   // A token whose declared arguments are not all there, because the text ends or because no ","
   // follows an argument, is answered with 1 and is under construction.
   YWord getNextToken(YcluiToken& token);
+  // From here on aliases and references together may give the caller YcluiLongestExpansion bytes to
+  // read in their place; further ones are refused. The lexer does this itself before each token
+  // while no text is suspended.
+  void beginExpansion() { replaced = 0; }
 
   // --- Words; see YcluiWordTable for what they answer and which codes they push
 
@@ -129,7 +137,7 @@ class YQRT_API YcluiLex {
   // Set a variable, or make it: a simple one; one element of an array; the first `count` elements
   // of an array, whose further elements stay. Answer 0 without a code when the variable is of the
   // other kind, and with YErrOutsideArray, severity YErrWarning, when the array would get more than
-  // YcluiMostElements elements. The values must not be elements of the variable that is set.
+  // YcluiMostElements elements. The values may be those of the variable that is set.
   YWord addVariable(const char* name, const YAttribValue& value);
   YWord addVariable(const char* name, const YAttribValue& value, std::uint32_t index);
   YWord addVariable(const char* name, std::uint32_t count, const YAttribValue* values);
@@ -202,6 +210,8 @@ class YQRT_API YcluiLex {
   YString argStops;              // argSeparators and delimiters
   std::uint32_t tokenStart = 0;  // see tokenOffset
   int indexNesting = 0;          // variable forms whose index is being read
+  std::size_t expanded = 0;      // bytes of the present token's strings that hold a variable's text
+  std::size_t replaced = 0;      // bytes given to be read in place of tokens, see beginExpansion
 
   // Reused by every token.
   YAttribValue word;
@@ -216,10 +226,15 @@ class YQRT_API YcluiLex {
   char* scanWord(char* text, std::string_view& scanned, YWord& flag, const char* introducers,
                  const char* stops);
   std::string_view collect(const char* run, const char* end);
+  // Whether one more such string keeps the token within YcluiLongestExpansion.
+  bool canExpand(std::size_t length) const { return length <= YcluiLongestExpansion - expanded; }
+  bool mayReplace(std::size_t length);
+  const YAttribValue* valueOf(YAttribValue& name, YcluiVariableKind kind, std::uint32_t index);
   YWord getVariableToken(YcluiToken& token);
   YWord getUnknownWord(YcluiToken& token, std::string_view text, bool announces);
   YWord seek();
   YWord readArg(YAttribValue& value, YcluiValueType type);
+  char* readStrVariable(YAttribValue& value);
   YWord getArgumentsOf(YcluiToken& token, const YcluiKeyword* record);
   char* readForm(char* text, YAttribValue& value, YcluiVariableKind& kind, std::uint32_t& index);
   char* readIndex(char* text, YAttribValue& value);

@@ -79,6 +79,7 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
   special.add(quote);
   value.SetNull();
   collected.truncate(0);
+  bool expands = false;
   char* run = text + 1;
   char* p = run;
   for (p = special.passOthers(p); *p != '\0' && *p != quote; p = special.passOthers(p)) {
@@ -88,7 +89,10 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
       Collect(collected, run, p);
       p = GetStrVariable(p, value);
       if (p == nullptr) return nullptr;
+      const std::size_t length = std::size_t{collected.length} + value.GetStringLength();
+      if (!canExpand(length)) return Refuse(value, YErrTextTooLong);
       collected.concat(value.GetString());
+      expands = true;
       run = p;
     } else if (*p == '\\') {
       Collect(collected, run, p);
@@ -99,6 +103,11 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
     }
   }
   if (*p == '\0') return Refuse(value, YErrEndOfInput);
+  if (expands) {
+    const std::size_t length = collected.length + static_cast<std::size_t>(p - run);
+    if (!canExpand(length)) return Refuse(value, YErrTextTooLong);
+    expanded += length;
+  }
   const std::string_view scanned = collect(run, p);
   value.SetString(scanned.data(), scanned.size());
   return p + 1;

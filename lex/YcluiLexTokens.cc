@@ -1,8 +1,10 @@
 // Tokens and their arguments.
 
 #include "foundation/YErr.h"
+#include "lex/YcluiAlias.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiLexBytes.h"
+#include "lex/YcluiLexValues.h"
 #include "lex/YcluiWordTable.h"
 
 YWord YcluiLex::getNextToken(YcluiToken& token) {
@@ -11,6 +13,8 @@ YWord YcluiLex::getNextToken(YcluiToken& token) {
   if (token.underConstruction() != 0) {
     return getArgumentsOf(token, keyword(token.string()));
   }
+  expanded = 0;
+  if (bufferStack.isEmpty() != 0) beginExpansion();
   if (OpensVariable(cursor)) return getVariableToken(token);
 
   YWord announces = 0;
@@ -28,10 +32,18 @@ YWord YcluiLex::getNextToken(YcluiToken& token) {
   token = *record;
   if (record->type() == YcluiTokenArgKeyword) return getArgumentsOf(token, record);
   if (record->type() == YcluiTokenAlias) {
+    const std::uint32_t length = static_cast<const YcluiAlias*>(record)->aliasTextLength();
+    if (!mayReplace(length)) return cluiError(YErrTextTooLong);
     word.SetString(record->aliasText());
     token.setValue(word, 1);
   }
   return 1;
+}
+
+bool YcluiLex::mayReplace(std::size_t length) {
+  if (length > YcluiLongestExpansion - replaced) return false;
+  replaced += length;
+  return true;
 }
 
 YWord YcluiLex::getVariableToken(YcluiToken& token) {
@@ -100,6 +112,16 @@ YWord YcluiLex::getNextArg(YAttribValue& value, YcluiValueType type) {
   return more() == 0 ? 0 : readArg(value, type);
 }
 
+// An argument that is a variable form.
+char* YcluiLex::readStrVariable(YAttribValue& value) {
+  char* next = GetStrVariable(cursor, value);
+  if (next == nullptr) return nullptr;
+  const std::uint32_t length = value.GetStringLength();
+  if (!canExpand(length)) return Refuse(value, YErrTextTooLong);
+  expanded += length;
+  return next;
+}
+
 // Reads an argument where the cursor stands on its first byte.
 YWord YcluiLex::readArg(YAttribValue& value, YcluiValueType type) {
   const bool variable = OpensVariable(cursor);
@@ -109,7 +131,7 @@ YWord YcluiLex::readArg(YAttribValue& value, YcluiValueType type) {
       if (IsQuote(*cursor)) {
         cursor = GetStringLiteral(cursor, value, *cursor);
       } else if (variable) {
-        cursor = GetStrVariable(cursor, value);
+        cursor = readStrVariable(value);
       } else {
         cursor = GetUnquotedString(cursor, value, flag, "", argStops.buffer);
       }

@@ -1,6 +1,7 @@
 // The forms by which a text reads and sets variables, and the variables by name.
 
 #include <charconv>
+#include <utility>
 
 #include "foundation/YNumber.h"
 #include "lex/YcluiLex.h"
@@ -34,8 +35,13 @@ char* Behind(char* p, char closing, YAttribValue& value) {
 // longer than an array can be.
 bool SetElement(YcluiVariable& array, std::uint32_t index, const YAttribValue& value) {
   if (index >= YcluiMostElements) return false;
+  if (index < array.elementCount()) {
+    *array.element(index) = value;
+    return true;
+  }
+  YAttribValue kept(value);  // an element of the array would move
   array.growTo(index + 1);
-  *array.element(index) = value;
+  *array.element(index) = std::move(kept);
   return true;
 }
 
@@ -47,7 +53,10 @@ char* YcluiLex::TouchVariable(char* text, YAttribValue& value) {
   char* next = GetVariableLiteral(text, value, kind, index);
   if (next == nullptr) return nullptr;
   if (*next != '=') {
-    if (GetVariable(value, kind, index) == 0) return nullptr;
+    const YAttribValue* found = valueOf(value, kind, index);
+    if (found == nullptr) return nullptr;
+    if (!mayReplace(found->GetStringLength())) return Refuse(value, YErrTextTooLong);
+    value = *found;
     return StringifyValue(value) != 0 ? next : RefuseKept(YErrNoText);
   }
   settingName.assign(value.GetString());
@@ -104,14 +113,25 @@ char* YcluiLex::GetVarSettingLiteral(char* text, YAttribValue& value) {
   return GetUnquotedString(p, value, flag, "", argStops.buffer);
 }
 
+// The value of the variable that `name` names. `name` becomes null, and null is returned with a
+// code when there is no such value.
+const YAttribValue* YcluiLex::valueOf(YAttribValue& name, YcluiVariableKind kind,
+                                      std::uint32_t index) {
+  YcluiVariable* known = variable(name.GetString());
+  name.SetNull();
+  if (known == nullptr || known->kind() != kind) {
+    cluiError(known == nullptr ? YErrNoSuchVariable : YErrWrongKind);
+    return nullptr;
+  }
+  if (kind == YcluiVariableSimple) return known->valuePointer();
+  const YAttribValue* found = known->element(index);
+  if (found == nullptr) cluiError(YErrOutsideArray);
+  return found;
+}
+
 YWord YcluiLex::GetVariable(YAttribValue& value, YcluiVariableKind kind, std::uint32_t index) {
-  YcluiVariable* known = variable(value.GetString());
-  value.SetNull();
-  if (known == nullptr) return cluiError(YErrNoSuchVariable);
-  if (known->kind() != kind) return cluiError(YErrWrongKind);
-  const YAttribValue* found =
-      kind == YcluiVariableArray ? known->element(index) : known->valuePointer();
-  if (found == nullptr) return cluiError(YErrOutsideArray);
+  const YAttribValue* found = valueOf(value, kind, index);
+  if (found == nullptr) return 0;
   value = *found;
   return 1;
 }
@@ -186,12 +206,11 @@ YWord YcluiLex::addVariable(const char* name, const YAttribValue& value) {
 
 YWord YcluiLex::addVariable(const char* name, const YAttribValue& value, std::uint32_t index) {
   if (!usable()) return 0;
-  if (index >= YcluiMostElements) return cluiWarning(YErrOutsideArray);
   YcluiVariable* array = variable(name);
+  if (array != nullptr && array->kind() != YcluiVariableArray) return 0;
+  if (index >= YcluiMostElements) return cluiWarning(YErrOutsideArray);
   if (array == nullptr) array = variableTable->addArray(name, 0, nullptr);
-  if (array == nullptr || array->kind() != YcluiVariableArray) return 0;
-  SetElement(*array, index, value);
-  return 1;
+  return array != nullptr && SetElement(*array, index, value) ? 1 : 0;
 }
 
 YWord YcluiLex::addVariable(const char* name, std::uint32_t count, const YAttribValue* values) {
@@ -200,6 +219,8 @@ YWord YcluiLex::addVariable(const char* name, std::uint32_t count, const YAttrib
   if (known == nullptr) return variableTable->addArray(name, count, values) != nullptr ? 1 : 0;
   if (known->kind() != YcluiVariableArray) return 0;
   if (known->growTo(count) == 0) return cluiWarning(YErrOutsideArray);
+  // Elements of this array can only be given where it does not grow, and none is set before it is
+  // read.
   for (std::uint32_t i = 0; i < count; ++i) *known->element(i) = values[i];
   return 1;
 }

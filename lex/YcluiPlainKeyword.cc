@@ -24,11 +24,11 @@ YcluiPlainKeyword::YcluiPlainKeyword(const char* name, const char* abbreviation,
   setAbbreviated(std::strlen(text));
 }
 
-unsigned long YcluiPlainKeyword::hashKey() {
+unsigned long YcluiPlainKeyword::hashKey() const {
   return isAbbreviated() ? YHashText(abbreviation()) : YcluiKeyword::hashKey();
 }
 
-YWord YcluiPlainKeyword::equalsKey(const void* k) {
+YWord YcluiPlainKeyword::equalsKey(const void* k) const {
   if (!isAbbreviated()) return YcluiKeyword::equalsKey(k);
   const char* text = k == nullptr ? "" : static_cast<const char*>(k);
   // A shorter text differs at its NUL.

@@ -12,8 +12,8 @@ class YcluiPlainKeyword : public YcluiKeyword {
  public:
   YcluiPlainKeyword(const char* name, const char* abbreviation, std::uint32_t id);
 
-  unsigned long hashKey() override;
-  YWord equalsKey(const void* k) override;
+  unsigned long hashKey() const override;
+  YWord equalsKey(const void* k) const override;
   const char* abbreviation() const override;
 };
 

@@ -35,15 +35,15 @@ const char* YcluiVariable::name() const {
   return TextOf(key);
 }
 
-unsigned long YcluiVariable::hashKey() {
+unsigned long YcluiVariable::hashKey() const {
   return YHashText(name());
 }
 
-YWord YcluiVariable::equals(const YAssoc* other) {
+YWord YcluiVariable::equals(const YAssoc* other) const {
   return equalsKey(other->key);
 }
 
-YWord YcluiVariable::equalsKey(const void* k) {
+YWord YcluiVariable::equalsKey(const void* k) const {
   return std::strcmp(name(), TextOf(k)) == 0 ? 1 : 0;
 }
 

@@ -29,12 +29,12 @@ class YQRT_API YcluiVariable : public YAssoc {
     return static_cast<YcluiVariableKind>(reinterpret_cast<std::uintptr_t>(value));
   }
 
-  unsigned long hashKey() override;
+  unsigned long hashKey() const override;
   // 1 when the name is that of `other`, or the text `k`. A null text counts as the empty one, and
   // case counts.
-  YWord equals(const YAssoc* other) override;
-  YWord equalsKey(const void* k) override;
-  YWord matches(const char* text) { return equalsKey(text); }
+  YWord equals(const YAssoc* other) const override;
+  YWord equalsKey(const void* k) const override;
+  YWord matches(const char* text) const { return equalsKey(text); }
 
   // The value of a simple variable, null for an array.
   virtual YAttribValue* valuePointer();

@@ -134,6 +134,15 @@ unsigned int YcluiWordTable::hashValue(const void* item) const {
 }
 // NOLINTEND(bugprone-parent-virtual-call)
 
+void* YcluiWordTable::search(const void* probe) const {
+  const YAssoc* wanted = static_cast<const YAssoc*>(probe);
+  const char* name = wanted->key == nullptr ? "" : static_cast<const char*>(wanted->key);
+  return static_cast<YAssoc*>(
+      forms.first(KeyOf(HashOf(name)), [wanted](const YcluiKeyword& record) {
+        return record.hashKey() == wanted->hashKey() && record.equals(wanted) != 0;
+      }));
+}
+
 // Puts the key in lower case into `folded`, as YFoldCase does, and answers the hash of that.
 std::uint64_t YcluiWordTable::fold(std::string_view key) const {
   folded.assign(key.data(), key.size());
@@ -166,7 +175,9 @@ std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {
 // Takes the record over; one that cannot be kept is destroyed.
 bool YcluiWordTable::keep(YcluiKeyword* record) {
   if (record == nullptr) return cluiFatal(YErrNoMemory) != 0;
-  if (clashes(*record)) {
+  // The look-up that came before has found an equal record, unless the case of the name given, or a
+  // name that found no memory, kept it from that.
+  if (contains(static_cast<YAssoc*>(record)) != 0) {
     delete record;
     return false;
   }
@@ -180,17 +191,6 @@ YWord YcluiWordTable::remove(YcluiKeyword* record) {
   unlink(record);
   delete record;
   return 1;
-}
-
-// True when a word that is filed under the same text accepts the name of `record`. The look-up that
-// came before has found such a word, unless the case of the name given, or a name that found no
-// memory, kept it from that.
-bool YcluiWordTable::clashes(const YcluiKeyword& record) const {
-  const char* name = record.name();
-  const char* form = FiledAs(record);
-  return forms.first(KeyOf(HashOf(name)), [name, form](YcluiKeyword& other) {
-    return std::strcmp(FiledAs(other), form) == 0 && other.matches(name) != 0;
-  }) != nullptr;
 }
 
 void YcluiWordTable::link(YcluiKeyword* record) {

@@ -59,9 +59,12 @@ class YcluiWordTable final : public YDictionary {
   // How often words were added and removed.
   std::uint64_t changes() const { return changeCount; }
 
-  // As a set the table tells its records apart by their address.
+  // Records are filed by their address, so that adding one does not ask the others. `search` finds
+  // by what is in the probe all the same, as in any set of YAssoc: the word, first added first,
+  // that has the hash value of the probe and accepts its name.
   YWord compare(const void* a, const void* b) const override;
   unsigned int hashValue(const void* item) const override;
+  void* search(const void* probe) const override;
 
  private:
   std::uint32_t nextId;
@@ -76,7 +79,6 @@ class YcluiWordTable final : public YDictionary {
   std::uint32_t addWord(YcluiKeyword* record);
   bool keep(YcluiKeyword* record);
   YWord remove(YcluiKeyword* record);
-  bool clashes(const YcluiKeyword& record) const;
   void link(YcluiKeyword* record);
   void unlink(YcluiKeyword* record);
 };

@@ -1,6 +1,9 @@
 #include "parser/YcluiCommandTemplate.h"
 
 #include <cstdint>
+#include <cstring>
+
+#include "foundation/YcluiLimits.h"
 
 namespace {
 
@@ -36,20 +39,24 @@ class TemplateFiller {
   TemplateFiller(YWord context, long parserNumber, const YcluiToken_Stack& tokens, YString& result)
       : context_(context), parserNumber_(parserNumber), tokens_(tokens), result_(result) {}
 
-  void fill(const char* commandTemplate) {
+  // False when the result would be too long.
+  bool fill(const char* commandTemplate) {
     const char* plain = commandTemplate;  // where text begins that is not in the result yet
     const char* at = plain;
-    while (*at != '\0') {
+    while (*at != '\0' && !tooLong_) {
       if (*at == '$' && OpensForm(at[1])) {
-        appendPlain(plain, at);
+        hasForms_ = true;
+        append(plain, static_cast<std::size_t>(at - plain));
         plain = at = fillForm(at + 1);
+        checkLength(0);
       } else if (*at == '$' || *at == '\\') {
         at += at[1] == '\0' ? 1 : 2;
       } else {
         ++at;
       }
     }
-    appendPlain(plain, at);
+    append(plain, static_cast<std::size_t>(at - plain));
+    return !tooLong_;
   }
 
  private:
@@ -61,14 +68,21 @@ class TemplateFiller {
   long parserNumber_;
   const YcluiToken_Stack& tokens_;
   YString& result_;
+  bool hasForms_ = false;
+  bool tooLong_ = false;
 
   static bool OpensForm(char c) {
     return c == 'c' || c == 'p' || c == '$' || c == '-' || IsDigit(c);
   }
 
-  void appendPlain(const char* from, const char* to) {
-    result_.concat(from, static_cast<unsigned long>(to - from));
+  void checkLength(std::size_t more) {
+    if (hasForms_ && result_.length + more > YcluiLongestExpansion) tooLong_ = true;
   }
+  void append(const char* text, std::size_t length) {
+    checkLength(length);
+    if (!tooLong_) result_.concat(text, length);
+  }
+  void append(const char* text) { append(text, std::strlen(text)); }
 
   // Fills in the form whose "$" stands in front of `at`; answers the place behind it.
   const char* fillForm(const char* at) {
@@ -105,7 +119,7 @@ class TemplateFiller {
 
   void fillPart(const YcluiToken& token, long part) {
     if (part == TheWord) {
-      if (token.string() != nullptr) result_ << token.string();
+      if (token.string() != nullptr) append(token.string());
     } else if (part == TheId) {
       result_ << token.id();
     } else if (part >= 0 && part + 1 < token.argc()) {
@@ -127,7 +141,7 @@ class TemplateFiller {
                 << static_cast<long>(value.GetPointY(status));
         break;
       case YAttribString:
-        result_ << value.GetString();
+        append(value.GetString());
         break;
       default:
         break;
@@ -137,7 +151,7 @@ class TemplateFiller {
 
 }  // namespace
 
-void YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
-                       const YcluiToken_Stack& tokens, YString& result) {
-  TemplateFiller(context, parserNumber, tokens, result).fill(commandTemplate);
+YWord YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
+                        const YcluiToken_Stack& tokens, YString& result) {
+  return TemplateFiller(context, parserNumber, tokens, result).fill(commandTemplate) ? 1 : 0;
 }

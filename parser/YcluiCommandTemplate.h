@@ -21,10 +21,12 @@
 //   [k]       its argument k, counted from 0: a long or a double as a number, a point as "X Y", a
 //             string as it is, without quotes and without escaping. [-1] is the word, [-2] the id
 // What does not exist is filled in as the empty text, and a "$" before anything else stays plain.
-// Nothing can fail. Bytes are looked at one by one; double-byte characters are not known here.
+// Bytes are looked at one by one; double-byte characters are not known here.
 //
-// Linear in the template and in what is filled in. `result` must not be part of the arguments.
-void YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
-                       const YcluiToken_Stack& tokens, YString& result);
+// Returns 1, or 0 when a form would make the result longer than YcluiLongestExpansion; then it is
+// of no use. A template without forms may be of any length. Linear in the template and in what is
+// filled in. `result` must not be part of the arguments.
+YWord YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
+                        const YcluiToken_Stack& tokens, YString& result);
 
 #endif  // PARSER_YCLUICOMMANDTEMPLATE_H_

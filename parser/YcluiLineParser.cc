@@ -118,9 +118,14 @@ void YcluiLineParser::hideToken() {
 
 void YcluiLineParser::storeToken(const YcluiToken& token) {
   // In steps of half the size, since those of the stack end at 256 and a line may be much longer.
-  if (tokens.count() == tokens.size()) tokens.resize(tokens.count() + tokens.count() / 2 + 1);
-  YcluiToken& stored = tokens.extend();
-  stored = token;
+  if (tokens.count() == tokens.size()) {
+    YcluiToken kept(token);  // a token of this frame would move
+    tokens.resize(tokens.count() + tokens.count() / 2 + 1);
+    tokens.extend() = std::move(kept);
+  } else {
+    tokens.extend() = token;
+  }
+  YcluiToken& stored = tokens.topSlot();
   stored.previousNode(nullptr);
   stored.presentNode(nullptr);
 }

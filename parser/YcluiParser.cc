@@ -101,13 +101,15 @@ void YcluiParser::beginOuterText() {
 
 YWord YcluiParser::readToken() {
   if (workTokenLent) renewWorkToken();
-  const bool begins = workToken->underConstruction() == 0;
-  const YWord good = lexer->getNextToken(*workToken);
   // The texts of aliases are not part of the text that the offset speaks of.
-  if (begins && suspendedDepth == outerSuspended) {
-    tokenOffset = textBase + lexer->tokenOffset();
+  const bool isOutermost = suspendedDepth == outerSuspended;
+  const bool begins = workToken->underConstruction() == 0;
+  if (begins && isOutermost) {
+    lexer->beginExpansion();
     expansions = 0;
   }
+  const YWord good = lexer->getNextToken(*workToken);
+  if (begins && isOutermost) tokenOffset = textBase + lexer->tokenOffset();
   return good;
 }
 
@@ -238,8 +240,9 @@ YWord YcluiParser::action(const char* commandTemplate, YWord contextWord,
                           const YcluiToken_Stack& tokens) {
   const YcluiLevels<YString>::Use text(levelTexts);
   text->truncate(0);
-  YcluiFillTemplate(commandTemplate, contextWord, reinterpret_cast<long>(this), tokens, *text);
-  return evaluate(text->buffer);
+  const YWord filled =
+      YcluiFillTemplate(commandTemplate, contextWord, reinterpret_cast<long>(this), tokens, *text);
+  return filled == 0 ? cluiError(YErrTextTooLong) : evaluate(text->buffer);
 }
 
 YWord YcluiParser::evaluate(const char* text) {

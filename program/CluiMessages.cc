@@ -27,6 +27,7 @@ constexpr CodeText Codes[] = {
     {YErrOutOfRange, L"the number lies outside -2147483648 to 2147483647"},
     {YErrNoWordTable, L"there is no memory for the words"},
     {YErrAmbiguous, L"the command can end here in more than one way"},
+    {YErrTextTooLong, L"with the values in it the text would be longer than 16 MiB"},
     {YErrBadTokenArgument, L"an argument of clui-token will not do"},
     {YErrBadSyntaxArgument, L"a piece of syntax will not do"},
     {YErrBadTokenParser, L"the first argument of clui-token is no parser"},

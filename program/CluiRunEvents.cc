@@ -73,7 +73,7 @@ void CluiRun::tellCodes() {
     toldPlace_ = code.place;
     if (isTold) continue;
     // Nothing else tells of a text that was not read.
-    if (code.code == YErrTooDeep) ++refused_;
+    if (code.code == YErrTooDeep || code.code == YErrTextTooLong) ++refused_;
     report_.tell(code.place, CluiCodeText(code.code));
   }
 }

@@ -6,9 +6,12 @@
 
 namespace {
 
-// The operations of a record are asked through pointers without const.
-YAssoc* Record(const void* item) {
-  return static_cast<YAssoc*>(const_cast<void*>(item));
+const YAssoc* Record(const void* item) {
+  return static_cast<const YAssoc*>(item);
+}
+
+YAssoc* Record(void* item) {
+  return static_cast<YAssoc*>(item);
 }
 
 }  // namespace
@@ -17,7 +20,7 @@ void YAssoc_virtual_behavior::dummy_func() {}
 
 YAssoc::~YAssoc() = default;
 
-unsigned long YAssoc::hashKey() {
+unsigned long YAssoc::hashKey() const {
   return reinterpret_cast<unsigned long>(key);
 }
 
@@ -29,11 +32,11 @@ YWord YAssoc::isValid() const {
   return key == nullptr ? 0 : 1;
 }
 
-YWord YAssoc::equals(const YAssoc* other) {
+YWord YAssoc::equals(const YAssoc* other) const {
   return equalsKey(other->key);
 }
 
-YWord YAssoc::equalsKey(const void* k) {
+YWord YAssoc::equalsKey(const void* k) const {
   return key == k ? 1 : 0;
 }
 

@@ -25,12 +25,12 @@ class YQRT_API YAssoc : public YAssoc_virtual_behavior {
   YAssoc& operator=(const YAssoc&) = default;
   virtual ~YAssoc();  // frees nothing that the fields point to
 
-  virtual unsigned long hashKey();
+  virtual unsigned long hashKey() const;
   virtual YAssoc* copy() const;
   virtual YWord isValid() const;
   // Non-zero when the keys match; a record is asked whether it accepts the key of `other`.
-  virtual YWord equals(const YAssoc* other);
-  virtual YWord equalsKey(const void* k);
+  virtual YWord equals(const YAssoc* other) const;
+  virtual YWord equalsKey(const void* k) const;
 };
 
 // A set of YAssoc records, compared by their own equals: the stored record is asked.

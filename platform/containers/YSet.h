@@ -34,9 +34,7 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   // Takes the item out without deleting it; null when it was not there. It is found by its address
   // under the hash value of this moment.
   void* detach(void* item);
-  // The stored item that equals the probe: of several, the one attached first. Null when none does.
-  void* search(const void* probe) const;
-  // 1 when search finds one.
+  // 1 when search finds an item for it.
   YWord contains(const void* item) const;
   // Gives every item to deleteIt and empties the set.
   void deleteAll();
@@ -51,6 +49,8 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   virtual void deleteIt(void* item);
   // A new plain set of the same items, compared by their addresses. The caller owns it.
   virtual YSet* copy() const;
+  // The stored item that equals the probe: of several, the one attached first. Null when none does.
+  virtual void* search(const void* probe) const;
 
  protected:
   // The first item, in the order of attaching, that has the hash value and matches; or null.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/containers/YDictionary.h"
+#include "platform/containers/YLinkList.h"
 
 namespace {
 
@@ -16,11 +17,13 @@ namespace {
 class Record : public YAssoc {
  public:
   explicit Record(int n) : YAssoc(nullptr, nullptr), number(n) {}
-  unsigned long hashKey() override { return static_cast<unsigned long>(number / 3); }
-  YWord equals(const YAssoc* other) override {
+  unsigned long hashKey() const override { return static_cast<unsigned long>(number / 3); }
+  YWord equals(const YAssoc* other) const override {
     return std::abs(number - static_cast<const Record*>(other)->number) % 100 <= 1 ? 1 : 0;
   }
-  YWord equalsKey(const void* k) override { return *static_cast<const int*>(k) <= number ? 1 : 0; }
+  YWord equalsKey(const void* k) const override {
+    return *static_cast<const int*>(k) <= number ? 1 : 0;
+  }
 
   int number;
 };
@@ -60,6 +63,14 @@ TEST(YSet, DoesAsAPlainVectorDoes) {
     ASSERT_EQ(set.searchByKey(&record->number), byKey);
   }
   EXPECT_GT(set.count(), 500U);
+}
+
+TEST(YChain, IsNotAttachedToItself) {
+  YRing ring(nullptr);
+  YChain chain;
+  chain.attach(&ring);
+  chain.attachAll(chain);
+  EXPECT_TRUE(chain.first() == &ring && chain.last() == &ring && ring.next() == nullptr);
 }
 
 // Deletes its items by writing into them, and looks for them while they go.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <set>
 #include <vector>
 
@@ -72,6 +73,26 @@ TEST(YArray, InsertsAndRemovesInRangeOnly) {
   EXPECT_EQ(a.remove(1) + a.remove(2), 2U);
   EXPECT_EQ(Items(a), (std::vector<int>{1, 3}));
   EXPECT_EQ(a.data[3], 4);  // the last slot keeps its content
+}
+
+// Whether the array grows or its elements move, what is inserted is what was given.
+TEST(YArray, TakesItsOwnElements) {
+  const auto compare = [](const void* a, const void* b) {
+    return std::strcmp(static_cast<const YString*>(a)->buffer,
+                       static_cast<const YString*>(b)->buffer);
+  };
+  Open<YString> s;
+  for (int i = 0; i < 300; ++i) s.push(i == 0 ? "first" : s.topSlot());
+  EXPECT_TRUE(s.top() == "first");
+  YArray<YString> a;
+  a.append("a");
+  a.append("b");
+  for (int i = 0; i < 300; ++i) a.insertBefore(1, a.at(a.size() - 1));
+  for (int i = 0; i < 300; ++i) EXPECT_EQ(a.insertSorted(a.at(1), compare, 1), 1U);
+  for (int i = 1; i < a.size(); ++i) EXPECT_TRUE(a.at(i) == "b") << i;
+  const YArray<YString>& constant = a;
+  constant.at(0) = "c";
+  EXPECT_TRUE(a.at(0) == "c");
 }
 
 TEST(YArray, SortsAndFinds) {

@@ -22,6 +22,7 @@ TEST(YString, HasRoomAsAskedFor) {
   EXPECT_TRUE(some == "");
   for (int i = 0; i < 3; ++i) some[i] = 'x';
   EXPECT_TRUE(some == "xxx" && some.length == 0);
+  EXPECT_TRUE(YString(some).length == 3 && some.index('x', 2) == 2 && (zero << some) == "xxx");
   EXPECT_TRUE(YString("abc").capacity == 4 && YString("abc", 2).capacity == 3);
   EXPECT_TRUE(YString(static_cast<const char*>(nullptr)) == "");
   alignas(2) char room[5];

@@ -91,6 +91,7 @@ TEST(Memory, RecordsWithoutMemory) {
   FailAllocation(0);
   EXPECT_EQ(token.setEchoString("y"), 0U);
   EXPECT_STREQ(token.echoString(), "x");
+  EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
 }
 
 // Plain words share their memory, of which there is more now and then.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,30 @@ TEST(Variables, Arrays) {
   });
 }
 
+// Doubled until the next value would be too long, in a setting and in the arguments of a token.
+TEST(Variables, TextsDoNotGrowWithoutBound) {
+  LexReader reader;
+  const std::size_t bound = YcluiLongestExpansion;
+  const std::string literal(bound + 1, 'x');
+  const auto length = [&] {
+    return std::strlen(reader.lex.variable("a")->valuePointer()->GetString());
+  };
+  EXPECT_EQ(reader.read("${a}=x"), "set");
+  for (int i = 0; i < 24; ++i) EXPECT_EQ(reader.read("${a}=\"${a}${a}\""), "set");
+  EXPECT_EQ(length(), bound);
+  for (const char* text : {"${a}=\"${a}${a}\"", "${a}=\"${a}x\"", "${a}='x${a}'", "a: ${a},x,${a}",
+                           "name 'x${a}'", "a: '${a}',\"${a}\""}) {
+    EXPECT_EQ(reader.read(text), "!2063") << text;
+    EXPECT_EQ(YErr.severity(0), YErrError);
+  }
+  EXPECT_EQ(length(), bound);
+  EXPECT_EQ(reader.read("name ${a}").size(), bound + 7);
+  EXPECT_EQ(reader.read("${a}=\"" + literal + "\" ${b}=${a}"), "set set");  // given, not grown
+  EXPECT_EQ(length(), bound + 1);
+  EXPECT_EQ(reader.read("name ${a}"), "!2063");
+  EXPECT_EQ(reader.read("name '" + literal + "'").size(), bound + 8);
+}
+
 TEST(Variables, FormsInEachOthersIndex) {
   LexReader reader;
   EXPECT_EQ(reader.read("${a}[0]=0"), "set");
@@ -86,8 +111,10 @@ TEST(Variables, ByName) {
   EXPECT_EQ(lex.addVariable("My_Var", one), 1U);
   EXPECT_EQ(lex.addVariable("my_var", two), 1U);
   EXPECT_EQ(Shown(*lex.variable("MY_VAR")->valuePointer()), "stwo");
-  EXPECT_EQ(lex.addVariable("my_var", one, 0), 0U);
+  const std::uint64_t codes = YErr.count();
+  EXPECT_EQ(lex.addVariable("my_var", one, 0) + lex.addVariable("my_var", one, 70000), 0U);
   EXPECT_EQ(lex.addVariable("my_var", 2, both), 0U);
+  EXPECT_EQ(YErr.count(), codes);  // the kind is asked first
 
   EXPECT_EQ(lex.addVariable("arr", one, 2), 1U);
   YcluiVariable* array = lex.variable("arr");
@@ -95,6 +122,9 @@ TEST(Variables, ByName) {
   EXPECT_EQ(lex.addVariable("arr", 2, both), 1U);
   EXPECT_EQ(Shown(*array->element(1)) + Shown(*array->element(2)), "stwosone");
   EXPECT_TRUE(array->element(3) == nullptr && array->valuePointer() == nullptr);
+  EXPECT_EQ(lex.addVariable("arr", *array->element(1), 100), 1U);  // which moves
+  EXPECT_EQ(lex.addVariable("arr", 100, array->element(1)), 1U);
+  EXPECT_EQ(Shown(*array->element(0)) + Shown(*array->element(99)), "stwostwo");
   EXPECT_EQ(lex.addVariable("arr", one), 0U);
   for (const std::uint32_t bad : {YcluiMostElements, 0xffffffffU}) {
     EXPECT_EQ(lex.addVariable("arr", one, bad), 0U);

@@ -8,6 +8,7 @@
 
 #include "fuzz/lexer_reference.h"
 #include "lex/YcluiLex.h"
+#include "lex/YcluiPlainKeyword.h"
 #include "lex/YcluiWordTable.h"
 
 namespace {
@@ -54,6 +55,26 @@ TEST(Words, OfOneByteAndWithoutTypes) {
   EXPECT_EQ(lex.addKeyword("bare", 3, nullptr, 9000), 9000U);
   EXPECT_EQ(lex.keyword("bare")->argTypes(), nullptr);
   EXPECT_EQ(YcluiToken(*lex.keyword("bare")).type(), YcluiTokenArgKeyword);
+}
+
+// As in any set of records: the first one of that hash value that accepts the name of the probe.
+TEST(Words, AreSearchedByAProbe) {
+  std::mt19937 random(5);
+  YcluiWordTable table(5000);
+  for (int step = 0; step < 3000; ++step) {
+    std::string name(random() % 6, 'a');
+    for (char& c : name) c = "aabbc"[random() % 5];
+    const std::string shortest = name.substr(0, random() % 4);
+    const YcluiPlainKeyword probe(name.c_str(), random() % 3 == 0 ? nullptr : shortest.c_str(), 0);
+    const YAssoc* first = nullptr;
+    for (YAssocSetItr i(table); i.item != nullptr && first == nullptr; ++i) {
+      if (i.item->hashKey() == probe.hashKey() && i.item->equals(&probe) != 0) first = i.item;
+    }
+    ASSERT_EQ(table.search(&probe), first) << name << ' ' << shortest;
+    ASSERT_EQ(table.contains(&probe), first == nullptr ? 0U : 1U);
+    if (step % 3 == 0) table.addKeyword(name.c_str(), probe.abbreviation(), 0);
+    if (step % 5 == 0) table.delKeyword(name.c_str());
+  }
 }
 
 // So many that the keys of some meet, whose words then share a row of the index.

@@ -29,6 +29,37 @@ TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
   EXPECT_EQ(line.told(), "run(go)");
 }
 
+// Texts that double, and one that contains itself, cost the words around them nothing.
+TEST(Interpret, ExpansionIsBounded) {
+  CommandLine line("go say/s", "( go{go} | say{$0[0]$0[0]} )");
+  line.trace("err run refuse");
+  line.perform("${a}='\\${a} '; ^reset");
+  for (int i = 0; i < 19; ++i) line.interpret("${a}='${a}${a}'\n");
+  line.interpret("go ${a} go ");  // each of them 2 MiB
+  std::string told = "run(go)";
+  for (int level = 0; level < 6; ++level) told += " err(2063/3) refuse(go)";
+  EXPECT_EQ(line.told(), told + " run(go)");
+  for (int i = 0; i < 30; ++i) line.interpret("${a}='${a}${a}'\n");
+  line.told();
+  line.interpret("say ${a} go ");
+  EXPECT_EQ(line.told(), "err(2063/3) run(go)");
+  EXPECT_EQ(line.setAlias("long", std::string(YcluiLongestExpansion + 1, ' ').c_str()), 1U);
+  line.interpret("long go ");
+  EXPECT_EQ(line.told(), "err(2063/3) refuse(long) run(go)");
+}
+
+TEST(Interpret, AFrameTakesItsOwnTokens) {
+  CommandLine line("a", "( a )*");
+  YcluiSyntaxGraph* graph = SyntaxOf(*line.lex(), "( a )*");
+  YcluiLineParser frame("");
+  frame.syntaxGraph(graph);
+  frame.reset();
+  ASSERT_NE(frame.next(line.makeToken("a")), nullptr);
+  for (int i = 0; i < 100; ++i) ASSERT_NE(frame.next(*frame.currentToken()), nullptr);
+  EXPECT_STREQ(frame.tokenAt(100)->string(), "a");
+  delete graph;
+}
+
 TEST(Interpret, DepthIsBounded) {
   CommandLine line("a b loop->a_loop_b", "( a{a} | b{b} )");
   line.trace("err run");

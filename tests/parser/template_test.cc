@@ -2,6 +2,7 @@
 
 #include "parser/YcluiCommandTemplate.h"
 
+#include "foundation/YcluiLimits.h"
 #include "gtest/gtest.h"
 #include "tests/support/words.h"
 
@@ -62,6 +63,22 @@ TEST(Template, Forms) {
   const YcluiToken_Stack tokens = Tokens();
   for (const auto& [given, filled] : rows) EXPECT_EQ(Filled(given, tokens), filled) << given;
   EXPECT_EQ(Filled("$0$$$-1$-0#|", YcluiToken_Stack()), "|");
+}
+
+TEST(Template, CommandsDoNotGrowWithoutBound) {
+  YcluiToken_Stack tokens;
+  tokens.push(YcluiToken(std::string(YcluiLongestExpansion / 2, 'x').c_str()));
+  const auto fits = [&](const std::string& commandTemplate) {
+    YString result;
+    const YWord filled = YcluiFillTemplate(commandTemplate.c_str(), 0, 0, tokens, result);
+    EXPECT_LT(result.length, YcluiLongestExpansion * 2);
+    return filled != 0;
+  };
+  EXPECT_TRUE(fits("$0$0"));
+  EXPECT_FALSE(fits("$0$0$0") || fits("$0 $0") || fits("$0$0 ") || fits("$0$0$c"));
+  const std::string literal(YcluiLongestExpansion + 1, 'x');
+  EXPECT_TRUE(fits(literal));
+  EXPECT_FALSE(fits(literal + "$c"));
 }
 
 }  // namespace
