@@ -92,10 +92,10 @@ class YQRT_API YcluiLex {
   //                               further arguments are those of before; no code is pushed
   //   a bad word or argument      the code of the fault is pushed, the rest of the text is dropped,
   //                               and the token keeps the arguments read before
-  //   a text that grows too long  the same, with YErrTextTooLong: the strings of one token that
-  //   hold
-  //                               a variable's text hold YcluiLongestExpansion bytes at most. After
-  //                               an alias that may not be read the rest of the text stays
+  //   too many strings that       the same, with YErrTextTooLong: in one token they have
+  //   hold a variable's text      YcluiLongestExpansion bytes at most
+  //   too long a text to read     YErrTextTooLong is pushed, see beginExpansion; the rest of the
+  //   in place of an alias        text stays
   //   a missing argument          of an unknown word with ":", or behind the "," that follows the
   //                               last declared argument; no code is pushed
   //

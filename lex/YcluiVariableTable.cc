@@ -59,7 +59,7 @@ YcluiVariable* YcluiVariableTable::addArray(const char* name, std::uint32_t coun
 }
 
 unsigned int YcluiVariableTable::hashValue(const void* item) const {
-  return SetHash(static_cast<YAssoc*>(const_cast<void*>(item))->hashKey());
+  return SetHash(static_cast<const YAssoc*>(item)->hashKey());
 }
 
 // Takes the record over; one that cannot be kept is destroyed.

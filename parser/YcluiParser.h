@@ -94,8 +94,8 @@ class YQRT_API YcluiParser {
   // then its own text; the outer call then finds nothing left. Behind YcluiMostNestedCommands calls
   // inside one another the text is only appended when there is unread text, for a loop outside to
   // read; otherwise it is refused with YErrTooDeep, as YErrError. Texts of aliases do not count; of
-  // these YcluiMostExpansions may come of one word of the outermost text, with as many bytes as
-  // YcluiLex::beginExpansion says.
+  // these YcluiMostExpansions, of YcluiLongestExpansion bytes together, may come of one word of the
+  // outermost text.
   //
   // Where the text ends in the middle of a token's arguments, the token is shown in one echo and
   // waits for the next text.

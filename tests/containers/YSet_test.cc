@@ -65,12 +65,19 @@ TEST(YSet, DoesAsAPlainVectorDoes) {
   EXPECT_GT(set.count(), 500U);
 }
 
-TEST(YChain, IsNotAttachedToItself) {
-  YRing ring(nullptr);
-  YChain chain;
-  chain.attach(&ring);
-  chain.attachAll(chain);
-  EXPECT_TRUE(chain.first() == &ring && chain.last() == &ring && ring.next() == nullptr);
+TEST(YChain, HandsItsRingsOver) {
+  YRing rings[] = {YRing(nullptr), YRing(nullptr)};
+  YChain one;
+  YChain other;
+  other.attach(rings);
+  one.attachAll(other);
+  one.attachAll(one);
+  other.attach(one.detach(one.attach(rings + 1)));
+  EXPECT_TRUE(other.first() == rings + 1 && other.last() == rings + 1);
+  one.attach(one.detach(rings));
+  one.attachAll(other);
+  EXPECT_TRUE(one.first() == rings && rings->next() == one.last() && one.last() == rings + 1);
+  EXPECT_TRUE(rings[1].next() == nullptr && other.first() == nullptr);
 }
 
 // Deletes its items by writing into them, and looks for them while they go.

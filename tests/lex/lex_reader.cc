@@ -56,6 +56,7 @@ std::string LexReader::readToken() {
   std::string codes;
   for (int i = static_cast<int>(YErr.count() - before) - 1; i >= 0; --i) {
     codes += "!" + std::to_string(YErr.code(i));
+    if (YErr.severity(i) != YErrError) codes += "/" + std::to_string(YErr.severity(i));
   }
   return codes.empty() ? std::string("?") + token.string() : codes;
 }

@@ -33,7 +33,8 @@ class LexReader {
   //   {text}              text to be read in place of the token
   //   set                 a variable was set
   //   ?word               refused without a code
-  //   !2051!2053          refused, with the codes in the order in which they were pushed
+  //   !2051!2053/2        refused, with the codes in the order in which they were pushed, and their
+  //                       severities but for YErrError
   // and behind them |rest when text is left.
   std::string read(const std::string& text);
 

@@ -41,16 +41,16 @@ const LexCase Table[] = {
     {"name a:b;", "name(sa:b) ;"},
     {"name ;", "name(s) ;"},
     {"mix 1,,2,3,4", "mix(i1,s,p2;3,d4)"},
-    {"odd now", "odd(~) now"},
+    {"scale 1 odd now", "scale(d1) odd(~) now"},
     {"line:3.9,-3.9", "line:(i3,i-3)"},
     {"line:-2147483648,2147483647", "line:(i-2147483648,i2147483647)"},
     {"line:2147483647.5,1", "!2060"},
     {"line:1,-1e999", "!2060"},
     {"line:0x10,1", "line:(i0)...|x10,1"},
     {"at 10 , 20 now", "at(p10;20) now"},
-    {"at 10 20", "!2053"},
-    {"at 10,x", "!2051!2053"},
-    {"at 3e9,1", "!2060!2053"},
+    {"at 10 20", "!2053/2"},
+    {"at 10,x", "!2051!2053/2"},
+    {"at 3e9,1", "!2060!2053/2"},
     // Quoted strings
     {"name \"it's; # \\n \\\" \\${y}\" now", "name(sit's; # n \" ${y}) now"},
     {"name ''", "name(s)"},
@@ -93,7 +93,7 @@ TEST(Tokens, GoOnWithTheNextText) {
 TEST(Tokens, AnUnknownWordKeepsTheArgumentsOfBefore) {
   LexReader reader;
   EXPECT_EQ(reader.read("mix 1,a,2,3,4"), "mix(i1,sa,p2;3,d4)");
-  EXPECT_STREQ(reader.token.wholeString(), "mix1,\"a\",2,3,4");
+  EXPECT_STREQ(YcluiToken(reader.token).wholeString(), "mix1,\"a\",2,3,4");
   reader.lex.setString("nowhere");
   EXPECT_EQ(reader.lex.getNextToken(reader.token), 0U);
   EXPECT_TRUE(reader.token == YcluiIdNone && reader.token.argc() == 5);
@@ -103,7 +103,12 @@ TEST(Tokens, AnUnknownWordKeepsTheArgumentsOfBefore) {
   EXPECT_EQ(reader.read("${x}=now"), "set");
   EXPECT_EQ(reader.token.type(), YcluiTokenArgKeyword);
   EXPECT_EQ(reader.read("${x}"), "{now}");
+  EXPECT_EQ(reader.token.type(), YcluiTokenAlias);
   EXPECT_STREQ(reader.token.wholeString(), "nowhere\"now\"");
+  // A word of the dictionary takes the place of all, an echo text too.
+  reader.token.setEchoString("shown");
+  EXPECT_EQ(reader.read("now"), "now");
+  EXPECT_STREQ(reader.token.echoString(), "now");
 }
 
 TEST(Tokens, ATokenByItself) {

@@ -48,6 +48,8 @@ TEST(Words, OfOneByteAndWithoutTypes) {
   EXPECT_EQ(lex.addAlias("q", ""), 1U);
   EXPECT_EQ(lex.keyword("q")->aliasText(), nullptr);
   EXPECT_STREQ(lex.keyword(8U), "q");
+  EXPECT_EQ(lex.delAlias("q"), 1U);
+  EXPECT_EQ(lex.wordChanges(), 3U);
   EXPECT_EQ(lex.addKeyword('\0', 0) + lex.delAlias("far"), 0U);
   EXPECT_EQ(lex.addKeyword(';', 0), 5001U);
   EXPECT_EQ(lex.addKeyword(';', 0), 0U);
