@@ -72,12 +72,11 @@ TEST(YChain, HandsItsRingsOver) {
   other.attach(rings);
   one.attachAll(other);
   one.attachAll(one);
-  other.attach(one.detach(one.attach(rings + 1)));
-  EXPECT_TRUE(other.first() == rings + 1 && other.last() == rings + 1);
-  one.attach(one.detach(rings));
-  one.attachAll(other);
-  EXPECT_TRUE(one.first() == rings && rings->next() == one.last() && one.last() == rings + 1);
-  EXPECT_TRUE(rings[1].next() == nullptr && other.first() == nullptr);
+  one.attach(rings + 1);
+  other.attach(one.detach(rings));
+  EXPECT_TRUE(other.first() == rings && rings->next() == nullptr && one.first() == rings + 1);
+  other.attachAll(one);
+  EXPECT_TRUE(rings->next() == rings + 1 && other.last() == rings + 1 && one.first() == nullptr);
 }
 
 // Deletes its items by writing into them, and looks for them while they go.
