@@ -154,14 +154,8 @@ void YcluiToken::setArgC(std::uint32_t count) {
 
 YWord YcluiToken::setValue(const YAttribValue& value, int index) {
   if (index < 0) return 0;
-  const std::size_t at = static_cast<std::size_t>(index);
-  if (at < args.size()) {
-    args[at] = value;
-  } else {
-    YAttribValue kept(value);  // an argument of this token would move
-    resizeArgs(static_cast<std::uint32_t>(index) + 1);
-    args[at] = std::move(kept);
-  }
+  resizeArgs(static_cast<std::uint32_t>(index) + 1);
+  args[static_cast<std::size_t>(index)] = value;
   argc_ = index + 1;
   // What is written of the arguments in front of this one stays.
   if (index < wholeWritten) wholeWritten = 0;

@@ -124,6 +124,7 @@ class YQRT_API YcluiToken {
     if (args.size() < count) args.resize(count);
   }
   // Sets an argument, which becomes the last one: further ones are cut off. 0 for a negative index.
+  // The value must not be an argument of this token, which may move.
   YWord setValue(const YAttribValue& value, int index);
   // The whole text is from now on that of the arguments of this moment. It is written when it is
   // asked for, so that a token may be filled value by value.
