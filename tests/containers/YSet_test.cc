@@ -74,9 +74,10 @@ TEST(YChain, HandsItsRingsOver) {
   one.attachAll(one);
   one.attach(rings + 1);
   other.attach(one.detach(rings));
-  EXPECT_TRUE(other.first() == rings && rings->next() == nullptr && one.first() == rings + 1);
+  EXPECT_TRUE(other.first() == rings && other.next(rings) == nullptr && one.first() == rings + 1);
   other.attachAll(one);
-  EXPECT_TRUE(rings->next() == rings + 1 && other.last() == rings + 1 && one.first() == nullptr);
+  EXPECT_TRUE(other.next(rings) == rings + 1 && other.last() == rings + 1 &&
+              one.first() == nullptr);
 }
 
 // Deletes its items by writing into them, and looks for them while they go.
