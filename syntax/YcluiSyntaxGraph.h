@@ -73,6 +73,6 @@ class YQRT_API YcluiSyntaxGraph {
 };
 
 // Destroys the node and all that can be reached from it; nothing for null.
-void deleteNodesFrom(YcluiSyntaxNode* node);
+YQRT_API void deleteNodesFrom(YcluiSyntaxNode* node);
 
 #endif  // SYNTAX_YCLUISYNTAXGRAPH_H_
