@@ -57,9 +57,9 @@ extern YQRT_API YErrManager YErr;
 
 // Record a code with the severity of the name. Each answers 0, so that a failing operation can
 // answer with the call itself.
-YWord cluiNote(unsigned int code);
-YWord cluiWarning(unsigned int code);
-YWord cluiError(unsigned int code);
-YWord cluiFatal(unsigned int code);
+YQRT_API YWord cluiNote(unsigned int code);
+YQRT_API YWord cluiWarning(unsigned int code);
+YQRT_API YWord cluiError(unsigned int code);
+YQRT_API YWord cluiFatal(unsigned int code);
 
 #endif  // FOUNDATION_YERR_H_

@@ -241,6 +241,6 @@ class YQRT_API YcluiLex {
 };
 
 // Makes a number a string; 0, with the value unchanged, when it is neither number nor string.
-YWord StringifyValue(YAttribValue& value);
+YQRT_API YWord StringifyValue(YAttribValue& value);
 
 #endif  // LEX_YCLUILEX_H_
