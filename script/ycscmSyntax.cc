@@ -102,6 +102,15 @@ void takePriority(YcluiSyntaxGraph& graph, YStatus& status) {
                     static_cast<unsigned char>(interruptLimit));
 }
 
+// A primitive that failed pushes a handle too, but of nothing: what it built is freed.
+void pushResult(Graph graph, const YStatus& status) {
+  if (YStatusIsGood(status)) {
+    ycscmPushFragment(std::move(graph));
+  } else {
+    ScmVMExternal::StackPushHandle(nullptr, nullptr, nullptr);
+  }
+}
+
 Graph buildChoice(std::uint32_t argc, YStatus& status) {
   YStatusSetGood(status);
   FragmentBuilder builder(FragmentBuilder::Kind::Choice);
@@ -130,17 +139,17 @@ void ycscmSyntax(std::uint32_t argc, YStatus& status) {
     cluiWarning(YErrBadSyntaxArgument);
     ScmVMExternal::StackPop(status);
   }
-  ycscmPushFragment(builder.release());
+  pushResult(builder.release(), status);
 }
 
 void ycscmOneof(std::uint32_t argc, YStatus& status) {
-  ycscmPushFragment(buildChoice(argc, status));
+  pushResult(buildChoice(argc, status), status);
 }
 
 void ycscmAnyof(std::uint32_t argc, YStatus& status) {
   Graph choice = buildChoice(argc, status);
   choice->makeClosure();
-  ycscmPushFragment(std::move(choice));
+  pushResult(std::move(choice), status);
 }
 
 void ycscmPriority(std::uint32_t argc, YStatus& status) {

@@ -54,7 +54,7 @@ class WordDeclaration {
   void popAbbreviation(YStatus& status);
   void popWord(YStatus& status);
   void popCharacter(YStatus& status);  // of one byte; half of a character would be no delimiter
-  void popId(YStatus& status);
+  void popId(YStatus& status);         // cut to the 24 bits of an id; one that becomes 0 is refused
 };
 
 YWord WordDeclaration::popWordAndTypes(YStatus& status) {
@@ -105,8 +105,10 @@ void WordDeclaration::popCharacter(YStatus& status) {
 
 void WordDeclaration::popId(YStatus& status) {
   if (left_ != LeastArguments || !ycscmLongIsOnTop()) return;
-  id_ = static_cast<std::uint32_t>(ScmVMExternal::StackPopLong(status));
-  takeOne();
+  const long id = ScmVMExternal::StackPopLong(status);
+  const YArgNum position = takeOne();
+  id_ = static_cast<std::uint32_t>(id & YcluiIdMask);
+  if (id_ == 0 && id != 0) ycscmRefuse(position, YScmArgLong, status);
 }
 
 YcluiParser* WordDeclaration::popParser(YStatus& status) {

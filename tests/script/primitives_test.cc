@@ -83,6 +83,21 @@ TEST_F(Primitives, SequencesReadAsWritten) {
   }
 }
 
+// What a failing fragment primitive has built or taken is freed, and its handle is null.
+TEST_F(Primitives, RefusedCallsLeaveNothing) {
+  const char* const rows[][2] = {
+      {"(define f (clui-syntax 1))", "handle"},
+      {"(clui-syntax 1 #t f)", "bad null handle @2 /2070"},
+      {"(clui-oneof f)", "bad null handle @1 /2057"},
+      {"(clui-oneof 1 #t 2)", "bad null handle /2070"},
+      {"(clui-anyof 1 #t 2)", "bad null handle /2070"},
+      {"(clui-token p 16777216 'big')", "bad 0 @2 /2069"},
+      {"(clui-token p 'big')", "5000"},
+      {"(clui-parser-new 'x')", "bad 0 @1"},
+  };
+  for (const auto& [expression, outcome] : rows) EXPECT_EQ(outcome, run(expression)) << expression;
+}
+
 TEST_F(Primitives, NoMemoryGivesNoParser) {
   FailAllocation();
   EXPECT_EQ("0", run("(clui-parser-new 0)"));
