@@ -122,14 +122,16 @@ void YcluiFieldBinding::showText(const char* shown) {
   }
 }
 
-// A text that the parser does not echo (a comment, no syntax yet, no parser at all) leaves the
-// field without the blank that the copy has taken, so it is shown from here.
+// A word that the parser does not echo (a comment, echo switched off, no syntax, no parser) leaves
+// the field without the blank that the copy has, so the field is set here. A format runs for an
+// echo only: its script shows what it was given last.
 void YcluiFieldBinding::feedParser(const char* word) {
   const Watch watch(*this);
   const std::uint32_t before = shows;
   if (parser != nullptr && parser->isCondemned() == 0) parser->interpret(word);
   YcluiParser::CleanupMortuary();
-  if (!watch.isGone() && shows == before) show();
+  if (watch.isGone() || shows != before) return;
+  if (field != nullptr && echoFormat.length == 0) show();
 }
 
 void YcluiFieldBinding::Run(const YString& format, const char* first, const char* second) {

@@ -154,9 +154,21 @@ TEST_F(Binding, Formats) {
   for (const char* good : {"", "%%", "x%s%%s", "%s%s"}) {
     EXPECT_EQ(1U, YcluiFormatIsGood(good, 2)) << good;
   }
-  for (const char* bad : {"%", "%%%", "%d", "%5s", "%s%s%s", "%S", "%s%"}) {
+  for (const char* bad : {"%", "%%%", "%d", "%5s", "%s%s%s", "%S", "%s%", "%%%d"}) {
     EXPECT_EQ(0U, YcluiFormatIsGood(bad, 2)) << bad;
   }
+}
+
+TEST_F(Binding, AnEchoFormatRunsForAnEchoOnly) {
+  attach("E%s");
+  EXPECT_EQ("[E]", executed());
+  for (const char* key : {"#", " "}) field->key(key);
+  parser->enableEcho(0);
+  for (const char* key : {"a", " "}) field->key(key);
+  EXPECT_EQ("", executed());
+  EXPECT_STREQ("# a ", binding->text().buffer);
+  attach();
+  EXPECT_EQ("1|x 0x |", type("x ")) << "without a format the field is set";
 }
 
 TEST_F(Binding, ASecondBindingReplacesTheFirst) {
@@ -168,7 +180,7 @@ TEST_F(Binding, ASecondBindingReplacesTheFirst) {
   testing::internal::CaptureStdout();
   first->replaceCurrentWord("x", 0);
   first->replaceCurrentWord("b", 1);
-  EXPECT_EQ("CLUI \"x\" >\nCLUI \"\" >\n", testing::internal::GetCapturedStdout());
+  EXPECT_EQ("CLUI \"x\" >\n", testing::internal::GetCapturedStdout());
   delete first;
   EXPECT_EQ("1a |b 0|", type("b ")) << "it takes nothing along";
 }
@@ -209,9 +221,10 @@ TEST_F(Binding, Primitives) {
   machine.define("f", 'h', field.get());
   machine.define("none", 'h', nullptr);
   machine.define("wide", 'c', reinterpret_cast<void*>(0x82A0));
+  machine.run("(clui-attach-field p none 'E%s' 'S%s') (clui-eval p 'c')");
+  EXPECT_EQ("[E][Ec ][Sc][C][E]", executed());
   const Rows rows = {
       {"(clui-attach-field 0 none)", "handle"},
-      {"(clui-attach-field p none 'E' '%s')", "handle"},
       {"(define b (clui-attach-field p f))", "handle"},
       {"(clui-replace-current-word b 'xyz')", "()"},
       {"(clui-refer-current-word b)", "'xyz'"},
@@ -220,6 +233,7 @@ TEST_F(Binding, Primitives) {
       {"(clui-attach-field p f 'E' 'S' 1)", "bad @count"},
       {"(clui-attach-field p f 'E' '%s%s%s')", "bad @4 /2058"},
       {"(clui-attach-field p f '%s%s')", "bad @3 /2058"},
+      {"(clui-attach-field p f '%d' '%d')", "bad @4 /2058"},
       {"(clui-attach-field 12345 f)", "bad @1 /2057"},
       {"(clui-set-keystroke-action b #\\k '%s%s')", "bad @3 /2058"},
       {"(clui-set-keystroke-action b 'k' '%s')", "bad"},
@@ -237,6 +251,10 @@ TEST_F(Binding, Primitives) {
   { const TestField later; }
   field.reset();
   EXPECT_EQ("bad @2 /2057", machine.run("(clui-attach-field p f)"));
+  machine.run("(clui-attach-field p none 'E%s' 'S%s') (clui-parser-delete p)");
+  executed();
+  parser->interpret("b");
+  EXPECT_EQ("[B]", executed()) << "a deleted parser goes on without its binding";
 }
 
 }  // namespace
