@@ -129,10 +129,9 @@ void YcluiParser::renewWorkToken() {
 
 void YcluiParser::refuseWord() {
   const TokenUse token(*this);
-  renewWorkToken();
-  workToken->setNeedMore(0);
   refuseCallback(*token);
   echoCallback();
+  workToken->setNeedMore(0);
 }
 
 YWord YcluiParser::pushWorkToken() {

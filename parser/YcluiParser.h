@@ -413,6 +413,7 @@ class YQRT_API YcluiParser {
   void dropAllFrames();
   void freeRetired();
   void replaceIndefiniteRoot();
+  void freeRoot(YcluiSyntaxNode* root);
   void deleteIndefiniteNodes();
   const YcluiSyntaxNode* interruptedNode() const;
   YWord admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;

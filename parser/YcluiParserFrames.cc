@@ -35,18 +35,22 @@ void YcluiParser::addIndefiniteNode(YcluiSyntaxNode* node) {
   indefiniteRoot->append(node);
 }
 
-// A new root for the indefinite nodes to come; those of before are kept under another one.
+// A new root for the indefinite nodes to come. The one of before keeps its nodes until it is freed,
+// since a token that is on its way still steps through them.
 void YcluiParser::replaceIndefiniteRoot() {
   candidates.forget();
   YcluiSyntaxNode* root = YChecked(new (std::nothrow) YcluiSyntaxNode);
-  if (indefiniteRoot != nullptr) {
-    if (formerIndefinites == nullptr) {
-      formerIndefinites = YChecked(new (std::nothrow) YcluiSyntaxNode);
-    }
-    formerIndefinites->takeSuccessors(*indefiniteRoot);
-    retiredRoots.push(indefiniteRoot);
-  }
+  if (indefiniteRoot != nullptr) retiredRoots.push(indefiniteRoot);
   indefiniteRoot = root;
+}
+
+// Its nodes are kept under another root.
+void YcluiParser::freeRoot(YcluiSyntaxNode* root) {
+  if (formerIndefinites == nullptr) {
+    formerIndefinites = YChecked(new (std::nothrow) YcluiSyntaxNode);
+  }
+  formerIndefinites->takeSuccessors(*root);
+  delete root;
 }
 
 // All of them at once: a node may have been added to several syntaxes.
@@ -57,7 +61,7 @@ void YcluiParser::deleteIndefiniteNodes() {
 
 void YcluiParser::freeRetired() {
   for (; retiredGraphs.isEmpty() == 0; retiredGraphs.drop()) delete retiredGraphs.topSlot();
-  for (; retiredRoots.isEmpty() == 0; retiredRoots.drop()) delete retiredRoots.topSlot();
+  for (; retiredRoots.isEmpty() == 0; retiredRoots.drop()) freeRoot(retiredRoots.topSlot());
 }
 
 // --- Frames

@@ -108,6 +108,14 @@ TEST(Interpret, RefusesWithoutAFrame) {
   EXPECT_EQ(dumped.str(), "\n");
 }
 
+TEST(Interpret, TheSystemsSettersReturnTheHosts) {
+  CommandLine line("go");
+  const YcluiEchoProc echo = line.sysSetEchoProcedure(nullptr, nullptr);
+  EXPECT_TRUE(echo != nullptr && echo == line.setEchoProcedure(nullptr, nullptr));
+  const YcluiSynProc syn = line.sysSetSynCallback(nullptr, nullptr);
+  EXPECT_TRUE(syn != nullptr && syn == line.setSynCallback(nullptr, nullptr));
+}
+
 // Where a step was looked up, the node itself is not asked for its action.
 TEST(Interpret, AnActionThatANodeGetsLaterFires) {
   CommandLine line("a b c");
