@@ -34,11 +34,13 @@ TEST(Logging, WritesWhatCame) {
       // How a playback is logged.
       {"^play two; play", Opening + "play \n"},
       {"^pause; ^play lines; ^continue; go", Opening + "go \n"},
+      {"^play outer", Opening},
       {"^nest 1; ^play two; play", Opening + "go \ngo \nplay \ngo \ngo \n"},
       {"^nest 2; ^play two; play", Opening + "# go \ngo \nplay \ngo \ngo \n"},
   };
   WriteFile("two", "go go");
   WriteFile("lines", "go\ngo\n");
+  WriteFile("outer", "play\ngo\n");
   for (const auto& [steps, file] : rows) {
     CommandLine line("go box/ii say/s all/ifps play lost two->go_go",
                      "( go | box go | say | all | play{play} | lost )");
@@ -59,7 +61,7 @@ TEST(Logging, Failures) {
   const std::pair<std::string, const char*> rows[] = {
       {"^shut; ^write x", "shut(0) write(0)"},
       {"^log log; ^log other; ^shut", "log(1) err(2078/2) log(0) shut(1)"},
-      {"^log log; ^play " + std::filesystem::current_path().string() + "/log",
+      {"^log fresh; ^play " + std::filesystem::current_path().string() + "/fresh",
        "log(1) err(2077/2) play(0)"},
       {"^log no/where", "err(2079/3) err(2079/2) log(0)"},
       {"^log /dev/full; go; ^shut; ^write x", "log(1) err(2080/3) shut(0) write(1)"},

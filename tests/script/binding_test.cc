@@ -194,6 +194,8 @@ TEST_F(Binding, AFieldDoesMoreThanItIsTold) {
   field->onSetText = [this] {
     field->onSetText = nullptr;
     parser->interpret("b");
+    field->key("z");  // still what the binding does, although it was nested
+    field->shown.clear();
   };
   type("a ");
   EXPECT_EQ("[B]", executed());
