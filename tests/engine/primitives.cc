@@ -119,7 +119,7 @@ const YScmProc Rows[] = {
      [](std::uint32_t argc, YStatus& status) {
        Vm::VMESetErrorArgNum(static_cast<YArgNum>(argc), status);
        Vm::VMESetErrorBadType(YScmArgSyntaxElement, status, -1);
-       Vm::StackPop(status);
+       Vm::StackPopLong(status);  // may fail too, and the first failure is reported
        Vm::StackPushLong(0);
      },
      1, 1},

@@ -65,7 +65,7 @@ TEST(Logging, Failures) {
        "log(1) err(2077/2) play(0)"},
       {"^log no/where", "err(2079/3) err(2079/2) log(0)"},
       {"^log /dev/full; go; ^shut; ^write x", "log(1) err(2080/3) shut(0) write(1)"},
-      {"^pause; ^play open", "pause(1) play(1)"},
+      {"^pause; ^play open; ^log open", "pause(1) play(1) log(1)"},
   };
   WriteFile("open", "go\ngo\n");
   const int free = dup(0);
