@@ -44,6 +44,8 @@ constexpr int MostEnds = 2;
 constexpr int FewLinks = 16;
 // How far to follow nodes with one successor: more than fragments are nested, and an end to cycles.
 constexpr int MostHops = 64;
+// Lists that a large state needed while it was learned are freed, since they are not needed again.
+constexpr int MostKept = 64;
 // For findMatches: nodes of all ids match.
 constexpr std::uint32_t AnyToken = 0;
 
@@ -339,7 +341,12 @@ YcluiWalkState* YcluiNfa::cachedState() {
   YcluiWalkState* state = cache.find(place, shouldLearn);
   if (shouldLearn) {
     findMatches(AnyToken);
+    Notes.clear();
     state = cache.learn(place, matchedNodes);
+    if (matchedNodes.count() > MostKept) {
+      YcluiSyntaxNodeStk().swap(matchedNodes);
+      YcluiSyntaxNodeStk().swap(workNodes);
+    }
   }
   if (taken != nullptr) taken->next = state;
   return state;

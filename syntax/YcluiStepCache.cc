@@ -89,6 +89,7 @@ YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t pla
   if (steps > FewSteps) {
     manySteps_.push_back(std::unique_ptr<Steps>(YChecked(new (std::nothrow) Steps)));
     state->many = manySteps_.back().get();
+    state->many->reserve(steps);
   }
   return *state;
 }

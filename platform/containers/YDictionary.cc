@@ -60,11 +60,11 @@ YAssoc* YDictionary::searchByKey(const void* key) const {
   return nullptr;
 }
 
-YAssocSetItr::YAssocSetItr(const YSet& set)
-    : item(set.first_ == nullptr ? nullptr : Record(set.first_->item)), entry_(set.first_) {}
+YAssocSetItr::YAssocSetItr(const YSet& set) : item(nullptr), set_(set) {
+  item = Record(set_.itemFrom(index_));
+}
 
 YAssocSetItr& YAssocSetItr::operator++() {
-  if (entry_ != nullptr) entry_ = entry_->next;
-  item = entry_ == nullptr ? nullptr : Record(entry_->item);
+  if (item != nullptr) item = Record(set_.itemFrom(++index_));
   return *this;
 }

@@ -3,6 +3,8 @@
 #ifndef PLATFORM_CONTAINERS_YDICTIONARY_H_
 #define PLATFORM_CONTAINERS_YDICTIONARY_H_
 
+#include <cstddef>
+
 #include "foundation/YTypes.h"
 #include "platform/containers/YSet.h"
 
@@ -52,7 +54,7 @@ class YQRT_API YDictionary : public YAssocSet {
 
 // Walks a set of records in the order of attaching:
 //   for (YAssocSetItr i(set); i.item != nullptr; ++i) use(i.item);
-// The record that it stands on must not be detached meanwhile.
+// No record may be detached meanwhile.
 class YQRT_API YAssocSetItr {
  public:
   YAssoc* item;  // the present record, null when the walk is over
@@ -61,7 +63,8 @@ class YQRT_API YAssocSetItr {
   YAssocSetItr& operator++();
 
  private:
-  YSet::Entry* entry_;
+  const YSet& set_;
+  std::size_t index_ = 0;
 };
 
 #endif  // PLATFORM_CONTAINERS_YDICTIONARY_H_

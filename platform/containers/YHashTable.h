@@ -40,9 +40,18 @@ class YHashTable {
     return const_cast<Row*>(std::as_const(*this).find(hash, matches));
   }
 
+  // Makes room for so many rows in all, so that adding them does not grow the table step by step.
+  void reserve(std::size_t rows) {
+    std::size_t room = FewestSlots;
+    while (4 * rows > 3 * room) room *= 2;
+    if (room > slots_.size()) resize(room);
+  }
+
   // Adds a row that is not empty, after those of the same hash; returns its place.
   Row* add(const Row& row) {
-    if (4 * (count_ + 1) > 3 * slots_.size()) grow();
+    if (4 * (count_ + 1) > 3 * slots_.size()) {
+      resize(slots_.empty() ? FewestSlots : 2 * slots_.size());
+    }
     ++count_;
     return place(row);
   }
@@ -103,8 +112,7 @@ class YHashTable {
   }
 
   // Rows are placed again from an empty slot on, so that those of the same hash keep their order.
-  void grow() {
-    const std::size_t room = slots_.empty() ? FewestSlots : 2 * slots_.size();
+  void resize(std::size_t room) {
     const Slots old = std::exchange(slots_, Slots(room));
     homeShift_ = 64;
     for (std::size_t n = room; n > 1; n /= 2) --homeShift_;

@@ -1,28 +1,56 @@
 #include "platform/containers/YSet.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "foundation/YMemory.h"
 #include "platform/containers/YHashTable.h"
 
-struct YSet::Table {
+struct YSet::Items {
   struct Row {
-    unsigned int hash_ = 0;
-    Entry* entry = nullptr;
-    bool isEmpty() const { return entry == nullptr; }
-    std::uint64_t hash() const { return hash_; }
+    std::uint32_t hashValue = 0;
+    std::uint32_t number = 0;  // 1 more than the index in `list`; 0 in an empty row
+    bool isEmpty() const { return number == 0; }
+    std::uint64_t hash() const { return hashValue; }
   };
-  YHashTable<Row> rows;  // those of one hash value in the order of attaching
+
+  // In the order of attaching, with null for what was detached.
+  std::vector<void*, YAllocator<void*>> list;
+  YHashTable<Row> rows;
+
+  void* at(const Row& row) const { return list[row.number - 1]; }
+  void add(std::uint32_t hash, void* item) {
+    list.push_back(item);
+    rows.add({hash, static_cast<std::uint32_t>(list.size())});
+  }
+  void remove(Row* row);
+  void closeGaps();
 };
+
+void YSet::Items::remove(Row* row) {
+  list[row->number - 1] = nullptr;
+  rows.remove(row);
+  if (list.size() > 2 * rows.count() + 16) closeGaps();
+}
+
+void YSet::Items::closeGaps() {
+  std::vector<Row, YAllocator<Row>> kept;
+  rows.forEach([&kept](const Row& row) { kept.push_back(row); });
+  std::sort(kept.begin(), kept.end(),
+            [](const Row& one, const Row& other) { return one.number < other.number; });
+  const auto old = std::exchange(list, {});
+  rows.clear();
+  for (const Row& row : kept) add(row.hashValue, old[row.number - 1]);
+}
 
 void YSet_virtual_behavior::dummy_func() {}
 
 YSet::YSet() = default;
 
 YSet::~YSet() {
-  for (Entry* e = first_; e != nullptr;) delete std::exchange(e, e->next);
-  delete table_;
+  delete items_;
 }
 
 void* YSet::attach(void* item) {
@@ -30,38 +58,31 @@ void* YSet::attach(void* item) {
   const unsigned int hash = hashValue(item);
   const auto equals = [this, item](const void* known) { return compare(known, item) != 0; };
   if (find(hash, equals) != nullptr) return nullptr;
-  if (table_ == nullptr) table_ = YChecked(new (std::nothrow) Table);
-  auto* e = YChecked(new (std::nothrow) Entry{item, nullptr, last_});
-  (last_ == nullptr ? first_ : last_->next) = e;
-  last_ = e;
-  table_->rows.add({hash, e});
+  if (items_ == nullptr) items_ = YChecked(new (std::nothrow) Items);
+  items_->add(hash, item);
   return item;
 }
 
 void* YSet::detach(void* item) {
-  if (table_ == nullptr || item == nullptr) return nullptr;
-  Table::Row* row = table_->rows.find(
-      hashValue(item), [item](const Table::Row& known) { return known.entry->item == item; });
+  if (items_ == nullptr || item == nullptr) return nullptr;
+  Items::Row* row = items_->rows.find(
+      hashValue(item), [this, item](const Items::Row& known) { return items_->at(known) == item; });
   if (row == nullptr) return nullptr;
-  Entry* e = row->entry;
-  table_->rows.remove(row);
-  (e->previous == nullptr ? first_ : e->previous->next) = e->next;
-  (e->next == nullptr ? last_ : e->next->previous) = e->previous;
-  delete e;
+  items_->remove(row);
   return item;
 }
 
 void* YSet::search(const void* probe) const {
-  const unsigned int hash = hashValue(probe);
-  return find(hash, [this, probe](const void* item) { return compare(item, probe) != 0; });
+  const auto equals = [this, probe](const void* item) { return compare(item, probe) != 0; };
+  return find(hashValue(probe), equals);
 }
 
 void* YSet::find(unsigned int hash, const std::function<bool(const void*)>& matches) const {
-  if (table_ == nullptr) return nullptr;
-  const Table::Row* row = table_->rows.find(hash, [hash, &matches](const Table::Row& known) {
-    return known.hash_ == hash && matches(known.entry->item);
+  if (items_ == nullptr) return nullptr;
+  const Items::Row* row = items_->rows.find(hash, [this, hash, &matches](const Items::Row& known) {
+    return known.hashValue == hash && matches(items_->at(known));
   });
-  return row == nullptr ? nullptr : row->entry->item;
+  return row == nullptr ? nullptr : items_->at(*row);
 }
 
 YWord YSet::contains(const void* item) const {
@@ -71,17 +92,23 @@ YWord YSet::contains(const void* item) const {
 // The set is empty before the first item is deleted, so that what an item's destructor does finds
 // no deleted item.
 void YSet::deleteAll() {
-  Entry* e = std::exchange(first_, nullptr);
-  last_ = nullptr;
-  delete std::exchange(table_, nullptr);
-  while (e != nullptr) {
-    deleteIt(e->item);
-    delete std::exchange(e, e->next);
+  const Items* items = std::exchange(items_, nullptr);
+  if (items == nullptr) return;
+  for (void* item : items->list) {
+    if (item != nullptr) deleteIt(item);
   }
+  delete items;
 }
 
 std::uint32_t YSet::count() const {
-  return table_ == nullptr ? 0 : static_cast<std::uint32_t>(table_->rows.count());
+  return items_ == nullptr ? 0 : static_cast<std::uint32_t>(items_->rows.count());
+}
+
+void* YSet::itemFrom(std::size_t& index) const {
+  if (items_ == nullptr) return nullptr;
+  const auto& list = items_->list;
+  while (index < list.size() && list[index] == nullptr) ++index;
+  return index < list.size() ? list[index] : nullptr;
 }
 
 YWord YSet::compare(const void* a, const void* b) const {
@@ -97,6 +124,7 @@ void YSet::deleteIt(void*) {}
 
 YSet* YSet::copy() const {
   YSet* set = YChecked(new (std::nothrow) YSet);
-  for (Entry* e = first_; e != nullptr; e = e->next) set->attach(e->item);
+  std::size_t i = 0;
+  for (void* item = itemFrom(i); item != nullptr; item = itemFrom(++i)) set->attach(item);
   return set;
 }

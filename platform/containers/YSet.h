@@ -3,6 +3,7 @@
 #ifndef PLATFORM_CONTAINERS_YSET_H_
 #define PLATFORM_CONTAINERS_YSET_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 
@@ -57,18 +58,12 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   void* find(unsigned int hash, const std::function<bool(const void*)>& matches) const;
 
  private:
-  // One stored item, in the order of attaching.
-  struct Entry {
-    void* item;
-    Entry* next;
-    Entry* previous;
-  };
-  struct Table;
+  struct Items;
+  Items* items_ = nullptr;  // null until the first item is attached
 
   friend class YAssocSetItr;
-  Table* table_ = nullptr;
-  Entry* first_ = nullptr;
-  Entry* last_ = nullptr;
+  // The first item from that index on, null after the last; sets `index` to its place.
+  void* itemFrom(std::size_t& index) const;
 };
 
 #endif  // PLATFORM_CONTAINERS_YSET_H_
