@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "foundation/YBlockPool.h"
 #include "foundation/YKanji.h"
 #include "foundation/YMemory.h"
 #include "foundation/YNumber.h"
@@ -14,11 +15,11 @@ namespace {
 
 constexpr unsigned long LongestRoom = 0xFFFFFFFF;
 
-// Stands in for the buffer of every string that has allocated nothing, at an odd address like all
-// memory that is not the string's own. Its one byte is a NUL, and the only thing that a caller may
-// write into a text of no length is that.
-alignas(2) char EvenAndOdd[2] = {'\0', '\0'};
-char* const NoText = EvenAndOdd + 1;
+// Replaces the buffer of every string that has allocated nothing. The only thing that a caller may
+// write into a text of no length is its NUL.
+char NoText[1] = {'\0'};
+
+constinit YBlockPool Pool(sizeof(YString));
 
 unsigned long LengthOf(const char* text) {
   return text == nullptr ? 0 : std::strlen(text);
@@ -63,7 +64,7 @@ YString::YString(YString&& other) noexcept : YString() {
 }
 
 YString::~YString() {
-  release();
+  if (capacity != 0) std::free(buffer);
 }
 
 YString& YString::operator=(const YString& other) {
@@ -72,41 +73,36 @@ YString& YString::operator=(const YString& other) {
 }
 
 YString& YString::operator=(YString&& other) noexcept {
-  if (isLent() || other.isLent()) return *this = static_cast<const YString&>(other);
   std::swap(buffer, other.buffer);
   std::swap(length, other.length);
   std::swap(capacity, other.capacity);
   return *this;
 }
 
-void YString::lend(char* room, std::uint32_t size) {
-  release();
-  buffer = room;
-  capacity = size;
-  setLength(0);
+void* YString::operator new(std::size_t size) {
+  return YChecked(Pool.take(size));
 }
 
-void YString::leaveRoom() {
-  if (isLent()) reallocate(capacity);
+void* YString::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Pool.take(size);
+}
+
+void YString::operator delete(void* string, std::size_t size) {
+  Pool.give(string, size);
 }
 
 std::uint32_t YString::writtenLength() const {
   return length + static_cast<std::uint32_t>(std::strlen(buffer + length));
 }
 
-void YString::release() {
-  if (ownsBuffer()) std::free(buffer);
-}
-
-// Replaces the memory by `room` bytes of the string's own, at least as many, that begin with what
-// the old ones held. The last byte is a NUL: no store through operator[] reaches it, so a text
-// without a NUL of its own ends there.
+// Replaces the memory by `room` bytes, at least as many, that begin with what the old ones held.
+// The last byte is a NUL: no store through operator[] reaches it, so a text without a NUL of its
+// own ends there.
 void YString::reallocate(unsigned long room) {
   if (room > LongestRoom) YOutOfMemory();
-  const bool owns = ownsBuffer();
-  auto* memory = static_cast<char*>(YChecked(std::realloc(owns ? buffer : nullptr, room)));
-  if (!owns) std::memcpy(memory, buffer, capacity);
-  buffer = memory;
+  void* old = capacity == 0 ? nullptr : buffer;
+  buffer = static_cast<char*>(YChecked(std::realloc(old, room)));
+  if (old == nullptr) buffer[0] = '\0';
   buffer[room - 1] = '\0';
   capacity = static_cast<std::uint32_t>(room);
 }
@@ -142,7 +138,7 @@ bool YString::replace(const char* text, unsigned long n) {
   auto* memory = n >= LongestRoom ? nullptr : static_cast<char*>(std::malloc(n + 1));
   if (memory == nullptr) return false;
   std::memcpy(memory, text, n);  // which may lie in the old memory
-  release();
+  if (capacity != 0) std::free(buffer);
   buffer = memory;
   capacity = static_cast<std::uint32_t>(n + 1);
   setLength(n);

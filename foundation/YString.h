@@ -3,7 +3,9 @@
 #ifndef FOUNDATION_YSTRING_H_
 #define FOUNDATION_YSTRING_H_
 
+#include <cstddef>
 #include <cstring>
+#include <new>
 
 #include "foundation/YTypes.h"
 
@@ -14,9 +16,6 @@
 // NUL-terminated afterwards, and copies, `index` and appending the string to another do the same:
 // the text goes on to the next NUL where the one at `length` was written over. Memory that cannot
 // be had ends the process (YMemory.h), so the words that the operations return are always 1.
-//
-// The text lies in memory of the string's own, or in room that its owner lends it. Memory of its
-// own has an even address, as malloc gives it; all other has an odd one.
 class YQRT_API YString {
  public:
   char* buffer;            // the text; never null, the empty text when nothing is allocated
@@ -38,12 +37,11 @@ class YQRT_API YString {
   YString& operator=(const YString& other);
   YString& operator=(YString&& other) noexcept;
 
-  // Empties the string and lends it `size` bytes at an odd address, at least one, which stay where
-  // they are until the string is destroyed or `leaveRoom` was called. A text that needs more goes
-  // to memory of the string's own, and so does a copy, also when the string is moved from.
-  void lend(char* room, std::uint32_t size);
-  // Moves the text out of the lent room, if it lies there.
-  void leaveRoom();
+  // Strings on the heap share blocks of memory: a syntax has one for each of its commands.
+  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+  static void* operator new(std::size_t, void* place) noexcept { return place; }
+  static void operator delete(void* string, std::size_t size);
 
   // Replace the text, in the memory that is there when it is large enough. Null empties the string.
   // The source may lie inside the string itself.
@@ -107,12 +105,9 @@ class YQRT_API YString {
   static char _out_range_rescue;
 
  private:
-  bool ownsBuffer() const { return (reinterpret_cast<std::uintptr_t>(buffer) & 1) == 0; }
-  bool isLent() const { return capacity != 0 && !ownsBuffer(); }
   // `length`, or more where a caller wrote over the NUL that every operation leaves there.
   std::uint32_t textLength() const { return buffer[length] == '\0' ? length : writtenLength(); }
   std::uint32_t writtenLength() const;
-  void release();
   void reallocate(unsigned long room);
   void growFor(unsigned long n);
   bool replace(const char* text, unsigned long n);

@@ -41,10 +41,10 @@ class YQRT_API YcluiKeyword : public YAssoc {
   // abbreviation if it has one, else the name.
   std::uint32_t nameLength() const { return lengthOfName; }
   std::uint32_t shortestLength() const { return lengthOfShortest; }
-  // Says which of two words of a table was added first: that of the smaller number. 0 before the
-  // word is added.
-  std::uint64_t serial() const { return serialNumber; }
-  void setSerial(std::uint64_t number) { serialNumber = number; }
+  // Of two words of a table, the one that was added first has the smaller number. 0 before the word
+  // is added.
+  std::uint32_t number() const { return numberInTable; }
+  void setNumber(std::uint32_t number) { numberInTable = number; }
 
   // The hash of the text under which the word is found first: its shortest form if it declares one,
   // else its name.
@@ -80,7 +80,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
   std::uint32_t lengthOfShortest : 31 = 0;
   std::uint32_t abbreviated : 1 = 0;
   char shortName[24];  // a name that fits in, its abbreviation too, needs no other memory
-  std::uint64_t serialNumber = 0;
+  std::uint32_t numberInTable = 0;
 
   std::uint32_t idWord() const {
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(value));

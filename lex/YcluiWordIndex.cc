@@ -2,29 +2,34 @@
 
 #include <utility>
 
-void YcluiWordIndex::add(std::uint32_t key, Part part, YcluiKeyword* record) {
-  First added{Place(key, part), record};
-  auto* first = const_cast<First*>(find(key));
+void YcluiWordIndex::add(std::uint32_t key, Part part, std::uint32_t number) {
+  Word added{Place(key, part), number};
+  Word* first = find(key);
   if (first == nullptr) {
     firsts.add(added);
     return;
   }
-  if (added.place < first->place) std::swap(added, *first);
-  others.insert({added.place, added.record->serial(), added.record});
+  if (added < *first) std::swap(added, *first);
+  others.insert(added);
 }
 
-void YcluiWordIndex::remove(std::uint32_t key, Part part, YcluiKeyword* record) {
-  auto* first = const_cast<First*>(find(key));
-  const std::uint32_t place = Place(key, part);
-  if (first->place != place || first->record != record) {
-    others.erase(others.find({place, record->serial(), record}));
+void YcluiWordIndex::remove(std::uint32_t key, Part part, std::uint32_t number) {
+  Word* first = find(key);
+  const Word removed{Place(key, part), number};
+  if (*first != removed) {
+    others.erase(others.find(removed));
     return;
   }
-  const auto next = others.lower_bound({Place(key, Part::Front), 0, nullptr});
-  if (next == others.end() || next->place >> 1 != key) {
+  const auto next = others.lower_bound({Place(key, Part::Front), 0});
+  if (next == others.end() || next->hash() != key) {
     firsts.remove(first);
     return;
   }
-  *first = {next->place, next->record};
+  *first = *next;
   others.erase(next);
+}
+
+void YcluiWordIndex::clear() {
+  firsts.clear();
+  others.clear();
 }

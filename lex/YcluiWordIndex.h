@@ -6,63 +6,68 @@
 #include <cstdint>
 #include <functional>
 #include <set>
+#include <vector>
 
 #include "foundation/YMemory.h"
 #include "lex/YcluiKeyword.h"
 #include "platform/containers/YHashTable.h"
 
-// Under each key is a list of records: those in front, then those behind, both in the order of
-// their serial numbers. The first of a list is in a hash table; the others, which few lists have,
-// are in a tree. All operations take constant time; in a long list, the logarithm of its length.
+// Under each key is a list of words: those in front, then those behind, both in the order of their
+// numbers. The first of a list is in a hash table; the others, which few lists have, are in a tree.
+// All operations take constant time; in a long list, the logarithm of its length.
+//
+// A word is kept as its number, by which the owner of the index finds the record: an index has a
+// row for each text that a word is found under.
 class YcluiWordIndex {
  public:
+  using Records = std::vector<YcluiKeyword*, YAllocator<YcluiKeyword*>>;  // by number
   enum class Part : std::uint8_t { Front, Behind };
 
-  // A key has 31 bits. Records come in the order of their serial numbers.
-  void add(std::uint32_t key, Part part, YcluiKeyword* record);
-  // Removes a record that is in that part of the list.
-  void remove(std::uint32_t key, Part part, YcluiKeyword* record);
-  // The first record of the list that `accepts`, or null.
+  // Words come in the order of their numbers, from 1 on. A key has 31 bits.
+  void add(std::uint32_t key, Part part, std::uint32_t number);
+  // Removes a word that is in that part of the list.
+  void remove(std::uint32_t key, Part part, std::uint32_t number);
+  void clear();
+  // The first word of the list that `accepts`, or null.
   template <class Accepts>
-  YcluiKeyword* first(std::uint32_t key, const Accepts& accepts) const {
-    const First* row = find(key);
+  YcluiKeyword* first(std::uint32_t key, const Records& records, const Accepts& accepts) const {
+    const Word* row = find(key);
     if (row == nullptr) return nullptr;
-    return accepts(*row->record) ? row->record : firstOfOthers(key, accepts);
+    YcluiKeyword* record = records[row->number];
+    return accepts(*record) ? record : firstOfOthers(key, records, accepts);
   }
 
  private:
-  // Key and part in one number, by which those in front come first.
+  struct Word {
+    std::uint32_t place = 0;   // key and part in one number, by which those in front come first
+    std::uint32_t number = 0;  // 0 in an empty row
+    bool isEmpty() const { return number == 0; }
+    std::uint64_t hash() const { return place >> 1; }
+    bool operator<(const Word& other) const {
+      return place != other.place ? place < other.place : number < other.number;
+    }
+    bool operator==(const Word&) const = default;
+  };
+
+  YHashTable<Word> firsts;
+  // A word with two texts of one key is there twice.
+  std::multiset<Word, std::less<Word>, YAllocator<Word>> others;
+
   static std::uint32_t Place(std::uint32_t key, Part part) {
     return key << 1 | static_cast<std::uint32_t>(part);
   }
-
-  struct First {
-    std::uint32_t place = 0;
-    YcluiKeyword* record = nullptr;
-    bool isEmpty() const { return record == nullptr; }
-    std::uint64_t hash() const { return place >> 1; }
-  };
-  struct Other {
-    std::uint32_t place;
-    std::uint64_t serial;
-    YcluiKeyword* record;
-    bool operator<(const Other& other) const {
-      return place != other.place ? place < other.place : serial < other.serial;
-    }
-  };
-
-  YHashTable<First> firsts;
-  // A record with two texts of one key is there twice.
-  std::multiset<Other, std::less<Other>, YAllocator<Other>> others;
-
-  const First* find(std::uint32_t key) const {
-    return firsts.find(key, [key](const First& row) { return row.hash() == key; });
+  const Word* find(std::uint32_t key) const {
+    return firsts.find(key, [key](const Word& row) { return row.hash() == key; });
+  }
+  Word* find(std::uint32_t key) {
+    return firsts.find(key, [key](const Word& row) { return row.hash() == key; });
   }
   template <class Accepts>
-  YcluiKeyword* firstOfOthers(std::uint32_t key, const Accepts& accepts) const {
-    auto i = others.lower_bound({Place(key, Part::Front), 0, nullptr});
-    for (; i != others.end() && i->place >> 1 == key; ++i) {
-      if (accepts(*i->record)) return i->record;
+  YcluiKeyword* firstOfOthers(std::uint32_t key, const Records& records,
+                              const Accepts& accepts) const {
+    auto i = others.lower_bound({Place(key, Part::Front), 0});
+    for (; i != others.end() && i->hash() == key; ++i) {
+      if (accepts(*records[i->number])) return records[i->number];
     }
     return nullptr;
   }

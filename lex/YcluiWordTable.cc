@@ -12,6 +12,7 @@
 
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "foundation/YErr.h"
 #include "foundation/YKanji.h"
@@ -22,6 +23,9 @@
 namespace {
 
 using Part = YcluiWordIndex::Part;
+
+// Numbers that a small table may leave unused.
+constexpr std::size_t FewestNumbers = 64;
 
 // A hash that is known for every prefix of a text when it is known for the whole.
 constexpr std::uint64_t HashOfNothing = 0xCBF29CE484222325U;
@@ -120,7 +124,7 @@ YcluiKeyword* YcluiWordTable::findInAnyCase(std::string_view key) const {
 }
 
 const char* YcluiWordTable::keyword(std::uint32_t id) const {
-  const YcluiKeyword* record = numbered.first(id, [](const YcluiKeyword&) { return true; });
+  const YcluiKeyword* record = ids.first(id, records, [](const YcluiKeyword&) { return true; });
   return record == nullptr ? nullptr : record->name();
 }
 
@@ -138,7 +142,7 @@ void* YcluiWordTable::search(const void* probe) const {
   const YAssoc* wanted = static_cast<const YAssoc*>(probe);
   const char* name = wanted->key == nullptr ? "" : static_cast<const char*>(wanted->key);
   return static_cast<YAssoc*>(
-      forms.first(KeyOf(HashOf(name)), [wanted](const YcluiKeyword& record) {
+      forms.first(KeyOf(HashOf(name)), records, [wanted](const YcluiKeyword& record) {
         return record.hashKey() == wanted->hashKey() && record.equals(wanted) != 0;
       }));
 }
@@ -161,7 +165,7 @@ std::uint64_t YcluiWordTable::fold(std::string_view key) const {
 // The first stage, and after it the second if `longerToo`.
 YcluiKeyword* YcluiWordTable::findFolded(std::uint64_t hash, bool longerToo) const {
   const std::string_view text(folded.buffer, folded.length);
-  return forms.first(KeyOf(hash), [text, longerToo](const YcluiKeyword& record) {
+  return forms.first(KeyOf(hash), records, [text, longerToo](const YcluiKeyword& record) {
     return IsFoundUnder(record, text, longerToo);
   });
 }
@@ -195,15 +199,30 @@ YWord YcluiWordTable::remove(YcluiKeyword* record) {
 
 void YcluiWordTable::link(YcluiKeyword* record) {
   ++changeCount;
-  record->setSerial(++lastSerial);
-  numbered.add(record->id(), Part::Front, record);
+  if (records.size() > 2 * count() + FewestNumbers) numberAnew();
+  const auto number = static_cast<std::uint32_t>(records.size());
+  records.push_back(record);
+  record->setNumber(number);
+  ids.add(record->id(), Part::Front, number);
   ForEachKey(*record,
-             [this, record](std::uint32_t key, Part part) { forms.add(key, part, record); });
+             [this, number](std::uint32_t key, Part part) { forms.add(key, part, number); });
 }
 
 void YcluiWordTable::unlink(YcluiKeyword* record) {
   ++changeCount;
-  numbered.remove(record->id(), Part::Front, record);
+  const std::uint32_t number = record->number();
+  ids.remove(record->id(), Part::Front, number);
   ForEachKey(*record,
-             [this, record](std::uint32_t key, Part part) { forms.remove(key, part, record); });
+             [this, number](std::uint32_t key, Part part) { forms.remove(key, part, number); });
+  records[number] = nullptr;
+}
+
+// Gives the words numbers without gaps, so that a table whose words come and go does not grow.
+void YcluiWordTable::numberAnew() {
+  const auto old = std::exchange(records, {nullptr});
+  ids.clear();
+  forms.clear();
+  for (YcluiKeyword* record : old) {
+    if (record != nullptr) link(record);
+  }
 }

@@ -68,11 +68,11 @@ class YcluiWordTable final : public YDictionary {
 
  private:
   std::uint32_t nextId;
-  std::uint64_t lastSerial = 0;
   std::uint64_t changeCount = 0;
-  mutable YString folded;   // the key of the present find
-  YcluiWordIndex numbered;  // the words by id
-  YcluiWordIndex forms;     // by each text that they are found under
+  mutable YString folded;                    // the key of the present find
+  YcluiWordIndex::Records records{nullptr};  // by number; null for 0 and for what was deleted
+  YcluiWordIndex ids;                        // the words by id
+  YcluiWordIndex forms;                      // by each text that they are found under
 
   std::uint64_t fold(std::string_view key) const;
   YcluiKeyword* findFolded(std::uint64_t hash, bool longerToo) const;
@@ -80,6 +80,7 @@ class YcluiWordTable final : public YDictionary {
   bool keep(YcluiKeyword* record);
   YWord remove(YcluiKeyword* record);
   void link(YcluiKeyword* record);
+  void numberAnew();
   void unlink(YcluiKeyword* record);
 };
 

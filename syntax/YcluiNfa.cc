@@ -77,6 +77,7 @@ void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
   const int all = nodes.count();
   if (all < 3) return;
   Notes.clear();
+  Notes.reserve(static_cast<std::size_t>(all));
   for (int i = 0; i < all; ++i) {
     if (!Notes.add(nodes.at(i), i)) *Notes.find(nodes.at(i)) = i;
   }

@@ -3,6 +3,7 @@
 #ifndef SYNTAX_YCLUINODENOTES_H_
 #define SYNTAX_YCLUINODENOTES_H_
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/containers/YHashTable.h"
@@ -14,6 +15,9 @@ class YcluiNodeNotes {
  public:
   // Forgets all nodes. Walks over few nodes allocate nothing after the first one.
   void clear() { rows_.clear(); }
+
+  // Makes room for so many nodes.
+  void reserve(std::size_t nodes) { rows_.reserve(nodes); }
 
   // The number of the node, or null when the node has none; until the next node is added.
   std::int32_t* find(const YcluiSyntaxNode* node) {
