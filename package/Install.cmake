@@ -17,7 +17,7 @@ set(public_headers
   lex/YcluiKeyword.h lex/YcluiLex.h lex/YcluiLexBuffer.h lex/YcluiToken.h lex/YcluiVariable.h
   syntax/YcluiChangeCount.h syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
   syntax/YcluiSyntaxNodeStk.h
-  parser/YcluiCandidateList.h parser/YcluiCandidates.h parser/YcluiLevels.h
+  parser/YcluiCandidates.h parser/YcluiLevels.h
   parser/YcluiLineParser.h parser/YcluiLogFile.h
   parser/YcluiLogNestStyle.h parser/YcluiParser.h
   script/ycscm.h)

@@ -1,104 +1,123 @@
 #include "parser/YcluiCandidates.h"
 
 #include <algorithm>
-#include <functional>
-#include <unordered_map>
+#include <cstring>
 
-YWord YcluiCandidates::find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix,
-                            Words& found) {
+#include "platform/containers/YHashTable.h"
+
+namespace {
+
+using Words = YcluiCandidates::Words;
+
+// A list of so many words is made as fast as it is found.
+constexpr int FewWords = 32;
+
+// As std::strcmp compares, with no more of the word than the prefix is long.
+int CompareBeginning(const char* word, std::string_view prefix) {
+  return std::strncmp(word, prefix.data(), prefix.size());
+}
+
+void AddMatching(const char* word, std::string_view prefix, Words& found) {
+  if (word != nullptr && CompareBeginning(word, prefix) == 0) found.push_back(word);
+}
+
+struct Id {
+  std::uint32_t id = 0;
+  bool isEmpty() const { return id == 0; }
+  std::uint64_t hash() const { return id; }
+};
+
+// Removes the nodes of those ids whose last node begins a command that may not interrupt.
+void KeepAdmitted(const YcluiSyntaxNode& interrupted, YcluiSyntaxNodeP_Array& nodes) {
+  YHashTable<Id> seen;
+  YHashTable<Id> barred;
+  const auto contains = [](const YHashTable<Id>& ids, std::uint32_t id) {
+    return ids.find(id, [id](const Id& row) { return row.id == id; }) != nullptr;
+  };
+  for (int i = nodes.size() - 1; i >= 0; --i) {
+    const YcluiSyntaxNode& node = *nodes.at(i);
+    if (contains(seen, node.tokenId)) continue;
+    seen.add({node.tokenId});
+    if (interrupted.admitsInterruptBy(node) == 0) barred.add({node.tokenId});
+  }
+  int kept = 0;
+  for (int i = 0; i < nodes.size(); ++i) {
+    if (!contains(barred, nodes.at(i)->tokenId)) nodes[kept++] = nodes.at(i);
+  }
+  nodes.resize(kept);
+}
+
+}  // namespace
+
+bool YcluiCandidates::Sorted::operator<(const Sorted& other) const {
+  return std::strcmp(word, other.word) < 0;
+}
+
+bool YcluiCandidates::find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix,
+                           Words& found) {
   found.clear();
-  YcluiCandidateList* list = listOfWalker(walker, lexer);
-  if (list == nullptr) return 0;
-  prefix.empty() ? list->all(found) : list->find(prefix, found);
-  return 1;
+  if (walker.isTerminated() != 0) return false;
+  const Key key{walker.place(), walker.generation(), lexer.wordChanges()};
+  if (key.place != nullptr && key == key_) {
+    findCached(prefix, found);
+    return true;
+  }
+  YcluiSyntaxNodeP_Array nodes;
+  if (walker.possibleNodes(nodes) == 0) return false;
+  const bool isCached = key.place != nullptr && nodes.size() > FewWords;
+  if (isCached) {
+    key_ = key;
+    words_.clear();
+    sorted_.clear();
+  }
+  for (int i = 0; i < nodes.size(); ++i) {
+    const char* word = lexer.keyword(nodes.at(i)->tokenId);
+    if (isCached) words_.push_back(word);
+    prefix.empty() ? found.push_back(word) : AddMatching(word, prefix, found);
+  }
+  return true;
 }
 
 void YcluiCandidates::findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
                               const YcluiSyntaxNode* interrupted, const YcluiLex& lexer,
                               std::string_view prefix, Words& found) {
-  found.clear();
-  YcluiCandidateList* list = interrupted == nullptr ? listOfWalker(walker, lexer)
-                                                    : listOfAdmitted(walker, *interrupted, lexer);
-  if (list != nullptr) list->find(prefix, found);
-  listOfRoot(root, lexer).find(prefix, found);
-}
-
-void YcluiCandidates::forget() {
-  for (Pool* pool : {&wide_, &narrow_}) {
-    for (Kept& kept : *pool) kept.place = Place();
-  }
-}
-
-// Null when the walker has nothing to list.
-YcluiCandidateList* YcluiCandidates::listOfWalker(const YcluiNfa& walker, const YcluiLex& lexer) {
-  const Place place{walker.place(), walker.isTerminated(), walker.generation(),
-                    lexer.wordChanges()};
-  if (YcluiCandidateList* list = keptFor(place)) return list;
   YcluiSyntaxNodeP_Array nodes;
-  if (walker.possibleNodes(nodes) == 0) return nullptr;
-  YcluiCandidateList& list = listFor(place, static_cast<std::size_t>(nodes.size()));
-  for (int i = 0; i < nodes.size(); ++i) list.add(lexer.keyword(nodes.at(i)->tokenId));
-  return &list;
-}
-
-YcluiCandidateList* YcluiCandidates::listOfAdmitted(const YcluiNfa& walker,
-                                                    const YcluiSyntaxNode& interrupted,
-                                                    const YcluiLex& lexer) {
-  YcluiSyntaxNodeP_Array nodes;
-  if (walker.possibleNodes(nodes) == 0) return nullptr;
-  std::unordered_map<std::uint32_t, bool, std::hash<std::uint32_t>, std::equal_to<>,
-                     YAllocator<std::pair<const std::uint32_t, bool>>>
-      isAdmitted;
-  for (int i = 0; i < nodes.size(); ++i) {
-    isAdmitted[nodes.at(i)->tokenId] = interrupted.admitsInterruptBy(*nodes.at(i)) != 0;
+  if (interrupted == nullptr) {
+    find(walker, lexer, prefix, found);
+    std::erase(found, nullptr);
+  } else {
+    found.clear();
+    if (walker.possibleNodes(nodes) != 0) KeepAdmitted(*interrupted, nodes);
   }
-  passing_.clear();
   for (int i = 0; i < nodes.size(); ++i) {
-    const std::uint32_t id = nodes.at(i)->tokenId;
-    if (isAdmitted[id]) passing_.add(lexer.keyword(id));
+    AddMatching(lexer.keyword(nodes.at(i)->tokenId), prefix, found);
   }
-  return &passing_;
-}
-
-YcluiCandidateList& YcluiCandidates::listOfRoot(const YcluiSyntaxNode& root,
-                                                const YcluiLex& lexer) {
-  passing_.clear();
   for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) {
-    passing_.add(lexer.keyword(i.node()->tokenId));
+    AddMatching(lexer.keyword(i.node()->tokenId), prefix, found);
   }
-  return passing_;
 }
 
-// Null when it is not there.
-YcluiCandidateList* YcluiCandidates::keptFor(const Place& place) {
-  if (place.node == nullptr) return nullptr;
-  YcluiCandidateList* list = keptIn(narrow_, place);
-  return list != nullptr ? list : keptIn(wide_, place);
-}
-
-// One that is asked for again is worth its sorting.
-YcluiCandidateList* YcluiCandidates::keptIn(Pool& pool, const Place& place) {
-  for (Kept& kept : pool) {
-    if (kept.place != place) continue;
-    kept.asked = ++questions_;
-    kept.list.seekInOrder();
-    return &kept.list;
+void YcluiCandidates::findCached(std::string_view prefix, Words& found) {
+  if (prefix.empty()) {
+    found = words_;
+    return;
   }
-  return nullptr;
-}
-
-// An empty list, which is that of the place from now on.
-YcluiCandidateList& YcluiCandidates::listFor(const Place& place, std::size_t count) {
-  if (place.node == nullptr) {
-    passing_.clear();
-    return passing_;
-  }
-  Pool& pool = count > Narrow ? wide_ : narrow_;
-  Kept& kept = *std::min_element(pool.begin(), pool.end(), [](const Kept& one, const Kept& other) {
-    return one.asked < other.asked;
+  if (sorted_.empty()) sort();
+  const auto first = std::partition_point(
+      sorted_.begin(), sorted_.end(),
+      [prefix](const Sorted& sorted) { return CompareBeginning(sorted.word, prefix) < 0; });
+  const auto end = std::partition_point(first, sorted_.end(), [prefix](const Sorted& sorted) {
+    return CompareBeginning(sorted.word, prefix) == 0;
   });
-  kept.place = place;
-  kept.asked = ++questions_;
-  kept.list.clear();
-  return kept.list;
+  indexes_.clear();
+  for (auto i = first; i != end; ++i) indexes_.push_back(i->index);
+  std::sort(indexes_.begin(), indexes_.end());
+  for (const std::size_t index : indexes_) found.push_back(words_[index]);
+}
+
+void YcluiCandidates::sort() {
+  for (std::size_t i = 0; i < words_.size(); ++i) {
+    if (words_[i] != nullptr) sorted_.push_back({words_[i], i});
+  }
+  std::sort(sorted_.begin(), sorted_.end());
 }

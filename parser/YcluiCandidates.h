@@ -1,64 +1,59 @@
-// The words that could come at the places of a syntax.
+// The words that could come next. Internal to the parser.
 
 #ifndef PARSER_YCLUICANDIDATES_H_
 #define PARSER_YCLUICANDIDATES_H_
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
+#include "foundation/YMemory.h"
 #include "lex/YcluiLex.h"
-#include "parser/YcluiCandidateList.h"
 #include "syntax/YcluiNfa.h"
 
-// Keeps the words of the places that were asked for last, from the second time on in the order of
-// the alphabet as well. What is kept serves again where walker, syntax and dictionary are as they
-// were. Wide and narrow places are kept apart: the many narrow ones that a line passes do not
-// displace a wide one, which is dear to list.
+// Lists the words of the dictionary that the walker could accept next. The longest lists take long
+// to make and are asked for again with each letter that is typed, so the last one that was long is
+// cached, and sorted when it is asked for a second time. It is used where the walker's state, the
+// syntax and the dictionary are as they were.
 class YcluiCandidates {
  public:
-  using Words = YcluiCandidateList::Words;
+  // Names of the lexer's words; null for a node without a word.
+  using Words = std::vector<const char*, YAllocator<const char*>>;
 
-  // The words of the walker's place, one for each node and in its order, that begin with the
-  // prefix; null for a node without a word when the prefix is empty. The words are the lexer's.
-  // 0 when the walker has nothing to list, else 1.
-  YWord find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix, Words& found);
-  // The same with those of the successors of `root` behind them, and none without a word. Where a
-  // command that began with `interrupted` waits, those whose command it does not admit are left
-  // out, and nothing is kept. Of several nodes of one id, a step leads to the last.
+  // Fills `found` with the words that begin with the prefix, one for each node, in the order of
+  // possibleNodes; with null for a node without a word when the prefix is empty. False when the
+  // walker is terminated or has no graph.
+  bool find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix, Words& found);
+  // The same, followed by those of the successors of `root`, and none without a word. Where a
+  // command that began with `interrupted` waits, words whose command it does not admit are left
+  // out. Of several nodes of one id, a step leads to the last.
   void findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
                const YcluiSyntaxNode* interrupted, const YcluiLex& lexer, std::string_view prefix,
                Words& found);
-  void forget();
+  // Discards the cached list.
+  void forget() { key_ = {}; }
 
  private:
-  struct Place {
-    const YcluiSyntaxNode* node = nullptr;
-    YWord terminated = 0;
-    std::uint64_t syntaxChanges = 0;
+  struct Key {
+    const YcluiSyntaxNode* place = nullptr;  // null: nothing is cached
+    std::uint64_t generation = 0;
     std::uint64_t wordChanges = 0;
-    bool operator==(const Place&) const = default;
+    bool operator==(const Key&) const = default;
   };
-  struct Kept {
-    Place place;
-    std::uint64_t asked = 0;  // when it was last
-    YcluiCandidateList list;
+  struct Sorted {
+    const char* word;
+    std::size_t index;  // in words_
+    bool operator<(const Sorted& other) const;
   };
-  static constexpr std::size_t Narrow = 32;  // words at most
-  using Pool = std::array<Kept, 4>;
 
-  Pool wide_;
-  Pool narrow_;
-  std::uint64_t questions_ = 0;
-  YcluiCandidateList passing_;  // of what is no single place
+  Key key_;
+  Words words_;                                     // the cached list
+  std::vector<Sorted, YAllocator<Sorted>> sorted_;  // the same by name; empty until asked for
+  std::vector<std::size_t, YAllocator<std::size_t>> indexes_;  // of the words found in it
 
-  YcluiCandidateList* keptFor(const Place& place);
-  YcluiCandidateList* keptIn(Pool& pool, const Place& place);
-  YcluiCandidateList& listFor(const Place& place, std::size_t count);
-  YcluiCandidateList* listOfWalker(const YcluiNfa& walker, const YcluiLex& lexer);
-  YcluiCandidateList* listOfAdmitted(const YcluiNfa& walker, const YcluiSyntaxNode& interrupted,
-                                     const YcluiLex& lexer);
-  YcluiCandidateList& listOfRoot(const YcluiSyntaxNode& root, const YcluiLex& lexer);
+  void findCached(std::string_view prefix, Words& found);
+  void sort();
 };
 
 #endif  // PARSER_YCLUICANDIDATES_H_

@@ -418,7 +418,7 @@ class YQRT_API YcluiParser {
   const YcluiSyntaxNode* interruptedNode() const;
   YWord admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;
 
-  YWord findCandidates(const char* prefix, YcluiCandidates::Words& found) const;
+  bool findCandidates(const char* prefix, YcluiCandidates::Words& found) const;
 
   void joinLive();
   void leaveLive();

@@ -47,7 +47,7 @@ std::string_view ViewOf(const char* text) {
 
 int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
   YcluiCandidates::Words found;
-  if (findCandidates(prefix, found) == 0) return 0;
+  if (!findCandidates(prefix, found)) return 0;
   const int first = prefix == nullptr || *prefix == '\0' ? 0 : list.size();
   const int count = static_cast<int>(found.size());
   MakeRoom(list, first + count);
@@ -59,7 +59,7 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
                                     unsigned long& unique) const {
   unique = 0;
   YcluiCandidates::Words found;
-  if (findCandidates(prefix, found) == 0 || found.empty()) return 0;
+  if (!findCandidates(prefix, found) || found.empty()) return 0;
   completed.assign(found[0]);
   for (std::size_t i = 1; i < found.size() && completed.length > 0; ++i) {
     completed.truncate(found[i] == nullptr ? 0 : CommonLength(found[i], completed));
@@ -69,10 +69,10 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
   return 1;
 }
 
-// 0 when nothing can come.
-YWord YcluiParser::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
+// False when nothing can come.
+bool YcluiParser::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
   const YcluiLineParser* frame = currentFrame();
-  if (frame == nullptr) return 0;
+  if (frame == nullptr) return false;
   return candidates.find(*frame, *lexer, ViewOf(prefix), found);
 }
 
