@@ -15,18 +15,6 @@ constexpr std::uint64_t MostStepsPerNode = 2;
 constexpr std::uint64_t StepsOfSmallGraph = 64;
 constexpr std::size_t LongestKeptText = 128;
 
-// Where the arena gets its memory.
-class CheckedMemory final : public std::pmr::memory_resource {
-  void* do_allocate(std::size_t size, std::size_t) override {
-    return YAllocator<char>().allocate(size);
-  }
-  void do_deallocate(void* memory, std::size_t size, std::size_t) override {
-    YAllocator<char>().deallocate(static_cast<char*>(memory), size);
-  }
-  bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
-};
-CheckedMemory Memory;
-
 std::uint64_t HashOf(const YcluiSyntaxNodeStk& list) {
   std::uint64_t hash = static_cast<std::uint64_t>(list.count());
   for (int i = 0; i < list.count(); ++i) {
@@ -36,8 +24,6 @@ std::uint64_t HashOf(const YcluiSyntaxNodeStk& list) {
 }
 
 }  // namespace
-
-YcluiStepCache::YcluiStepCache() : memory_(&Memory) {}
 
 YcluiWalkState* YcluiStepCache::find(const YcluiPlace& place, bool& shouldLearn) {
   shouldLearn = false;
@@ -80,8 +66,8 @@ void YcluiStepCache::use(std::uint64_t steps) {
 
 YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t places) {
   const std::uint32_t few = steps > FewSteps ? 0 : steps;
-  void* memory = memory_.allocate(sizeof(YcluiWalkState) + few * sizeof(YcluiCachedStep) +
-                                  places * sizeof(YcluiSyntaxNode*));
+  void* memory = memory_.take(sizeof(YcluiWalkState) + few * sizeof(YcluiCachedStep) +
+                              places * sizeof(YcluiSyntaxNode*));
   auto* state = new (memory) YcluiWalkState;
   state->fewCount = few;
   state->placeCount = places;
@@ -126,7 +112,7 @@ const char* YcluiStepCache::keptText(const char* text) {
   const std::size_t size = text == nullptr ? 0 : std::strlen(text) + 1;
   if (size == 0 || size > LongestKeptText || isFull_) return text;
   use(1 + size / sizeof(YcluiCachedStep));
-  return static_cast<char*>(std::memcpy(memory_.allocate(size, 1), text, size));
+  return static_cast<char*>(std::memcpy(memory_.take(size), text, size));
 }
 
 void YcluiStepCache::renew(const YcluiSyntaxNode* graphEnd) {
@@ -141,7 +127,7 @@ void YcluiStepCache::forget() {
   singles_.clear();
   lists_.clear();
   manySteps_.clear();
-  memory_.release();
+  memory_.clear();
   used_ = 0;
   isFull_ = false;
 }

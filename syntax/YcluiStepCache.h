@@ -5,9 +5,9 @@
 
 #include <cstdint>
 #include <memory>
-#include <memory_resource>
 #include <vector>
 
+#include "foundation/YArena.h"
 #include "foundation/YMemory.h"
 #include "platform/containers/YHashTable.h"
 #include "syntax/YcluiChangeCount.h"
@@ -70,10 +70,10 @@ struct YcluiPlace {
 // and steps are valid as long as `generation` is the same, texts and nodes of a step as well.
 class YcluiStepCache {
  public:
-  YcluiStepCache();
+  YcluiStepCache() = default;
   YcluiStepCache(const YcluiStepCache&) = delete;
   YcluiStepCache& operator=(const YcluiStepCache&) = delete;
-  ~YcluiStepCache() { forget(); }
+  ~YcluiStepCache() = default;
 
   // Empties the cache if something changed since it was filled. Returns the generation of what it
   // holds: a number that no other content of any cache has.
@@ -130,7 +130,7 @@ class YcluiStepCache {
   YHashTable<Single> singles_;
   YHashTable<List> lists_;
   std::vector<std::unique_ptr<Steps>, YAllocator<std::unique_ptr<Steps>>> manySteps_;
-  std::pmr::monotonic_buffer_resource memory_;  // of states, their lists and few steps
+  YArena memory_;  // of states, their lists and few steps
 
   const YcluiSyntaxNode* successorRoot_ = nullptr;
   std::uint64_t successorChanges_ = 0;
