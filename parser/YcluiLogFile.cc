@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "foundation/YErr.h"
+#include "foundation/YFileName.h"
 #include "platform/containers/YPathName.h"
 
 YcluiLogFile::YcluiLogFile(const char* path) {
@@ -15,7 +16,7 @@ YcluiLogFile::YcluiLogFile(const char* path) {
 }
 
 YWord YcluiLogFile::open(const char* mode) {
-  std::FILE* opened = std::fopen(YFileSystemName(name.buffer).buffer, mode);
+  std::FILE* opened = std::fopen(YFileName::FromText(name.buffer).c_str(), mode);
   if (opened == nullptr) return cluiError(YErrNotOpened);
   stream = opened;
   lineLength_ = 0;

@@ -9,9 +9,9 @@
 #include <set>
 #include <string_view>
 
+#include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseFileName.h"
-#include "platform/engine/YseText.h"
 
 namespace yse {
 
@@ -229,8 +229,8 @@ YWord ScmVM::start(std::size_t memoryLimit, std::string& error) {
     error = "the engine runs already";
     return 0;
   }
-  if (!EncodingIsThere()) {
-    error = "iconv does not know the encoding CP932";
+  if (!YCharacters::CanConvert()) {
+    error = std::string("iconv does not know the encoding ") + YEncoding::Inside();
     return 0;
   }
   engine.thread = pthread_self();

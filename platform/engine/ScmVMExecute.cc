@@ -2,15 +2,15 @@
 
 #include <cstring>
 
+#include "foundation/YCharacters.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseText.h"
 
 namespace {
 
 // Answers how many bytes were put before the NUL.
 long CopyOut(const std::string& bytes, char* buffer, long size) {
   if (buffer == nullptr || size <= 0) return 0;
-  const std::size_t length = yse::CutBetweenCharacters(bytes, static_cast<std::size_t>(size) - 1);
+  const std::size_t length = YCharacters::CutBetween(bytes, static_cast<std::size_t>(size) - 1);
   std::memcpy(buffer, bytes.data(), length);
   buffer[length] = '\0';
   return static_cast<long>(length);
@@ -28,7 +28,7 @@ long ScmVMExternal::ExecuteString(const char* text, char* buffer, long size, YSt
   running.room = buffer != nullptr && size > 1 ? static_cast<std::size_t>(size) : 0;
   yse::RunGuarded(running);
   if (running.ending != yse::Text::Good) {
-    return CopyOut(yse::BytesFromUtf8(running.error.message), buffer, size);
+    return CopyOut(YCharacters::BytesFromUtf8(running.error.message), buffer, size);
   }
   YStatusSetGood(status);
   return CopyOut(running.printed, buffer, size);

@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include "foundation/YCharacters.h"
+#include "foundation/YFileName.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseFileName.h"
-#include "platform/engine/YseText.h"
 
 namespace yse {
 
@@ -57,7 +57,7 @@ bool ConstantArguments(SCM module, SCM expressions, SCM& values) {
 std::string LocaleName(SCM name) {
   std::string utf8;
   ToUtf8(name, utf8);
-  return FileNameFromUtf8(utf8);
+  return YFileName::FromUtf8(utf8);
 }
 
 bool ReadAll(const char* name, std::string& content) {
@@ -81,7 +81,7 @@ int ReadScript(SCM name, long& badLine) {
   engine.characters.clear();
   std::string_view text = content;
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-  const std::size_t read = AppendFromUtf8(text, engine.characters);
+  const std::size_t read = YCharacters::AppendFromUtf8(text, engine.characters);
   if (read == text.size()) return 0;
   badLine = 1;
   for (const char c : text.substr(0, read)) badLine += c == '\n' ? 1 : 0;

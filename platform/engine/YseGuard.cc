@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "foundation/YCharacters.h"
+#include "foundation/YFileName.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseFileName.h"
-#include "platform/engine/YseText.h"
 
 namespace yse {
 
@@ -42,7 +42,7 @@ void NoteGoodEnd(SCM value) {
   FlushScheme();
   if (text.room > 0 && !WriteCommon(value, text.printed)) {
     ToUtf8(Shown(value, text.room), engine.bytes);
-    text.printed = BytesFromUtf8(engine.bytes);
+    text.printed = YCharacters::BytesFromUtf8(engine.bytes);
   }
   text.ending = Text::Good;
 }
@@ -61,7 +61,7 @@ SCM RunSource(const char* source) {
 
 SCM RunFile(const char* file) {
   Engine& engine = TheEngine();
-  engine.bytes = Utf8FromFileName(file);
+  engine.bytes = YFileName::ToUtf8(file);
   return scm_call_1(engine.loadScript, FromUtf8(engine.bytes));
 }
 
@@ -154,7 +154,7 @@ void TellFailure(Text& text) {
   Engine& engine = TheEngine();
   if (text.ending != Text::Failed) text.error.message = MessageOfEnding(text.ending);
   if (text.source != nullptr && text.error.file.empty()) {
-    text.error.text = Utf8FromBytes(text.source);
+    text.error.text = YCharacters::Utf8FromBytes(text.source);
   }
   text.error.interrupted = text.ending == Text::Interrupted;
   // The levels of a nest that is stopped end one after the other; it is one event.

@@ -1,8 +1,8 @@
 // Output of scripts and output of C++ code go through two buffers to one place. Each side is
 // flushed before the other one takes over, so what is read has the order in which it was written.
 
+#include "foundation/YEncoding.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseFileName.h"
 
 namespace yse {
 
@@ -18,7 +18,7 @@ void SetUp(SCM port, const char* encoding) {
 
 void OpenPorts() {
   Engine& engine = TheEngine();
-  const char* const encoding = LocaleEncoding();
+  const char* const encoding = YEncoding::OfLocale();
   engine.output = scm_current_output_port();
   engine.errors = scm_current_error_port();
   SetUp(engine.output, encoding);

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "foundation/YCharacters.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseText.h"
 
 namespace yse {
 
@@ -221,7 +221,7 @@ long ScmVMExternal::StackPopChar(YStatus& status) {
   const Popped popped = Pop(status);
   if (!popped.isThere()) return 0;
   const bool isChar = SCM_CHARP(popped.value);
-  const int code = isChar ? CodeOf(SCM_CHAR(popped.value)) : -1;
+  const int code = isChar ? YCharacters::CodeOf(SCM_CHAR(popped.value)) : -1;
   if (code >= 0) return code;
   ReportBadType(status, popped.argNum, isChar ? "a Shift_JIS character" : NameOfType(YScmArgChar),
                 popped.value);

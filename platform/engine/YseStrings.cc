@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "foundation/YCharacters.h"
 #include "platform/engine/YseEngine.h"
-#include "platform/engine/YseText.h"
 
 namespace yse {
 
@@ -62,24 +62,24 @@ const char* Keep(const std::string& bytes) {
 }  // namespace
 
 SCM FromUtf8(std::string_view utf8) {
-  if (IsAscii(utf8)) return scm_from_latin1_stringn(utf8.data(), utf8.size());
+  if (YCharacters::IsAscii(utf8)) return scm_from_latin1_stringn(utf8.data(), utf8.size());
   std::u32string& characters = TheEngine().characters;
   characters.clear();
-  AppendFromUtf8(utf8, characters);
+  YCharacters::AppendFromUtf8(utf8, characters);
   return FromCharacters(characters);
 }
 
 void ToUtf8(SCM string, std::string& utf8) {
   utf8.clear();
   ToCharacters(string);
-  AppendUtf8(TheEngine().characters, utf8);
+  YCharacters::AppendUtf8(TheEngine().characters, utf8);
 }
 
 SCM FromBytes(std::string_view bytes) {
-  if (IsAscii(bytes)) return scm_from_latin1_stringn(bytes.data(), bytes.size());
+  if (YCharacters::IsAscii(bytes)) return scm_from_latin1_stringn(bytes.data(), bytes.size());
   std::u32string& characters = TheEngine().characters;
   characters.clear();
-  AppendCharacters(bytes, characters);
+  YCharacters::AppendFromBytes(bytes, characters);
   return FromCharacters(characters);
 }
 
@@ -91,7 +91,7 @@ const char* ToBytes(SCM string, const char*& expected) {
     return nullptr;
   }
   engine.bytes.clear();
-  if (!AppendBytes(engine.characters, engine.bytes)) {
+  if (!YCharacters::AppendBytes(engine.characters, engine.bytes)) {
     expected = OutsideEncoding;
     return nullptr;
   }

@@ -1,63 +1,35 @@
-#include "platform/engine/YseText.h"
-
-#include <iconv.h>
+#include "foundation/YCharacters.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
 
-namespace yse {
+#include "foundation/YEncoding.h"
+#include "foundation/YKanji.h"
+#include "foundation/YTextConverter.h"
 
 namespace {
 
 constexpr std::size_t Plane = 0x10000;  // all characters of the encoding are below
 
-bool IsLead(unsigned char byte) {
-  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
+constexpr char Wide[] = "UTF-16BE";  // all characters of the encoding are two bytes of it
 
-bool IsTrail(unsigned char byte) {
-  return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
-}
-
-// One direction of the machine's conversion, a character at a time.
-class Converter {
- public:
-  Converter(const char* to, const char* from) : descriptor_(iconv_open(to, from)) {}
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-  ~Converter() {
-    if (isThere()) iconv_close(descriptor_);
-  }
-
-  bool isThere() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); }
-
-  // The length of what `in` becomes, 0 when it is no whole character.
-  std::size_t convert(std::string_view in, char* out, std::size_t room) const {
-    char* source = const_cast<char*>(in.data());
-    std::size_t sourceLeft = in.size();
-    char* target = out;
-    std::size_t targetLeft = room;
-    iconv(descriptor_, nullptr, nullptr, nullptr, nullptr);
-    const std::size_t answer = iconv(descriptor_, &source, &sourceLeft, &target, &targetLeft);
-    if (answer == static_cast<std::size_t>(-1) || sourceLeft != 0) return 0;
-    return room - targetLeft;
-  }
-
- private:
-  iconv_t descriptor_;
-};
-
-// 0 stands for "none" in all three tables: NUL never crosses.
+// NUL never crosses, so 0 means "none" in all three tables.
 struct Tables {
   std::array<std::uint16_t, 256> single{};
   std::array<std::uint16_t, Plane> pair{};
   std::array<std::uint16_t, Plane> code{};
 
   Tables();
-  void addCharacter(const Converter& decode, const Converter& encode, std::string_view bytes);
-  void addLookAlikes(const Converter& encode);
+  void addCharacter(YTextConverter& decode, YTextConverter& encode, std::string_view bytes);
+  void addLookAlikes(YTextConverter& encode);
 };
+
+// Replaces `out` by what `in` becomes; empty when that is no whole character.
+void ConvertOne(YTextConverter& converter, std::string_view in, std::string& out) {
+  out.clear();
+  if (converter.convert(in, out) < in.size()) out.clear();
+}
 
 unsigned Number(std::string_view bytes) {
   unsigned number = 0;
@@ -66,44 +38,46 @@ unsigned Number(std::string_view bytes) {
 }
 
 Tables::Tables() {
-  const Converter decode("UTF-16BE", "CP932");
-  const Converter encode("CP932", "UTF-16BE");
+  YTextConverter decode(YEncoding::Inside(), Wide);
+  YTextConverter encode(Wide, YEncoding::Inside());
   for (unsigned first = 1; first < 256; ++first) {
     const char bytes[2] = {static_cast<char>(first), 0};
     addCharacter(decode, encode, {bytes, 1});
-    if (!IsLead(static_cast<unsigned char>(first))) continue;
+    if (!YIsKanjiLead(static_cast<unsigned char>(first))) continue;
     for (unsigned second = 0x40; second <= 0xFC; ++second) {
       const char both[2] = {static_cast<char>(first), static_cast<char>(second)};
-      if (IsTrail(static_cast<unsigned char>(second))) addCharacter(decode, encode, {both, 2});
+      if (YIsKanjiTrail(static_cast<unsigned char>(second)))
+        addCharacter(decode, encode, {both, 2});
     }
   }
   addLookAlikes(encode);
   for (unsigned byte = 0; byte < 256; ++byte) {
-    code[LoneByte + byte] = static_cast<std::uint16_t>(byte);
+    code[YCharacters::LoneByte + byte] = static_cast<std::uint16_t>(byte);
   }
 }
 
 // Only what comes back as itself is a character.
-void Tables::addCharacter(const Converter& decode, const Converter& encode,
-                          std::string_view bytes) {
-  char wide[8];
-  char back[8];
-  if (decode.convert(bytes, wide, sizeof wide) != 2) return;
-  const std::size_t length = encode.convert({wide, 2}, back, sizeof back);
-  if (std::string_view(back, length) != bytes) return;
-  const unsigned character = Number({wide, 2});
-  if (character >= LoneByte && character < LoneByte + 256) return;
+void Tables::addCharacter(YTextConverter& decode, YTextConverter& encode, std::string_view bytes) {
+  std::string wide;
+  std::string back;
+  ConvertOne(decode, bytes, wide);
+  if (wide.size() != 2) return;
+  ConvertOne(encode, wide, back);
+  if (back != bytes) return;
+  const unsigned character = Number(wide);
+  if (character >= YCharacters::LoneByte && character < YCharacters::LoneByte + 256) return;
   (bytes.size() == 1 ? single[Number(bytes)] : pair[Number(bytes)]) =
       static_cast<std::uint16_t>(character);
   code[character] = static_cast<std::uint16_t>(Number(bytes));
 }
 
-void Tables::addLookAlikes(const Converter& encode) {
+void Tables::addLookAlikes(YTextConverter& encode) {
+  std::string bytes;
   for (unsigned character = 128; character < Plane; ++character) {
+    if (code[character] != 0) continue;
     const char wide[2] = {static_cast<char>(character >> 8), static_cast<char>(character)};
-    char bytes[8];
-    if (code[character] != 0 || encode.convert({wide, 2}, bytes, sizeof bytes) != 2) continue;
-    code[character] = static_cast<std::uint16_t>(Number({bytes, 2}));
+    ConvertOne(encode, {wide, 2}, bytes);
+    if (bytes.size() == 2) code[character] = static_cast<std::uint16_t>(Number(bytes));
   }
 }
 
@@ -115,7 +89,7 @@ const Tables& TheTables() {
 char32_t CharacterOfByte(const Tables& tables, unsigned char byte) {
   if (byte < 128) return byte;
   const char32_t character = tables.single[byte];
-  return character != 0 ? character : LoneByte + byte;
+  return character != 0 ? character : YCharacters::LoneByte + byte;
 }
 
 void AppendCode(int code, std::string& bytes) {
@@ -144,7 +118,7 @@ void AppendUtf8Character(char32_t c, std::string& utf8) {
   }
 }
 
-// The length of the UTF-8 character that the text begins with, by its first byte; 0 for none.
+// The length of a UTF-8 character by its first byte; 0 when no character begins with that.
 std::size_t Utf8Length(unsigned char first) {
   if (first < 0x80) return 1;
   if (first >= 0xC2 && first < 0xE0) return 2;
@@ -153,7 +127,7 @@ std::size_t Utf8Length(unsigned char first) {
   return 0;
 }
 
-// Reads one character from the front; 0 in `length` when there is none.
+// Reads the first character; 0 in `length` when there is none.
 char32_t FirstOfUtf8(std::string_view utf8, std::size_t& length) {
   static constexpr std::array<char32_t, 5> Least = {0, 0, 0x80, 0x800, 0x10000};
   const auto first = static_cast<unsigned char>(utf8.front());
@@ -173,18 +147,19 @@ char32_t FirstOfUtf8(std::string_view utf8, std::size_t& length) {
 
 }  // namespace
 
-bool EncodingIsThere() {
-  return Converter("UTF-16BE", "CP932").isThere() && Converter("CP932", "UTF-16BE").isThere();
+bool YCharacters::CanConvert() {
+  return YTextConverter(YEncoding::Inside(), Wide).isOpen() &&
+         YTextConverter(Wide, YEncoding::Inside()).isOpen();
 }
 
-bool IsAscii(std::string_view text) {
+bool YCharacters::IsAscii(std::string_view text) {
   for (const char c : text) {
     if (static_cast<unsigned char>(c) >= 128) return false;
   }
   return true;
 }
 
-void AppendCharacters(std::string_view bytes, std::u32string& characters) {
+void YCharacters::AppendFromBytes(std::string_view bytes, std::u32string& characters) {
   const Tables& tables = TheTables();
   characters.reserve(characters.size() + bytes.size());
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -196,14 +171,14 @@ void AppendCharacters(std::string_view bytes, std::u32string& characters) {
   }
 }
 
-int CodeOf(char32_t character) {
+int YCharacters::CodeOf(char32_t character) {
   if (character < 128) return static_cast<int>(character);
   if (character >= Plane) return -1;
   const int code = TheTables().code[character];
   return code != 0 ? code : -1;
 }
 
-bool AppendBytes(std::u32string_view characters, std::string& bytes) {
+bool YCharacters::AppendBytes(std::u32string_view characters, std::string& bytes) {
   for (const char32_t character : characters) {
     const int code = CodeOf(character);
     if (code < 0) return false;
@@ -212,7 +187,7 @@ bool AppendBytes(std::u32string_view characters, std::string& bytes) {
   return true;
 }
 
-std::size_t AppendFromUtf8(std::string_view utf8, std::u32string& characters) {
+std::size_t YCharacters::AppendFromUtf8(std::string_view utf8, std::u32string& characters) {
   std::size_t read = 0;
   while (read < utf8.size()) {
     std::size_t length = 0;
@@ -224,20 +199,20 @@ std::size_t AppendFromUtf8(std::string_view utf8, std::u32string& characters) {
   return read;
 }
 
-void AppendUtf8(std::u32string_view characters, std::string& utf8) {
+void YCharacters::AppendUtf8(std::u32string_view characters, std::string& utf8) {
   for (const char32_t character : characters) AppendUtf8Character(character, utf8);
 }
 
-std::string Utf8FromBytes(std::string_view bytes) {
+std::string YCharacters::Utf8FromBytes(std::string_view bytes) {
   if (IsAscii(bytes)) return std::string(bytes);
   std::u32string characters;
-  AppendCharacters(bytes, characters);
+  AppendFromBytes(bytes, characters);
   std::string utf8;
   AppendUtf8(characters, utf8);
   return utf8;
 }
 
-std::string BytesFromUtf8(std::string_view utf8) {
+std::string YCharacters::BytesFromUtf8(std::string_view utf8) {
   if (IsAscii(utf8)) return std::string(utf8);
   std::u32string characters;
   AppendFromUtf8(utf8, characters);
@@ -249,17 +224,15 @@ std::string BytesFromUtf8(std::string_view utf8) {
   return bytes;
 }
 
-std::size_t CutBetweenCharacters(std::string_view bytes, std::size_t room) {
+std::size_t YCharacters::CutBetween(std::string_view bytes, std::size_t room) {
   if (bytes.size() <= room) return bytes.size();
   std::size_t end = 0;
   while (end < room) {
-    const bool both = IsLead(static_cast<unsigned char>(bytes[end])) &&
-                      IsTrail(static_cast<unsigned char>(bytes[end + 1]));
-    const std::size_t next = end + (both ? 2 : 1);
+    const bool isDouble = YIsKanjiLead(static_cast<unsigned char>(bytes[end])) &&
+                          YIsKanjiTrail(static_cast<unsigned char>(bytes[end + 1]));
+    const std::size_t next = end + (isDouble ? 2 : 1);
     if (next > room) break;
     end = next;
   }
   return end;
 }
-
-}  // namespace yse

@@ -1,0 +1,95 @@
+#include "foundation/YFileName.h"
+
+#include <cstring>
+
+#include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
+#include "foundation/YKanji.h"
+#include "foundation/YTextConverter.h"
+
+namespace {
+
+// The length in bytes of the first character of a text, which is not empty.
+using CharacterLength = std::size_t (*)(std::string_view text);
+
+std::size_t InsideCharacter(std::string_view text) {
+  const bool isDouble = text.size() > 1 && YIsKanjiLead(static_cast<unsigned char>(text[0])) &&
+                        YIsKanjiTrail(static_cast<unsigned char>(text[1]));
+  return isDouble ? 2 : 1;
+}
+
+std::size_t SingleByte(std::string_view) {
+  return 1;
+}
+
+// A character that cannot be converted passes byte for byte.
+std::string Converted(const char* from, const char* to, std::string_view text,
+                      CharacterLength length) {
+  YTextConverter converter(from, to);
+  if (!converter.isOpen()) return std::string(text);
+  std::string converted;
+  while (!text.empty()) {
+    text.remove_prefix(converter.convert(text, converted));
+    if (text.empty()) break;
+    const std::size_t n = length(text);
+    converted += text.substr(0, n);
+    text.remove_prefix(n);
+  }
+  return converted;
+}
+
+// The text itself when not all of it can be converted.
+std::string ConvertedWhole(const char* from, const char* to, std::string_view text) {
+  YTextConverter converter(from, to);
+  std::string converted;
+  const bool isWhole = converter.isOpen() && converter.convert(text, converted) == text.size();
+  return isWhole ? converted : std::string(text);
+}
+
+bool IsUtf8(const char* encoding) {
+  return std::strcmp(encoding, "UTF-8") == 0;
+}
+
+}  // namespace
+
+std::string YFileName::FromText(std::string_view text) {
+  return Converted(YEncoding::Inside(), YEncoding::OfLocale(), text, InsideCharacter);
+}
+
+bool YFileName::ToText(std::string_view name, std::string& text) {
+  std::string converted = Converted(YEncoding::OfLocale(), YEncoding::Inside(), name, SingleByte);
+  if (FromText(converted) != name) return false;
+  text.swap(converted);
+  return true;
+}
+
+std::string YFileName::FromUtf8(std::string_view utf8) {
+  std::u32string characters;
+  YCharacters::AppendFromUtf8(utf8, characters);
+  std::string text;
+  for (const char32_t character : characters) {
+    if (character > YCharacters::LoneByte && character < YCharacters::LoneByte + 256) {
+      text.push_back(static_cast<char>(character - YCharacters::LoneByte));
+    } else {
+      YCharacters::AppendUtf8({&character, 1}, text);
+    }
+  }
+  const char* const encoding = YEncoding::OfLocale();
+  return IsUtf8(encoding) ? text : ConvertedWhole("UTF-8", encoding, text);
+}
+
+std::string YFileName::ToUtf8(std::string_view name) {
+  const char* const encoding = YEncoding::OfLocale();
+  const std::string text =
+      IsUtf8(encoding) ? std::string(name) : ConvertedWhole(encoding, "UTF-8", name);
+  std::u32string characters;
+  for (std::string_view rest = text; !rest.empty();) {
+    rest.remove_prefix(YCharacters::AppendFromUtf8(rest, characters));
+    if (rest.empty()) break;
+    characters.push_back(YCharacters::LoneByte + static_cast<unsigned char>(rest.front()));
+    rest.remove_prefix(1);
+  }
+  std::string utf8;
+  YCharacters::AppendUtf8(characters, utf8);
+  return utf8;
+}
