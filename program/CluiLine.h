@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 
 // A character of a line of the input.
 struct CluiSpot {

@@ -10,8 +10,8 @@
 #include "foundation/YErrCodes.h"
 #include "parser/YcluiParser.h"
 #include "program/CluiLiteral.h"
-#include "program/CluiMessages.h"
 #include "program/CluiNearest.h"
+#include "program/text/CluiMessages.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "program/CluiEncoding.h"
 #include "program/CluiLine.h"
+#include "program/text/CluiEncoding.h"
 
 class YcluiParser;
 class YcluiToken;

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "program/CluiWidth.h"
-#include "program/CluiWrap.h"
+#include "program/text/CluiWidth.h"
+#include "program/text/CluiWrap.h"
 
 namespace {
 

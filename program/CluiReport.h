@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "program/CluiEncoding.h"
 #include "program/CluiProgress.h"
+#include "program/text/CluiEncoding.h"
 
 // A place in an input. Lines and columns count from 1; 0 stands for none. A column counts
 // characters, whatever their width.

@@ -1,14 +1,13 @@
 #include "program/CluiRun.h"
 
 #include <cstdio>
-#include <utility>
 
+#include "foundation/YErr.h"
 #include "foundation/YErrCodes.h"
 #include "parser/YcluiParser.h"
+#include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 #include "program/CluiInterrupt.h"
-#include "program/CluiLiteral.h"
-#include "program/CluiMessages.h"
 #include "program/CluiProcedures.h"
 #include "program/terminal/CluiTerminalProcedures.h"
 
@@ -31,9 +30,12 @@ CluiRun::CluiRun(const CluiOptions& options)
       progress_(!options.quiet && !options.trace),
       report_(encoding_, progress_),
       trace_(report_, encoding_),
-      line_(encoding_),
-      played_(encoding_),
-      refusal_(encoding_) {}
+      reading_(encoding_),
+      diagnostics_(options, encoding_, reading_, report_, trace_, outcome_),
+      feeder_(encoding_, reading_, diagnostics_, outcome_),
+      recorder_(options, reading_, diagnostics_, outcome_),
+      player_(reading_, diagnostics_, feeder_, progress_, outcome_),
+      typist_(reading_, diagnostics_, feeder_, outcome_) {}
 
 int CluiRun::run() {
   std::string error;
@@ -45,14 +47,14 @@ int CluiRun::run() {
     finish();
     return CluiInterrupted() ? Stopped : Unable;
   }
-  if (startLog()) {
-    session_ != nullptr ? typeIn() : readInputs();
-    endLog();
+  if (recorder_.start()) {
+    typist_.session() != nullptr ? typist_.run() : readInputs();
+    recorder_.end();
   } else {
-    unable_ = true;
+    outcome_.unable = true;
   }
   finish();
-  endSession();
+  typist_.close(report_);
   summarise();
   return status();
 }
@@ -60,18 +62,18 @@ int CluiRun::run() {
 bool CluiRun::start() {
   std::string error;
   if (ScmVM::start(ScmVM::DefaultMemoryLimit, error) == 0) {
-    tellProblem("clui", error);
+    diagnostics_.problem("clui", error);
     return false;
   }
   CluiCatchInterrupt();
   setPorts();
   const std::string library = options_.library.empty() ? CLUI_LIBRARY : options_.library;
   if (ScmVM::openLibrary(library.c_str(), LibraryName, error) == 0) {
-    tellProblem("clui", error);
+    diagnostics_.problem("clui", error);
     return false;
   }
   CluiBindProcedures();
-  if (options_.typed) openSession();
+  if (options_.typed) typist_.open(encoding_, options_.language, report_);
   return CluiBindTerminalProcedures();
 }
 
@@ -86,65 +88,72 @@ void CluiRun::setPorts() {
 
 bool CluiRun::loadLanguage() {
   YErr.setListener(
-      [](void* word, unsigned int code, YErrSeverity severity) {
-        static_cast<CluiRun*>(word)->onCode(code, severity);
+      [](void* data, unsigned int code, YErrSeverity severity) {
+        static_cast<CluiDiagnostics*>(data)->addCode(code, severity);
       },
-      this);
+      &diagnostics_);
   ScmVM::setErrorListener(
-      [](void* word, const ScmVMError& error) {
-        static_cast<CluiRun*>(word)->onScriptError(error);
+      [](void* data, const ScmVMError& error) {
+        static_cast<CluiDiagnostics*>(data)->failed(error);
       },
-      this);
+      &diagnostics_);
   const bool loaded = ScmVM::loadFile(options_.language.c_str()) != 0;
-  tellCodes();
-  if (!loaded) return false;
-  parser_ = YcluiParser::Live(0);
-  if (parser_ == nullptr) {
-    tellProblem(options_.language, "it made no parser");
-    return false;
-  }
-  if (parser_->nestingDepth() == 0) {
-    parser_ = nullptr;
-    tellProblem(options_.language, "its first parser has no syntax");
-    return false;
-  }
-  follow();
+  diagnostics_.reportCodes();
+  if (!loaded || !findParser()) return false;
+  listen();
   return true;
 }
 
-void CluiRun::follow() {
+bool CluiRun::findParser() {
+  YcluiParser* const parser = YcluiParser::Live(0);
+  if (parser == nullptr) {
+    diagnostics_.problem(options_.language, "it made no parser");
+    return false;
+  }
+  if (parser->nestingDepth() == 0) {
+    diagnostics_.problem(options_.language, "its first parser has no syntax");
+    return false;
+  }
+  reading_.setParser(parser);
+  return true;
+}
+
+void CluiRun::listen() {
   ScmVM::setTextListener(
-      [](void* word, const char* text) { static_cast<CluiRun*>(word)->onText(text); }, this);
-  parser_->setTokCallback(
-      [](void* word, YcluiToken& token) { return static_cast<CluiRun*>(word)->onToken(token); },
+      [](void* data, const char* text) { static_cast<CluiRun*>(data)->onText(text); }, this);
+  YcluiParser& parser = *reading_.parser();
+  parser.setTokCallback(
+      [](void* data, YcluiToken& token) { return static_cast<CluiRun*>(data)->onToken(token); },
       this);
-  parser_->setTokRefuseCallback([](void* word, const YcluiToken& token,
-                                   std::uint32_t) { static_cast<CluiRun*>(word)->onRefuse(token); },
-                                this);
-  parser_->setEchoProcedure(
-      [](void* word, const char* line) { static_cast<CluiRun*>(word)->onEcho(line); }, this);
+  parser.setTokRefuseCallback([](void* data, const YcluiToken& token,
+                                 std::uint32_t) { static_cast<CluiRun*>(data)->onRefuse(token); },
+                              this);
+  parser.setEchoProcedure(
+      [](void* data, const char* line) { static_cast<CluiRun*>(data)->onEcho(line); }, this);
 }
 
 void CluiRun::readInputs() {
-  if (!options_.texts.empty()) {
-    std::string text;
-    for (const std::string& part : options_.texts) text += part + "\n";
-    CluiSource source;
-    source.openText(text);
-    input_ = "-e";
-    readLines(source);
-  }
+  if (!options_.texts.empty()) readTexts();
   for (const std::string& file : options_.files) {
     if (CluiInterrupted()) return;
-    options_.play ? playFile(file) : readFile(file);
+    options_.play ? player_.play(file) : readFile(file);
   }
 }
 
+void CluiRun::readTexts() {
+  std::string text;
+  for (const std::string& part : options_.texts) text += part + "\n";
+  CluiSource source;
+  source.openText(text);
+  reading_.setInput("-e");
+  readLines(source);
+}
+
 void CluiRun::readFile(const std::string& name) {
-  input_ = NameOf(name);
+  reading_.setInput(NameOf(name));
   CluiSource source;
   std::string error;
-  if (!source.openFile(name, error)) return giveUpInput(0, error);
+  if (!source.openFile(name, error)) return diagnostics_.inputFailed(0, error);
   readLines(source);
 }
 
@@ -153,119 +162,27 @@ void CluiRun::readLines(CluiSource& source) {
   std::string error;
   std::size_t number = 0;
   CluiRead result = CluiRead::End;
-  line_.restart();
-  refusal_.restart();
-  heldText_.clear();
-  progress_.begin(input_, source.bytesOfFile());
+  reading_.line().restart();
+  diagnostics_.beginInput();
+  feeder_.begin();
+  progress_.begin(reading_.input(), source.bytesOfFile());
   while (!CluiInterrupted() && (result = source.next(bytes, error)) == CluiRead::Line) {
-    if (!isAlive()) return giveUpInput(number, "the parser was deleted; the rest is not read");
-    feed(bytes, ++number);
+    if (!reading_.isAlive()) {
+      return diagnostics_.inputFailed(number, "the parser was deleted; the rest is not read");
+    }
+    feeder_.feed(bytes, ++number);
     progress_.show(source.bytesRead(), static_cast<long long>(number));
   }
   progress_.erase();
-  if (CluiInterrupted()) return report_.tell({input_, number, 0}, L"interrupted");
-  if (result == CluiRead::Failed) giveUpInput(0, error);
-  endInput(number);
+  if (CluiInterrupted()) return report_.tell({reading_.input(), number, 0}, L"interrupted");
+  if (result == CluiRead::Failed) diagnostics_.inputFailed(0, error);
+  feeder_.end(number);
 }
 
-void CluiRun::feed(std::string& bytes, std::size_t number) {
-  if (number == 1 && encoding_.isUtf8() && bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-  std::string text;
-  CluiFault fault;
-  if (encoding_.toSystem(bytes, text, fault)) return feedHeld(text, number);
-  ++refused_;
-  report_.tell({input_, number, fault.character + 1},
-               CluiFaultText(fault, options_.encoding) + L"; the line is not read");
-  report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
-}
-
-// The lexer refuses a text that ends behind the comma of an argument which is not declared, or
-// inside a point; so such lines go to it together with the next one.
-void CluiRun::feedHeld(std::string& text, std::size_t number) {
-  const bool goesOn = holds(text);
-  if (heldText_.empty()) heldNumber_ = number;
-  heldText_ += text;
-  if (!goesOn) flushHeld();
-}
-
-bool CluiRun::holds(const std::string& text) {
-  if (!heldText_.empty() && CluiIsBlank(text)) return true;
-  if (!CluiMayEndInComma(text) || parser_->lex()->more() != 0) return false;
-  const CluiTextState begin = heldText_.empty() ? CluiStateOf(*parser_, false) : heldState_;
-  const CluiTextEnd end = CluiEndOf(*parser_, text, begin);
-  heldState_ = end.state;
-  return end.kind == CluiTextEnd::Comma;
-}
-
-void CluiRun::flushHeld() {
-  if (heldText_.empty()) return;
-  std::string text = std::move(heldText_);
-  heldText_.clear();
-  interpret(text, heldNumber_);
-}
-
-void CluiRun::interpret(std::string& text, std::size_t number) {
-  line_.take(text, number);
-  offered_ = {};
-  toldCode_ = 0;
-  takenBefore_ = taken_;
-  parser_->interpret(line_.text().c_str());
-  if (options_.trace) trace_.settle();
-  tellCodes();
-}
-
-void CluiRun::endInput(std::size_t number) {
-  if (isAlive()) flushHeld();
-  readLeftText(number);
-  const std::wstring what = isAlive() ? unfinished() : std::wstring();
-  if (what.empty()) return;
-  ended_ = true;
-  report_.tell({input_, 0, 0}, L"the input ended inside " + what);
-  parser_->dropOpenToken();
-  parser_->exhaust();
-  while (isAlive() && parser_->nestingDepth() > 1) parser_->popFrame();
-  parser_->reset();
-}
-
-// Text behind an argument that no comma follows has waited for the next line.
-void CluiRun::readLeftText(std::size_t number) {
-  std::uint32_t before = 0;
-  while (isAlive() && parser_->lex()->more() != 0 && parser_->lex()->cursorOffset() != before) {
-    before = parser_->lex()->cursorOffset();
-    std::string nothing;
-    interpret(nothing, number + 1);
-  }
-}
-
-std::wstring CluiRun::unfinished() const {
-  if (const YcluiToken* token = parser_->openToken()) {
-    const YcluiKeyword* keyword = parser_->lex()->keyword(token->string());
-    std::wstring what = L"the arguments of " + CluiQuoted(encoding_.fromSystem(token->string()));
-    const int next = token->argc();
-    if (keyword == nullptr || next > keyword->argCount()) return what;
-    return what + L"; expected next: " + CluiTypeText(keyword->argType(next - 1));
-  }
-  YString_Array candidates;
-  const bool goesOn = parser_->completionList("", candidates) > 0;
-  if (parser_->numberOfToken() > 0 && goesOn) {
-    return L"the command " + CluiQuoted(encoding_.fromSystem(parser_->currentLine()));
-  }
-  return parser_->nestingDepth() > 1 ? L"what interrupts another command" : std::wstring();
-}
-
-bool CluiRun::isAlive() const {
-  return YcluiParser::FindLive(reinterpret_cast<long>(parser_)) != nullptr;
-}
-
-void CluiRun::giveUpInput(std::size_t line, const std::string& problem) {
-  unable_ = true;
-  report_.tell({input_, line, 0}, encoding_.fromUtf8(problem));
-}
-
-// The script's parsers go with the run, so that their logs are ended orderly.
+// The script's parsers are destroyed with the run, so that their logs are closed.
 void CluiRun::finish() {
   ScmVM::setTextListener(nullptr, nullptr);
-  parser_ = nullptr;
+  reading_.setParser(nullptr);
   // Without a library there is no mortuary, and no parser either.
   while (YcluiParser* parser = YcluiParser::Live(0)) {
     YcluiParser::AddDeadBody(parser);
@@ -273,8 +190,8 @@ void CluiRun::finish() {
   }
   YcluiParser::CleanupMortuary();
   // The parser tries once more to write out what could not be written.
-  if (logLost_) std::erase_if(codes_, [](const Code& c) { return c.code == YErrNotClosed; });
-  tellCodes();
+  if (recorder_.isIncomplete()) diagnostics_.dropCode(YErrNotClosed);
+  diagnostics_.reportCodes();
   YErr.setListener(nullptr, nullptr);
   ScmVM::closeLibraries();
 }
@@ -282,15 +199,54 @@ void CluiRun::finish() {
 int CluiRun::status() const {
   // Where somebody types, an interrupt is a key, and a refusal no failure.
   if (CluiInterrupted() && !options_.typed) return Stopped;
-  if (unable_) return Unable;
+  if (outcome_.unable) return Unable;
   if (options_.typed) return AllTaken;
-  return refused_ > 0 || failed_ > 0 || ended_ ? SomethingRefused : AllTaken;
+  return outcome_.refused > 0 || outcome_.failed > 0 || outcome_.ended ? SomethingRefused
+                                                                       : AllTaken;
 }
 
 void CluiRun::summarise() {
-  if (options_.quiet || options_.typed || (refused_ == 0 && failed_ == 0)) return;
+  if (options_.quiet || options_.typed || (outcome_.refused == 0 && outcome_.failed == 0)) return;
   std::wstring text;
-  if (refused_ > 0) text = Plural(refused_, L"refusal");
-  if (failed_ > 0) text += (text.empty() ? L"" : L", ") + Plural(failed_, L"failed command");
+  if (outcome_.refused > 0) text = Plural(outcome_.refused, L"refusal");
+  if (outcome_.failed > 0)
+    text += (text.empty() ? L"" : L", ") + Plural(outcome_.failed, L"failed command");
   report_.tell({"clui", 0, 0}, text);
+}
+
+void CluiRun::onText(const char* text) {
+  diagnostics_.commandBegins();
+  CluiSession* const session = typist_.session();
+  if (session != nullptr && CluiSession::IsKey(text)) return;
+  if (options_.trace) trace_.runs(text);
+  if (session != nullptr) session->scriptRuns();
+}
+
+YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
+  diagnostics_.reportCodes();
+  if (typist_.session() != nullptr) typist_.session()->wordComes();
+  diagnostics_.offered();
+  if (CluiInterrupted()) {
+    reading_.parser()->pausePlayback();
+    // A line that is played directly is finished.
+    if (reading_.line().number() > 0) {
+      reading_.parser()->exhaust();
+      return YcluiTokenDrop;
+    }
+  }
+  ++outcome_.taken;
+  player_.showProgress();
+  recorder_.warnOfLosses(token);
+  if (options_.trace) trace_.offered(token);
+  return YcluiTokenPass;
+}
+
+void CluiRun::onRefuse(const YcluiToken& token) {
+  if (CluiInterrupted() && reading_.line().number() > 0) return reading_.parser()->exhaust();
+  diagnostics_.refused(token);
+}
+
+void CluiRun::onEcho(const char* line) {
+  if (typist_.session() != nullptr) typist_.session()->lineIs(line);
+  if (options_.trace) trace_.echo(line);
 }

@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <cstring>
 
-#include "program/CluiEncoding.h"
 #include "program/CluiRun.h"
 #include "program/CluiSource.h"
+#include "program/text/CluiEncoding.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 #include "program/terminal/CluiCapabilities.h"
 
 // The control bytes by which named keys are known.

@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "parser/YcluiParser.h"
-#include "program/CluiMessages.h"
-#include "program/CluiWidth.h"
+#include "program/text/CluiMessages.h"
+#include "program/text/CluiWidth.h"
 
 namespace {
 

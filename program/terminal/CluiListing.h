@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 #include "program/CluiTextEnd.h"
 
 class YcluiParser;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "program/CluiWidth.h"
-#include "program/CluiWrap.h"
+#include "program/text/CluiWidth.h"
+#include "program/text/CluiWrap.h"
 
 namespace {
 

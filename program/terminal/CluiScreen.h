@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 #include "program/terminal/CluiCapabilities.h"
 
 // A prompt and a line behind it, in as many rows as they need, with the cursor at the end. Nothing

@@ -8,7 +8,7 @@
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 #include "program/CluiInterrupt.h"
-#include "program/CluiMessages.h"
+#include "program/text/CluiMessages.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 #include "program/CluiTextEnd.h"
 #include "program/terminal/CluiCapabilities.h"
 #include "program/terminal/CluiHistory.h"

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "platform/ui/YuiTextField.h"
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 
 // A text field that is changed at its end. It only keeps its text; showing it is somebody else's.
 class CluiTerminalField : public YuiTextField {

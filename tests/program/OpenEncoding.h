@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 
 struct OpenEncoding : CluiEncoding {
   explicit OpenEncoding(const std::string& name = "UTF-8") {

@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "program/CluiWidth.h"
+#include "program/text/CluiWidth.h"
 #include "program/terminal/CluiKeys.h"
 #include "program/terminal/CluiScreen.h"
 #include "tests/program/OpenEncoding.h"

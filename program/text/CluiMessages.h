@@ -1,12 +1,12 @@
 // What the program says, in words: the one place for the texts of codes and refusals.
 
-#ifndef PROGRAM_CLUIMESSAGES_H_
-#define PROGRAM_CLUIMESSAGES_H_
+#ifndef PROGRAM_TEXT_CLUIMESSAGES_H_
+#define PROGRAM_TEXT_CLUIMESSAGES_H_
 
 #include <string>
 #include <vector>
 
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 
 // What a code of the error manager means, worded to stand behind a colon.
 std::wstring CluiCodeText(unsigned int code);
@@ -44,4 +44,4 @@ std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, in
 // What cannot be fed.
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding);
 
-#endif  // PROGRAM_CLUIMESSAGES_H_
+#endif  // PROGRAM_TEXT_CLUIMESSAGES_H_

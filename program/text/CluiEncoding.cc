@@ -1,12 +1,12 @@
-#include "program/CluiEncoding.h"
+#include "program/text/CluiEncoding.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
+
+#include "foundation/YEncoding.h"
 
 namespace {
 
-constexpr char System[] = "CP932";
 constexpr char Wide[] = "WCHAR_T";
 constexpr wchar_t Replacement = 0xFFFD;
 
@@ -20,15 +20,15 @@ void AppendWide(std::string_view bytes, std::wstring& to) {
   std::memcpy(to.data() + old, bytes.data(), bytes.size());
 }
 
-// Converts as far as it goes; answers the number of bytes that were converted.
-std::size_t ToWide(CluiConverter& converter, std::string_view bytes, std::wstring& to) {
+// Converts up to the first fault. Returns how many bytes were converted.
+std::size_t ToWide(YTextConverter& converter, std::string_view bytes, std::wstring& to) {
   std::string converted;
   const std::size_t done = converter.convert(bytes, converted);
   AppendWide(converted, to);
   return done;
 }
 
-std::wstring ToWideWhole(CluiConverter& converter, std::string_view bytes) {
+std::wstring ToWideWhole(YTextConverter& converter, std::string_view bytes) {
   std::wstring text;
   while (!bytes.empty()) {
     bytes.remove_prefix(ToWide(converter, bytes, text));
@@ -39,7 +39,7 @@ std::wstring ToWideWhole(CluiConverter& converter, std::string_view bytes) {
   return text;
 }
 
-// Of bytes or of characters; a NUL is not taken for one.
+// Of bytes or of characters; a NUL does not count as one.
 template <typename Text>
 bool IsAscii(const Text& text) {
   return std::all_of(text.begin(), text.end(), [](auto c) { return c > 0 && c < 0x80; });
@@ -47,51 +47,15 @@ bool IsAscii(const Text& text) {
 
 }  // namespace
 
-CluiConverter::~CluiConverter() {
-  close();
-}
-
-void CluiConverter::close() {
-  if (handle_ != nullptr) iconv_close(handle_);
-  handle_ = nullptr;
-}
-
-bool CluiConverter::open(const char* from, const char* to) {
-  close();
-  iconv_t const handle = iconv_open(to, from);
-  if (handle == reinterpret_cast<iconv_t>(-1)) return false;
-  handle_ = handle;
-  return true;
-}
-
-std::size_t CluiConverter::convert(std::string_view bytes, std::string& to) {
-  char* from = const_cast<char*>(bytes.data());
-  std::size_t left = bytes.size();
-  char piece[4096];
-  iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-  bool full = true;
-  while (full) {
-    char* out = piece;
-    std::size_t room = sizeof piece;
-    // With everything read, the call that flushes brings a stateful encoding back to its start.
-    const std::size_t result = left > 0 ? iconv(handle_, &from, &left, &out, &room)
-                                        : iconv(handle_, nullptr, nullptr, &out, &room);
-    const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
-    to.append(piece, static_cast<std::size_t>(out - piece));
-    if (error == 0 && left == 0 && out == piece) break;
-    full = error == 0 || error == E2BIG;
-  }
-  return bytes.size() - left;
-}
-
 bool CluiEncoding::open(const std::string& name, std::string& error) {
   if (!userToWide_.open(name.c_str(), Wide) || !wideToUser_.open(Wide, name.c_str())) {
     error = "there is no encoding \"" + name + "\"";
     return false;
   }
-  if (!systemToWide_.open(System, Wide) || !wideToSystem_.open(Wide, System) ||
+  const char* const inside = YEncoding::Inside();
+  if (!systemToWide_.open(inside, Wide) || !wideToSystem_.open(Wide, inside) ||
       !utf8ToWide_.open("UTF-8", Wide)) {
-    error = "this machine cannot convert to and from code page 932";
+    error = std::string("this machine cannot convert to and from ") + YEncoding::InsideInWords();
     return false;
   }
   if (!readsAs('\n')) {
@@ -130,8 +94,8 @@ bool CluiEncoding::toSystem(std::string_view bytes, std::string& system, CluiFau
   wideToSystem_.convert(BytesOf(text), system);
   const std::wstring back = fromSystem(system);
   if (back == text) return true;
-  const auto place = std::mismatch(text.begin(), text.end(), back.begin(), back.end()).first;
-  fault = {CluiFault::Lacking, static_cast<std::size_t>(place - text.begin()), *place};
+  const auto lacking = std::mismatch(text.begin(), text.end(), back.begin(), back.end()).first;
+  fault = {CluiFault::Lacking, static_cast<std::size_t>(lacking - text.begin()), *lacking};
   return false;
 }
 

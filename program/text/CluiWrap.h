@@ -1,7 +1,7 @@
 // Lines that fit a screen.
 
-#ifndef PROGRAM_CLUIWRAP_H_
-#define PROGRAM_CLUIWRAP_H_
+#ifndef PROGRAM_TEXT_CLUIWRAP_H_
+#define PROGRAM_TEXT_CLUIWRAP_H_
 
 #include <string>
 
@@ -10,4 +10,4 @@
 // something, nor behind what opens it. What cannot be broken is left for the screen to break.
 std::wstring CluiWrapped(const std::wstring& text, std::size_t screenWidth);
 
-#endif  // PROGRAM_CLUIWRAP_H_
+#endif  // PROGRAM_TEXT_CLUIWRAP_H_

@@ -1,4 +1,4 @@
-#include "program/CluiWidth.h"
+#include "program/text/CluiWidth.h"
 
 #include <clocale>
 #include <cwchar>

@@ -1,8 +1,8 @@
-#include "program/CluiWrap.h"
+#include "program/text/CluiWrap.h"
 
 #include <string_view>
 
-#include "program/CluiWidth.h"
+#include "program/text/CluiWidth.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // How wide text is on a screen.
 
-#ifndef PROGRAM_CLUIWIDTH_H_
-#define PROGRAM_CLUIWIDTH_H_
+#ifndef PROGRAM_TEXT_CLUIWIDTH_H_
+#define PROGRAM_TEXT_CLUIWIDTH_H_
 
 #include <string_view>
 
@@ -10,4 +10,4 @@
 int CluiWidthOf(wchar_t c);
 int CluiWidthOf(std::wstring_view text);
 
-#endif  // PROGRAM_CLUIWIDTH_H_
+#endif  // PROGRAM_TEXT_CLUIWIDTH_H_

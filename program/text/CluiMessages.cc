@@ -1,8 +1,9 @@
-#include "program/CluiMessages.h"
+#include "program/text/CluiMessages.h"
 
 #include <algorithm>
 #include <cwchar>
 
+#include "foundation/YEncoding.h"
 #include "foundation/YErrCodes.h"
 
 namespace {
@@ -127,6 +128,7 @@ std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) 
   }
   wchar_t number[16];
   std::swprintf(number, 16, L"U+%04X", static_cast<unsigned int>(fault.code));
-  return L"the character " + std::wstring(number) + L" \"" + fault.code +
-         L"\" does not exist in code page 932";
+  const std::string inside = YEncoding::InsideInWords();
+  return L"the character " + std::wstring(number) + L" \"" + fault.code + L"\" does not exist in " +
+         std::wstring(inside.begin(), inside.end());
 }

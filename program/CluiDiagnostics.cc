@@ -1,0 +1,159 @@
+#include "program/CluiDiagnostics.h"
+
+#include <cstdio>
+
+#include "foundation/YErrCodes.h"
+#include "parser/YcluiParser.h"
+#include "program/text/CluiMessages.h"
+
+void CluiDiagnostics::beginText() {
+  offered_ = {};
+  reportedCode_ = 0;
+  takenBefore_ = outcome_.taken;
+}
+
+void CluiDiagnostics::endText() {
+  trace_.settle();
+  reportCodes();
+}
+
+void CluiDiagnostics::commandBegins() {
+  reportCodes();
+  offered_ = {};
+}
+
+void CluiDiagnostics::refused(const YcluiToken& token) {
+  ++outcome_.refused;
+  const bool offered = offered_ == reading_.tokenStart();
+  if (offered) --outcome_.taken;
+  offered_ = {};
+  const CluiRefused refused = {&token, offered, takeCode(), beganEarlier()};
+  CluiSpot spot = reading_.spot();
+  const std::wstring message =
+      refusal_.explain(*reading_.parser(), reading_.lineOf(spot), refused, spot);
+  if (options_.trace) trace_.refused(token, offered);
+  reportAt(spot, message);
+}
+
+void CluiDiagnostics::failed(const ScmVMError& error) {
+  if (error.interrupted) {
+    codes_.takeAll();
+    if (reading_.parser() == nullptr) problem(options_.language, "interrupted");
+    return;
+  }
+  std::wstring message = encoding_.fromUtf8(error.message);
+  // The engine does not know why a primitive failed; the code does.
+  if (codes_.last() != 0) {
+    message += L" (" + CluiCodeText(codes_.last()) + L")";
+    codes_.dropLast();
+  }
+  reportCodes();
+  if (reading_.parser() == nullptr) return loadFailed(error, message);
+  ++outcome_.failed;
+  reportAt(reading_.spot(), L"the command failed: " + message);
+  // An error that the language raises in its own words does not need the script's text.
+  if (!error.worded && !error.text.empty()) report_.tell(L"  in " + encoding_.fromUtf8(error.text));
+}
+
+void CluiDiagnostics::loadFailed(const ScmVMError& error, const std::wstring& message) {
+  CluiPlace place = reading_.place();
+  if (!error.file.empty()) {
+    place = {error.file, static_cast<std::size_t>(error.line),
+             static_cast<std::size_t>(error.column)};
+  }
+  report_.tell(place, message);
+}
+
+void CluiDiagnostics::addCode(unsigned int code, YErrSeverity severity) {
+  if (codes_.isFull()) reportCodes();
+  codes_.add({code, severity, reading_.place(), reading_.tokenStart()});
+}
+
+void CluiDiagnostics::reportCodes() {
+  for (const CluiCode& code : codes_.takeAll()) {
+    if (code.severity != YErrNote || options_.trace) reportCode(code);
+  }
+}
+
+void CluiDiagnostics::reportCode(const CluiCode& code) {
+  if (code.code == YErrNotClosed) outcome_.unable = true;
+  // A text that a word expands to can fail in the same way a hundred thousand times.
+  const bool isRepeated =
+      reading_.parser() != nullptr && code.code == reportedCode_ && code.place == reportedPlace_;
+  reportedCode_ = code.code;
+  reportedPlace_ = code.place;
+  if (isRepeated) return;
+  // No refusal follows for a text that was not read.
+  if (code.code == YErrTooDeep || code.code == YErrTextTooLong) ++outcome_.refused;
+  report_.tell(code.place, CluiCodeText(code.code));
+}
+
+unsigned int CluiDiagnostics::dropCodes() {
+  const unsigned int last = codes_.last();
+  codes_.takeAll();
+  return last;
+}
+
+// The code that the refused word pushed, the last one if there are several, or 0. Codes that others
+// pushed before are reported.
+unsigned int CluiDiagnostics::takeCode() {
+  const unsigned int code = codes_.takeOf(reading_.tokenStart());
+  reportCodes();
+  return code;
+}
+
+// Whether the command under way has words from before the text that is being read. A playback is
+// reported without the text that it is from.
+bool CluiDiagnostics::beganEarlier() const {
+  const std::size_t here = reading_.isPlayed() ? 0 : outcome_.taken - takenBefore_;
+  return reading_.parser()->numberOfToken() > here;
+}
+
+void CluiDiagnostics::problem(const std::string& name, const std::string& message) {
+  problem(name, encoding_.fromUtf8(message));
+}
+
+void CluiDiagnostics::problem(const std::string& name, const std::wstring& message) {
+  report_.tell({name, 0, 0}, message);
+}
+
+void CluiDiagnostics::inputFailed(std::size_t line, const std::string& message) {
+  outcome_.unable = true;
+  report_.tell({reading_.input(), line, 0}, encoding_.fromUtf8(message));
+}
+
+void CluiDiagnostics::endedInside(const std::wstring& what) {
+  report_.tell({reading_.input(), 0, 0}, L"the input ended inside " + what);
+}
+
+void CluiDiagnostics::playbackStopped(double seconds) {
+  const bool isUnderWay = reading_.parser()->playbackName() != nullptr;
+  const CluiPlace place = isUnderWay ? reading_.playbackPlace() : CluiPlace{reading_.input(), 0, 0};
+  char time[32];
+  std::snprintf(time, sizeof time, "%.1f s", seconds);
+  std::string text = "interrupted; " + std::to_string(outcome_.taken) + " words taken, ";
+  text.append(std::to_string(outcome_.refused)).append(" refused, ").append(time);
+  report_.tell(place, encoding_.fromUtf8(text));
+}
+
+void CluiDiagnostics::unreadable(const std::string& bytes, std::size_t number,
+                                 const CluiFault& fault) {
+  ++outcome_.refused;
+  report_.tell({reading_.input(), number, fault.character + 1},
+               CluiFaultText(fault, options_.encoding) + L"; the line is not read");
+  report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
+}
+
+void CluiDiagnostics::warnOfArgument(const YcluiToken& token, int index,
+                                     const std::wstring& message) {
+  CluiSpot spot = reading_.spot();
+  CluiRefusal::moveToArgument(*reading_.parser(), reading_.lineOf(spot), token, index, spot);
+  reportAt(spot, L"warning: argument " + std::to_wstring(index) + L" of " +
+                     CluiQuoted(encoding_.fromSystem(token.string())) + message);
+}
+
+void CluiDiagnostics::reportAt(const CluiSpot& spot, const std::wstring& message) {
+  report_.tell(reading_.placeOf(spot), message);
+  if (spot.line == 0) return;
+  report_.show(CluiExcerptOf(reading_.lineOf(spot).characters(spot), spot.character));
+}

@@ -1,0 +1,65 @@
+#include "program/CluiReading.h"
+
+#include "parser/YcluiParser.h"
+#include "platform/engine/ScmVM.h"
+
+bool CluiReading::isAlive() const {
+  return YcluiParser::FindLive(reinterpret_cast<long>(parser_)) != nullptr;
+}
+
+CluiSpot CluiReading::spot() {
+  static const std::string none;
+  YcluiPlayedToken token;
+  CluiSpot spot;
+  if (parser_->playedToken(token) != 0 && played_.find(token, spot)) return spot;
+  if (isPlayed()) return {0, 0, 0, &none};
+  return line_.spotOf(parser_->lastTokenOffset());
+}
+
+CluiLine& CluiReading::lineOf(const CluiSpot& spot) {
+  return played_.has(spot) ? played_.line() : line_;
+}
+
+CluiPlace CluiReading::placeOf(const CluiSpot& spot) const {
+  if (played_.has(spot)) {
+    return {nameOfPlayed(played_.file()), spot.line, spot.character + 1};
+  }
+  if (isPlayed()) return playbackPlace();
+  return {input_, spot.line, spot.line == 0 ? 0 : spot.character + 1};
+}
+
+CluiPlace CluiReading::place() {
+  if (parser_ != nullptr) return placeOf(spot());
+  CluiPlace place;
+  int line = 0;
+  ScmVM::place(place.name, line);
+  if (place.name.empty()) place.name = "clui";
+  place.line = static_cast<std::size_t>(line);
+  return place;
+}
+
+CluiTokenStart CluiReading::tokenStart() const {
+  if (parser_ == nullptr) return {};
+  return {parser_->lex()->tokenOffset(), parser_->lex()->suspendedTexts()};
+}
+
+bool CluiReading::isPlayed() const {
+  if (parser_ == nullptr || parser_->isPlaybackRun() == 0) return false;
+  const long length = static_cast<long>(line_.text().size());
+  return line_.number() == 0 || parser_->lastTokenOffset() >= length;
+}
+
+bool CluiReading::isPlayingInput() const {
+  const char* name = parser_->playbackName();
+  return line_.number() == 0 && name != nullptr && playedName_ == name;
+}
+
+CluiPlace CluiReading::playbackPlace() const {
+  return {nameOfPlayed(parser_->playbackName()), static_cast<std::size_t>(parser_->playbackLine()),
+          0};
+}
+
+// The user's name for what the user named.
+std::string CluiReading::nameOfPlayed(const std::string& file) const {
+  return file == playedName_ ? input_ : file;
+}

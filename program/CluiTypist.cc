@@ -1,0 +1,101 @@
+#include "program/CluiTypist.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "parser/YcluiParser.h"
+#include "program/CluiInterrupt.h"
+
+namespace {
+
+constexpr char Pasted[] = "paste";
+
+}  // namespace
+
+void CluiTypist::open(CluiEncoding& encoding, const std::string& language, CluiReport& report) {
+  session_ = std::make_unique<CluiSession>(*this, encoding, language);
+  const bool isSeen = isatty(STDERR_FILENO) != 0;
+  report.setBefore([this, isSeen] {
+    session_->makeWay();
+    return isSeen ? static_cast<std::size_t>(session_->screen().width()) : 0;
+  });
+}
+
+void CluiTypist::run() {
+  CluiKeepCatchingInterrupts();
+  reading_.parser()->setSynCallback(
+      [](void* data, const char*, const char*) {
+        static_cast<CluiSession*>(data)->commandIsComplete();
+      },
+      session_.get());
+  reading_.line().restart();
+  reading_.setInput("");
+  if (session_->run()) return;
+  diagnostics_.inputFailed(
+      0, reading_.isAlive() ? "nothing can be typed here" : "the parser was deleted");
+}
+
+void CluiTypist::close(CluiReport& report) {
+  if (session_ == nullptr) return;
+  const int signal = session_->endingSignal();
+  report.setBefore(nullptr);
+  session_.reset();
+  if (signal != 0) CluiTerminal::EndBy(signal);
+}
+
+YcluiParser* CluiTypist::parser() {
+  return reading_.isAlive() ? reading_.parser() : nullptr;
+}
+
+// The words of one token are one text, in which a fault can be shown.
+void CluiTypist::beginWord(const std::string& word) {
+  if (reading_.parser()->openToken() == nullptr) openText_.clear();
+  std::string text = openText_ + word + " ";
+  reading_.line().take(text, 0, openText_.size());
+  diagnostics_.beginInput();
+  diagnostics_.beginText();
+}
+
+void CluiTypist::endWord(bool wasSent) {
+  if (wasSent && reading_.isAlive() && reading_.parser()->openToken() != nullptr) {
+    openText_ = reading_.line().text();
+  }
+  diagnostics_.endText();
+}
+
+void CluiTypist::readLine(std::string& bytes, std::size_t number) {
+  reading_.setInput(Pasted);
+  feeder_.feed(bytes, number);
+  if (reading_.isAlive()) feeder_.readLeftText(number);
+  reading_.setInput("");
+  keepOpenText();
+}
+
+// From the start of the open token, which may be in an earlier line. Ends of line become blanks, as
+// what is typed has no lines.
+void CluiTypist::keepOpenText() {
+  if (!reading_.isAlive() || reading_.parser()->openToken() == nullptr) return openText_.clear();
+  const int begin = reading_.parser()->lastTokenOffset();
+  if (begin >= 0) openText_.clear();
+  openText_.append(reading_.line().text(), static_cast<std::size_t>(std::max(begin, 0)));
+  std::replace(openText_.begin(), openText_.end(), '\n', ' ');
+}
+
+// A comment cannot be continued by typing.
+std::string CluiTypist::takeHeld() {
+  if (!reading_.isAlive()) feeder_.begin();
+  if (feeder_.held().find('#') != std::string::npos) {
+    reading_.setInput(Pasted);
+    feeder_.flush();
+    reading_.setInput("");
+    keepOpenText();
+  }
+  return std::exchange(feeder_.held(), std::string());
+}
+
+bool CluiTypist::isBehindComma() const {
+  const std::size_t last = openText_.find_last_not_of(" \t\r\n");
+  return last != std::string::npos && openText_[last] == ',';
+}

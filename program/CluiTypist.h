@@ -1,0 +1,52 @@
+// What somebody types at a terminal.
+
+#ifndef PROGRAM_CLUITYPIST_H_
+#define PROGRAM_CLUITYPIST_H_
+
+#include <memory>
+#include <string>
+
+#include "program/CluiDiagnostics.h"
+#include "program/CluiFeeder.h"
+#include "program/CluiReading.h"
+#include "program/CluiReport.h"
+#include "program/terminal/CluiSession.h"
+#include "program/terminal/CluiTyping.h"
+
+// Connects a session to the parser and the diagnostics. Words that are typed have no lines; a
+// pasted text is read line by line.
+class CluiTypist : public CluiTyping {
+ public:
+  CluiTypist(CluiReading& reading, CluiDiagnostics& diagnostics, CluiFeeder& feeder,
+             const CluiOutcome& outcome)
+      : reading_(reading), diagnostics_(diagnostics), feeder_(feeder), outcome_(outcome) {}
+
+  // From here on there is a session, before which reports give way.
+  void open(CluiEncoding& encoding, const std::string& language, CluiReport& report);
+  // Until somebody leaves. REQUIRES: an open session, and a parser.
+  void run();
+  // Ends the process when a signal ended the session.
+  void close(CluiReport& report);
+  // Null when nobody types.
+  CluiSession* session() { return session_.get(); }
+
+  YcluiParser* parser() override;
+  void beginWord(const std::string& word) override;
+  void endWord(bool wasSent) override;
+  void readLine(std::string& bytes, std::size_t number) override;
+  std::string takeHeld() override;
+  bool isBehindComma() const override;
+  std::size_t refusals() const override { return outcome_.refused; }
+
+ private:
+  CluiReading& reading_;
+  CluiDiagnostics& diagnostics_;
+  CluiFeeder& feeder_;
+  const CluiOutcome& outcome_;
+  std::string openText_;  // the typed text of the token whose arguments are half read
+  std::unique_ptr<CluiSession> session_;
+
+  void keepOpenText();
+};
+
+#endif  // PROGRAM_CLUITYPIST_H_
