@@ -7,9 +7,11 @@
 #include <chrono>
 #include <cstring>
 
+#include "foundation/YFileName.h"
 #include "parser/YcluiLogFile.h"
 #include "parser/YcluiParser.h"
 #include "program/CluiInterrupt.h"
+#include "program/text/CluiMessages.h"
 
 namespace {
 
@@ -43,7 +45,7 @@ bool CluiPlayer::begin(const std::string& file, std::string& name) {
   std::string problem = WhyNotReadable(file, size);
   if (problem.empty() && !reading_.isAlive())
     problem = "the parser was deleted; this is not played";
-  name = file;
+  if (problem.empty() && !YFileName::ToText(file, name)) problem = CluiNoNameText();
   if (!problem.empty()) {
     diagnostics_.inputFailed(0, problem);
     return false;

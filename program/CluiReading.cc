@@ -1,5 +1,6 @@
 #include "program/CluiReading.h"
 
+#include "foundation/YFileName.h"
 #include "parser/YcluiParser.h"
 #include "platform/engine/ScmVM.h"
 
@@ -61,5 +62,5 @@ CluiPlace CluiReading::playbackPlace() const {
 
 // The user's name for what the user named.
 std::string CluiReading::nameOfPlayed(const std::string& file) const {
-  return file == playedName_ ? input_ : file;
+  return file == playedName_ ? input_ : YFileName::FromText(file);
 }

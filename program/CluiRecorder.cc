@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "foundation/YErrCodes.h"
+#include "foundation/YFileName.h"
 #include "parser/YcluiParser.h"
 #include "program/CluiLiteral.h"
 #include "program/text/CluiMessages.h"
@@ -41,9 +42,14 @@ bool CluiRecorder::start() {
     diagnostics_.problem(options_.log, "it is read in this run and cannot be recorded to");
     return false;
   }
+  std::string name;
+  if (!YFileName::ToText(options_.log, name)) {
+    diagnostics_.problem(options_.log, CluiNoNameText());
+    return false;
+  }
   reading_.parser()->nestStyle(options_.nest);
   errno = 0;
-  if (reading_.parser()->startLogging(options_.log.c_str(), options_.append ? 1 : 0) != 0) return true;
+  if (reading_.parser()->startLogging(name.c_str(), options_.append ? 1 : 0) != 0) return true;
   notStarted(std::strerror(errno));
   return false;
 }

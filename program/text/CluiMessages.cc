@@ -132,3 +132,8 @@ std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) 
   return L"the character " + std::wstring(number) + L" \"" + fault.code + L"\" does not exist in " +
          std::wstring(inside.begin(), inside.end());
 }
+
+std::string CluiNoNameText() {
+  return std::string("the name has a character that does not exist in ") +
+         YEncoding::InsideInWords();
+}

@@ -44,4 +44,7 @@ std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, in
 // What cannot be fed.
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding);
 
+// Of a file that the parser cannot be given a name for; in ASCII.
+std::string CluiNoNameText();
+
 #endif  // PROGRAM_TEXT_CLUIMESSAGES_H_
