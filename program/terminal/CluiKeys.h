@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "program/text/CluiEncoding.h"
 #include "program/terminal/CluiCapabilities.h"
+#include "program/text/CluiEncoding.h"
 
 // The control bytes by which named keys are known.
 namespace CluiKeyByte {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "program/text/CluiEncoding.h"
 #include "program/CluiTextEnd.h"
+#include "program/text/CluiEncoding.h"
 
 class YcluiParser;
 

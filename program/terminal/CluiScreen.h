@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "program/text/CluiEncoding.h"
 #include "program/terminal/CluiCapabilities.h"
+#include "program/text/CluiEncoding.h"
 
 // A prompt and a line behind it, in as many rows as they need, with the cursor at the end. Nothing
 // is written from here: what has to go to the terminal is collected, and is no more than what has

@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "program/text/CluiEncoding.h"
 #include "program/CluiTextEnd.h"
 #include "program/terminal/CluiCapabilities.h"
 #include "program/terminal/CluiHistory.h"
@@ -16,6 +15,7 @@
 #include "program/terminal/CluiTerminal.h"
 #include "program/terminal/CluiTerminalField.h"
 #include "program/terminal/CluiTyping.h"
+#include "program/text/CluiEncoding.h"
 
 struct CluiPrompts {
   std::wstring ready = L"> ";   // a command may begin

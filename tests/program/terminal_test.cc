@@ -6,9 +6,9 @@
 #include <random>
 #include <vector>
 
-#include "program/text/CluiWidth.h"
 #include "program/terminal/CluiKeys.h"
 #include "program/terminal/CluiScreen.h"
+#include "program/text/CluiWidth.h"
 #include "tests/program/OpenEncoding.h"
 
 namespace {
