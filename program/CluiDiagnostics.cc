@@ -52,7 +52,8 @@ void CluiDiagnostics::failed(const ScmVMError& error) {
   ++outcome_.failed;
   reportAt(reading_.spot(), L"the command failed: " + message);
   // An error that the language raises in its own words does not need the script's text.
-  if (!error.worded && !error.text.empty()) report_.tell(L"  in " + encoding_.fromUtf8(error.text));
+  if (!error.worded && !error.text.empty())
+    report_.print(L"  in " + encoding_.fromUtf8(error.text));
 }
 
 void CluiDiagnostics::loadFailed(const ScmVMError& error, const std::wstring& message) {
@@ -61,7 +62,7 @@ void CluiDiagnostics::loadFailed(const ScmVMError& error, const std::wstring& me
     place = {error.file, static_cast<std::size_t>(error.line),
              static_cast<std::size_t>(error.column)};
   }
-  report_.tell(place, message);
+  report_.print(place, message);
 }
 
 void CluiDiagnostics::addCode(unsigned int code, YErrSeverity severity) {
@@ -85,7 +86,7 @@ void CluiDiagnostics::reportCode(const CluiCode& code) {
   if (isRepeated) return;
   // No refusal follows for a text that was not read.
   if (code.code == YErrTooDeep || code.code == YErrTextTooLong) ++outcome_.refused;
-  report_.tell(code.place, CluiCodeText(code.code));
+  report_.print(code.place, CluiCodeText(code.code));
 }
 
 unsigned int CluiDiagnostics::dropCodes() {
@@ -114,16 +115,16 @@ void CluiDiagnostics::problem(const std::string& name, const std::string& messag
 }
 
 void CluiDiagnostics::problem(const std::string& name, const std::wstring& message) {
-  report_.tell({name, 0, 0}, message);
+  report_.print({name, 0, 0}, message);
 }
 
 void CluiDiagnostics::inputFailed(std::size_t line, const std::string& message) {
   outcome_.unable = true;
-  report_.tell({reading_.input(), line, 0}, encoding_.fromUtf8(message));
+  report_.print({reading_.input(), line, 0}, encoding_.fromUtf8(message));
 }
 
 void CluiDiagnostics::endedInside(const std::wstring& what) {
-  report_.tell({reading_.input(), 0, 0}, L"the input ended inside " + what);
+  report_.print({reading_.input(), 0, 0}, L"the input ended inside " + what);
 }
 
 void CluiDiagnostics::playbackStopped(double seconds) {
@@ -133,14 +134,14 @@ void CluiDiagnostics::playbackStopped(double seconds) {
   std::snprintf(time, sizeof time, "%.1f s", seconds);
   std::string text = "interrupted; " + std::to_string(outcome_.taken) + " words taken, ";
   text.append(std::to_string(outcome_.refused)).append(" refused, ").append(time);
-  report_.tell(place, encoding_.fromUtf8(text));
+  report_.print(place, encoding_.fromUtf8(text));
 }
 
 void CluiDiagnostics::unreadable(const std::string& bytes, std::size_t number,
                                  const CluiFault& fault) {
   ++outcome_.refused;
-  report_.tell({reading_.input(), number, fault.character + 1},
-               CluiFaultText(fault, options_.encoding) + L"; the line is not read");
+  report_.print({reading_.input(), number, fault.character + 1},
+                CluiFaultText(fault, options_.encoding) + L"; the line is not read");
   report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
 }
 
@@ -153,7 +154,7 @@ void CluiDiagnostics::warnOfArgument(const YcluiToken& token, int index,
 }
 
 void CluiDiagnostics::reportAt(const CluiSpot& spot, const std::wstring& message) {
-  report_.tell(reading_.placeOf(spot), message);
+  report_.print(reading_.placeOf(spot), message);
   if (spot.line == 0) return;
   report_.show(CluiExcerptOf(reading_.lineOf(spot).characters(spot), spot.character));
 }

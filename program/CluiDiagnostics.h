@@ -14,8 +14,8 @@
 #include "program/CluiReport.h"
 #include "program/CluiTrace.h"
 
-// Reports each matter at its place in the input, once, and counts it in the outcome. All operations
-// may be called in the middle of a token, from the parser's callbacks.
+// Reports each fault once, at its position in the input, and counts it in the outcome. All
+// operations may be called while a token is being read, from the parser's callbacks.
 class CluiDiagnostics {
  public:
   CluiDiagnostics(const CluiOptions& options, CluiEncoding& encoding, CluiReading& reading,

@@ -31,7 +31,7 @@ void CluiProgress::show(long long done, long long line) {
                      " bytes, " + std::to_string(done * 100 / total_) + "%, " +
                      std::to_string(static_cast<long long>(static_cast<double>(line) / time)) +
                      " lines/s, " + std::to_string(std::lround(left)) + " s left";
-  // Only what stands on one line can be erased.
+  // Only a single line can be erased.
   if (text.size() > WidthAtMost) text.erase(0, text.size() - WidthAtMost);
   erase();
   std::fputs(text.c_str(), stderr);

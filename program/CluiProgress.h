@@ -1,4 +1,4 @@
-// How far the reading of a large file has come, on the standard error stream.
+// The progress of reading a large file, on the standard error stream.
 
 #ifndef PROGRAM_CLUIPROGRESS_H_
 #define PROGRAM_CLUIPROGRESS_H_
@@ -6,16 +6,15 @@
 #include <chrono>
 #include <string>
 
-// One line, drawn over itself at most ten times a second and only while there is something to wait
-// for. Whoever else writes to the stream erases it first.
+// One line, redrawn at most ten times a second. Whoever else writes to the stream erases it first.
 class CluiProgress {
  public:
   // Nothing is ever drawn unless `wanted` and the stream is a terminal.
   explicit CluiProgress(bool wanted);
 
-  // A file of `total` bytes is going to be read; 0 for what has no size.
+  // Reading of a file of `total` bytes begins; 0 for what has no size.
   void begin(const std::string& name, long long total);
-  // So many of its bytes are read, the last of them in that line.
+  // `done` bytes have been read, the last one in line `line`.
   void show(long long done, long long line);
   void erase();
 

@@ -38,9 +38,8 @@ class CluiReading {
 
   // The line that is fed.
   CluiLine& line() { return line_; }
-  const CluiLine& line() const { return line_; }
 
-  // REQUIRES for what follows: a parser, but for place() and tokenStart().
+  // REQUIRES, but for place() and tokenStart(): a parser.
 
   // The character at which the last token starts. Without a line, for a token of a playback that
   // cannot be attributed to one.
@@ -49,7 +48,7 @@ class CluiReading {
   CluiLine& lineOf(const CluiSpot& spot);
   // A spot as the user knows it.
   CluiPlace placeOf(const CluiSpot& spot) const;
-  // The place of the last token; while the language is loaded, that of the script.
+  // The position of the last token; while the language is loaded, that in the script.
   CluiPlace place();
   CluiTokenStart tokenStart() const;
 

@@ -9,8 +9,7 @@
 
 class YcluiToken;
 
-// Does nothing unless the user has asked for a recording, except for its warnings: a language can
-// start one too.
+// Does nothing without the option --log, but for the warnings: a language can record too.
 class CluiRecorder {
  public:
   CluiRecorder(const CluiOptions& options, CluiReading& reading, CluiDiagnostics& diagnostics,

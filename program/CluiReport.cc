@@ -50,15 +50,15 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
   return excerpt;
 }
 
-void CluiReport::tell(const CluiPlace& place, const std::wstring& message) {
+void CluiReport::print(const CluiPlace& place, const std::wstring& message) {
   const std::string head = HeadOf(place);
   const std::size_t width = makeWay();
   if (width == 0) return write(head + encoding_.toUser(message));
   write(encoding_.toUser(CluiWrapped(encoding_.fromUser(head) + message, width)));
 }
 
-void CluiReport::tell(const std::wstring& message) {
-  tell(CluiPlace(), message);
+void CluiReport::print(const std::wstring& message) {
+  print(CluiPlace(), message);
 }
 
 void CluiReport::show(const CluiExcerpt& excerpt) {

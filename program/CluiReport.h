@@ -1,4 +1,4 @@
-// What the user is told: one line a matter, on the standard error stream.
+// Messages for the user, one line each, on the standard error stream.
 
 #ifndef PROGRAM_CLUIREPORT_H_
 #define PROGRAM_CLUIREPORT_H_
@@ -10,8 +10,8 @@
 #include "program/CluiProgress.h"
 #include "program/text/CluiEncoding.h"
 
-// A place in an input. Lines and columns count from 1; 0 stands for none. A column counts
-// characters, whatever their width.
+// A position in an input. Lines and columns count from 1; 0 means none. A column counts characters,
+// whatever their width.
 struct CluiPlace {
   std::string name;
   std::size_t line = 0;
@@ -20,15 +20,15 @@ struct CluiPlace {
   bool operator==(const CluiPlace&) const = default;
 };
 
-// A piece of a line with a caret below the character at fault.
+// Part of a line, with a caret below the character at fault.
 struct CluiExcerpt {
   std::wstring text;
   std::wstring caret;
 };
 
-// The excerpt of `line` around the character at index `character`; a line too long to be read is
-// cut to its neighbourhood. The caret stands by display width, behind the tabs that the line has.
-// Control characters are shown as "?".
+// The excerpt of `line` around the character at index `character`. A long line is cut on both sides
+// of it. The caret is placed by display width, after the same tabs as in the line. Control
+// characters are shown as "?".
 CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character);
 
 class CluiReport {
@@ -36,13 +36,14 @@ class CluiReport {
   CluiReport(CluiEncoding& encoding, CluiProgress& progress)
       : encoding_(encoding), progress_(progress) {}
 
-  // "name:line:column: message", with what is none left out; without a name, the message alone.
-  void tell(const CluiPlace& place, const std::wstring& message);
-  // The message alone, as it stands.
-  void tell(const std::wstring& message);
+  // "name:line:column: message", without the parts that are none; without a name, the message
+  // alone.
+  void print(const CluiPlace& place, const std::wstring& message);
+  // The message alone.
+  void print(const std::wstring& message);
   void show(const CluiExcerpt& excerpt);
-  // Called in front of each line, so that what else is on the terminal can make way. It answers the
-  // width of the screen, at which messages are broken, or 0 for none.
+  // Sets what is called before each line, so that whatever else is on the terminal can be cleared.
+  // It returns the width of the screen, at which messages are wrapped, or 0 for none.
   void setBefore(std::function<std::size_t()> before) { before_ = std::move(before); }
 
  private:

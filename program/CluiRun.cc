@@ -174,7 +174,7 @@ void CluiRun::readLines(CluiSource& source) {
     progress_.show(source.bytesRead(), static_cast<long long>(number));
   }
   progress_.erase();
-  if (CluiInterrupted()) return report_.tell({reading_.input(), number, 0}, L"interrupted");
+  if (CluiInterrupted()) return report_.print({reading_.input(), number, 0}, L"interrupted");
   if (result == CluiRead::Failed) diagnostics_.inputFailed(0, error);
   feeder_.end(number);
 }
@@ -211,7 +211,7 @@ void CluiRun::summarise() {
   if (outcome_.refused > 0) text = Plural(outcome_.refused, L"refusal");
   if (outcome_.failed > 0)
     text += (text.empty() ? L"" : L", ") + Plural(outcome_.failed, L"failed command");
-  report_.tell({"clui", 0, 0}, text);
+  report_.print({"clui", 0, 0}, text);
 }
 
 void CluiRun::onText(const char* text) {

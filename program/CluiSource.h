@@ -7,8 +7,8 @@
 
 enum class CluiRead { Line, End, Failed };
 
-// One input: a file, standard input, or a text. Reads in pieces: what is held is a piece and the
-// line being read.
+// One input: a file, standard input, or a text. Reads in pieces: a piece and the line being read
+// are in memory.
 class CluiSource {
  public:
   CluiSource() = default;
@@ -20,19 +20,19 @@ class CluiSource {
   bool openFile(const std::string& name, std::string& error);
   void openText(std::string text);
 
-  // The next line, always with a newline at its end. Failed comes with a reason in `error`; End
-  // comes too when the run was interrupted while it waited.
+  // The next line, always with a newline at its end. Failed has a reason in `error`; End is also
+  // returned when the run was interrupted while it waited.
   CluiRead next(std::string& line, std::string& error);
 
-  // Bytes of the lines answered so far, and bytes of the file; 0 for what is no regular file.
+  // Bytes of the lines returned so far, and of the file; 0 for what is no regular file.
   long long bytesRead() const { return bytesRead_; }
   long long bytesOfFile() const { return bytesOfFile_; }
 
  private:
   int file_ = -1;
-  bool ended_ = true;         // nothing more can be had from the file
-  std::string piece_;         // what was read last
-  std::size_t position_ = 0;  // what of it has been answered
+  bool ended_ = true;         // the file has been read to its end
+  std::string piece_;         // the last bytes read
+  std::size_t position_ = 0;  // how much of it has been returned
   long long bytesRead_ = 0;
   long long bytesOfFile_ = 0;
 

@@ -25,34 +25,34 @@ void CluiTrace::offered(const YcluiToken& token) {
 }
 
 void CluiTrace::echo(const char* line) {
-  if (!held_) return tell(L"line", line);
+  if (!held_) return print(L"line", line);
   hasLine_ = true;
   line_ = line;
 }
 
 void CluiTrace::refused(const YcluiToken& token, bool offered) {
-  if (held_ && offered) return answer(Refused);
+  if (held_ && offered) return settle(Refused);
   settle();
-  tell(Refused, TextOf(token));
+  print(Refused, TextOf(token));
 }
 
 void CluiTrace::runs(const char* text) {
   settle();
-  tell(L"runs", text);
+  print(L"runs", text);
 }
 
 void CluiTrace::settle() {
-  if (held_) answer(expanded_ ? Expanded : Taken);
+  if (held_) settle(expanded_ ? Expanded : Taken);
 }
 
-void CluiTrace::answer(const wchar_t* what) {
+void CluiTrace::settle(const wchar_t* what) {
   held_ = false;
-  tell(what, word_);
-  if (hasLine_) tell(L"line", line_);
+  print(what, word_);
+  if (hasLine_) print(L"line", line_);
 }
 
-void CluiTrace::tell(const wchar_t* what, const std::string& text) {
+void CluiTrace::print(const wchar_t* what, const std::string& text) {
   std::wstring line = what;
   if (!text.empty()) line.resize(WidthOfAnswer, L' ');
-  report_.tell(line + encoding_.fromSystem(text));
+  report_.print(line + encoding_.fromSystem(text));
 }

@@ -1,4 +1,4 @@
-// For authors: what becomes of every word.
+// For authors of languages: what happens to every word.
 
 #ifndef PROGRAM_CLUITRACE_H_
 #define PROGRAM_CLUITRACE_H_
@@ -9,8 +9,7 @@
 
 class YcluiToken;
 
-// Whether the syntax took a word shows only in what happens next, so a word is held back until
-// then:
+// Whether the syntax accepts a word shows only in what happens next, so a word is held until then:
 //   taken    circle:0,0
 //   line     circle:0,0
 //   runs     (circle 0 0)
@@ -20,23 +19,23 @@ class CluiTrace {
 
   void offered(const YcluiToken& token);
   void echo(const char* line);
-  // `offered`: it is the word held back, and none that could not be read.
+  // `offered`: it is the held word, and not one that could not be read.
   void refused(const YcluiToken& token, bool offered);
   void runs(const char* text);
-  // The word held back, if any, was taken.
+  // The held word, if any, was accepted.
   void settle();
 
  private:
   CluiReport& report_;
   CluiEncoding& encoding_;
   bool held_ = false;
-  bool expanded_ = false;  // it stands for other text
+  bool expanded_ = false;  // the word is an alias
   std::string word_;
   std::string line_;
   bool hasLine_ = false;
 
-  void answer(const wchar_t* what);
-  void tell(const wchar_t* what, const std::string& text);
+  void settle(const wchar_t* what);
+  void print(const wchar_t* what, const std::string& text);
 };
 
 #endif  // PROGRAM_CLUITRACE_H_

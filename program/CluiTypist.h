@@ -21,9 +21,9 @@ class CluiTypist : public CluiTyping {
              const CluiOutcome& outcome)
       : reading_(reading), diagnostics_(diagnostics), feeder_(feeder), outcome_(outcome) {}
 
-  // From here on there is a session, before which reports give way.
+  // Creates the session. Reports clear its line first.
   void open(CluiEncoding& encoding, const std::string& language, CluiReport& report);
-  // Until somebody leaves. REQUIRES: an open session, and a parser.
+  // Runs until somebody leaves. REQUIRES: a session and a parser.
   void run();
   // Ends the process when a signal ended the session.
   void close(CluiReport& report);

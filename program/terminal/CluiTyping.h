@@ -1,4 +1,4 @@
-// What a session at a terminal asks of the run that it belongs to.
+// What a session at a terminal needs from its run.
 
 #ifndef PROGRAM_TERMINAL_CLUITYPING_H_
 #define PROGRAM_TERMINAL_CLUITYPING_H_
@@ -9,16 +9,16 @@ class YcluiParser;
 
 class CluiTyping {
  public:
-  // The parser that is typed into, or null when it is no longer there.
+  // The parser that is typed into, or null when it was deleted.
   virtual YcluiParser* parser() = 0;
-  // What is told from now on is about a word that may be sent to the parser, with a blank.
+  // Reports from now on are about this word, which may be sent to the parser with a blank.
   virtual void beginWord(const std::string& word) = 0;
-  // Tells what has not been told yet.
+  // Reports what is still pending.
   virtual void endWord(bool wasSent) = 0;
   // Reads a whole line, in the encoding of the terminal, the `number`th of those that were pasted.
   virtual void readLine(std::string& bytes, std::size_t number) = 0;
   // The lines of a paste that have not been read because an argument must follow, as text of the
-  // system; they are to be typed, or forgotten.
+  // system. The caller types them or drops them.
   virtual std::string takeHeld() = 0;
   // Whether the half-read token ends in a comma.
   virtual bool isBehindComma() const = 0;

@@ -3,7 +3,7 @@
 #include <clocale>
 #include <cwchar>
 
-// wcwidth knows characters only in a locale that has them all, which the user's need not be.
+// wcwidth needs a locale that has all characters; the user's may have fewer.
 int CluiWidthOf(wchar_t c) {
   static const locale_t all = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (c < 0x7F) return 1;

@@ -5,8 +5,8 @@
 
 #include <string_view>
 
-// The columns that a character takes: 0, 1 or 2, whatever the user's locale knows of it. A control
-// character counts as 1, for the sign that stands for it.
+// The columns that a character needs: 0, 1 or 2, in any locale. A control character counts as 1,
+// for the character that replaces it.
 int CluiWidthOf(wchar_t c);
 int CluiWidthOf(std::wstring_view text);
 

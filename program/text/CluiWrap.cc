@@ -23,11 +23,11 @@ std::size_t WidthAt(wchar_t c, std::size_t column) {
 // Whether a row may begin at this character.
 bool MayBreakAt(std::wstring_view line, std::size_t i) {
   const wchar_t before = line[i - 1];
-  const wchar_t behind = line[i];
-  if (IsBlank(behind)) return false;
+  const wchar_t after = line[i];
+  if (IsBlank(after)) return false;
   if (IsBlank(before)) return true;
-  const bool isWide = CluiWidthOf(before) == 2 || CluiWidthOf(behind) == 2;
-  return isWide && CluiWidthOf(behind) > 0 && Closing.find(behind) == Closing.npos &&
+  const bool isWide = CluiWidthOf(before) == 2 || CluiWidthOf(after) == 2;
+  return isWide && CluiWidthOf(after) > 0 && Closing.find(after) == Closing.npos &&
          Opening.find(before) == Opening.npos;
 }
 
@@ -35,7 +35,7 @@ bool MayBreakAt(std::wstring_view line, std::size_t i) {
 std::size_t EndOfRow(std::wstring_view line, std::size_t screen) {
   std::size_t column = 0;
   std::size_t breakable = 0;
-  bool isIndented = true;  // so far there are blanks only, at which nothing is gained
+  bool isIndented = true;  // only blanks so far, where a break gains nothing
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (!isIndented && MayBreakAt(line, i)) breakable = i;
     if (!IsBlank(line[i])) isIndented = false;

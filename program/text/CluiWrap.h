@@ -5,9 +5,9 @@
 
 #include <string>
 
-// The text with each line that is wider than the screen broken: at a blank, which goes, or beside a
-// wide character, as Japanese is written without blanks; but not in front of what closes or ends
-// something, nor behind what opens it. What cannot be broken is left for the screen to break.
+// Breaks each line that is wider than the screen: at a blank, which is dropped, or beside a wide
+// character, as Japanese is written without blanks, but not before a closing character nor after an
+// opening one. A line without such a point is left to the screen.
 std::wstring CluiWrapped(const std::wstring& text, std::size_t screenWidth);
 
 #endif  // PROGRAM_TEXT_CLUIWRAP_H_
