@@ -11,8 +11,7 @@
 namespace {
 
 constexpr std::size_t Plane = 0x10000;  // all characters of the encoding are below
-
-constexpr char Wide[] = "UTF-16BE";  // all characters of the encoding are two bytes of it
+constexpr char Wide[] = "UTF-16BE";     // all characters of the encoding are two bytes of it
 
 // NUL never crosses, so 0 means "none" in all three tables.
 struct Tables {
@@ -46,8 +45,8 @@ Tables::Tables() {
     if (!YIsKanjiLead(static_cast<unsigned char>(first))) continue;
     for (unsigned second = 0x40; second <= 0xFC; ++second) {
       const char both[2] = {static_cast<char>(first), static_cast<char>(second)};
-      if (YIsKanjiTrail(static_cast<unsigned char>(second)))
-        addCharacter(decode, encode, {both, 2});
+      if (!YIsKanjiTrail(static_cast<unsigned char>(second))) continue;
+      addCharacter(decode, encode, {both, 2});
     }
   }
   addLookAlikes(encode);

@@ -9,32 +9,26 @@
 
 namespace {
 
-// The length in bytes of the first character of a text, which is not empty.
-using CharacterLength = std::size_t (*)(std::string_view text);
-
-std::size_t InsideCharacter(std::string_view text) {
-  const bool isDouble = text.size() > 1 && YIsKanjiLead(static_cast<unsigned char>(text[0])) &&
-                        YIsKanjiTrail(static_cast<unsigned char>(text[1]));
-  return isDouble ? 2 : 1;
-}
-
-std::size_t SingleByte(std::string_view) {
+std::size_t PassByte(std::string_view rest, std::string& to) {
+  to += rest.front();
   return 1;
 }
 
-// A character that cannot be converted passes byte for byte.
+// Passes a whole character of the encoding inside: converted, its second byte would be another one.
+std::size_t PassCharacter(std::string_view rest, std::string& to) {
+  const bool isDouble = rest.size() > 1 && YIsKanjiLead(static_cast<unsigned char>(rest[0])) &&
+                        YIsKanjiTrail(static_cast<unsigned char>(rest[1]));
+  to += rest.substr(0, isDouble ? 2 : 1);
+  return isDouble ? 2 : 1;
+}
+
+// What cannot be converted passes as it is.
 std::string Converted(const char* from, const char* to, std::string_view text,
-                      CharacterLength length) {
+                      YTextConverter::Replace pass) {
   YTextConverter converter(from, to);
   if (!converter.isOpen()) return std::string(text);
   std::string converted;
-  while (!text.empty()) {
-    text.remove_prefix(converter.convert(text, converted));
-    if (text.empty()) break;
-    const std::size_t n = length(text);
-    converted += text.substr(0, n);
-    text.remove_prefix(n);
-  }
+  converter.convertAll(text, converted, pass);
   return converted;
 }
 
@@ -53,11 +47,11 @@ bool IsUtf8(const char* encoding) {
 }  // namespace
 
 std::string YFileName::FromText(std::string_view text) {
-  return Converted(YEncoding::Inside(), YEncoding::OfLocale(), text, InsideCharacter);
+  return Converted(YEncoding::Inside(), YEncoding::OfLocale(), text, PassCharacter);
 }
 
 bool YFileName::ToText(std::string_view name, std::string& text) {
-  std::string converted = Converted(YEncoding::OfLocale(), YEncoding::Inside(), name, SingleByte);
+  std::string converted = Converted(YEncoding::OfLocale(), YEncoding::Inside(), name, PassByte);
   if (FromText(converted) != name) return false;
   text.swap(converted);
   return true;

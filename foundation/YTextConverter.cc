@@ -36,3 +36,10 @@ std::size_t YTextConverter::convert(std::string_view bytes, std::string& to) {
   }
   return bytes.size() - left;
 }
+
+void YTextConverter::convertAll(std::string_view bytes, std::string& to, Replace replace) {
+  while (!bytes.empty()) {
+    bytes.remove_prefix(convert(bytes, to));
+    if (!bytes.empty()) bytes.remove_prefix(replace(bytes, to));
+  }
+}

@@ -27,6 +27,12 @@ class YQRT_API YTextConverter {
   // REQUIRES: isOpen()
   std::size_t convert(std::string_view bytes, std::string& to);
 
+  // Appends something to `to` in place of the first bytes of `rest`, which cannot be converted, and
+  // returns how many bytes it has replaced, at least 1.
+  using Replace = std::size_t (*)(std::string_view rest, std::string& to);
+  // Converts all of `bytes`, with replacements. REQUIRES: isOpen()
+  void convertAll(std::string_view bytes, std::string& to, Replace replace);
+
  private:
   void* handle_ = nullptr;
 

@@ -43,8 +43,9 @@ bool CluiPlayer::begin(const std::string& file, std::string& name) {
   reading_.setInput(file);
   long long size = 0;
   std::string problem = WhyNotReadable(file, size);
-  if (problem.empty() && !reading_.isAlive())
+  if (problem.empty() && !reading_.isAlive()) {
     problem = "the parser was deleted; this is not played";
+  }
   if (problem.empty() && !YFileName::ToText(file, name)) problem = CluiNoNameText();
   if (!problem.empty()) {
     diagnostics_.inputFailed(0, problem);

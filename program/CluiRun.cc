@@ -209,8 +209,9 @@ void CluiRun::summarise() {
   if (options_.quiet || options_.typed || (outcome_.refused == 0 && outcome_.failed == 0)) return;
   std::wstring text;
   if (outcome_.refused > 0) text = Plural(outcome_.refused, L"refusal");
-  if (outcome_.failed > 0)
+  if (outcome_.failed > 0) {
     text += (text.empty() ? L"" : L", ") + Plural(outcome_.failed, L"failed command");
+  }
   report_.print({"clui", 0, 0}, text);
 }
 

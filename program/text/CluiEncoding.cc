@@ -28,14 +28,21 @@ std::size_t ToWide(YTextConverter& converter, std::string_view bytes, std::wstri
   return done;
 }
 
+std::size_t ReplaceByte(std::string_view, std::string& wide) {
+  wide += BytesOf({&Replacement, 1});
+  return 1;
+}
+
+std::size_t ReplaceWide(std::string_view, std::string& bytes) {
+  bytes += '?';
+  return sizeof(wchar_t);
+}
+
 std::wstring ToWideWhole(YTextConverter& converter, std::string_view bytes) {
+  std::string converted;
+  converter.convertAll(bytes, converted, ReplaceByte);
   std::wstring text;
-  while (!bytes.empty()) {
-    bytes.remove_prefix(ToWide(converter, bytes, text));
-    if (bytes.empty()) break;
-    text += Replacement;
-    bytes.remove_prefix(1);
-  }
+  AppendWide(converted, text);
   return text;
 }
 
@@ -114,11 +121,6 @@ std::wstring CluiEncoding::fromUtf8(std::string_view text) {
 std::string CluiEncoding::toUser(std::wstring_view text) {
   if (keepsAscii_ && IsAscii(text)) return {text.begin(), text.end()};
   std::string bytes;
-  while (!text.empty()) {
-    text.remove_prefix(wideToUser_.convert(BytesOf(text), bytes) / sizeof(wchar_t));
-    if (text.empty()) break;
-    bytes += '?';
-    text.remove_prefix(1);
-  }
+  wideToUser_.convertAll(BytesOf(text), bytes, ReplaceWide);
   return bytes;
 }
