@@ -1,4 +1,4 @@
-// Records that are found by a key.
+// Dictionaries: sets of records that are found by a key.
 
 #ifndef PLATFORM_CONTAINERS_YDICTIONARY_H_
 #define PLATFORM_CONTAINERS_YDICTIONARY_H_
@@ -16,7 +16,7 @@ class YQRT_API YAssoc_virtual_behavior {
   ~YAssoc_virtual_behavior() = default;
 };
 
-// A key and a value, two plain pointers. Subclasses fill both fields and own what they point to.
+// A key and a value, both plain pointers. A subclass fills both fields and owns what they point to.
 class YQRT_API YAssoc : public YAssoc_virtual_behavior {
  public:
   void* key;
@@ -25,17 +25,17 @@ class YQRT_API YAssoc : public YAssoc_virtual_behavior {
   YAssoc(void* k, void* v) : key(k), value(v) {}
   YAssoc(const YAssoc&) = default;
   YAssoc& operator=(const YAssoc&) = default;
-  virtual ~YAssoc();  // frees nothing that the fields point to
+  virtual ~YAssoc();  // does not free what the fields point to
 
   virtual unsigned long hashKey() const;
   virtual YAssoc* copy() const;
   virtual YWord isValid() const;
-  // Non-zero when the keys match; a record is asked whether it accepts the key of `other`.
+  // Return non-zero when this record matches the key of `other`, or the key `k`.
   virtual YWord equals(const YAssoc* other) const;
   virtual YWord equalsKey(const void* k) const;
 };
 
-// A set of YAssoc records, compared by their own equals: the stored record is asked.
+// A set of YAssoc records. The `equals` of the stored record decides which record matches a probe.
 class YQRT_API YAssocSet : public YSet {
  public:
   YWord compare(const void* a, const void* b) const override;
@@ -48,16 +48,16 @@ class YQRT_API YDictionary : public YAssocSet {
   YDictionary() = default;
   ~YDictionary() = default;
 
-  // The record, first attached first, whose equalsKey accepts the key, or null.
+  // The first attached record whose equalsKey accepts the key, or null. Linear in the size.
   virtual YAssoc* searchByKey(const void* key) const;
 };
 
-// Walks a set of records in the order of attaching:
+// Iterates over a set of records in the order in which they were attached:
 //   for (YAssocSetItr i(set); i.item != nullptr; ++i) use(i.item);
-// No record may be detached meanwhile.
+// No record may be detached during the iteration.
 class YQRT_API YAssocSetItr {
  public:
-  YAssoc* item;  // the present record, null when the walk is over
+  YAssoc* item;  // the current record, null after the last
 
   explicit YAssocSetItr(const YSet& set);
   YAssocSetItr& operator++();

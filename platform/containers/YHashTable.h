@@ -1,4 +1,4 @@
-// The one hash table of the system: open addressing, linear probing, backward-shift deletion.
+// The hash table of the library: open addressing, linear probing, backward-shift deletion.
 
 #ifndef PLATFORM_CONTAINERS_YHASHTABLE_H_
 #define PLATFORM_CONTAINERS_YHASHTABLE_H_
@@ -10,25 +10,26 @@
 
 #include "foundation/YMemory.h"
 
-// A table of small rows. `Row` is a plain value with
-//   Row()                        an empty row
+// A table of small entries. `Entry` is a plain value with
+//   Entry()                      an empty entry
 //   bool isEmpty() const
-//   std::uint64_t hash() const   of a row that is not empty
-// The hash need not be well spread: the table multiplies it. Two rows may have the same hash, and
-// the caller decides by its own test which of them it wants.
+//   std::uint64_t hash() const   of an entry that is not empty
+// The table scrambles the hash, so it need not be well distributed. Several entries may have the
+// same hash; the caller's predicate selects among them.
 //
-// A row stays where it is until the table changes. All operations take constant time on average;
-// removing does not make later searches slower. A table without rows owns no memory. Memory that
-// cannot be had ends the process (YMemory.h).
-template <class Row>
+// Pointers to entries are valid until the table changes. All operations take constant time on
+// average, and removals do not slow down later searches. A new table owns no memory. Running out of
+// memory ends the process (YMemory.h).
+template <class Entry>
 class YHashTable {
  public:
   std::size_t count() const { return count_; }
   std::size_t capacity() const { return slots_.size(); }
 
-  // The first row of that hash for which `matches(row)` is true, or null.
+  // The first entry on the probe sequence of `hash` for which `matches(entry)` is true, or null.
+  // Entries of other hashes are tested too.
   template <class Matches>
-  const Row* find(std::uint64_t hash, const Matches& matches) const {
+  const Entry* find(std::uint64_t hash, const Matches& matches) const {
     if (count_ == 0) return nullptr;
     for (std::size_t slot = home(hash); !slots_[slot].isEmpty(); slot = next(slot)) {
       if (matches(slots_[slot])) return &slots_[slot];
@@ -36,67 +37,68 @@ class YHashTable {
     return nullptr;
   }
   template <class Matches>
-  Row* find(std::uint64_t hash, const Matches& matches) {
-    return const_cast<Row*>(std::as_const(*this).find(hash, matches));
+  Entry* find(std::uint64_t hash, const Matches& matches) {
+    return const_cast<Entry*>(std::as_const(*this).find(hash, matches));
   }
 
-  // Makes room for so many rows in all, so that adding them does not grow the table step by step.
-  void reserve(std::size_t rows) {
+  // Makes room for `entries` entries in all, so that adding them does not resize the table
+  // repeatedly.
+  void reserve(std::size_t entries) {
     std::size_t room = FewestSlots;
-    while (4 * rows > 3 * room) room *= 2;
+    while (4 * entries > 3 * room) room *= 2;
     if (room > slots_.size()) resize(room);
   }
 
-  // Adds a row that is not empty, after those of the same hash; returns its place.
-  Row* add(const Row& row) {
+  // Adds an entry that is not empty, after those of the same hash. Returns its slot.
+  Entry* add(const Entry& entry) {
     if (4 * (count_ + 1) > 3 * slots_.size()) {
       resize(slots_.empty() ? FewestSlots : 2 * slots_.size());
     }
     ++count_;
-    return place(row);
+    return insert(entry);
   }
 
-  // Removes a row of this table. The rows whose probe sequence passes its slot move up.
-  void remove(Row* row) {
-    std::size_t hole = static_cast<std::size_t>(row - slots_.data());
+  // Removes an entry of this table. Entries whose probe sequence passes its slot move back.
+  void remove(Entry* entry) {
+    std::size_t hole = static_cast<std::size_t>(entry - slots_.data());
     for (std::size_t slot = next(hole); !slots_[slot].isEmpty(); slot = next(slot)) {
       const std::size_t distance = (slot - home(slots_[slot].hash())) & (slots_.size() - 1);
       if (distance < ((slot - hole) & (slots_.size() - 1))) continue;
       slots_[hole] = slots_[slot];
       hole = slot;
     }
-    slots_[hole] = Row();
+    slots_[hole] = Entry();
     --count_;
   }
 
-  // Removes all rows. A small table keeps its memory, so that one that is filled and cleared again
-  // and again does not allocate.
+  // Removes all entries. A small table keeps its memory, so that filling and clearing it repeatedly
+  // does not allocate.
   void clear() {
     if (count_ == 0) return;
     count_ = 0;
     if (slots_.size() > MostSlotsKept) {
       Slots().swap(slots_);
     } else {
-      slots_.assign(slots_.size(), Row());
+      slots_.assign(slots_.size(), Entry());
     }
   }
 
-  // Calls `use(row)` for every row, in no particular order.
+  // Calls `use(entry)` for every entry, in no particular order.
   template <class Use>
   void forEach(const Use& use) const {
-    for (const Row& row : slots_) {
-      if (!row.isEmpty()) use(row);
+    for (const Entry& entry : slots_) {
+      if (!entry.isEmpty()) use(entry);
     }
   }
 
  private:
-  using Slots = std::vector<Row, YAllocator<Row>>;
+  using Slots = std::vector<Entry, YAllocator<Entry>>;
   static constexpr std::size_t FewestSlots = 8;
   static constexpr std::size_t MostSlotsKept = 64;
 
-  Slots slots_;  // none, or a power of two of them
+  Slots slots_;  // empty, or a power of two
   std::size_t count_ = 0;
-  int homeShift_ = 64;  // 64 less the exponent of that power
+  int homeShift_ = 64;  // 64 - log2 of the number of slots
 
   // The home slot: the upper bits of the product depend on all bits of the hash.
   std::size_t home(std::uint64_t hash) const {
@@ -104,14 +106,15 @@ class YHashTable {
   }
   std::size_t next(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
 
-  Row* place(const Row& row) {
-    std::size_t slot = home(row.hash());
+  Entry* insert(const Entry& entry) {
+    std::size_t slot = home(entry.hash());
     while (!slots_[slot].isEmpty()) slot = next(slot);
-    slots_[slot] = row;
+    slots_[slot] = entry;
     return &slots_[slot];
   }
 
-  // Rows are placed again from an empty slot on, so that those of the same hash keep their order.
+  // Entries are inserted again from the first empty slot on, so that those of the same hash keep
+  // their order.
   void resize(std::size_t room) {
     const Slots old = std::exchange(slots_, Slots(room));
     homeShift_ = 64;
@@ -119,8 +122,8 @@ class YHashTable {
     std::size_t first = 0;
     while (first < old.size() && !old[first].isEmpty()) ++first;
     for (std::size_t i = 0; i < old.size(); ++i) {
-      const Row& row = old[(first + i) & (old.size() - 1)];
-      if (!row.isEmpty()) place(row);
+      const Entry& entry = old[(first + i) & (old.size() - 1)];
+      if (!entry.isEmpty()) insert(entry);
     }
   }
 };

@@ -1,4 +1,4 @@
-// Lists of plain pointers that own their links and not their items.
+// Linked lists of plain pointers. A list owns its links but not its items.
 
 #ifndef PLATFORM_CONTAINERS_YLINKLIST_H_
 #define PLATFORM_CONTAINERS_YLINKLIST_H_
@@ -14,7 +14,7 @@ class YQRT_API YRing {
   explicit YRing(void* item) : item_(item) {}
   void* item() const { return item_; }
 
-  // Rings share blocks of memory, since a syntax has more links than anything else.
+  // Rings come from a pool, since a syntax has more links than anything else.
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
   static void operator delete(void* ring, std::size_t size);
@@ -22,7 +22,7 @@ class YQRT_API YRing {
  private:
   friend class YChain;
   void* item_;
-  YRing* next_ = nullptr;  // the last ring leads to the first
+  YRing* next_ = nullptr;  // of the last ring: the first
 };
 
 // A circular list of rings, in the order in which they were attached.
@@ -38,47 +38,46 @@ class YQRT_API YChain {
   // The ring after one of this chain, null after the last.
   YRing* next(const YRing* ring) const { return ring == last_ ? nullptr : ring->next_; }
 
-  // Puts a ring that is in no chain at the end; returns it.
+  // Appends a ring that is in no chain; returns it.
   YRing* attach(YRing* ring);
-  // Takes a ring of this chain out and destroys neither it nor its item; returns the ring. Costs
-  // the rings before it; the first one costs nothing.
+  // Removes a ring of this chain without destroying it or its item; returns the ring. Linear in the
+  // number of rings before it.
   YRing* detach(YRing* ring);
-  // Takes over all rings of the other chain, in their order, after those that are here. Costs the
-  // same however many they are.
+  // Moves all rings of the other chain to the end of this one, in their order, in constant time.
   void attachAll(YChain& from);
 
  protected:
-  // Takes out the ring after that one, which may be the last one; returns it.
+  // Removes and returns the ring that follows `ring`; after the last one that is the first.
   YRing* detachAfter(YRing* ring);
 
  private:
   YRing* last_ = nullptr;
 };
 
-// A chain that makes its rings itself. The same pointer may be in several lists, and several times
-// in one.
+// A chain that creates its own rings. The same item may be in several lists, and several times in
+// one.
 class YQRT_API YLinkList : public YChain {
  public:
   YLinkList() = default;
   ~YLinkList();  // frees the rings, not the items
 
-  // Puts the item at the end; returns it.
+  // Appends the item; returns it.
   void* append(void* item);
 
-  // The operation of the chain, beside the one below.
+  // Detaching a ring stays available beside detaching an item.
   using YChain::detach;
-  // Removes the first ring that holds the item and returns the item; null when there is none. Costs
-  // the rings before it.
+  // Removes the first ring that holds the item and returns the item, or null when there is none.
+  // Linear in the number of rings before it.
   void* detach(void* item);
 };
 
-// Walks a list from the first appended item to the last:
+// Iterates over a list from the first appended item to the last:
 //   for (YLinkListIterator i(list); i.ring != nullptr; ++i) use(i.current());
-// The list must not change at the ring that the iterator is on.
+// The ring at which the iterator is must not be detached.
 class YQRT_API YRingIterator {
  public:
-  const YChain* chain;  // the chain walked
-  YRing* ring;          // the present ring, null when the walk is over
+  const YChain* chain;  // the chain that is iterated over
+  YRing* ring;          // the current ring, null after the last
 
   explicit YRingIterator(const YChain& over) : chain(&over), ring(over.first()) {}
   // Steps to the next ring and returns it, null after the last.
@@ -88,7 +87,7 @@ class YQRT_API YRingIterator {
 class YQRT_API YLinkListIterator : public YRingIterator {
  public:
   explicit YLinkListIterator(const YLinkList& list) : YRingIterator(list) {}
-  // The item of the present ring; the walk must not be over.
+  // The item of the current ring, which must not be null.
   void* current() const { return ring->item(); }
 };
 

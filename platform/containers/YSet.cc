@@ -9,40 +9,40 @@
 #include "platform/containers/YHashTable.h"
 
 struct YSet::Items {
-  struct Row {
+  struct Entry {
     std::uint32_t hashValue = 0;
-    std::uint32_t number = 0;  // 1 more than the index in `list`; 0 in an empty row
+    std::uint32_t number = 0;  // 1 more than the index in `list`; 0 in an empty entry
     bool isEmpty() const { return number == 0; }
     std::uint64_t hash() const { return hashValue; }
   };
 
-  // In the order of attaching, with null for what was detached.
+  // In the order of attaching, with null for detached items.
   std::vector<void*, YAllocator<void*>> list;
-  YHashTable<Row> rows;
+  YHashTable<Entry> entries;
 
-  void* at(const Row& row) const { return list[row.number - 1]; }
+  void* at(const Entry& entry) const { return list[entry.number - 1]; }
   void add(std::uint32_t hash, void* item) {
     list.push_back(item);
-    rows.add({hash, static_cast<std::uint32_t>(list.size())});
+    entries.add({hash, static_cast<std::uint32_t>(list.size())});
   }
-  void remove(Row* row);
+  void remove(Entry* entry);
   void closeGaps();
 };
 
-void YSet::Items::remove(Row* row) {
-  list[row->number - 1] = nullptr;
-  rows.remove(row);
-  if (list.size() > 2 * rows.count() + 16) closeGaps();
+void YSet::Items::remove(Entry* entry) {
+  list[entry->number - 1] = nullptr;
+  entries.remove(entry);
+  if (list.size() > 2 * entries.count() + 16) closeGaps();
 }
 
 void YSet::Items::closeGaps() {
-  std::vector<Row, YAllocator<Row>> kept;
-  rows.forEach([&kept](const Row& row) { kept.push_back(row); });
+  std::vector<Entry, YAllocator<Entry>> kept;
+  entries.forEach([&kept](const Entry& entry) { kept.push_back(entry); });
   std::sort(kept.begin(), kept.end(),
-            [](const Row& one, const Row& other) { return one.number < other.number; });
+            [](const Entry& one, const Entry& other) { return one.number < other.number; });
   const auto old = std::exchange(list, {});
-  rows.clear();
-  for (const Row& row : kept) add(row.hashValue, old[row.number - 1]);
+  entries.clear();
+  for (const Entry& entry : kept) add(entry.hashValue, old[entry.number - 1]);
 }
 
 void YSet_virtual_behavior::dummy_func() {}
@@ -65,10 +65,11 @@ void* YSet::attach(void* item) {
 
 void* YSet::detach(void* item) {
   if (items_ == nullptr || item == nullptr) return nullptr;
-  Items::Row* row = items_->rows.find(
-      hashValue(item), [this, item](const Items::Row& known) { return items_->at(known) == item; });
-  if (row == nullptr) return nullptr;
-  items_->remove(row);
+  Items::Entry* entry = items_->entries.find(
+      hashValue(item),
+      [this, item](const Items::Entry& known) { return items_->at(known) == item; });
+  if (entry == nullptr) return nullptr;
+  items_->remove(entry);
   return item;
 }
 
@@ -79,18 +80,19 @@ void* YSet::search(const void* probe) const {
 
 void* YSet::find(unsigned int hash, const std::function<bool(const void*)>& matches) const {
   if (items_ == nullptr) return nullptr;
-  const Items::Row* row = items_->rows.find(hash, [this, hash, &matches](const Items::Row& known) {
-    return known.hashValue == hash && matches(items_->at(known));
-  });
-  return row == nullptr ? nullptr : items_->at(*row);
+  const Items::Entry* entry =
+      items_->entries.find(hash, [this, hash, &matches](const Items::Entry& known) {
+        return known.hashValue == hash && matches(items_->at(known));
+      });
+  return entry == nullptr ? nullptr : items_->at(*entry);
 }
 
 YWord YSet::contains(const void* item) const {
   return search(item) == nullptr ? 0 : 1;
 }
 
-// The set is empty before the first item is deleted, so that what an item's destructor does finds
-// no deleted item.
+// The set is emptied first, so that a destructor of an item that uses the set finds no deleted
+// item.
 void YSet::deleteAll() {
   const Items* items = std::exchange(items_, nullptr);
   if (items == nullptr) return;
@@ -101,7 +103,7 @@ void YSet::deleteAll() {
 }
 
 std::uint32_t YSet::count() const {
-  return items_ == nullptr ? 0 : static_cast<std::uint32_t>(items_->rows.count());
+  return items_ == nullptr ? 0 : static_cast<std::uint32_t>(items_->entries.count());
 }
 
 void* YSet::itemFrom(std::size_t& index) const {

@@ -17,12 +17,12 @@ class YQRT_API YSet_virtual_behavior {
   ~YSet_virtual_behavior() = default;
 };
 
-// A set of pointers that it does not own. Items come in the order in which they were attached, on
-// every machine. attach, detach and search cost one hashValue and a compare for each item of the
-// same hash value, whatever the size of the set.
+// A set of pointers; it does not own the items. Iteration follows the order in which they were
+// attached. attach, detach and search take constant time on average: one hashValue, and one compare
+// for each item of the same hash value.
 //
-// There is no virtual destructor, and the destructor does not delete the items: a subclass that
-// owns them calls deleteAll in its own.
+// The destructor is not virtual and does not delete the items: a subclass that owns them calls
+// deleteAll in its own destructor.
 class YQRT_API YSet : public YSet_virtual_behavior {
  public:
   YSet();
@@ -30,31 +30,31 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   YSet& operator=(const YSet&) = delete;
   ~YSet();
 
-  // Adds the item; null when it is null itself or equals one that is there.
+  // Adds and returns the item. Returns null when the item is null or equals one of the set.
   void* attach(void* item);
-  // Takes the item out without deleting it; null when it was not there. It is found by its address
-  // under the hash value of this moment.
+  // Removes the item without deleting it and returns it; null when it is not in the set. The item
+  // is found by its address, and its hash value must be the one it was attached with.
   void* detach(void* item);
-  // 1 when search finds an item for it.
+  // Returns 1 when search finds an item for the probe.
   YWord contains(const void* item) const;
-  // Gives every item to deleteIt and empties the set.
+  // Empties the set and calls deleteIt for every item.
   void deleteAll();
 
   std::uint32_t count() const;
 
   // Non-zero when the stored item `a` equals the probe `b`; by default the same pointer.
   virtual YWord compare(const void* a, const void* b) const;
-  // Items that equal have the same value; by default made from the pointer.
+  // The hash value; equal items must have the same one. By default made from the pointer.
   virtual unsigned int hashValue(const void* item) const;
-  // What deleteAll does to an item; nothing by default.
+  // Called by deleteAll for each item; does nothing by default.
   virtual void deleteIt(void* item);
-  // A new plain set of the same items, compared by their addresses. The caller owns it.
+  // A new set of class YSet with the same items, compared by address. The caller owns it.
   virtual YSet* copy() const;
-  // The stored item that equals the probe: of several, the one attached first. Null when none does.
+  // The first attached item that equals the probe, or null.
   virtual void* search(const void* probe) const;
 
  protected:
-  // The first item, in the order of attaching, that has the hash value and matches; or null.
+  // The first attached item that has the hash value and matches, or null.
   void* find(unsigned int hash, const std::function<bool(const void*)>& matches) const;
 
  private:
@@ -62,7 +62,7 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   Items* items_ = nullptr;  // null until the first item is attached
 
   friend class YAssocSetItr;
-  // The first item from that index on, null after the last; sets `index` to its place.
+  // The first item at or after `index`, null after the last. Sets `index` to its index.
   void* itemFrom(std::size_t& index) const;
 };
 

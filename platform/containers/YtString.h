@@ -7,17 +7,17 @@
 
 #include "foundation/YString.h"
 
-// The hash of a text: the same for equal text, on every machine.
+// The hash of a text: the same on every machine.
 YQRT_API unsigned long YHashText(std::string_view text);
 
-// A string that can hash itself.
+// A string with a hash.
 class YQRT_API YtString : public YString {
  public:
   explicit YtString(const char* text) : YString(text) {}
   unsigned long hash() const { return YHashText({buffer, length}); }
 };
 
-// Folds the ASCII capitals of a text in place, exactly as YString::toLower does.
+// Folds the ASCII capitals of a text to lower case in place, as YString::toLower does.
 YQRT_API void Ycvl(char* text);
 
 #endif  // PLATFORM_CONTAINERS_YTSTRING_H_

@@ -1,4 +1,4 @@
-// The root of the objects of a user interface that a host shares with the library.
+// The base class of user interface objects that a host shares with the library.
 
 #ifndef PLATFORM_UI_YUIBASE_H_
 #define PLATFORM_UI_YUIBASE_H_
@@ -7,10 +7,11 @@
 
 #include "foundation/YTypes.h"
 
-// The order of the virtual operations is fixed; further ones are added behind the last.
+// The order of the virtual functions is part of the binary interface; new ones are added at the
+// end.
 class YQRT_API YuiBase {
  public:
-  // Null when there is no memory; a new expression is then null too.
+  // Returns null when there is no memory; a new expression is then null too.
   static void* operator new(std::size_t size) noexcept;
   static void operator delete(void* memory);
 
@@ -18,19 +19,20 @@ class YQRT_API YuiBase {
   YuiBase& operator=(const YuiBase&) = delete;
   virtual ~YuiBase();
 
-  // The name of the class, and whether a name is that of the class or of one that it derives from.
+  // The name of the class, and whether `name` is that of the class or of one of its bases.
   virtual const char* IsA() const;
   virtual YWord IsKindOf(const char* name) const;
-  // A text about the state of the object, for whoever looks for a fault; empty here.
+  // A description of the object's state, for debugging; empty in this class.
   virtual const char* GetState();
-  // What a script holds of the object.
+  // The object as scripts refer to it.
   virtual YuiBase* Handle();
-  // A name that the host gives, copied; empty at first, for null, and when there was no memory.
+  // A name that the host chooses; it is copied. Empty at first, for null, and when there was no
+  // memory.
   virtual void SetName(const char* name);
   virtual const char* GetName() const;
-  // The host's number of the window that the object is in; 0 here.
+  // The host's number of the window that contains the object; 0 in this class.
   virtual int GetWindowID() const;
-  // A count that the host keeps. It does not fall below 0, and nothing is destroyed at 0.
+  // A use count for the host. It does not fall below 0, and reaching 0 destroys nothing.
   virtual int GetUseCount() const;
   virtual void IncrUseCount() const;
   virtual void DecrUseCount() const;

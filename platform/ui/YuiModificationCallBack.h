@@ -1,4 +1,4 @@
-// What a text field asks before it applies a change.
+// The callback that a text field calls before it applies a change.
 
 #ifndef PLATFORM_UI_YUIMODIFICATIONCALLBACK_H_
 #define PLATFORM_UI_YUIMODIFICATIONCALLBACK_H_
@@ -9,8 +9,8 @@
 
 class YuiTextField;
 
-// Nobody here owns such an object. Whoever destroys one first takes it from the fields that have it
-// (YuiTextField::SetModificationCallBack), or does so in its destructor.
+// The library does not own these objects. Before one is destroyed, or in its destructor, it must be
+// removed from the fields that call it (YuiTextField::SetModificationCallBack).
 class YQRT_API YuiModificationCallBack : public YuiBase {
  public:
   YuiModificationCallBack();
@@ -19,18 +19,18 @@ class YQRT_API YuiModificationCallBack : public YuiBase {
   const char* IsA() const override;
   YWord IsKindOf(const char* name) const override;
 
-  // A change of the field's text, one character that is typed or deleted at its end: the first
-  // `length` bytes at `text` are to be inserted, or with a length of 0 the last character deleted.
-  // Non-zero when the field is to apply the change, 0 when it is not. The text need not be
-  // terminated, and the two numbers are the field's own.
+  // Called for a change at the end of the field's text: the first `length` bytes at `text` are to
+  // be appended, or with a `length` of 0 the last character is to be deleted. Returns non-zero when
+  // the field shall apply the change and 0 when it shall not. The text need not be NUL-terminated;
+  // the two numbers are for the field's own use.
   //
-  // Anything may happen during the call: the field may be given another text, and the object and
-  // the field may both be destroyed.
+  // During the call the field's text may be replaced, and this object and the field may be
+  // destroyed.
   virtual YWord OnModification(std::int32_t, std::int32_t, const char* text,
                                std::uint32_t length) = 0;
 
-  // The field will not call this object again: it is being destroyed, or has been given another
-  // one, or none. Nothing but its address may be used.
+  // Called when the field will not call this object again, because the field is being destroyed or
+  // its callback was replaced. Only the address of `field` may be used.
   virtual void OnRelease(YuiTextField* field);
 };
 

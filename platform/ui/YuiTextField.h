@@ -16,40 +16,42 @@
 //       if (OfferModification(c, n) != 0) shown.append(c, n);
 //     }
 //     void rubbedOut() {
-//       if (OfferModification(nullptr, 0) != 0) ...    // take the last character of `shown` out
+//       if (OfferModification(nullptr, 0) != 0) ...    // delete the last character of `shown`
 //     }
 //   };
 //
-// A script gets the field as a handle on the address of this very class. The field is its host's
-// and may be destroyed at any time, also while it is being told something.
+// Scripts refer to the field by a handle on the address of its YuiTextField part. The host owns the
+// field and may destroy it at any time, even during a call of one of its functions.
 class YQRT_API YuiTextField : public YuiBase {
  public:
-  // A field is alive, for FindLive, from the beginning of this constructor to the beginning of this
-  // destructor, which releases the object that the field asks.
+  // FindLive finds a field from the start of this constructor to the start of this destructor. The
+  // destructor calls OnRelease of the callback.
   YuiTextField();
   ~YuiTextField() override;
 
   const char* IsA() const override;
   YWord IsKindOf(const char* name) const override;
 
-  // Replaces the text that the field shows. The text is the caller's and good during the call. The
-  // field may offer this change too: it will be let pass.
+  // Replaces the text that the field shows. `text` is valid during the call only. The field may
+  // offer this change too; it will be accepted.
   virtual void SetText(const char* text) = 0;
 
-  // From now on every change is first offered to this object; null ends that. The object of before
-  // is told by OnRelease.
+  // Sets the object to which every change is offered first, or none for null. Calls OnRelease of
+  // the previous one.
   void SetModificationCallBack(YuiModificationCallBack* callBack);
 
-  // The live field at that address, or null. Any address can be asked. Costs the number of fields.
+  // The existing field at that address, or null; the address may be anything. Linear in the number
+  // of fields.
   static YuiTextField* FindLive(const void* handle);
 
  protected:
-  // The object that the field asks, or null. A host that wants to end what a script has attached to
-  // the field deletes it.
+  // The object to which changes are offered, or null. A host that wants to undo what a script has
+  // attached to the field deletes it.
   YuiModificationCallBack* ModificationCallBack() const { return callBack_; }
 
-  // What OnModification answers for the change; 1 when the field asks nobody. A field that may be
-  // destroyed by what a user types looks at itself again only when it knows that it was not.
+  // Returns what OnModification returns for the change, or 1 when the field has no callback. A
+  // field that typed commands may destroy must not use its members afterwards without knowing that
+  // it still exists.
   YWord OfferModification(const char* text, std::uint32_t length);
 
  private:
