@@ -1,4 +1,4 @@
-// The arrays of the system.
+// The growing array that all parts of the library use.
 
 #ifndef FOUNDATION_YARRAY_H_
 #define FOUNDATION_YARRAY_H_
@@ -11,24 +11,23 @@
 #include "foundation/YMemory.h"
 #include "foundation/YTypes.h"
 
-// The place of `key` in a sorted array of `count` elements: the index before which it belongs,
-// behind all elements that compare equal. -1 when `flag` is 0 and an element compares equal, so
-// that nothing is inserted twice.
+// The index at which `key` belongs in a sorted array of `count` elements: after all elements that
+// compare equal. Returns -1 when `flag` is 0 and an element compares equal, so that a caller can
+// avoid inserting it twice.
 YQRT_API int YArrayBinFind(const void* key, const void* base, unsigned int count,
                            unsigned int elementSize, int (*cmp)(const void*, const void*),
                            unsigned long flag);
 
-// An array that grows when it is indexed past its end, also by a read.
+// An array that grows when it is indexed past its end, even by a read.
 //
-// Elements kept by value are default-constructed in every slot of the allocation; slots of pointers
-// hold no defined value until they are written, and what the pointers point to is never touched.
-// What is given to an insertion may be an element of the same array. Memory that cannot be had ends
-// the process.
+// Every slot of the allocation is default-constructed; a slot of a pointer or number type has no
+// defined value until it is written. An array of pointers does not own what they point to. An
+// inserted value may be an element of the same array. Running out of memory ends the process.
 template <class T>
 class YArray {
  public:
   YArray() = default;
-  // An array of `n` live slots; none for an n below 1.
+  // An array of `n` live elements; empty for an `n` below 1.
   explicit YArray(int n) {
     if (n >= 1) bumpsize(n - 1);
   }
@@ -39,7 +38,7 @@ class YArray {
         data(std::exchange(other.data, nullptr)) {}
   ~YArray() { delete[] data; }
 
-  // Copies the live elements; slots above the new size stay allocated.
+  // Copies the live elements. The allocation never shrinks.
   YArray& operator=(const YArray& other) {
     if (this == &other) return *this;
     if (other.size_ > size_) bumpsize(other.size_);
@@ -56,25 +55,25 @@ class YArray {
 
   int size() const { return size_; }
 
-  // The element at `i`, which must not be negative; an index at or past the end makes the array
-  // longer, and all slots up to it live.
+  // The element at `i`, which must not be negative. An index at or past the end extends the array
+  // up to and including `i`.
   T& operator[](int i) { return i < size_ ? data[i] : bumpsize(i); }
-  // The element at an index that the caller knows to be live.
+  // The element at `i`, which must be below size(): nothing is checked.
   T& at(int i) const { return data[i]; }
-  // Adds an element at the end and answers it.
+  // Adds an element at the end and returns it.
   T& end() { return bumpsize(size_); }
 
   operator const T*() const { return data; }  // NOLINT(google-explicit-constructor)
   const T* operator()() const { return data; }
 
-  // Makes the size n; shrinking destroys nothing, and the slot at index n exists afterwards.
+  // Sets the size to `n`. Shrinking destroys no element, and slot `n` is allocated afterwards.
   void resize(int n) {
     bumpsize(n);
     size_ = n;
   }
 
-  // Takes the element at `i` out and closes the gap by assignment, so that the last slot keeps its
-  // old content; 0 when there is no such element.
+  // Removes the element at `i` and moves those after it down by assignment, so that the freed last
+  // slot keeps its content. Returns 0 when there is no element `i`.
   YWord remove(int i) {
     if (i < 0 || i >= size_) return 0;
     for (std::int32_t k = i; k + 1 < size_; ++k) data[k] = data[k + 1];
@@ -82,7 +81,7 @@ class YArray {
     return 1;
   }
 
-  // Frees the allocation, unless the size is 0 already.
+  // Frees the allocation, unless the size is already 0.
   void removeAll() {
     if (size_ == 0) return;
     delete[] data;
@@ -91,11 +90,11 @@ class YArray {
     capacity = 0;
   }
 
-  // Insert in front of index i (0 to size), behind index i (0 to size - 1), at the end. 0 and no
-  // change for a bad index.
+  // Insert before index i (0 to size), after index i (0 to size - 1), at the end. Return 0 and
+  // change nothing for an index outside those ranges.
   YWord insertBefore(int i, const T& e) {
     if (i < 0 || i > size_) return 0;
-    T kept(e);  // an element of this array would move
+    T kept(e);  // `e` may be an element of this array, which is about to move
     const std::int32_t old = size_;
     bumpsize(old + 1);
     size_ = old + 1;
@@ -109,15 +108,15 @@ class YArray {
   }
   YWord append(const T& e) { return insertBefore(size_, e); }
 
-  // qsort and bsearch over the live elements: `cmp` gets pointers to elements, so pointers to
-  // pointers for an array of pointers. Elements are moved as raw bytes by the sort.
+  // qsort and bsearch over the live elements. `cmp` receives pointers to elements, hence pointers
+  // to pointers for an array of pointers. The sort moves elements as raw bytes.
   void sort(int (*cmp)(const void*, const void*)) {
     if (data != nullptr) std::qsort(static_cast<void*>(data), sizeOf(size_), sizeof(T), cmp);
   }
   YWord insertSorted(const T& e, int (*cmp)(const void*, const void*), unsigned long flag) {
-    const int place = YArrayBinFind(&e, data, static_cast<unsigned int>(size_),
+    const int index = YArrayBinFind(&e, data, static_cast<unsigned int>(size_),
                                     static_cast<unsigned int>(sizeof(T)), cmp, flag);
-    return place == -1 ? 0 : insertBefore(place, e);
+    return index == -1 ? 0 : insertBefore(index, e);
   }
   // The index of an element that compares equal to `key`, or -1.
   int search(const void* key, int (*cmp)(const void*, const void*)) const {
@@ -127,8 +126,9 @@ class YArray {
   }
 
  protected:
-  // Makes the slot at `i` live and answers it. Where the allocation is too small it is replaced by
-  // one of i plus a step, the step being the old capacity but at least 1 and at most 256.
+  // Extends the array to include slot `i` and returns it. An allocation that is too small is
+  // replaced by one of `i` slots plus the old capacity, of which at least 1 and at most 256 are
+  // added.
   T& bumpsize(int i) {
     if (i < 0) i = 0;
     if (i >= capacity) grow(i);

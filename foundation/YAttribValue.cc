@@ -5,7 +5,7 @@
 
 namespace {
 
-// Sets the status to whether a value of the tag can be read as `wanted`, and answers that.
+// Returns whether a value of the tag can be read as `wanted`, and sets the status accordingly.
 bool Admit(std::int32_t tag, YAttribTag wanted, YStatus& status) {
   if (tag == wanted) {
     YStatusSetGood(status);

@@ -1,4 +1,4 @@
-// A tagged value: what an argument of a token or a variable holds.
+// A tagged value, as arguments of tokens and variables hold it.
 
 #ifndef FOUNDATION_YATTRIBVALUE_H_
 #define FOUNDATION_YATTRIBVALUE_H_
@@ -9,7 +9,7 @@
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 
-// The tags that mean something. Any other tag is the null value.
+// Any other tag is the null value.
 enum YAttribTag : std::int32_t {
   YAttribNull = 0,
   YAttribLong = 2,
@@ -18,15 +18,15 @@ enum YAttribTag : std::int32_t {
   YAttribString = 5,
 };
 
-// Copied deeply, the string too. A value keeps the memory of its string when another value is put
-// into it, so that a value that is set again and again stops allocating.
+// A null value, a number, a point or a string. Copies are deep. A value keeps the memory of its
+// string when it is overwritten, so that setting it repeatedly does not allocate.
 class YQRT_API YAttribValue {
  public:
   std::int32_t tag;  // a YAttribTag
 
   YAttribValue();  // the null value
-  // A string value: the first `n` bytes of `text`, the whole text when `n` is 0. Null gives an
-  // empty string.
+  // A string value: the first `n` bytes of `text`, or all of it when `n` is 0. A null `text` gives
+  // an empty string.
   YAttribValue(const char* text, unsigned long n);
   YAttribValue(const YAttribValue& other);
   YAttribValue(YAttribValue&& other) noexcept;
@@ -59,19 +59,19 @@ class YQRT_API YAttribValue {
     string_.assign(text, n);
   }
 
-  // The value, for a caller that has tested the tag. With another tag the answer is 0, the empty
-  // text for GetString, and bit 0 of the status is cleared; otherwise the status is set good.
+  // Return the value when the tag is the one asked for, else 0, or the empty text for GetString. A
+  // given status has bit 0 set when the tag matched and cleared when it did not.
   std::int32_t GetLong() const { return tag == YAttribLong ? long_ : 0; }
   double GetDouble() const { return tag == YAttribDouble ? double_ : 0; }
   std::int32_t GetLong(YStatus& status) const;
   double GetDouble(YStatus& status) const;
   std::int32_t GetPointX(YStatus& status) const;
   std::int32_t GetPointY(YStatus& status) const;
-  // A pointer into the value, good until the value changes.
+  // A pointer into the value, valid until the value changes.
   const char* GetString(YStatus& status) const;
   // The same without a status: the text of a string value, else the empty text.
   const char* GetString() const { return tag == YAttribString ? string_.buffer : ""; }
-  // The length of that text, with any NUL bytes it was given.
+  // The length of that text in bytes. NUL bytes inside it count.
   std::uint32_t GetStringLength() const { return tag == YAttribString ? string_.length : 0; }
 
  private:

@@ -6,8 +6,8 @@
 
 namespace {
 
-// AddressSanitizer finds an object used after its end by the memory that it was given back to, so
-// each has memory of its own there.
+// Under AddressSanitizer every block is allocated on its own, so that a use after its release is
+// detected.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool IsWatched = true;
 #elif defined(__has_feature)
@@ -16,8 +16,8 @@ constexpr bool IsWatched = __has_feature(address_sanitizer);
 constexpr bool IsWatched = false;
 #endif
 
-constexpr std::size_t Line = 64;
-constexpr std::align_val_t Alignment{Line};
+constexpr std::size_t CacheLine = 64;
+constexpr std::align_val_t Alignment{CacheLine};
 
 }  // namespace
 
@@ -39,13 +39,13 @@ void YBlockPool::give(void* block, std::size_t size) {
   if (--used_ == 0) releaseAll();
 }
 
-// The first line of a slab tells where the one before it lies.
+// The first cache line of a slab holds the link to the previous slab.
 bool YBlockPool::addSlab() {
   const std::size_t size = nextCount_ * blockSize_;
-  void* memory = ::operator new(Line + size, Alignment, std::nothrow);
+  void* memory = ::operator new(CacheLine + size, Alignment, std::nothrow);
   if (memory == nullptr) return false;
   slabs_ = new (memory) Slab{slabs_};
-  fresh_ = static_cast<char*>(memory) + Line;
+  fresh_ = static_cast<char*>(memory) + CacheLine;
   freshEnd_ = fresh_ + size;
   nextCount_ = std::min(2 * nextCount_, MostCount);
   return true;

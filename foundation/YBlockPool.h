@@ -1,25 +1,24 @@
-// Memory for many small objects of one kind.
+// A pool allocator for many small objects of one size.
 
 #ifndef FOUNDATION_YBLOCKPOOL_H_
 #define FOUNDATION_YBLOCKPOOL_H_
 
 #include <cstddef>
 
-// Gives out blocks of one size. They lie side by side, where malloc puts notes of its own between
-// them, and those that follow one another in time follow one another in memory: where objects are
-// read at random, fewer lines of memory are read. A block whose size is a multiple of a line begins
-// at one.
+// Allocates blocks of one size from slabs. The blocks are adjacent, without the headers that malloc
+// adds, and in the order of allocation, so that reading many objects touches fewer cache lines. A
+// block whose size is a multiple of 64 is aligned to a cache line.
 //
-// Giving and taking cost constant time. The memory goes back to the system when the last block is
-// given back. For one thread.
+// Both operations take constant time. The slabs are freed when the last block is returned. Not
+// thread-safe.
 class YBlockPool {
  public:
   explicit constexpr YBlockPool(std::size_t blockSize) : blockSize_(blockSize) {}
 
-  // A block for an object of that size, null when there is no memory. A size other than that of
-  // the pool, that of a derived class, has memory of its own.
+  // Allocates a block of `size` bytes; null when there is no memory. A size other than that of the
+  // pool (an object of a derived class) is allocated outside the pool.
   void* take(std::size_t size);
-  // Takes back what `take` gave for that size; nothing for null.
+  // Returns a block that `take` gave for the same size. Null is ignored.
   void give(void* block, std::size_t size);
 
  private:
@@ -32,8 +31,8 @@ class YBlockPool {
 
   std::size_t blockSize_;
   std::size_t used_ = 0;
-  Free* free_ = nullptr;   // given back
-  char* fresh_ = nullptr;  // of the present slab: what has not been given out yet
+  Free* free_ = nullptr;   // list of returned blocks
+  char* fresh_ = nullptr;  // start of the unused rest of the current slab
   char* freshEnd_ = nullptr;
   Slab* slabs_ = nullptr;
   std::size_t nextCount_ = FirstCount;  // blocks of the next slab

@@ -7,7 +7,7 @@ void YErrManager::pushError(unsigned int code, YErrSeverity severity) {
   ++count_;
   if (listener_ == nullptr || listening_) return;
   listening_ = true;
-  listener_(listenerWord_, code, severity);
+  listener_(listenerData_, code, severity);
   listening_ = false;
 }
 
@@ -21,9 +21,9 @@ YErrSeverity YErrManager::severity(int index) const {
   return e == nullptr ? YErrNote : e->severity;
 }
 
-void YErrManager::setListener(YErrListener listener, void* word) {
+void YErrManager::setListener(YErrListener listener, void* data) {
   listener_ = listener;
-  listenerWord_ = word;
+  listenerData_ = data;
 }
 
 const YErrManager::Entry* YErrManager::entry(int index) const {

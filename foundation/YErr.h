@@ -1,4 +1,4 @@
-// The error manager: where every failure that the system notices is recorded.
+// The error manager, which records the failures of the library.
 
 #ifndef FOUNDATION_YERR_H_
 #define FOUNDATION_YERR_H_
@@ -8,34 +8,34 @@
 #include "foundation/YcluiLimits.h"
 
 enum YErrSeverity : std::uint32_t {
-  YErrNote = 1,     // something odd in a walk that still goes on
+  YErrNote = 1,     // something unexpected; the operation continues
   YErrWarning = 2,  // a request that cannot be carried out
   YErrError = 3,    // bad input text, or a file that failed
   YErrFatal = 4,    // out of memory
 };
 
-// Called for each error as it is recorded, with the word given to setListener.
-using YErrListener = void (*)(void* word, unsigned int code, YErrSeverity severity);
+// Called for each error as it is recorded, with the data given to setListener.
+using YErrListener = void (*)(void* data, unsigned int code, YErrSeverity severity);
 
-// Keeps the last YcluiKeptErrors errors and the number of all. Nothing in the system clears it.
+// Keeps the last YcluiKeptErrors errors and counts all of them. It is never cleared.
 //
-// Not every failure records a code: a refused token, for instance, records none. To tell whether an
-// operation recorded one, compare count() from before with count() behind it.
+// Not every failure records a code: a refused token, for instance, records none. To find out
+// whether an operation recorded one, compare count() before and after it.
 class YQRT_API YErrManager {
  public:
   void pushError(unsigned int code, YErrSeverity severity);
 
-  // The code and the severity of a recorded error, 0 being the latest. For an index that is
-  // negative, or at which nothing is kept, code answers 0 and severity YErrNote.
+  // The code and the severity of a recorded error, 0 being the latest. For an index at which no
+  // error is kept, code returns 0 and severity returns YErrNote.
   unsigned int code(int index) const;
   YErrSeverity severity(int index) const;
 
   // The number of errors recorded since the library was loaded.
   std::uint64_t count() const { return count_; }
 
-  // Installs the host's listener; null removes it. It may call anything, and an error that is
-  // recorded while it runs is kept but not told to it again.
-  void setListener(YErrListener listener, void* word);
+  // Installs the host's listener; null removes it. The listener may call any function of the
+  // library; an error that is recorded while it runs is kept without calling it again.
+  void setListener(YErrListener listener, void* data);
 
  private:
   struct Entry {
@@ -46,8 +46,8 @@ class YQRT_API YErrManager {
   Entry entries_[YcluiKeptErrors] = {};
   std::uint64_t count_ = 0;
   YErrListener listener_ = nullptr;
-  void* listenerWord_ = nullptr;
-  bool listening_ = false;
+  void* listenerData_ = nullptr;
+  bool listening_ = false;  // while the listener runs
 
   const Entry* entry(int index) const;
 };
@@ -55,8 +55,8 @@ class YQRT_API YErrManager {
 // The one manager of the process.
 extern YQRT_API YErrManager YErr;
 
-// Record a code with the severity of the name. Each answers 0, so that a failing operation can
-// answer with the call itself.
+// Record a code with the severity in the name. Each returns 0, so that a failing operation can
+// `return` the call.
 YQRT_API YWord cluiNote(unsigned int code);
 YQRT_API YWord cluiWarning(unsigned int code);
 YQRT_API YWord cluiError(unsigned int code);

@@ -1,5 +1,7 @@
 #include "foundation/YKanji.h"
 
+#include "foundation/YAscii.h"
+
 namespace {
 
 bool IsLead(char byte) {
@@ -8,14 +10,14 @@ bool IsLead(char byte) {
 
 }  // namespace
 
-// A byte that is no lead byte ends a character, be it a trail byte or one of its own. So behind the
-// last such byte a character starts, and since every lead byte can be a trail byte too, the lead
-// bytes from there on pair up.
+// A byte that is no lead byte always ends a character. So a character starts after the last such
+// byte, and since every lead byte can also be a trail byte, the lead bytes from there on form
+// pairs.
 long YCheckKanji(const char* text, int index) {
   int run = index;
   while (run > 0 && IsLead(text[run - 1])) --run;
-  const bool behindOpenLead = (index - run) % 2 != 0;
-  if (behindOpenLead && YIsKanjiTrail(static_cast<unsigned char>(text[index]))) return 4;
+  const bool followsOpenLead = (index - run) % 2 != 0;
+  if (followsOpenLead && YIsKanjiTrail(static_cast<unsigned char>(text[index]))) return 4;
   return YKanjiWalk().next(text + index);
 }
 

@@ -1,8 +1,8 @@
-// What happens when memory runs out.
+// Handling of memory exhaustion.
 //
-// Where a failed allocation is part of an operation's contract, the operation uses
-// new (std::nothrow) and answers as it says. Everywhere else there is no way to go on: a text that
-// was cut short could run half a command. Such places end the process through YOutOfMemory.
+// An operation whose contract covers a failed allocation uses new (std::nothrow) and returns what
+// the contract says. All other code ends the process through YOutOfMemory, because a text that was
+// cut short could run half a command.
 
 #ifndef FOUNDATION_YMEMORY_H_
 #define FOUNDATION_YMEMORY_H_
@@ -13,10 +13,10 @@
 
 #include "foundation/YTypes.h"
 
-// Prints one line to the standard error stream and aborts.
+// Prints a message to the standard error stream and aborts.
 [[noreturn]] YQRT_API void YOutOfMemory();
 
-// Hands an allocation through and ends the process when there is none:
+// Returns the allocation; ends the process when it is null:
 //   YSyntax* s = YChecked(new (std::nothrow) YSyntax);
 template <class T>
 T* YChecked(T* memory) {
@@ -24,8 +24,8 @@ T* YChecked(T* memory) {
   return memory;
 }
 
-// The allocator of the standard containers inside the library, which is compiled without
-// exceptions: it ends the process instead of throwing.
+// The allocator for standard containers inside the library. It ends the process instead of
+// throwing, because the library is compiled without exceptions.
 template <class T>
 struct YAllocator {
   using value_type = T;

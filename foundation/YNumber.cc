@@ -7,22 +7,16 @@
 #include <cstdint>
 #include <system_error>
 
+#include "foundation/YAscii.h"
+
 namespace {
 
-bool IsSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 const char* SkipDigits(const char* p) {
-  while (IsDigit(*p)) ++p;
+  while (YIsDigit(*p)) ++p;
   return p;
 }
 
-// The place behind the digits and the point of a number without sign, null when it has no digit.
+// The end of the digits and the point of an unsigned number; null when it has no digit.
 const char* MantissaEnd(const char* p) {
   const char* whole = SkipDigits(p);
   if (*whole != '.') return whole == p ? nullptr : whole;
@@ -30,7 +24,7 @@ const char* MantissaEnd(const char* p) {
   return fraction - p == 1 ? nullptr : fraction;
 }
 
-// The place behind an exponent at `p`, or `p` when there is no whole one.
+// The end of the exponent at `p`, or `p` when there is no complete one.
 const char* ExponentEnd(const char* p) {
   if (*p != 'e' && *p != 'E') return p;
   const char* digits = p + 1;
@@ -39,20 +33,21 @@ const char* ExponentEnd(const char* p) {
   return end == digits ? p : end;
 }
 
-// Reads a number of a few digits and nothing else, which is what most numbers are. Null when it is
-// another one.
+// Reads an integer of at most 15 digits, which is what most numbers are. Returns null for any other
+// number.
 const char* ReadWhole(const char* p, double& value) {
   constexpr int MostDigits = 15;  // a double holds all of them
   std::int64_t whole = 0;
   const char* end = p;
-  for (; IsDigit(*end) && end - p < MostDigits; ++end) whole = whole * 10 + (*end - '0');
-  if (end == p || IsDigit(*end) || *end == '.' || *end == 'e' || *end == 'E') return nullptr;
+  for (; YIsDigit(*end) && end - p < MostDigits; ++end) whole = whole * 10 + (*end - '0');
+  if (end == p || YIsDigit(*end) || *end == '.' || *end == 'e' || *end == 'E') return nullptr;
   value = static_cast<double>(whole);
   return end;
 }
 
-// What a number that is not 0 and does not fit a double reads as. Only the sign of its order of
-// magnitude counts, which is where its first digit stands before the point, plus the exponent.
+// The value of a non-zero number that is outside the range of a double: infinity when its order of
+// magnitude is positive, else 0. The order of magnitude is the number of digits before the point,
+// without leading zeros, plus the exponent.
 double OutOfRange(const char* mantissa, const char* mantissaEnd, const char* end) {
   const char* first = mantissa;
   while (*first == '0' || *first == '.') ++first;
@@ -79,7 +74,7 @@ int ExponentOf(const char* begin, const char* end) {
 
 const char* YReadDecimal(const char* text, double& value) {
   const char* p = text;
-  while (IsSpace(*p)) ++p;
+  while (YIsWhiteSpace(*p)) ++p;
   const bool negative = *p == '-';
   if (*p == '-' || *p == '+') ++p;
   const char* wholeEnd = ReadWhole(p, value);
@@ -100,7 +95,7 @@ const char* YReadDecimal(const char* text, double& value) {
 
 std::size_t YPrintDouble(double value, char (&room)[YNumberRoom]) {
   char* const last = room + YNumberRoom - 1;
-  if (std::isnan(value)) value = std::fabs(value);  // which has no sign to print
+  if (std::isnan(value)) value = std::fabs(value);  // a NaN is printed without its sign
   char* end = std::to_chars(room, last, value, std::chars_format::scientific).ptr;
   if (std::isfinite(value)) {
     const int exponent = ExponentOf(room, end);

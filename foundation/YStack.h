@@ -1,16 +1,16 @@
-// The stacks of the system: arrays that keep their slots when they shrink.
+// A stack that keeps its slots when it shrinks.
 
 #ifndef FOUNDATION_YSTACK_H_
 #define FOUNDATION_YSTACK_H_
 
 #include "foundation/YArray.h"
 
-// The elements are those at index 0 to count() - 1, the last being the top. A slot that was popped
-// keeps its content, and the next push is written into it by assignment, so a stack that has been
-// deep once never allocates again at that depth.
+// The elements have the indices 0 to count() - 1; the last one is the top. A popped slot keeps its
+// content and the next push assigns to it, so a stack allocates only when it grows deeper than
+// before.
 //
-// pop, top and bottom need an element or, on an empty stack, at least a slot that has held one, of
-// which they answer a copy. Callers test isEmpty first.
+// pop, top and bottom return a copy. On an empty stack they return a copy of slot 0, which must
+// have held an element; callers test isEmpty first.
 template <class T>
 class YStack : public YArray<T> {
  public:
@@ -27,7 +27,7 @@ class YStack : public YArray<T> {
     if (count_ < this->size_) {
       this->data[count_] = e;
     } else {
-      T kept(e);  // an element of this stack would move
+      T kept(e);  // `e` may be an element of this stack, which is about to move
       this->bumpsize(count_) = std::move(kept);
     }
     ++count_;
@@ -40,16 +40,16 @@ class YStack : public YArray<T> {
   T top() const { return this->data[count_ > 0 ? count_ - 1 : 0]; }
   T bottom() const { return this->data[0]; }
 
-  // The top in its place, without a copy. The stack must not be empty; good until the next push.
+  // The top itself. The stack must not be empty. The reference is valid until the next push.
   T& topSlot() { return this->data[count_ - 1]; }
   const T& topSlot() const { return this->data[count_ - 1]; }
-  // Makes a new top of whatever its slot holds, to be filled by the caller.
+  // Adds a new top without assigning to it; the caller overwrites what its slot last held.
   T& extend() {
     T& slot = count_ < this->size_ ? this->data[count_] : this->bumpsize(count_);
     ++count_;
     return slot;
   }
-  // Drops the top without a copy; nothing on an empty stack.
+  // Removes the top without copying it. Does nothing on an empty stack.
   void drop() {
     if (count_ > 0) --count_;
   }

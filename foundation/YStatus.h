@@ -1,13 +1,13 @@
-// The record by which the script engine tells how an operation went.
+// The record in which operations of the script engine report success or failure.
 
 #ifndef FOUNDATION_YSTATUS_H_
 #define FOUNDATION_YSTATUS_H_
 
 #include "foundation/YTypes.h"
 
-// Bit 0 of `word` is set while all is well. Whoever makes one of its own sets the word to 0 and
-// lets the engine set the bit; a primitive gets one that is good already. Pops of the engine only
-// ever clear the bit.
+// Bit 0 of `word` is set while no operation has failed. A caller that creates a status sets `word`
+// to 0 and the engine sets the bit; a primitive receives one that is already good. Pops of the
+// engine only clear the bit.
 struct YQRT_API YStatus {
   std::uint32_t word;
 };

@@ -15,8 +15,8 @@ namespace {
 
 constexpr unsigned long LongestRoom = 0xFFFFFFFF;
 
-// Replaces the buffer of every string that has allocated nothing. The only thing that a caller may
-// write into a text of no length is its NUL.
+// The shared buffer of all strings without an allocation. A caller may write nothing but a NUL into
+// an empty text.
 char NoText[1] = {'\0'};
 
 constinit YBlockPool Pool(sizeof(YString));
@@ -95,9 +95,8 @@ std::uint32_t YString::writtenLength() const {
   return length + static_cast<std::uint32_t>(std::strlen(buffer + length));
 }
 
-// Replaces the memory by `room` bytes, at least as many, that begin with what the old ones held.
-// The last byte is a NUL: no store through operator[] reaches it, so a text without a NUL of its
-// own ends there.
+// Enlarges the memory to `room` bytes, keeping its content. The last byte is set to NUL; operator[]
+// cannot overwrite it, so every text ends there at the latest.
 void YString::reallocate(unsigned long room) {
   if (room > LongestRoom) YOutOfMemory();
   void* old = capacity == 0 ? nullptr : buffer;
@@ -107,7 +106,7 @@ void YString::reallocate(unsigned long room) {
   capacity = static_cast<std::uint32_t>(room);
 }
 
-// Makes room for a text of `n` bytes, at least doubling what is there.
+// Makes room for a text of `n` bytes, at least doubling the capacity.
 void YString::growFor(unsigned long n) {
   if (n < capacity) return;
   const unsigned long doubled = std::min(2UL * capacity, LongestRoom);
@@ -133,11 +132,12 @@ YWord YString::assignAnew(const char* text, unsigned long n) {
   return 1;
 }
 
-// A text that is longer than the room, in memory that is as long; false when there is none.
+// Stores a text that exceeds the capacity in new memory of exactly its size; false when there is
+// none.
 bool YString::replace(const char* text, unsigned long n) {
   auto* memory = n >= LongestRoom ? nullptr : static_cast<char*>(std::malloc(n + 1));
   if (memory == nullptr) return false;
-  std::memcpy(memory, text, n);  // which may lie in the old memory
+  std::memcpy(memory, text, n);  // `text` may be in the old memory
   if (capacity != 0) std::free(buffer);
   buffer = memory;
   capacity = static_cast<std::uint32_t>(n + 1);
@@ -150,7 +150,7 @@ YWord YString::concat(const char* text) {
 }
 
 YWord YString::appendAnew(const char* text, unsigned long n) {
-  // As numbers: `text` may point anywhere.
+  // Compared as numbers, because `text` may point anywhere.
   const std::uintptr_t offset =
       reinterpret_cast<std::uintptr_t>(text) - reinterpret_cast<std::uintptr_t>(buffer);
   const bool inside = offset < capacity;

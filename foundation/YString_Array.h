@@ -6,7 +6,7 @@
 #include "foundation/YArray.h"
 #include "foundation/YString.h"
 
-// An array as its family, whose callers also read the fields and call bumpsize.
+// An array of strings. Unlike those of YArray, its fields and bumpsize are public.
 class YString_Array : public YArray<YString> {
  public:
   using YArray<YString>::bumpsize;

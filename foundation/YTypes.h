@@ -1,15 +1,15 @@
-// The few types and the export macro that every other file rests on.
+// The basic types and the export macro.
 
 #ifndef FOUNDATION_YTYPES_H_
 #define FOUNDATION_YTYPES_H_
 
 #include <cstdint>
 
-// Marks what leaves a shared library of this system. All code is compiled with hidden visibility;
-// only classes and functions that carry this macro can be linked to from outside.
+// Exports a class or function from its shared library. All code is compiled with hidden visibility,
+// so only what carries this macro can be linked from outside.
 #define YQRT_API __attribute__((visibility("default")))
 
-// The answer of an operation that can fail: 1 for success, 0 for refusal.
+// The result of an operation that can fail: 1 for success, 0 for failure.
 using YWord = std::uint32_t;
 
 #endif  // FOUNDATION_YTYPES_H_

@@ -14,6 +14,7 @@
 #include <new>
 #include <utility>
 
+#include "foundation/YAscii.h"
 #include "foundation/YErr.h"
 #include "foundation/YKanji.h"
 #include "lex/YcluiAlias.h"
