@@ -1,4 +1,4 @@
-// The variable of many values.
+// Array variables.
 
 #ifndef LEX_YCLUIARRAYVARIABLE_H_
 #define LEX_YCLUIARRAYVARIABLE_H_
@@ -8,7 +8,7 @@
 #include "foundation/YMemory.h"
 #include "lex/YcluiVariable.h"
 
-// An element that nothing has set is a null value. The array never shrinks.
+// Elements that were never set are null values. The array never shrinks.
 class YcluiArrayVariable : public YcluiVariable {
  public:
   // Copies the values. `values` may be null when `count` is 0; `count` is at most

@@ -14,7 +14,7 @@ const char* TextOf(const void* text) {
   return text == nullptr ? "" : static_cast<const char*>(text);
 }
 
-// Plain words, of which there may be thousands, have the size of the class itself.
+// Plain words, of which there may be thousands, have the size of the class itself and fit the pool.
 constinit YBlockPool Pool(sizeof(YcluiKeyword));
 
 void* IdWord(std::uint32_t id, YcluiTokenType type) {

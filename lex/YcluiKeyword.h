@@ -1,4 +1,4 @@
-// The records of the word dictionary: what every word has in common.
+// The base class of the records of the word dictionary.
 
 #ifndef LEX_YCLUIKEYWORD_H_
 #define LEX_YCLUIKEYWORD_H_
@@ -12,23 +12,23 @@
 #include "lex/YcluiToken.h"
 #include "platform/containers/YDictionary.h"
 
-// A word of the dictionary: a name in lower case, an id of 24 bits and a type. In the two slots of
-// YAssoc the key is the name and the value the id, with the type in bits 24 to 27.
+// A keyword: a name in lower case, an id of 24 bits and a type. Of the two fields of YAssoc, the
+// key is the name and the value is the id with the type in bits 24 to 27.
 //
-// Records belong to the YcluiWordTable of a lexer and live until their word is deleted; a token
-// copies what it needs of them. A short name lies in its record, others in memory of their own. A
-// record whose name found none (YErrNoMemory) has the empty name.
+// The YcluiWordTable of a lexer owns the records until their word is deleted; a token copies what
+// it needs. A short name is stored in the record, a longer one is allocated. When there is no
+// memory for it (YErrNoMemory), the name is empty.
 class YQRT_API YcluiKeyword : public YAssoc {
  public:
-  // A null name gives the empty text. The second form reserves `bufferSize` bytes, at least the
-  // length of the name and 1, for more text behind the name.
+  // A null name is treated as empty. The second form reserves `bufferSize` bytes, at least the
+  // length of the name and 1, for more text after the name.
   YcluiKeyword(const char* name, std::uint32_t id, YcluiTokenType type);
   YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32_t id, YcluiTokenType type);
   YcluiKeyword(const YcluiKeyword&) = delete;
   YcluiKeyword& operator=(const YcluiKeyword&) = delete;
   ~YcluiKeyword() override;
 
-  // Records lie side by side in memory of their own.
+  // Records come from a pool.
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
   static void operator delete(void* record, std::size_t size);
@@ -37,20 +37,19 @@ class YQRT_API YcluiKeyword : public YAssoc {
   const char* name() const { return key == nullptr ? "" : static_cast<const char*>(key); }
   std::uint32_t id() const { return idWord() & YcluiIdMask; }
   YcluiTokenType type() const { return static_cast<YcluiTokenType>((idWord() >> 24) & 15); }
-  // The length of the name, and that of the shortest text that the word is found under: its
+  // The length of the name, and that of the shortest text by which the word is found: its
   // abbreviation if it has one, else the name.
   std::uint32_t nameLength() const { return lengthOfName; }
   std::uint32_t shortestLength() const { return lengthOfShortest; }
-  // Of two words of a table, the one that was added first has the smaller number. 0 before the word
-  // is added.
+  // The number of the word in its table: words that were added earlier have smaller numbers. 0
+  // before the word is added.
   std::uint32_t number() const { return numberInTable; }
   void setNumber(std::uint32_t number) { numberInTable = number; }
 
-  // The hash of the text under which the word is found first: its shortest form if it declares one,
-  // else its name.
+  // The hash of the shortest text by which the word is found.
   unsigned long hashKey() const override;
-  // 1 when the word answers to the name of `other`, or to the text `k`. A null text counts as the
-  // empty one, and case counts.
+  // Return 1 when the name of `other`, or the text `k`, is an accepted form of the word. A null
+  // text is treated as empty. The comparison is case-sensitive.
   YWord equals(const YAssoc* other) const override;
   YWord equalsKey(const void* k) const override;
   YWord matches(const char* text) const { return equalsKey(text); }
@@ -68,7 +67,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
  protected:
   // Where the name is kept, null when there was no memory.
   char* nameBuffer() const { return static_cast<char*>(key); }
-  // An abbreviation of that length stands behind the name.
+  // Records that an abbreviation of that length follows the name in the buffer.
   void setAbbreviated(std::size_t length) {
     lengthOfShortest = static_cast<std::uint32_t>(length) & 0x7FFFFFFF;
     abbreviated = 1;
@@ -79,7 +78,7 @@ class YQRT_API YcluiKeyword : public YAssoc {
   std::uint32_t lengthOfName = 0;
   std::uint32_t lengthOfShortest : 31 = 0;
   std::uint32_t abbreviated : 1 = 0;
-  char shortName[24];  // a name that fits in, its abbreviation too, needs no other memory
+  char shortName[24];  // holds the name, and its abbreviation, when they fit
   std::uint32_t numberInTable = 0;
 
   std::uint32_t idWord() const {

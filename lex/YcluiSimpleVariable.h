@@ -1,11 +1,11 @@
-// The variable of one value.
+// Variables of one value.
 
 #ifndef LEX_YCLUISIMPLEVARIABLE_H_
 #define LEX_YCLUISIMPLEVARIABLE_H_
 
 #include "lex/YcluiVariable.h"
 
-// The value can change its type with each assignment through valuePointer.
+// An assignment through valuePointer may change the type of the value.
 class YcluiSimpleVariable : public YcluiVariable {
  public:
   explicit YcluiSimpleVariable(const char* name);  // with a null value

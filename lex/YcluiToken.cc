@@ -73,7 +73,7 @@ YcluiToken& YcluiToken::operator=(const YcluiToken& source) {
   return *this;
 }
 
-// The two tokens change places, so that the one moved from is still a token.
+// Swapped, so that the source remains a valid token.
 YcluiToken& YcluiToken::operator=(YcluiToken&& source) noexcept {
   std::swap(type_, source.type_);
   std::swap(id_, source.id_);
@@ -131,7 +131,7 @@ YWord YcluiToken::setEchoString(const char* text) {
   if (needed <= echoRoom) {
     std::memmove(echoStr.get(), text, needed);
   } else {
-    // `text` may be the present one, which goes last.
+    // `text` may be the current echo text, so that is freed last.
     std::unique_ptr<char[]> bigger(new (std::nothrow) char[needed]);
     if (bigger != nullptr) std::memcpy(bigger.get(), text, needed);
     echoRoom = bigger == nullptr ? 0 : needed;
@@ -157,7 +157,7 @@ YWord YcluiToken::setValue(const YAttribValue& value, int index) {
   resizeArgs(static_cast<std::uint32_t>(index) + 1);
   args[static_cast<std::size_t>(index)] = value;
   argc_ = index + 1;
-  // What is written of the arguments in front of this one stays.
+  // The text already written for the arguments before this one stays valid.
   if (index < wholeWritten) wholeWritten = 0;
   wholeArgc = argc_;
   return 1;

@@ -1,4 +1,4 @@
-// The token: one word of input with the arguments behind it.
+// The token: one word of input with its arguments.
 
 #ifndef LEX_YCLUITOKEN_H_
 #define LEX_YCLUITOKEN_H_
@@ -16,24 +16,24 @@
 class YcluiKeyword;
 class YcluiSyntaxNode;
 
-// What kind of word a token is. Words of the dictionary carry the same numbers.
+// The kind of a token, and of a word of the dictionary.
 enum YcluiTokenType : std::uint32_t {
-  YcluiTokenNone = 0,        // no token of the system has it
-  YcluiTokenKeyword = 1,     // a word without declared arguments; what every new token has
+  YcluiTokenNone = 0,        // not used by any token
+  YcluiTokenKeyword = 1,     // a word without declared arguments; the type of a new token
   YcluiTokenArgKeyword = 2,  // a word with a declared argument list
-  YcluiTokenAlias = 3,       // an alias or a variable reference: text to be read in its place
+  YcluiTokenAlias = 3,       // an alias or a variable reference, to be replaced by its text
 };
 
-// The ids with a meaning of their own. All other ids belong to words of the dictionary, which are
-// numbered from 5000 or as their declaration says; nothing keeps a declaration from repeating one.
+// Reserved ids. All other ids belong to words of the dictionary, which are numbered from 5000 or as
+// their declaration says. Nothing prevents a declaration from repeating an id.
 enum YcluiReservedId : std::uint32_t {
-  YcluiIdNone = 0,      // a word without meaning
-  YcluiIdFreeWord = 7,  // an unknown word that announced arguments, with them
-  YcluiIdAlias = 8,     // argument 1 is the text that is to be read in place of the token
-  YcluiIdVariable = 9,  // a variable was set; there is nothing left to do
+  YcluiIdNone = 0,      // an unknown word
+  YcluiIdFreeWord = 7,  // an unknown word that is followed by arguments
+  YcluiIdAlias = 8,     // argument 1 is the text that replaces the token
+  YcluiIdVariable = 9,  // an assignment to a variable, which has been carried out
 };
 
-// How a declared argument is read. A number outside the enumeration reads nothing.
+// The type of a declared argument. For a number outside the enumeration nothing is read.
 enum YcluiValueType : std::uint32_t {
   YcluiValueNone = 0,     // no declaration
   YcluiValueString = 1,   // a string, quoted or not
@@ -42,22 +42,22 @@ enum YcluiValueType : std::uint32_t {
   YcluiValuePoint = 4,    // a pair of longs
 };
 
-// What a token callback answers. Any other number acts as YcluiTokenPass.
+// The result of a token callback. Any other number acts as YcluiTokenPass.
 enum YcluiTokenCtrl : std::uint32_t {
-  YcluiTokenPass = 0,  // go on with the token
-  YcluiTokenDrop = 1,  // the callback has dealt with it
+  YcluiTokenPass = 0,  // continue with the token
+  YcluiTokenDrop = 1,  // discard the token; the callback has handled it
 };
 
-// A word with its arguments: argument 0 is the word itself, as a string value, and the values read
-// behind it are arguments 1 and up. A token owns its arguments and texts, and a copy is deep; the
-// nodes that a frame notes in it belong to the syntax. Assigning to a token reuses its memory.
+// A word with its arguments. Argument 0 is the word itself, as a string value; the values that
+// follow it are arguments 1 and up. A token owns its arguments and texts, and copies are deep; the
+// nodes that a frame records in it belong to the syntax. Assigning to a token reuses its memory.
 //
 // Only the lexer and the parsers fill a token. Two tokens are equal when their ids are.
 class YQRT_API YcluiToken {
  public:
-  // No word: id 0, type YcluiTokenKeyword, one argument, which is null.
+  // A token without a word: id 0, type YcluiTokenKeyword, one argument, which is a null value.
   YcluiToken();
-  // The same with the word as argument 0. The id stays 0.
+  // A token with the word as argument 0 and id 0. A null word is treated as empty.
   explicit YcluiToken(const char* word);
   // The token of a word of the dictionary, without arguments.
   explicit YcluiToken(const YcluiKeyword& keyword);
@@ -70,14 +70,14 @@ class YQRT_API YcluiToken {
 
   YcluiTokenType type() const { return type_; }
   std::uint32_t id() const { return id_; }
-  // The number of arguments, argument 0 included.
+  // The number of arguments, including argument 0.
   int argc() const { return argc_; }
-  // The text of argument 0, null while there is none. Good until the token changes.
+  // The text of argument 0, null when it is no string. Valid until the token changes.
   const char* string() const;
   // The argument at `index`, null when there is none at that index.
   const YAttribValue* operator[](int index) const;
-  // 1 while the input ended before all declared arguments were there; the token then goes on with
-  // the next text.
+  // Returns 1 when the input ended before all declared arguments were read; the next text then
+  // continues the token.
   YWord underConstruction() const { return underConstruction_; }
 
   YWord operator==(const YcluiToken& other) const { return id_ == other.id_ ? 1 : 0; }
@@ -85,15 +85,15 @@ class YQRT_API YcluiToken {
   YWord operator==(std::uint32_t id) const { return id_ == id ? 1 : 0; }
   YWord operator!=(std::uint32_t id) const { return id_ != id ? 1 : 0; }
 
-  // The token as text, made from its values: the word, and directly behind it the arguments with
-  // "," between them, numbers in decimal, points as X,Y, strings between double quotes with nothing
-  // escaped, null values as nothing. Null when the token is hidden. Good until the token changes.
+  // The token as text: the word, directly followed by its arguments separated by ",". Numbers are
+  // in decimal, points are X,Y, strings are in double quotes without escapes, null values are
+  // empty. Returns null when the token is hidden. Valid until the token changes.
   const char* wholeString() const;
-  // What an echo shows: the text given to setEchoString if there is one, else the whole text. Null
-  // when the token is hidden.
+  // The text that an echo shows: the one given to setEchoString, else wholeString(). Null when the
+  // token is hidden.
   const char* echoString() const;
-  // Gives the token a text to be shown in an echo; null gives the empty text. `text` may be the
-  // present one. Answers 0 with YErrNoMemory, and the token then has none, when there is no memory.
+  // Sets the text that an echo shows; null is treated as empty. `text` may be the current echo
+  // text. When there is no memory, returns 0 with YErrNoMemory, and the token has no echo text.
   YWord setEchoString(const char* text);
 
  private:
@@ -101,8 +101,8 @@ class YQRT_API YcluiToken {
   friend class YcluiLineParser;
   friend class YcluiParser;
 
-  // Takes over the word, the id and the type, with room for the declared arguments and none of them
-  // there. underConstruction stays as it was.
+  // Copies the word, the id and the type and reserves memory for the declared arguments, none of
+  // which is set. Does not change underConstruction.
   YcluiToken& operator=(const YcluiKeyword& keyword);
 
   void setType(YcluiTokenType type) { type_ = type; }
@@ -111,27 +111,27 @@ class YQRT_API YcluiToken {
   YWord hidden() const { return hidden_; }
   void hidden(YWord flag) { hidden_ = flag; }
 
-  // In a token of a frame: where the walker stood before and behind the token.
+  // In a token of a frame: the nodes at which the walker was before and after the token.
   YcluiSyntaxNode* previousNode() const { return previousNode_; }
   void previousNode(YcluiSyntaxNode* node) { previousNode_ = node; }
   YcluiSyntaxNode* presentNode() const { return presentNode_; }
   void presentNode(YcluiSyntaxNode* node) { presentNode_ = node; }
 
   void setArg0(std::string_view word);
-  // Sets the number of arguments; the whole text stays that of before.
+  // Sets the number of arguments. wholeString() does not change.
   void setArgC(std::uint32_t count);
   void resizeArgs(std::uint32_t count) {
     if (args.size() < count) args.resize(count);
   }
-  // Sets an argument, which becomes the last one: further ones are cut off. 0 for a negative index.
-  // The value must not be an argument of this token, which may move.
+  // Sets an argument and makes it the last one. Returns 0 for a negative index. `value` must not be
+  // an argument of this token, because the arguments may move.
   YWord setValue(const YAttribValue& value, int index);
-  // The whole text is from now on that of the arguments of this moment. It is written when it is
-  // asked for, so that a token may be filled value by value.
+  // Makes wholeString() return the text of the current arguments. The text is built on demand, so
+  // that setting a token value by value stays cheap.
   void recreateWholeStr();
 
   void extendWholeStr() const;
-  // Has room for `count` arguments. Too little room is given up, with what it held.
+  // Reserves memory for `count` arguments. When it has to be allocated, the arguments are lost.
   void makeRoom(std::size_t count) {
     if (args.size() < count) {
       args.clear();
@@ -148,9 +148,9 @@ class YQRT_API YcluiToken {
 
   mutable YString wholeStr;  // the text of the first wholeWritten arguments
   mutable std::int32_t wholeWritten = 0;
-  std::int32_t wholeArgc = 1;  // how many arguments the whole text is to show
+  std::int32_t wholeArgc = 1;  // number of arguments that the whole text includes
 
-  std::unique_ptr<char[]> echoStr;  // room that is kept when the text goes
+  std::unique_ptr<char[]> echoStr;  // kept for reuse when the echo text is removed
   std::size_t echoRoom = 0;
   bool hasEcho_ = false;
 

@@ -1,4 +1,4 @@
-// The records of the variable table: what every variable has in common.
+// The base class of the records of the variable table.
 
 #ifndef LEX_YCLUIVARIABLE_H_
 #define LEX_YCLUIVARIABLE_H_
@@ -13,12 +13,12 @@ enum YcluiVariableKind : std::uint32_t {
   YcluiVariableArray = 2,
 };
 
-// A named variable. In the two slots of YAssoc the key is the name, in lower case, and the value
-// the kind, which never changes. Records belong to the YcluiVariableTable of a lexer and live as
-// long as it does. A record whose name found no memory (YErrNoMemory) has the empty name.
+// A named variable. Of the two fields of YAssoc, the key is the name, in lower case, and the value
+// is the kind, which never changes. The YcluiVariableTable of a lexer owns the records until it is
+// destroyed. When there is no memory for the name (YErrNoMemory), it is empty.
 class YQRT_API YcluiVariable : public YAssoc {
  public:
-  // A null name gives the empty text.
+  // A null name is treated as empty.
   YcluiVariable(const char* name, YcluiVariableKind kind);
   YcluiVariable(const YcluiVariable&) = delete;
   YcluiVariable& operator=(const YcluiVariable&) = delete;
@@ -30,22 +30,23 @@ class YQRT_API YcluiVariable : public YAssoc {
   }
 
   unsigned long hashKey() const override;
-  // 1 when the name is that of `other`, or the text `k`. A null text counts as the empty one, and
-  // case counts.
+  // Return 1 when the name equals that of `other`, or the text `k`. A null text is treated as
+  // empty. The comparison is case-sensitive.
   YWord equals(const YAssoc* other) const override;
   YWord equalsKey(const void* k) const override;
   YWord matches(const char* text) const { return equalsKey(text); }
 
   // The value of a simple variable, null for an array.
   virtual YAttribValue* valuePointer();
-  // The elements of an array: how many, one of them (null when there is none at that index), the
-  // first of them in a row (null when there are none). Good until the array grows.
+  // The elements of an array: their number, the element at an index (null when there is none), and
+  // the first of the contiguous elements (null when there are none). Pointers are valid until the
+  // array grows.
   virtual std::uint32_t elementCount() const;
   virtual YAttribValue* element(std::uint32_t index);
   virtual YAttribValue* elements();
-  // Makes the array at least `n` long, with null values behind the present elements. Answers 0 and
-  // changes nothing for an `n` above YcluiMostElements and for a simple variable. Growing by one
-  // again and again costs no more than growing at once.
+  // Extends the array to at least `n` elements; new ones are null values. Returns 0 and changes
+  // nothing when `n` is above YcluiMostElements and for a simple variable. Growing repeatedly by
+  // one takes amortised constant time.
   virtual YWord growTo(std::uint32_t n);
 };
 

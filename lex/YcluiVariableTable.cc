@@ -62,7 +62,7 @@ unsigned int YcluiVariableTable::hashValue(const void* item) const {
   return SetHash(static_cast<const YAssoc*>(item)->hashKey());
 }
 
-// Takes the record over; one that cannot be kept is destroyed.
+// Owns the record from now on; destroys it and returns null when it cannot be added.
 YcluiVariable* YcluiVariableTable::keep(YcluiVariable* record) {
   if (record == nullptr) {
     cluiFatal(YErrNoMemory);

@@ -3,7 +3,7 @@
 #include <utility>
 
 void YcluiWordIndex::add(std::uint32_t key, Part part, std::uint32_t number) {
-  Word added{Place(key, part), number};
+  Word added{Rank(key, part), number};
   Word* first = find(key);
   if (first == nullptr) {
     firsts.add(added);
@@ -15,12 +15,12 @@ void YcluiWordIndex::add(std::uint32_t key, Part part, std::uint32_t number) {
 
 void YcluiWordIndex::remove(std::uint32_t key, Part part, std::uint32_t number) {
   Word* first = find(key);
-  const Word removed{Place(key, part), number};
+  const Word removed{Rank(key, part), number};
   if (*first != removed) {
     others.erase(others.find(removed));
     return;
   }
-  const auto next = others.lower_bound({Place(key, Part::Front), 0});
+  const auto next = others.lower_bound({Rank(key, Part::First), 0});
   if (next == others.end() || next->hash() != key) {
     firsts.remove(first);
     return;

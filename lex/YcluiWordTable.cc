@@ -1,12 +1,11 @@
-// The two stages of a look-up, as they are told, probe a set by hash and then ask every record.
-// Here an index stands in their place, from every text that a stage can find a word under to the
-// words that it finds: those of the first stage, then those of the second, each in the order of
-// adding. A text decides which row is looked at, and the words in the row are asked, so what is
-// answered is what asking them all would answer.
+// The header describes a look-up in two stages that examine every word. The implementation gives
+// the same results with an index: it maps every text that can find a word to the list of words that
+// it finds, those of the first stage before those of the second, each in the order of adding. Only
+// the words of that list are tested.
 //
-// A word without an abbreviation accepts its name alone, under which it is filed, so the second
-// stage never finds one. A word with an abbreviation is filed under that, and accepts longer
-// prefixes of its name besides. One whose abbreviation is no prefix of its name accepts nothing.
+// A word without an abbreviation accepts only its name, so the second stage never finds it. A word
+// with an abbreviation is found by it in the first stage, and by longer prefixes of its name in the
+// second. One whose abbreviation is no prefix of its name is never found.
 
 #include "lex/YcluiWordTable.h"
 
@@ -25,10 +24,10 @@ namespace {
 
 using Part = YcluiWordIndex::Part;
 
-// Numbers that a small table may leave unused.
+// Unused numbers below which a table is not renumbered.
 constexpr std::size_t FewestNumbers = 64;
 
-// A hash that is known for every prefix of a text when it is known for the whole.
+// FNV-1a, because hashing a text yields the hash of each of its prefixes on the way.
 constexpr std::uint64_t HashOfNothing = 0xCBF29CE484222325U;
 
 std::uint64_t NextHash(std::uint64_t hash, char byte) {
@@ -41,35 +40,35 @@ std::uint64_t HashOf(const char* text) {
   return hash;
 }
 
-// The key of a text of that hash. What is filed under the text goes in front in its row.
+// The key in the index of a text with that hash.
 std::uint32_t KeyOf(std::uint64_t hash) {
   return static_cast<std::uint32_t>(hash >> 33);
 }
 
-// The text that the first stage finds a word under.
-const char* FiledAs(const YcluiKeyword& record) {
+// The text by which the first stage finds a word.
+const char* ShortestForm(const YcluiKeyword& record) {
   const char* abbreviation = record.abbreviation();
   return abbreviation != nullptr ? abbreviation : record.name();
 }
 
-// Whether the word is found under the text: as its shortest form or, if `longerToo`, as a longer
-// beginning of its name.
+// Whether the text is the shortest form of the word or, if `longerToo`, a longer prefix of its
+// name.
 bool IsFoundUnder(const YcluiKeyword& record, std::string_view text, bool longerToo) {
   const std::size_t shortest = record.shortestLength();
   if (shortest != text.size() && !(longerToo && shortest < text.size())) return false;
   return record.nameView().starts_with(text);
 }
 
-// Gives `use` key and part for every text that the word is found under.
+// Calls `use` with key and part for every text by which the word is found.
 template <class Use>
 void ForEachKey(YcluiKeyword& record, const Use& use) {
-  const char* shortest = FiledAs(record);
+  const char* shortest = ShortestForm(record);
   if (record.matches(shortest) == 0) return;
   std::uint64_t hash = HashOf(shortest);
-  use(KeyOf(hash), Part::Front);
+  use(KeyOf(hash), Part::First);
   for (const char* p = record.name() + std::strlen(shortest); *p != '\0'; ++p) {
     hash = NextHash(hash, *p);
-    use(KeyOf(hash), Part::Behind);
+    use(KeyOf(hash), Part::Second);
   }
 }
 
@@ -116,7 +115,7 @@ YWord YcluiWordTable::delAlias(const char* name) {
 
 YcluiKeyword* YcluiWordTable::find(const char* key) const {
   const std::uint64_t hash = fold(key == nullptr ? "" : key);
-  // What a name in lower case begins with is in lower case: no word accepts another key.
+  // A key that is not in lower case is no prefix of a name, so only the first stage can find it.
   return findFolded(hash, folded == key);
 }
 
@@ -148,7 +147,7 @@ void* YcluiWordTable::search(const void* probe) const {
       }));
 }
 
-// Puts the key in lower case into `folded`, as YFoldCase does, and answers the hash of that.
+// Stores the key in lower case in `folded`, as YFoldCase folds it, and returns its hash.
 std::uint64_t YcluiWordTable::fold(std::string_view key) const {
   folded.assign(key.data(), key.size());
   std::uint64_t hash = HashOfNothing;
@@ -177,11 +176,11 @@ std::uint32_t YcluiWordTable::addWord(YcluiKeyword* record) {
   return record->id();
 }
 
-// Takes the record over; one that cannot be kept is destroyed.
+// Owns the record from now on; destroys it and returns false when it cannot be added.
 bool YcluiWordTable::keep(YcluiKeyword* record) {
   if (record == nullptr) return cluiFatal(YErrNoMemory) != 0;
-  // The look-up that came before has found an equal record, unless the case of the name given, or a
-  // name that found no memory, kept it from that.
+  // The caller's look-up found no equal record, but it may have missed one because of the case of
+  // the name, or because there was no memory for the name.
   if (contains(static_cast<YAssoc*>(record)) != 0) {
     delete record;
     return false;
@@ -204,7 +203,7 @@ void YcluiWordTable::link(YcluiKeyword* record) {
   const auto number = static_cast<std::uint32_t>(records.size());
   records.push_back(record);
   record->setNumber(number);
-  ids.add(record->id(), Part::Front, number);
+  ids.add(record->id(), Part::First, number);
   ForEachKey(*record,
              [this, number](std::uint32_t key, Part part) { forms.add(key, part, number); });
 }
@@ -212,13 +211,14 @@ void YcluiWordTable::link(YcluiKeyword* record) {
 void YcluiWordTable::unlink(YcluiKeyword* record) {
   ++changeCount;
   const std::uint32_t number = record->number();
-  ids.remove(record->id(), Part::Front, number);
+  ids.remove(record->id(), Part::First, number);
   ForEachKey(*record,
              [this, number](std::uint32_t key, Part part) { forms.remove(key, part, number); });
   records[number] = nullptr;
 }
 
-// Gives the words numbers without gaps, so that a table whose words come and go does not grow.
+// Numbers the words without gaps, so that adding and deleting words repeatedly does not grow the
+// table.
 void YcluiWordTable::numberAnew() {
   const auto old = std::exchange(records, {nullptr});
   ids.clear();
