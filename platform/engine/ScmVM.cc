@@ -32,7 +32,7 @@ bool ScriptRuns() {
 
 namespace {
 
-// An environment variable for the time that Guile starts in: it reads its settings there.
+// Sets an environment variable while Guile starts, which reads its settings from there.
 class Setting {
  public:
   Setting(const char* name, const char* value) : name_(name) {
@@ -88,7 +88,7 @@ void FillModule() {
   engine.refuse = FromPrelude("refuse");
 }
 
-// What goes wrong here is a fault of ours or of the installation, told in the error.
+// A failure here is a fault of this code or of the installation; `error` says which.
 SCM SetUp(void* error) {
   Engine& engine = TheEngine();
   engine.module = scm_c_resolve_module("guile-user");
@@ -101,8 +101,8 @@ SCM SetUp(void* error) {
   const SCM before = scm_set_current_module(module);
   StartMemoryLimit();
   StartStackLimits();
-  if (StartInterrupts() == 0) {
-    *static_cast<std::string*>(error) = "no pipe for interrupts";
+  if (!StartInterrupts()) {
+    *static_cast<std::string*>(error) = "cannot create a pipe for interrupts";
     return SCM_BOOL_F;
   }
   FillModule();
@@ -161,7 +161,7 @@ bool CheckName(const EntryPoints& entry, const char* fileName, const char* libra
   return false;
 }
 
-// What is wrong with the row, or null.
+// Describes what is wrong with the row; null when nothing is.
 const char* FaultOf(const YScmProc& row, std::set<std::string_view>& names) {
   if (row.name == nullptr || row.name[0] == '\0') return "no name";
   if (row.procedure == nullptr) return "no procedure";
@@ -205,16 +205,16 @@ void BindTable(const EntryPoints& entry) {
   }
 }
 
-YWord OpenHandle(void* library, const char* fileName, const char* libraryName, std::string& error) {
+bool OpenHandle(void* library, const char* fileName, const char* libraryName, std::string& error) {
   EntryPoints entry;
-  if (!FindEntryPoints(library, fileName, entry, error)) return 0;
-  if (!CheckName(entry, fileName, libraryName, error)) return 0;
-  if (IsOpen(library)) return 1;
-  if (!CheckTable(entry, fileName, error)) return 0;
+  if (!FindEntryPoints(library, fileName, entry, error)) return false;
+  if (!CheckName(entry, fileName, libraryName, error)) return false;
+  if (IsOpen(library)) return true;
+  if (!CheckTable(entry, fileName, error)) return false;
   entry.initialize();
   BindTable(entry);
   Libraries().push_back({library, entry.cleanup});
-  return 1;
+  return true;
 }
 
 }  // namespace
@@ -226,11 +226,11 @@ using namespace yse;
 YWord ScmVM::start(std::size_t memoryLimit, std::string& error) {
   Engine& engine = TheEngine();
   if (engine.started) {
-    error = "the engine runs already";
+    error = "the engine is already running";
     return 0;
   }
   if (!YCharacters::CanConvert()) {
-    error = std::string("iconv does not know the encoding ") + YEncoding::Inside();
+    error = std::string("iconv does not support the encoding ") + YEncoding::Inside();
     return 0;
   }
   engine.thread = pthread_self();
@@ -254,7 +254,7 @@ YWord ScmVM::openLibrary(const char* fileName, const char* libraryName, std::str
     error = dlerror();
     return 0;
   }
-  if (OpenHandle(library, fileName, libraryName, error) != 0) return 1;
+  if (OpenHandle(library, fileName, libraryName, error)) return 1;
   dlclose(library);
   return 0;
 }
@@ -280,14 +280,14 @@ void ScmVM::bindProcedure(const char* name, void (*procedure)(std::uint32_t, YSt
   if (MayRun()) Bind({name, procedure, required, rest});
 }
 
-void ScmVM::setErrorListener(void (*listener)(void*, const ScmVMError&), void* word) {
+void ScmVM::setErrorListener(void (*listener)(void*, const ScmVMError&), void* data) {
   TheEngine().errorListener = listener;
-  TheEngine().errorWord = word;
+  TheEngine().errorData = data;
 }
 
-void ScmVM::setTextListener(void (*listener)(void*, const char*), void* word) {
+void ScmVM::setTextListener(void (*listener)(void*, const char*), void* data) {
   TheEngine().textListener = listener;
-  TheEngine().textWord = word;
+  TheEngine().textData = data;
 }
 
 void ScmVM::place(std::string& file, int& line) {

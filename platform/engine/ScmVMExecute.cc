@@ -7,7 +7,7 @@
 
 namespace {
 
-// Answers how many bytes were put before the NUL.
+// Returns the number of bytes copied, without the NUL.
 long CopyOut(const std::string& bytes, char* buffer, long size) {
   if (buffer == nullptr || size <= 0) return 0;
   const std::size_t length = YCharacters::CutBetween(bytes, static_cast<std::size_t>(size) - 1);
@@ -22,7 +22,7 @@ long ScmVMExternal::ExecuteString(const char* text, char* buffer, long size, YSt
   YStatusClear(status);
   if (!yse::MayRun()) return CopyOut("", buffer, size);
   const yse::Engine& engine = yse::TheEngine();
-  if (engine.textListener != nullptr) engine.textListener(engine.textWord, text);
+  if (engine.textListener != nullptr) engine.textListener(engine.textData, text);
   yse::Text running;
   running.source = text != nullptr ? text : "";
   running.room = buffer != nullptr && size > 1 ? static_cast<std::size_t>(size) : 0;

@@ -1,4 +1,4 @@
-// Primitives as Scheme procedures: the call into C++ and the errors that come of it.
+// Primitives as Scheme procedures: the call into C++ and the errors it can raise.
 
 #include <array>
 #include <cstdio>
@@ -13,8 +13,8 @@ namespace yse {
 
 namespace {
 
-// Guile's C functions take no data of their own, so each bound procedure has a function that knows
-// its row's number. That many can be bound in one process.
+// A C function of Guile receives no data, so each bound procedure needs a function of its own that
+// knows the number of its row. This is the maximum number of procedures in a process.
 constexpr unsigned MostRows = 1024;
 
 std::deque<Row>& Rows() {
@@ -28,7 +28,7 @@ struct Outcome {
   Report report;
 };
 
-// A result is what the primitive left above its arguments; several are one, the last.
+// The result is what the primitive left on the stack; of several values, the last.
 Outcome Finish(const Level& level, const YStatus& status) {
   const Engine& engine = TheEngine();
   Outcome outcome{YStatusIsGood(status), SCM_UNSPECIFIED, level.report};
@@ -50,7 +50,7 @@ void CallProcedure(const Row& row, std::uint32_t count, YStatus& status, Report&
   }
 }
 
-// Runs the primitive as C++ code among C++ code: returns always, raises never.
+// Calls the primitive. Always returns and never raises a Scheme error.
 Outcome CallNative(const Row& row, SCM args, std::uint32_t count) {
   Engine& engine = TheEngine();
   engine.native = true;
@@ -72,7 +72,7 @@ Outcome CallNative(const Row& row, SCM args, std::uint32_t count) {
   return outcome;
 }
 
-// The functions from here on are called from Scheme and raise.
+// The functions from here on are called from Scheme and may raise.
 
 SCM Words(const char* text) {
   return scm_from_utf8_string(text);
@@ -110,12 +110,12 @@ SCM Words(const char* text) {
 }
 
 [[noreturn]] void RaiseRefused(const Row& row, long argNum, SCM args) {
-  const SCM place = scm_from_long(argNum - 1);
+  const SCM index = scm_from_long(argNum - 1);
   const bool isThere = argNum > 0 && argNum <= scm_to_long(scm_length(args));
   if (!isThere) Raise("misc-error", row, Words("refused its arguments"), SCM_EOL);
   char text[80];
   std::snprintf(text, sizeof text, "argument %ld will not do: ~S", argNum);
-  Raise("wrong-type-arg", row, Words(text), scm_list_1(scm_list_ref(args, place)));
+  Raise("wrong-type-arg", row, Words(text), scm_list_1(scm_list_ref(args, index)));
 }
 
 [[noreturn]] void RaiseReport(const Row& row, const Report& report, SCM args) {
@@ -165,14 +165,14 @@ constexpr auto Stubs = MakeStubs(std::make_index_sequence<MostRows>());
 
 }  // namespace
 
-YWord Bind(const Row& row) {
-  if (Rows().size() == MostRows) return 0;
+bool Bind(const Row& row) {
+  if (Rows().size() == MostRows) return false;
   Rows().push_back(row);
   const Row& bound = Rows().back();
   const SCM procedure = scm_c_make_gsubr(bound.name.c_str(), 0, 0, 1,
                                          reinterpret_cast<void*>(Stubs[Rows().size() - 1]));
   scm_module_define(TheEngine().module, scm_from_utf8_symbol(bound.name.c_str()), procedure);
-  return 1;
+  return true;
 }
 
 std::size_t RoomForRows() {

@@ -1,4 +1,4 @@
-// Evaluating expressions, and what the prelude asks of C++ while it loads files.
+// Evaluating expressions, and the C++ functions that the prelude calls while it loads files.
 
 #include <cerrno>
 #include <cstdio>
@@ -12,7 +12,7 @@ namespace yse {
 
 namespace {
 
-// A longer call is left to the evaluator.
+// Calls with more arguments are evaluated by Guile.
 constexpr int MostConstants = 64;
 
 // The functions of this file are called from Scheme and may raise.
@@ -28,7 +28,7 @@ bool EvaluatesToItself(SCM value) {
          scm_is_number(value);
 }
 
-// The datum of (quote datum), while `quote` means what it always does.
+// Whether the value is (quote datum) and `quote` has not been redefined.
 bool IsQuotation(SCM module, SCM value, SCM& datum) {
   const Engine& engine = TheEngine();
   if (!scm_is_pair(value) || !scm_is_eq(SCM_CAR(value), engine.quoteSymbol)) return false;
@@ -40,7 +40,7 @@ bool IsQuotation(SCM module, SCM value, SCM& datum) {
   return true;
 }
 
-// The values of the arguments when all are constants.
+// Collects the values of the arguments; false when not all of them are constants.
 bool ConstantArguments(SCM module, SCM expressions, SCM& values) {
   SCM reversed = SCM_EOL;
   for (int count = 0; scm_is_pair(expressions); expressions = SCM_CDR(expressions)) {
@@ -72,8 +72,8 @@ bool ReadAll(const char* name, std::string& content) {
   return error == 0;
 }
 
-// Reads a script into the engine's `characters`. 0, or the errno, or -1 with the line that is no
-// UTF-8.
+// Reads a script into the engine's `characters`. Returns 0, or errno, or -1 with the number of the
+// first line that is not UTF-8.
 int ReadScript(SCM name, long& badLine) {
   Engine& engine = TheEngine();
   std::string content;
@@ -139,7 +139,7 @@ SCM NoteFailure(SCM exception) {
   return SCM_UNSPECIFIED;
 }
 
-// The file in which the failure of this text happened, or false.
+// The file in which this text failed, or #f.
 SCM PlaceFile() {
   const std::string& file = TheEngine().text->error.file;
   return file.empty() ? SCM_BOOL_F : FromUtf8(file);
@@ -173,9 +173,11 @@ SCM EvaluateForm(SCM form) {
 
 }  // namespace
 
-// A system call that an interrupt has cut short can look like the end of the form.
+// StopIfAsked follows, because a system call that an interrupt cuts short can end the form without
+// an error.
 SCM Evaluate(SCM form) {
-  // A file that loads itself ends here: later, its winders could not run any more.
+  // Ends a file that loads itself while there is still enough stack for its dynamic-wind
+  // procedures.
   if (StackIsShort()) RaiseStackOverflow();
   const SCM value = EvaluateForm(form);
   StopIfAsked();

@@ -1,4 +1,4 @@
-// Running a text so that it comes back, however it ends.
+// Running a text so that control returns, however it ends.
 
 #include <cstdio>
 #include <cstdlib>
@@ -13,8 +13,8 @@ namespace {
 
 // The functions from here to EnterText are called from Scheme and may raise.
 
-// What most commands answer is written without a port, which costs as much as all the rest of a
-// plain call. False for any other value.
+// Writes the values that most commands return without a port, because a port takes as long as the
+// rest of a plain call. Returns false for any other value.
 bool WriteCommon(SCM value, std::string& printed) {
   if (SCM_I_INUMP(value)) {
     printed = std::to_string(SCM_I_INUM(value));
@@ -28,7 +28,7 @@ bool WriteCommon(SCM value, std::string& printed) {
   return true;
 }
 
-// Most values are small and need no guard against their size.
+// Most values are small and need no limit on their printed size.
 SCM Shown(SCM value, std::size_t room) {
   const bool small = SCM_IMP(value) || scm_is_real(value) || IsHandle(value) ||
                      (scm_is_string(value) && scm_c_string_length(value) < room);
@@ -77,7 +77,8 @@ bool IsCalmExit(SCM args) {
   return scm_is_eq(status, SCM_BOOL_T) || scm_is_eq(status, SCM_INUM0);
 }
 
-// What `error` raises. A procedure of the engine puts its own name first.
+// Whether the error was raised by `error`. An error of the engine has the name of a procedure as
+// its first argument.
 bool IsWorded(SCM key, SCM args) {
   return scm_is_eq(key, scm_from_utf8_symbol("misc-error")) && scm_is_pair(args) &&
          scm_is_false(SCM_CAR(args));
@@ -115,7 +116,7 @@ SCM Enter() {
   return SCM_UNSPECIFIED;
 }
 
-// True when the text has not come to its end.
+// True when the text did not reach its end.
 SCM Leave() {
   Engine& engine = TheEngine();
   engine.text->running = false;
@@ -139,10 +140,10 @@ const char* MessageOfEnding(Text::Ending ending) {
   return "the text tried to leave through the procedure that runs it";
 }
 
-void TellError(const ScmVMError& error) {
+void ReportError(const ScmVMError& error) {
   const Engine& engine = TheEngine();
   if (engine.errorListener != nullptr) {
-    engine.errorListener(engine.errorWord, error);
+    engine.errorListener(engine.errorData, error);
     return;
   }
   if (error.line > 0)
@@ -150,25 +151,25 @@ void TellError(const ScmVMError& error) {
   std::fprintf(stderr, "%s\n", error.message.c_str());
 }
 
-void TellFailure(Text& text) {
+void ReportFailure(Text& text) {
   Engine& engine = TheEngine();
   if (text.ending != Text::Failed) text.error.message = MessageOfEnding(text.ending);
   if (text.source != nullptr && text.error.file.empty()) {
     text.error.text = YCharacters::Utf8FromBytes(text.source);
   }
   text.error.interrupted = text.ending == Text::Interrupted;
-  // The levels of a nest that is stopped end one after the other; it is one event.
+  // Nested texts that are stopped end one after the other; only the first reports it.
   const bool stopped = text.error.interrupted || text.ending == Text::OutOfMemory;
-  if (stopped && engine.stopTold) return;
-  engine.stopTold = stopped && (engine.stopping || engine.exhausted);
-  TellError(text.error);
+  if (stopped && engine.stopReported) return;
+  engine.stopReported = stopped && (engine.stopping || engine.exhausted);
+  ReportError(text.error);
 }
 
 void BeginOutermost() {
   Engine& engine = TheEngine();
   engine.stopping = false;
   engine.exhausted = false;
-  engine.stopTold = false;
+  engine.stopReported = false;
   engine.failure = SCM_BOOL_F;
   RestoreMemoryLimit();
 }
@@ -215,7 +216,7 @@ void RunGuarded(Text& text) {
   engine.places.resize(text.firstPlace);
   if (text.ending == Text::OutOfMemory) engine.exhausted = MemoryStaysShort();
   RunFinalisers();
-  if (text.ending != Text::Good) TellFailure(text);
+  if (text.ending != Text::Good) ReportFailure(text);
 }
 
 void DefineGuards() {

@@ -1,4 +1,5 @@
-// Handles: two words of C++ as a Scheme value, and a function that is called when nobody holds it.
+// Handles: two C++ pointers as a Scheme value, with a finaliser that is called after the handle was
+// collected.
 
 #include <gc/gc.h>
 
@@ -12,16 +13,17 @@ namespace yse {
 
 namespace {
 
-struct Farewell {
+struct PendingFinaliser {
   void (*finaliser)(void*);
   void* first;
 };
 
 scm_t_bits HandleTag = 0;
-// Handles are collected in a thread of the collector's; finalisers run in ours.
-std::mutex FarewellMutex;
-std::deque<Farewell> Farewells;
-std::atomic<bool> AnyFarewell{false};
+// The collector finds unreachable handles in a thread of its own; finalisers run in the engine's
+// thread.
+std::mutex PendingMutex;
+std::deque<PendingFinaliser> PendingFinalisers;
+std::atomic<bool> AnyPending{false};
 
 int PrintHandle(SCM handle, SCM port, scm_print_state*) {
   char text[40] = "#<handle null>";
@@ -38,17 +40,17 @@ SCM SameHandle(SCM one, SCM other) {
 
 void Collected(void* cell, void* finaliser) {
   const SCM handle = SCM_PACK_POINTER(cell);
-  const std::lock_guard<std::mutex> lock(FarewellMutex);
-  Farewells.push_back({reinterpret_cast<void (*)(void*)>(finaliser), HandleFirst(handle)});
-  AnyFarewell = true;
+  const std::lock_guard<std::mutex> lock(PendingMutex);
+  PendingFinalisers.push_back({reinterpret_cast<void (*)(void*)>(finaliser), HandleFirst(handle)});
+  AnyPending = true;
 }
 
-bool TakeFarewell(Farewell& farewell) {
-  const std::lock_guard<std::mutex> lock(FarewellMutex);
-  AnyFarewell = Farewells.size() > 1;
-  if (Farewells.empty()) return false;
-  farewell = Farewells.front();
-  Farewells.pop_front();
+bool TakePending(PendingFinaliser& pending) {
+  const std::lock_guard<std::mutex> lock(PendingMutex);
+  AnyPending = PendingFinalisers.size() > 1;
+  if (PendingFinalisers.empty()) return false;
+  pending = PendingFinalisers.front();
+  PendingFinalisers.pop_front();
   return true;
 }
 
@@ -80,8 +82,8 @@ void* HandleFirst(SCM handle) {
 }
 
 void RunFinalisers() {
-  Farewell farewell{};
-  while (AnyFarewell && TakeFarewell(farewell)) farewell.finaliser(farewell.first);
+  PendingFinaliser pending{};
+  while (AnyPending && TakePending(pending)) pending.finaliser(pending.first);
 }
 
 }  // namespace yse

@@ -1,8 +1,8 @@
-// Stopping the text that runs, from a signal handler. A handler can do little: it writes a byte
-// into a pipe, and a thread that waits there asks Guile to run a function of ours in the engine's
+// Stopping the running text from a signal handler. A handler may call few functions: it writes a
+// byte into a pipe, and a thread that reads the pipe makes Guile run a function in the engine's
 // thread.
 
-// For the collector's signals, without its replacements of the thread functions.
+// Declares the collector's signals without its replacements of the thread functions.
 #define GC_THREADS
 #define GC_NO_THREAD_REDIRECTS
 
@@ -21,13 +21,13 @@ namespace yse {
 
 namespace {
 
-// Wakes the engine's thread from a system call. Its default is to be ignored, so a process that
-// has no use for it does not notice.
+// Interrupts a system call of the engine's thread. It is ignored by default, so it does not affect
+// a process without a handler.
 constexpr int WakeSignal = SIGURG;
 constexpr unsigned WakeMicroseconds = 20000;
 constexpr unsigned OverflowMicroseconds = 100;
 
-// What the thread is told through the pipe.
+// The requests to the thread.
 constexpr char Interrupted = 'i';
 constexpr char Overflowed = 'o';
 
@@ -36,8 +36,8 @@ SCM InterruptAsync = SCM_BOOL_F;
 SCM OverflowAsync = SCM_BOOL_F;
 SCM EngineThread = SCM_BOOL_F;
 
-void Tell(char what) {
-  const ssize_t length = write(Pipe[1], &what, 1);
+void SendRequest(char request) {
+  const ssize_t length = write(Pipe[1], &request, 1);
   (void)length;
 }
 
@@ -52,8 +52,8 @@ void* MarkAsync(void* async) {
   return nullptr;
 }
 
-// A text that waits in a system call sees the interrupt when the call returns. Either can come at
-// a moment at which it has no effect, so both are repeated until the texts have ended.
+// A text that waits in a system call is interrupted when the call returns. Both the async and the
+// signal can arrive when they have no effect, so they are repeated until the texts have ended.
 void WakeUntilStopped() {
   const Engine& engine = TheEngine();
   while (engine.stopping && engine.depth > 0) {
@@ -89,7 +89,7 @@ void CatchWakeSignal() {
   sigaction(WakeSignal, &action, nullptr);
 }
 
-// The thread takes no signals but those by which the collector stops it.
+// The thread blocks all signals except those by which the collector stops it.
 void StartWatcher() {
   sigset_t all;
   sigset_t before;
@@ -107,19 +107,19 @@ SCM MakeAsync(const char* name, SCM (*procedure)()) {
 
 }  // namespace
 
-YWord StartInterrupts() {
-  if (pipe2(Pipe, O_CLOEXEC | O_NONBLOCK) != 0) return 0;
+bool StartInterrupts() {
+  if (pipe2(Pipe, O_CLOEXEC | O_NONBLOCK) != 0) return false;
   fcntl(Pipe[0], F_SETFL, 0);
   InterruptAsync = MakeAsync("interrupted", &InterruptAsked);
   OverflowAsync = MakeAsync("overflowed", &OverflowAsked);
   EngineThread = scm_permanent_object(scm_current_thread());
   CatchWakeSignal();
   StartWatcher();
-  return 1;
+  return true;
 }
 
 void AskForOverflow() {
-  Tell(Overflowed);
+  SendRequest(Overflowed);
 }
 
 }  // namespace yse
@@ -129,6 +129,6 @@ void ScmVM::interrupt() {
   if (engine.depth == 0) return;
   engine.stopping = true;
   const int saved = errno;
-  yse::Tell(yse::Interrupted);
+  yse::SendRequest(yse::Interrupted);
   errno = saved;
 }

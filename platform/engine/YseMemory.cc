@@ -1,5 +1,5 @@
-// The memory limit. What scripts hold is looked at after each collection; a single value that is
-// too large meets a harder limit, above the first one, in the collector.
+// The memory limit. It is checked after each collection; a higher limit in the collector stops a
+// single allocation that is too large.
 
 #include <gc/gc.h>
 
@@ -13,10 +13,10 @@ namespace yse {
 
 namespace {
 
-// What C++ code may take beyond the limit before its text is stopped.
+// What C++ code may allocate beyond the limit before its text is stopped.
 constexpr std::size_t Reserve = std::size_t{64} << 20;
-// How much is allocated between two collections at least. A collection looks at all that Guile has
-// loaded, and takes milliseconds.
+// The least amount that is allocated between two collections. A collection scans everything that
+// Guile has loaded, which takes milliseconds.
 constexpr std::size_t BetweenCollections = std::size_t{16} << 20;
 
 std::size_t Allowed = 0;
@@ -27,14 +27,14 @@ std::size_t HeldMemory() {
   return heap - std::min(heap, GC_get_free_bytes());
 }
 
-// What has not been swept yet counts as held before a full collection, and not behind it.
+// Memory that has not been swept counts as held, so the decision is made after a full collection.
 bool MemoryIsShort() {
   if (HeldMemory() <= Allowed) return false;
   GC_gcollect();
   return HeldMemory() > Allowed;
 }
 
-// Runs after each collection, from Scheme, also while a text is on its way out. May raise.
+// Called from Scheme after each collection, even while a text is being unwound. May raise.
 SCM AfterCollection() {
   const bool ends = ScriptRuns() && TheEngine().text->ending == Text::Lost && MemoryIsShort();
   if (ends) StopText(Text::OutOfMemory);
@@ -46,9 +46,9 @@ void RaiseLimit(std::size_t bytes) {
   LimitRaised = true;
 }
 
-// Runs when the collector may not let the heap grow; it has not collected before. If that does not
-// help, a running text is ended, which takes some memory too. C++ code cannot be ended: it gets
-// what it asked for.
+// Called when the collector may not extend the heap. First collects; if that does not help, ends a
+// running text, for which the limit is raised a little. C++ code cannot be ended, so the limit is
+// raised by what it requested.
 void* OnOutOfMemory(std::size_t bytes) {
   static bool inside = false;
   if (inside) return nullptr;
@@ -85,8 +85,8 @@ void RestoreMemoryLimit() {
   LimitRaised = false;
 }
 
-// The collector sometimes goes on holding what a text has dropped. The next texts shall not suffer
-// for it: they may hold half of the limit beyond that, up to twice the limit in all.
+// The collector sometimes retains what a text has released. So that the next texts do not fail for
+// it, they may hold half of the limit more than that, but at most twice the limit.
 bool MemoryStaysShort() {
   const std::size_t limit = TheEngine().memoryLimit;
   Allowed = limit;

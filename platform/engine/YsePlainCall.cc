@@ -1,38 +1,37 @@
-// Reading the text of most commands: one call of a name on constants, and nothing else. Guile's
-// reader takes ten times as long as all the rest of such a call.
+// Reading the text of most commands: a single call of a name with constant arguments. Guile's
+// reader takes ten times as long as the rest of such a call.
 //
-// What is read here is what Guile reads. Whatever could be something else, now or when a script has
-// changed the reader's options, is left to Guile: a name with a capital letter or a colon, a number
-// with an exponent, a string with any escape but \" and \\, a byte beyond ASCII.
+// The result is always what Guile would read. Text whose meaning could differ, or can be changed by
+// the options of Guile's reader, is left to Guile: a name with a capital letter or a colon, a
+// number with an exponent, a string with escapes other than \" and \\, a byte outside ASCII.
 
 #include <charconv>
 #include <cstring>
 
+#include "foundation/YAscii.h"
 #include "platform/engine/YseEngine.h"
 
 namespace yse {
 
 namespace {
 
-constexpr std::size_t MostDigits = 18;  // of a number that fits a long
+constexpr std::size_t MostDigits = 18;  // always fits a long
 
+// Guile does not treat a vertical tab as white space.
 bool IsBlank(char c) {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
+  return c != '\v' && YIsWhiteSpace(c);
 }
 
 bool BeginsName(char c) {
-  return (c >= 'a' && c <= 'z') || (c != '\0' && std::strchr("!$%&*/<=>?^_~", c) != nullptr);
+  return YIsLower(c) || (c != '\0' && std::strchr("!$%&*/<=>?^_~", c) != nullptr);
 }
 
 bool ContinuesName(char c) {
-  return BeginsName(c) || IsDigit(c) || c == '-' || c == '+' || c == '.' || c == '@';
+  return BeginsName(c) || YIsDigit(c) || c == '-' || c == '+' || c == '.' || c == '@';
 }
 
-// Answers SCM_UNDEFINED for what is not read here. Called from Scheme, may raise.
+// Each function returns SCM_UNDEFINED for text that is left to Guile. Called from Scheme, may
+// raise.
 class PlainReader {
  public:
   explicit PlainReader(const char* text) : at_(text) {}
@@ -61,7 +60,7 @@ class PlainReader {
     while (IsBlank(*at_)) ++at_;
   }
 
-  // Whether nothing follows that could belong to what ends here.
+  // Whether the name or constant before `at_` is complete.
   bool isEnded() const { return IsBlank(*at_) || *at_ == ')'; }
 
   SCM name() {
@@ -93,7 +92,7 @@ class PlainReader {
     return scm_from_bool(letter == 't');
   }
 
-  // Whether a script reads what follows a "#" itself.
+  // Whether a script has installed a reader for "#" and this letter.
   static bool hasOtherMeaning(char letter) {
     const SCM meanings = scm_fluid_ref(TheEngine().hashReaders);
     return scm_is_true(scm_assv(SCM_MAKE_CHAR(letter), meanings));
@@ -125,15 +124,15 @@ class PlainReader {
     return scm_from_latin1_stringn(bytes.data(), bytes.size());
   }
 
-  // Answers how many there were.
+  // Returns the number of digits.
   std::size_t skipDigits() {
     const char* const start = at_;
-    while (IsDigit(*at_)) ++at_;
+    while (YIsDigit(*at_)) ++at_;
     return static_cast<std::size_t>(at_ - start);
   }
 
   SCM number() {
-    const bool hasPlus = *at_ == '+';  // which from_chars does not know
+    const bool hasPlus = *at_ == '+';  // not accepted by from_chars
     const char* const start = hasPlus ? at_ + 1 : at_;
     if (hasPlus || *at_ == '-') ++at_;
     const std::size_t digits = skipDigits();

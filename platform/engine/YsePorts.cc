@@ -1,5 +1,5 @@
-// Output of scripts and output of C++ code go through two buffers to one place. Each side is
-// flushed before the other one takes over, so what is read has the order in which it was written.
+// Scripts and C++ code write to the same files through different buffers. Each buffer is flushed
+// before the other side runs, so the output is in the order of writing.
 
 #include "foundation/YEncoding.h"
 #include "platform/engine/YseEngine.h"

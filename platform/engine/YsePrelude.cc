@@ -5,9 +5,9 @@ namespace yse {
 // Names that begin with % are C++ functions.
 const char* const Prelude = R"scheme(
 
-;; Runs the text that is on top of the engine's list. Whatever leaves it (an error, an abort to some
-;; outer prompt, an interrupt) ends here: %leave is true unless the text came to its end, and the
-;; unwinding then turns to our own prompt. No script has the procedure that goes there.
+;; Runs the innermost text of the engine. Every exit from it (an error, an abort to an outer prompt,
+;; an interrupt) ends here: %leave returns true unless the text reached its end, and then `stop`,
+;; which scripts cannot access, replaces the jump under way.
 (define call/ec (@ (ice-9 control) call/ec))
 
 (define (guarded)
@@ -27,7 +27,8 @@ const char* const Prelude = R"scheme(
 (define (stack-overflow)
   (scm-error 'stack-overflow #f "Stack overflow" '() #f))
 
-;; What `print` writes of a value, cut to about `limit` characters: circular and endless things too.
+;; The text that `print` writes for a value, cut to about `limit` characters. The value may be
+;; circular or endless.
 (define (bounded print value limit)
   (let ((tag (make-prompt-tag "bounded")) (parts '()) (left limit))
     (define (take text)
@@ -51,7 +52,7 @@ const char* const Prelude = R"scheme(
 (define (written value limit) (bounded write value limit))
 (define (brief print value) (shortened (bounded print value 200) 200))
 
-;; The message with its ~A and ~S filled.
+;; The message with the arguments in place of its ~A and ~S.
 (define (fill message args)
   (let loop ((parts '()) (rest (string->list message)) (args args))
     (cond
@@ -87,7 +88,7 @@ const char* const Prelude = R"scheme(
                  message
                  (if form (string-append " in " (brief write form)) "")))
 
-;; The reader puts the place in front of its message.
+;; The reader puts file, line and column before its message.
 (define (message-of-read-error port-name message args)
   (let* ((end (string-contains message ": "))
          (place (if end (string-split (substring message 0 end) #\:) '())))
@@ -114,7 +115,7 @@ const char* const Prelude = R"scheme(
                           (fill (cadr args) values)))))
     (else (with-irritants (string-append "uncaught " (brief write key)) args))))
 
-;; Whatever was thrown, in words.
+;; The message for whatever was thrown.
 (define (message-of key args)
   (catch #t
     (lambda () (message-of-key key args))
@@ -123,8 +124,8 @@ const char* const Prelude = R"scheme(
 (define (refuse key name message . values)
   (scm-error key name message values #f))
 
-;; Scripts. The forms of a file are evaluated one by one, each at a known place. A failure is noted
-;; with the place at which it happens.
+;; Scripts. The forms of a file are evaluated one by one, and the position of the current form is
+;; recorded, so that a failure can be reported with it.
 (define (read-form port)
   (%set-place (port-line port) (port-column port))
   (let* ((form (read port))
@@ -148,8 +149,8 @@ const char* const Prelude = R"scheme(
     (set-port-filename! port file)
     (save-module-excursion (lambda () (load-forms file port)))))
 
-;; One handler sees the failures of all files that a text loads, at the place where they happen: with
-;; one per file, raising would take time that grows with the square of their nesting.
+;; One handler records the failures of all files that a text loads. With a handler for each file,
+;; raising would take quadratic time in the depth of nesting.
 (define (load-script file)
   (if (not (string? file))
       (scm-error 'wrong-type-arg "load" "a file name must be a string, not ~S" (list file) #f))
@@ -168,7 +169,7 @@ const char* const Prelude = R"scheme(
           (if (string=? folder ".") name (string-append folder file-name-separator-string name)))
         name)))
 
-;; A relative name is looked for beside the file in which the call is written.
+;; A relative name is resolved against the folder of the file that contains the call.
 (define-syntax load
   (lambda (form)
     (let ((file (assq-ref (or (syntax-source form) '()) 'filename)))

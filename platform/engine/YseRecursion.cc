@@ -12,29 +12,29 @@ namespace yse {
 
 namespace {
 
-// How much of the C++ stack a text finds at least, before Guile's own mark.
+// The part of the C++ stack above Guile's limit that must be free before a text is run.
 constexpr std::uintptr_t StackForText = std::uintptr_t{512} << 10;
-// A stack without a limit is used up to here.
+// At most this much of the C++ stack is used, even if it is unlimited.
 constexpr std::size_t MostStack = std::size_t{32} << 20;
-// How deep a script may recurse, in words of the Scheme stack (32 MiB), and how much deeper at a
-// time until the error is raised. That can be many times, since another thread sees to it, which
-// may have to wait for a processor.
+// The limit for the Scheme stack of scripts, in words (32 MiB), and the amount by which it is
+// extended each time until the error is raised. Several extensions can be necessary, because
+// another thread triggers the error and may have to wait for a processor.
 constexpr long MaxStackWords = 4L << 20;
 constexpr long MoreStackWords = 1L << 20;
 constexpr int MostOverflows = 64;
-// Frames of C++ functions that Guile calls from one place lie closer together than this, and those
-// with a call into Guile between them farther apart.
+// Frames of C++ functions that Guile calls from the same frame are closer together than this; with
+// another call into Guile between them they are farther apart.
 constexpr std::intptr_t OneCallOfGuile = 256;
 
 std::uintptr_t StackMark = 0;
 SCM OverflowHandler = SCM_BOOL_F;
 int Overflows = 0;  // in the outermost text
 bool OverflowPending = false;
-std::uintptr_t OverflowFrame = 0;  // that of the latest OnStackOverflow
+std::uintptr_t OverflowFrame = 0;  // of the latest OnStackOverflow
 
-// Runs when the Scheme stack is used up. Answers how much more there may be, or raises. An error
-// that is raised here makes every winder of the recursion run into the limit again; so the
-// recursion is given more, and the error is raised from outside a moment later.
+// Called when the Scheme stack is used up. Returns by how much to extend it, or raises. If the
+// error were raised here, every dynamic-wind procedure of the recursion would reach the limit
+// again; so the stack is extended, and the error is raised by OverflowAsked a moment later.
 SCM OnStackOverflow() {
   if (++Overflows > MostOverflows) RaiseStackOverflow();
   OverflowPending = true;
@@ -49,8 +49,8 @@ void RaiseStackOverflow() {
   scm_call_0(TheEngine().stackOverflow);
 }
 
-// Runs soon after OnStackOverflow, from Scheme. May raise. When this thread had to wait for a
-// processor, soon can be before Guile has left the call of OnStackOverflow, where it is too early.
+// Called from Scheme soon after OnStackOverflow. May raise. When this thread had to wait for a
+// processor, that can be before Guile has left the call of OnStackOverflow, which is too early.
 SCM OverflowAsked() {
   if (!OverflowPending || !ScriptRuns()) return SCM_UNSPECIFIED;
   const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
@@ -63,9 +63,9 @@ SCM OverflowAsked() {
   return SCM_UNSPECIFIED;
 }
 
-// Guile raises an error when its C functions recurse beyond a mark. Half of the stack is left below
-// the mark: for what C++ code needs on its own, and for the winders of such a recursion, which run
-// one inside the other.
+// Guile raises an error when its C functions recurse beyond StackMark. Half of the stack is kept
+// below it for C++ code and for the dynamic-wind procedures of such a recursion, which run nested
+// in one another.
 void StartStackLimits() {
   OverflowHandler = scm_permanent_object(
       scm_c_make_gsubr("overflow", 0, 0, 0, reinterpret_cast<void*>(&OnStackOverflow)));

@@ -1,5 +1,5 @@
-// The argument stack, as script libraries use it. Nothing here raises: types are looked at before
-// Guile's own conversions are called.
+// The argument stack for script libraries. Nothing here raises: types are tested before Guile's
+// conversions are called.
 
 #include <gc/gc.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t FirstCapacity = 256;
 
-// Collector's memory that is looked through and never collected.
+// The memory is scanned by the collector but never freed by it.
 void Grow() {
   Engine& engine = TheEngine();
   const std::size_t capacity = engine.capacity == 0 ? FirstCapacity : engine.capacity * 2;
@@ -69,7 +69,7 @@ const char* NameOfType(YScmArgType type) {
   return "of another type";
 }
 
-// Only the first failure of a good status is kept: what follows comes of it.
+// Only the first failure is kept, since it may be the cause of later ones. Null for those.
 Report* NewReport(YStatus& status, Report::Kind kind) {
   Level* const level = TheEngine().level;
   const bool first = YStatusIsGood(status);
@@ -88,7 +88,7 @@ void ReportBadType(YStatus& status, long argNum, const char* expected, SCM value
   report->value = value;
 }
 
-// What was popped, with the position of the argument that it is or comes from.
+// A popped value, with the position of the argument that it is or is part of.
 struct Popped {
   SCM value = SCM_UNDEFINED;
   long argNum = 0;
@@ -112,7 +112,7 @@ Popped Pop(YStatus& status) {
   return {value, argNum};
 }
 
-// An argument number of 0 asks for the one that the engine has counted.
+// An argument number of 0 means the one that the engine has counted.
 long PopLong(YStatus& status, long argNum) {
   const Popped popped = Pop(status);
   if (!popped.isThere()) return 0;
@@ -144,11 +144,11 @@ void* PopHandle(YStatus& status, long argNum) {
   return nullptr;
 }
 
-YWord ReplaceTop(SCM (*part)(SCM)) {
+bool ReplaceTop(SCM (*part)(SCM)) {
   const SCM top = Top();
-  if (SCM_UNBNDP(top) || !scm_is_pair(top)) return 0;
+  if (SCM_UNBNDP(top) || !scm_is_pair(top)) return false;
   TheEngine().slots[TheEngine().height - 1] = part(top);
-  return 1;
+  return true;
 }
 
 }  // namespace
@@ -276,11 +276,11 @@ void ScmVMExternal::StackDuplicate() {
 }
 
 YWord ScmVMExternal::StackCar() {
-  return ReplaceTop([](SCM pair) { return SCM_CAR(pair); });
+  return ReplaceTop([](SCM pair) { return SCM_CAR(pair); }) ? 1 : 0;
 }
 
 YWord ScmVMExternal::StackCdr() {
-  return ReplaceTop([](SCM pair) { return SCM_CDR(pair); });
+  return ReplaceTop([](SCM pair) { return SCM_CDR(pair); }) ? 1 : 0;
 }
 
 void ScmVMExternal::StackCons() {
@@ -332,7 +332,7 @@ void ScmVMExternal::VMESetErrorArgNum(YArgNum argNum, YStatus&) {
 void ScmVMExternal::VMESetErrorBadType(YScmArgType type, YStatus& status, long) {
   const Level* const level = TheEngine().level;
   const long argNum = level != nullptr ? level->announcedArgument : 0;
-  // An argument that was popped well has the right type and is refused for what it is.
+  // An argument that was popped successfully has the right type, so its value is refused.
   if (level != nullptr && argNum > static_cast<long>(level->untouched)) {
     Report* const report = NewReport(status, Report::Refused);
     if (report != nullptr) report->argNum = argNum;

@@ -1,4 +1,4 @@
-// Strings across the border.
+// Conversion of strings between Scheme and C++.
 
 #include <cstdio>
 #include <cstdlib>
@@ -11,14 +11,15 @@ namespace yse {
 
 namespace {
 
-// Strings up to this length are looked at character by character, without the copy that Guile
-// makes of a whole string.
+// Strings up to this length are read character by character, without the copy that Guile makes of a
+// whole string.
 constexpr std::size_t ShortString = 64;
 
 constexpr const char* WithNul = "a string without NUL characters";
 constexpr const char* OutsideEncoding = "a string of Shift_JIS characters";
 
-// Guile raises when it finds no memory for its copy; here that would cross C++ frames.
+// Guile raises an error when there is no memory for its copy, which would skip C++ destructors
+// here.
 void InsistOnMemory(std::size_t bytes) {
   void* const probe = std::malloc(bytes);
   if (probe == nullptr) {
@@ -33,7 +34,7 @@ SCM FromCharacters(const std::u32string& characters) {
                                 characters.size());
 }
 
-// The string's characters into the engine's work room.
+// Copies the string into the engine's `characters`.
 void ToCharacters(SCM string) {
   std::u32string& characters = TheEngine().characters;
   characters.clear();
