@@ -1,4 +1,4 @@
-// Field, parser and binding: how they are tied and part, and what they tell each other.
+// How a binding attaches to a field and a parser and passes text between them.
 
 #include "script/YcluiFieldBinding.h"
 
@@ -12,7 +12,7 @@
 
 YcluiFieldBinding* YcluiFieldBinding::First = nullptr;
 
-// --- Life
+// --- Attaching and detaching
 
 YcluiFieldBinding* YcluiFieldBinding::Attach(YuiTextField* field, YcluiParser* parser,
                                              const char* echoFormat, const char* synFormat) {
@@ -55,24 +55,24 @@ void YcluiFieldBinding::OnRelease(YuiTextField* released) {
   if (released == field) field = nullptr;
 }
 
-// The parser has room for one binding; it does not say which one it loses.
+// A parser has at most one binding and does not notify the previous one.
 void YcluiFieldBinding::takeParser(YcluiParser& taken) {
   for (YcluiFieldBinding* other = First; other != nullptr; other = other->next) {
     if (other->parser == &taken) other->parser = nullptr;
   }
   parser = &taken;
   taken.sysSetEchoProcedure(
-      [](void* word, const char* wholeLine) {
-        static_cast<YcluiFieldBinding*>(word)->onEcho(wholeLine);
+      [](void* data, const char* wholeLine) {
+        static_cast<YcluiFieldBinding*>(data)->onEcho(wholeLine);
       },
       this);
   taken.sysSetSynCallback(
-      [](void* word, const char* line, const char* wholeLine) {
-        static_cast<YcluiFieldBinding*>(word)->onSyntax(line, wholeLine);
+      [](void* data, const char* line, const char* wholeLine) {
+        static_cast<YcluiFieldBinding*>(data)->onSyntax(line, wholeLine);
       },
       this);
   taken.sysSetGoneProcedure(
-      [](void* word) { static_cast<YcluiFieldBinding*>(word)->parser = nullptr; }, this);
+      [](void* data) { static_cast<YcluiFieldBinding*>(data)->parser = nullptr; }, this);
 }
 
 void YcluiFieldBinding::releaseParser() {
@@ -99,7 +99,7 @@ void YcluiFieldBinding::onSyntax(const char* line, const char* wholeLine) {
   Run(synFormat, escapedLine.buffer, escapedWhole.buffer);
 }
 
-// What this leads to may change the copy, so the field gets one of its own.
+// Setting the field may lead to a change of the copy, so a second copy is passed to it.
 void YcluiFieldBinding::show() {
   const YString shown(fieldText);
   const Watch watch(*this);
@@ -109,7 +109,7 @@ void YcluiFieldBinding::show() {
   if (!watch.isGone()) selfEdit = before;
 }
 
-// Nothing of the binding is used behind the call out.
+// The call may destroy the binding, so no member is used after it.
 void YcluiFieldBinding::showText(const char* shown) {
   if (echoFormat.length != 0) {
     YString escaped;
@@ -122,9 +122,9 @@ void YcluiFieldBinding::showText(const char* shown) {
   }
 }
 
-// A word that the parser does not echo (a comment, echo switched off, no syntax, no parser) leaves
-// the field without the blank that the copy has, so the field is set here. A format runs for an
-// echo only: its script shows what it was given last.
+// When the parser does not echo the word (a comment, echo switched off, no syntax, no parser), the
+// field lacks the blank that the copy has, so it is set here. An echo format is run for echoes
+// only.
 void YcluiFieldBinding::feedParser(const char* word) {
   const Watch watch(*this);
   const std::uint32_t before = shows;

@@ -1,4 +1,4 @@
-// What ties a parser to a text field of the host's user interface. Internal to script/.
+// The binding of a parser to a text field of the host's user interface. Internal to script/.
 
 #ifndef SCRIPT_YCLUIFIELDBINDING_H_
 #define SCRIPT_YCLUIFIELDBINDING_H_
@@ -14,57 +14,54 @@
 
 class YcluiParser;
 
-// A binding sees what is typed into its field before the field does. It keeps a copy of the field's
-// text, gives each word to the parser when the blank behind it is typed, runs script text for bound
-// keys, and writes the line as the parser sees it back into the field. What stands in front of the
-// word being typed has gone to the parser and is not rubbed out any more.
+// The field offers each change to the binding before applying it. The binding keeps a copy of the
+// field's text, passes each word to the parser when the blank after it is typed, runs script text
+// for bound keys, and writes the command line that the parser echoes back into the field. The text
+// before the current word has been passed to the parser and cannot be deleted any more.
 //
-// Field and copy show the same after every change. So the copy counts in bytes, as everything that
-// looks into it does: a width counted in characters of the locale is no place in the text, and a
-// deletion could not take it back.
+// The field and the copy are the same after every change. Offsets into the copy are in bytes.
 //
-// Formats are good ones (YcluiFormatIsGood): of one text for the echo, of two for a finished
-// command, of one for a key. What a script does in one is not looked at, and in a process without
-// a script engine formats run nothing.
+// Formats must be valid (YcluiFormatIsValid), with one text for the echo, two for a finished
+// command and one for a key. The result of the script text is ignored, and in a process without a
+// script engine nothing is run.
 //
-// Life. A binding belongs to nobody in the library and stays until its host destroys it, as the
-// object that the field asks, or the process ends. Field, parser and binding may go in any order,
-// in the middle of anything that one of them is doing: those that are left know it. A field or a
-// parser that gets a second binding is lost to the first, which goes on without. A parser that a
-// script has deleted is not fed any more.
+// The library does not own bindings: one exists until the host destroys it, as the callback of the
+// field, or the process ends. Field, parser and binding may be destroyed in any order, even during
+// a call of one of their functions; the others are notified. A second binding of a field or a
+// parser replaces the first, which continues without it. A parser that a script has deleted
+// receives no more words.
 class YcluiFieldBinding : public YuiModificationCallBack {
  public:
-  // Ties the two, each of which may be null, and shows the empty line if there is a parser. Null
-  // formats are empty ones. Null when there is no memory, or when the binding did not survive that.
-  // Costs the number of bindings.
+  // Creates a binding of the two, each of which may be null, and shows the empty line if there is a
+  // parser. A null format is treated as empty. Returns null when there is no memory, or when
+  // showing the line destroyed the binding. Linear in the number of bindings.
   static YcluiFieldBinding* Attach(YuiTextField* field, YcluiParser* parser, const char* echoFormat,
                                    const char* synFormat);
   ~YcluiFieldBinding() override;
 
-  // The live binding at that address, or null. Any address can be asked.
+  // The existing binding at that address, or null; the address may be anything.
   static YcluiFieldBinding* FindLive(const void* handle);
 
-  // An insertion, by its first byte, whatever follows it:
+  // Returns 1 when the field shall apply the change. For an insertion the first byte decides:
   //   a bound key, no quote open      runs its format; 0
-  //   a control character             1, and the copy does not take it
-  //   a blank, no quote open          ends the word, which goes to the parser with it; 0
-  //   anything else                   1
-  // A double quote opens or closes a quote, unless a backslash of the word stands before it.
-  // A deletion answers 0 when the word is empty, else 1. Each costs the length of what is inserted;
-  // a deletion also that of a run of lead bytes in front.
+  //   a control character             not added to the copy; 1
+  //   a blank, no quote open          passes the word and the blank to the parser; 0
+  //   anything else                   added to the copy; 1
+  // A double quote opens or closes a quote, unless a backslash of the word precedes it. For a
+  // deletion returns 0 when the current word is empty, else 1.
   YWord OnModification(std::int32_t, std::int32_t, const char* text, std::uint32_t length) override;
   void OnRelease(YuiTextField* field) override;
 
-  // Gives a key its action, in place of the one that it had. Answers 1.
+  // Sets the action of a key, replacing a previous one. Returns 1.
   YWord setKeyAction(char key, const char* format);
 
-  // Puts another word, which is not a part of this one, in the place of the one being typed. With
-  // `feed` it is given to the parser, as it is; otherwise it can be typed on, and replaced again.
+  // Replaces the current word; `word` must not point into the binding's text. With `feed`, passes
+  // the word to the parser as it is; otherwise it becomes the current word.
   void replaceCurrentWord(const char* word, YWord feed);
 
-  // The word being typed. Good until the binding changes.
+  // The word being typed. Valid until the binding changes.
   const char* currentWord() const { return fieldText.buffer + wordStart_; }
-  // The field's text, and where in it the word begins.
+  // The copy of the field's text, and the offset of the current word in it.
   const YString& text() const { return fieldText; }
   std::uint32_t wordStart() const { return wordStart_; }
 
@@ -79,9 +76,9 @@ class YcluiFieldBinding : public YuiModificationCallBack {
   std::uint32_t wordStart_ = 0;
   bool inQuote = false;
   YcluiKeyAction_Array keyActions;
-  bool selfEdit = false;                  // what the field is told now is ours and passes
-  std::uint32_t shows = 0;                // counts the times that the field was told
-  Watch* watches = nullptr;               // of the operations that have called out
+  bool selfEdit = false;                  // changes come from the binding and are accepted
+  std::uint32_t shows = 0;                // number of calls of `show`
+  Watch* watches = nullptr;               // the watches on this binding, innermost first
   YcluiFieldBinding* previous = nullptr;  // in the list of all live bindings
   YcluiFieldBinding* next;
 
@@ -98,19 +95,21 @@ class YcluiFieldBinding : public YuiModificationCallBack {
   void onEcho(const char* wholeLine);
   void onSyntax(const char* line, const char* wholeLine);
   void feedParser(const char* word);
-  // Fills the format and runs it; neither is used any more once it runs.
+  // Fills the format and runs the result. The arguments are not used once it runs.
   static void Run(const YString& format, const char* first, const char* second = "");
 
-  YWord insert(const char* inserted, std::size_t length);
-  YWord endWord(const char* blank, std::size_t length);
-  YWord rubOut();
-  YWord fireKeyAction(char key);
+  // Each returns whether the field shall apply the change.
+  bool insert(const char* inserted, std::size_t length);
+  bool endWord(const char* blank, std::size_t length);
+  bool deleteLast();
+  // Runs the action of the key; false when it has none.
+  bool fireKeyAction(char key);
   int findKeyAction(char key) const;
   bool wordIsEmpty() const { return wordStart_ == fieldText.length; }
-  bool isBehindBackslash(std::uint32_t place) const;
+  bool followsBackslash(std::uint32_t offset) const;
 };
 
-// Whether a binding is still there behind something that may have destroyed it.
+// Detects whether a binding was destroyed by a call that runs commands or scripts.
 class YcluiFieldBinding::Watch {
  public:
   explicit Watch(YcluiFieldBinding& binding) : binding_(&binding), outer_(binding.watches) {

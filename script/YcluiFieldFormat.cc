@@ -4,13 +4,13 @@
 
 #include "foundation/YKanji.h"
 
-// No byte of a double-byte character has the value of "%", so these may look at single bytes.
+// No byte of a double-byte character has the value of "%", so formats can be scanned bytewise.
 
-YWord YcluiFormatIsGood(const char* format, int most) {
+bool YcluiFormatIsValid(const char* format, int most) {
   for (const char* p = std::strchr(format, '%'); p != nullptr; p = std::strchr(p + 2, '%')) {
-    if (p[1] != '%' && (p[1] != 's' || --most < 0)) return 0;
+    if (p[1] != '%' && (p[1] != 's' || --most < 0)) return false;
   }
-  return 1;
+  return true;
 }
 
 void YcluiFillFormat(const char* format, const char* first, const char* second, YString& out) {
@@ -31,14 +31,14 @@ void YcluiFillFormat(const char* format, const char* first, const char* second, 
 
 void YcluiAppendEscaped(const char* text, YString& out) {
   YKanjiWalk walk;
-  bool isBehindOpenLead = false;
+  bool followsOpenLead = false;
   for (const char* p = text; *p != '\0'; ++p) {
     const bool isSingle = walk.next(p) == 0;
     if (isSingle && (*p == '"' || *p == '\\')) {
-      if (isBehindOpenLead) out.buffer[out.length - 1] = '?';
+      if (followsOpenLead) out.buffer[out.length - 1] = '?';
       out << '\\';
     }
     out << *p;
-    isBehindOpenLead = isSingle && YIsKanjiLead(static_cast<unsigned char>(*p));
+    followsOpenLead = isSingle && YIsKanjiLead(static_cast<unsigned char>(*p));
   }
 }

@@ -1,8 +1,6 @@
-// Formats of script text, as scripts give them for what happens in a text field. Internal to
-// script/.
+// Formats of the script text that is run for events of a text field. Internal to script/.
 //
-// A format is text in which "%s" stands for a text that is put in and "%%" for one "%"; every other
-// "%" is a fault.
+// In a format "%s" is replaced by a text and "%%" by one "%"; any other "%" is invalid.
 
 #ifndef SCRIPT_YCLUIFIELDFORMAT_H_
 #define SCRIPT_YCLUIFIELDFORMAT_H_
@@ -10,16 +8,16 @@
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 
-// 1 when the format has no fault and takes `most` texts or fewer.
-YWord YcluiFormatIsGood(const char* format, int most);
+// Whether the format is valid and has at most `most` texts to replace.
+bool YcluiFormatIsValid(const char* format, int most);
 
-// Appends the format with the first text for its first "%s", and the second for its second.
+// Appends the format with its first "%s" replaced by `first` and its second by `second`.
 void YcluiFillFormat(const char* format, const char* first, const char* second, YString& out);
 
-// Appends the text as it stands in a double-quoted string of the script language: a backslash in
-// front of each double quote and backslash. Bytes of double-byte characters are left alone. A lead
-// byte that has no trail byte would take such a backslash for one, and the quote behind it would
-// end the string; it becomes a "?" there.
+// Appends the text escaped for a double-quoted string of the script language, with a backslash
+// before each double quote and backslash that is a character of its own. A lead byte without a
+// trail byte would form a character with such a backslash, and the quote after it would end the
+// string; so it becomes a "?" there.
 void YcluiAppendEscaped(const char* text, YString& out);
 
 #endif  // SCRIPT_YCLUIFIELDFORMAT_H_

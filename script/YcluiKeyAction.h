@@ -1,4 +1,4 @@
-// What a key of a text field does. Internal to script/.
+// The action of a key of a text field. Internal to script/.
 
 #ifndef SCRIPT_YCLUIKEYACTION_H_
 #define SCRIPT_YCLUIKEYACTION_H_
@@ -6,7 +6,7 @@
 #include "foundation/YArray.h"
 #include "foundation/YString.h"
 
-// A key, by the first byte of what it types, and the format of the script text that it runs.
+// A key, identified by the first byte that it types, and the format of the script text to run.
 struct YcluiKeyAction {
   char key = '\0';
   YString format;

@@ -1,13 +1,13 @@
-// The face of the library towards a script engine: the five entry points that the engine finds by
+// The interface of the library for a script engine: the five entry points that the engine finds by
 // name, and the table of primitives.
 //
-// A script holds a parser as a long, its address; a syntax fragment and an indefinite node as a
-// handle without a finaliser. Every one that a script passes is looked up among the live ones
-// before it is used: anything else is refused with YErrNotAlive and bit 0 of the status cleared.
+// In scripts, a parser is a long, its address; a syntax fragment and an indefinite node are handles
+// without a finaliser. Each one that a script passes is looked up among the existing ones; when it
+// is not found, YErrNotAlive is recorded and bit 0 of the status is cleared.
 //
-// A primitive pops its arguments last first, ends at the first pop that fails, enters the parser
-// only when all arguments are off the stack, and pushes one result. One that fails leaves bit 0 of
-// the status clear.
+// A primitive pops its arguments last first, returns at the first pop that fails, calls the parser
+// only after all arguments are popped, and pushes one result. When it fails, bit 0 of the status is
+// clear.
 
 #ifndef SCRIPT_YCSCM_H_
 #define SCRIPT_YCSCM_H_
@@ -19,15 +19,15 @@
 
 extern "C" {
 
-// "lib-CLUI".
+// Returns "lib-CLUI".
 YQRT_API const char* CluiLibraryName();
 
-// The first row of the table, and the number of its rows. Fixed data.
+// The first row of the table and the number of its rows. They never change.
 YQRT_API const YScmProc* CluiLibraryProcs();
 YQRT_API std::uint32_t CluiLibraryNProcs();
 
-// Make and destroy the parser mortuary. The engine calls the first before any primitive and the
-// second after the last one; parsers that stand in the mortuary by then are not destroyed.
+// Create and destroy the parser mortuary. The engine calls the first before any primitive and the
+// second after the last one; parsers that are still in the mortuary are then not destroyed.
 YQRT_API void CluiLibInitialize();
 YQRT_API void CluiLibCleanup();
 

@@ -1,6 +1,6 @@
 // How the primitives read their arguments. Internal to script/.
 //
-// Each pop clears bit 0 of the status when the argument will not do, and then answers null or 0.
+// When the argument is invalid, a pop clears bit 0 of the status and returns null or 0.
 
 #ifndef SCRIPT_YCSCMARGUMENTS_H_
 #define SCRIPT_YCSCMARGUMENTS_H_
@@ -12,10 +12,11 @@
 
 class YcluiParser;
 
-// Tells the engine that the argument at that position is not what was expected, and clears bit 0.
+// Reports to the engine that the argument at that position is not of the expected kind, and clears
+// bit 0.
 void ycscmRefuse(YArgNum position, YScmArgType expected, YStatus& status);
 
-// Whether a script's number goes into a narrower type as it is.
+// Whether a number of a script is in the range of a narrower type.
 template <class Narrow>
 bool ycscmFits(long value) {
   return value >= static_cast<long>(std::numeric_limits<Narrow>::min()) &&
@@ -24,23 +25,23 @@ bool ycscmFits(long value) {
 
 bool ycscmLongIsOnTop();
 
-// Argument 1 of most primitives. YErrNotAlive is pushed for a long that is no live parser.
+// Pops argument 1 of most primitives. Records YErrNotAlive for a long that is no existing parser.
 YcluiParser* ycscmPopParser(YStatus& status);
 
-// The same for an address that has been popped already.
+// The same for an address that was already popped.
 YcluiParser* ycscmLiveParser(long address, YStatus& status);
 
 const char* ycscmPopString(YArgNum position, YStatus& status);
 
-// A token id for a syntax node, cut to the 24 bits of an id. YErrBadSyntaxArgument is pushed for
-// what is no long, and for 0, which no token has.
+// Pops a token id for a syntax node, cut to the 24 bits of an id. Records YErrBadSyntaxArgument for
+// an argument that is no long and for the id 0, which no token has.
 std::uint32_t ycscmPopTokenId(YArgNum position, YStatus& status);
 
-// Destroys the parsers that scripts have deleted, unless `parser` is in the middle of a playback,
-// which may have led here by one of its lines.
+// Destroys the parsers that scripts have deleted, unless `parser` is playing a file, because one of
+// its lines may have called the primitive.
 void ycscmCleanUp(const YcluiParser& parser);
 
-// A line on the standard error stream: "CLUI Error: " and the text.
+// Writes a line to the standard error stream: "CLUI Error: " and the text.
 void ycscmPrintError(const char* text);
 
 #endif  // SCRIPT_YCSCMARGUMENTS_H_

@@ -11,12 +11,12 @@
 
 namespace {
 
-// A parser and what has been typed of a word.
+// A parser and the typed part of a word.
 struct Unfinished {
   const char* text = "";
   YcluiParser* parser = nullptr;
 
-  // False with bit 0 clear when an argument will not do.
+  // Returns false, with bit 0 clear, when an argument is invalid.
   bool pop(std::uint32_t argc, YStatus& status) {
     if (ScmVMExternal::VMECheckArgCount(argc, 1, 2, status) == 0) return false;
     if (argc == 2) text = ycscmPopString(2, status);

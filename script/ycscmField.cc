@@ -17,16 +17,16 @@ constexpr std::uint32_t EchoPosition = 3;
 constexpr std::uint32_t SyntaxPosition = 4;
 constexpr std::uint32_t FeedPosition = 3;
 
-// A format that takes so many texts at most. YErrBadFormat is pushed for another one.
+// Pops a format with at most `most` texts. Records YErrBadFormat for an invalid one.
 const char* popFormat(YArgNum position, int most, YStatus& status) {
   const char* format = ycscmPopString(position, status);
-  if (!YStatusIsGood(status) || YcluiFormatIsGood(format, most) != 0) return format;
+  if (!YStatusIsGood(status) || YcluiFormatIsValid(format, most)) return format;
   cluiWarning(YErrBadFormat);
   ycscmRefuse(position, YScmArgString, status);
   return nullptr;
 }
 
-// A live object that the class finds for the handle. YErrNotAlive is pushed when there is none.
+// The existing object of the class for the handle. Records YErrNotAlive when there is none.
 template <class Kind>
 Kind* findLive(const void* handle, YArgNum position, YStatus& status) {
   Kind* found = YStatusIsGood(status) ? Kind::FindLive(handle) : nullptr;
@@ -41,13 +41,13 @@ YcluiFieldBinding* popBinding(YStatus& status) {
   return findLive<YcluiFieldBinding>(ScmVMExternal::VMEAssertIsAHandle(1, status, -1), 1, status);
 }
 
-// Null also for a null handle, with the status good.
+// Also returns null for a null handle, with the status good.
 YuiTextField* popField(YStatus& status) {
   const void* handle = ScmVMExternal::VMEAssertIsAHandle(2, status, -1);
   return handle == nullptr ? nullptr : findLive<YuiTextField>(handle, 2, status);
 }
 
-// Null also for 0, with the status good.
+// Also returns null for 0, with the status good.
 YcluiParser* popParserIfAny(YStatus& status) {
   const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
   return address == 0 ? nullptr : ycscmLiveParser(address, status);

@@ -10,8 +10,8 @@
 
 namespace {
 
-// Both lists outlive the destructors of a process that ends: what scripts have dropped is still
-// held, not lost.
+// Neither set is destroyed at the end of the process, so that leak checkers still find what scripts
+// have dropped.
 YSet& liveFragments() {
   static YSet* const handles = YChecked(new (std::nothrow) YSet);
   return *handles;

@@ -1,8 +1,7 @@
-// What scripts hold as handles: syntax fragments and indefinite nodes. Internal to script/.
+// The handles of scripts for syntax fragments and indefinite nodes. Internal to script/.
 //
-// A handle is an address without a finaliser, so only the list of live fragments tells one that may
-// be used from one that was consumed already and from every other kind of handle. A look-up costs
-// the same however many there are.
+// A handle is a plain address, so a set of the existing fragments distinguishes a valid one from
+// one that was consumed already and from other kinds of handles. A look-up takes constant time.
 
 #ifndef SCRIPT_YCSCMHANDLES_H_
 #define SCRIPT_YCSCMHANDLES_H_
@@ -12,15 +11,15 @@
 class YcluiSyntaxGraph;
 class YcluiSyntaxNode;
 
-// Makes the fragment live and pushes its handle.
+// Adds the fragment to the existing ones and pushes its handle.
 void ycscmPushFragment(std::unique_ptr<YcluiSyntaxGraph> fragment);
 
-// Takes the live fragment of that handle for the caller, who uses it up: the handle will not be
-// accepted again. Null, with YErrNotAlive, when there is none.
+// Passes the fragment of that handle to the caller; the handle is not accepted again. Returns null,
+// with YErrNotAlive, when there is none.
 std::unique_ptr<YcluiSyntaxGraph> ycscmTakeFragment(void* handle);
 
-// Keeps an indefinite node that no parser has taken, for as long as the process lives: its script
-// may hold the handle for ever.
+// Keeps an indefinite node that no parser owns until the end of the process, because its script may
+// use the handle at any time.
 void ycscmKeepNode(YcluiSyntaxNode* node);
 
 #endif  // SCRIPT_YCSCMHANDLES_H_

@@ -1,4 +1,4 @@
-// The primitives that control a parser: making and deleting it, its syntax, its text, its frames.
+// The primitives that control a parser: creating and deleting it, its syntax, its text, its frames.
 
 #include <cstdint>
 #include <memory>
@@ -13,8 +13,8 @@
 
 namespace {
 
-// clui-reset and its like: whatever becomes of the call, the long comes back, so that a script can
-// chain them. What the operation answers is dropped.
+// Pops a parser, runs the operation and pushes the parser's long again even on failure, so that a
+// script can chain such calls.
 template <class Operation>
 void runAndAnswerParser(YStatus& status, Operation operation) {
   const long address = ScmVMExternal::StackPopLong(status);
@@ -33,7 +33,7 @@ void condemn(YcluiParser& parser) {
   parser.sysSetEchoProcedure(nullptr, nullptr);
 }
 
-// The graph, installed; null with bit 0 clear when an argument will not do.
+// Installs the popped graph and returns it; null, with bit 0 clear, when an argument is invalid.
 YcluiSyntaxGraph* setSyntax(YStatus& status) {
   void* handle = ScmVMExternal::VMEAssertIsAHandle(2, status, -1);
   if (!YStatusIsGood(status)) return nullptr;

@@ -1,4 +1,4 @@
-// The bodies behind the table of primitives. Internal to script/.
+// The functions in the table of primitives. Internal to script/.
 
 #ifndef SCRIPT_YCSCMPRIMITIVES_H_
 #define SCRIPT_YCSCMPRIMITIVES_H_

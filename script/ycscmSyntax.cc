@@ -1,7 +1,8 @@
 // The primitives that build syntax fragments.
 //
-// A primitive meets its arguments from the last written to the first, and insertAnd inserts at the
-// front, so a sequence comes out as it was written; a string belongs to the token in front of it.
+// A primitive pops its arguments from the last to the first and insertAnd inserts at the front, so
+// a sequence keeps the order of the arguments. A string is the action of the token before it, which
+// is popped next.
 
 #include <memory>
 #include <new>
@@ -20,8 +21,7 @@ namespace {
 
 using Graph = std::unique_ptr<YcluiSyntaxGraph>;
 
-// A fragment while its arguments are taken. It is freed with the builder unless release() hands it
-// out.
+// Builds a fragment from popped arguments. The builder owns it until release().
 class FragmentBuilder {
  public:
   enum class Kind { Sequence, Choice };
@@ -29,8 +29,8 @@ class FragmentBuilder {
   explicit FragmentBuilder(Kind kind)
       : kind_(kind), graph_(YChecked(new (std::nothrow) YcluiSyntaxGraph)) {}
 
-  // Takes the argument on top of the stack when it is a token id, a string or a fragment, and
-  // answers whether it is. One that will not do clears bit 0.
+  // Pops and adds the argument on top of the stack if it is a token id, a string or a fragment;
+  // returns whether it is one of them. Clears bit 0 when it is invalid.
   bool take(YArgNum position, YStatus& status);
 
   YcluiSyntaxGraph& graph() { return *graph_; }
@@ -39,7 +39,7 @@ class FragmentBuilder {
  private:
   Kind kind_;
   Graph graph_;
-  const char* action_ = nullptr;  // read already, waiting for the token in front of it
+  const char* action_ = nullptr;  // popped before the token that it belongs to
 
   void takeToken(YArgNum position, YStatus& status);
   void takeFragment(YArgNum position, YStatus& status);
@@ -88,9 +88,9 @@ void FragmentBuilder::takeFragment(YArgNum position, YStatus& status) {
   insert(part.get());
 }
 
-// Pops a priority pair and gives its two bytes to what follows the start. Bit 0 is cleared when it
-// does not hold two longs.
-void takePriority(YcluiSyntaxGraph& graph, YStatus& status) {
+// Pops a priority pair and sets both priorities of the nodes that follow the start. Clears bit 0
+// when the pair does not consist of two longs.
+void popPriority(YcluiSyntaxGraph& graph, YStatus& status) {
   ScmVMExternal::StackDuplicate();
   ScmVMExternal::StackCar();
   const long priority = ScmVMExternal::StackPopLong(status);
@@ -102,7 +102,7 @@ void takePriority(YcluiSyntaxGraph& graph, YStatus& status) {
                     static_cast<unsigned char>(interruptLimit));
 }
 
-// A primitive that failed pushes a handle too, but of nothing: what it built is freed.
+// A primitive that failed pushes a null handle, and the fragment is freed.
 void pushResult(Graph graph, const YStatus& status) {
   if (YStatusIsGood(status)) {
     ycscmPushFragment(std::move(graph));
@@ -131,7 +131,7 @@ void ycscmSyntax(std::uint32_t argc, YStatus& status) {
   for (std::uint32_t position = argc; position > 0 && YStatusIsGood(status); --position) {
     if (builder.take(static_cast<YArgNum>(position), status)) continue;
     if (ScmVMExternal::StackPairP() != 0) {
-      takePriority(builder.graph(), status);
+      popPriority(builder.graph(), status);
       if (!YStatusIsGood(status)) return;
       continue;
     }

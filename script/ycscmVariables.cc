@@ -21,9 +21,8 @@ constexpr YArgNum NamePosition = 2;
 constexpr YArgNum ValuePosition = 3;
 constexpr YArgNum IndexPosition = 4;
 
-// Pops a string, a long or a double into `value`. Answers false, with the stack as it was and a
-// null value, when the top is nothing that a variable can hold. A long that does not fit clears bit
-// 0.
+// Pops a string, a long or a double into `value`. For any other type returns false, sets a null
+// value and leaves the stack unchanged. Clears bit 0 for a long that is out of range.
 bool popValue(YAttribValue& value, YStatus& status) {
   value.SetNull();
   if (ScmVMExternal::StackStringP() != 0) {
@@ -43,8 +42,8 @@ bool popValue(YAttribValue& value, YStatus& status) {
   return false;
 }
 
-// The number of elements of the list on top, which stays there. Bit 0 is cleared for a list that
-// ends in something else than the empty list, or never.
+// The number of elements of the list on top, which is not popped. Clears bit 0 for an improper or
+// circular list.
 std::uint32_t countElements(YStatus& status) {
   std::uint32_t count = 0;
   ScmVMExternal::StackDuplicate();
@@ -57,7 +56,7 @@ std::uint32_t countElements(YStatus& status) {
   return count;
 }
 
-// Takes the list off the stack, an element that no variable can hold as a null value.
+// Pops the list into `values`. An element of another type becomes a null value.
 void popElements(Values& values, YStatus& status) {
   for (YAttribValue& value : values) {
     ScmVMExternal::StackDuplicate();
@@ -69,12 +68,12 @@ void popElements(Values& values, YStatus& status) {
   ScmVMExternal::StackPop(status);
 }
 
-// A name and the parser of it, the two arguments that all of these primitives begin with.
+// The first two arguments of all these primitives.
 struct Target {
   const char* name = nullptr;
   YcluiParser* parser = nullptr;
 
-  // False with bit 0 clear when one will not do.
+  // Returns false, with bit 0 clear, when one is invalid.
   bool pop(YStatus& status) {
     name = ycscmPopString(NamePosition, status);
     if (!YStatusIsGood(status)) return false;

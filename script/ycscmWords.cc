@@ -21,48 +21,51 @@ namespace {
 
 constexpr std::uint32_t LeastArguments = 2;
 
-// A call of clui-token, whose arguments are told apart by their types and their places:
+// The arguments of clui-token, which are distinguished by their types and positions:
 //   parser, [id], word or character, [abbreviation], value types ...
 class WordDeclaration {
  public:
   explicit WordDeclaration(std::uint32_t argc) : left_(argc) {}
 
-  // The arguments that are still on the stack.
+  // The number of arguments that are still on the stack.
   std::uint32_t left() const { return left_; }
 
-  // Takes all arguments but the parser. 0 with the code pushed when one will not do.
-  YWord popWordAndTypes(YStatus& status);
+  // Pops all arguments except the parser. Records a code and returns false when one is invalid.
+  bool popWordAndTypes(YStatus& status);
 
-  // Takes the parser; null with the code pushed when it will not do.
+  // Pops the parser. Records a code and returns null when it is invalid.
   YcluiParser* popParser(YStatus& status);
 
-  // The id of the new word, 0 when it could not be added.
+  // Declares the word and returns its id, or 0 when it could not be added.
   std::uint32_t addTo(YcluiLex& lexer);
 
  private:
   std::uint32_t left_;
   YcluiValueType types_[YcluiMostTokenArguments - LeastArguments];
-  std::size_t firstType_ = std::size(types_);  // they come last first and fill from the end
+  std::size_t firstType_ = std::size(types_);  // filled from the end, as they are popped
   const char* word_ = nullptr;
   const char* abbreviation_ = nullptr;
   char character_ = 0;
   bool isCharacter_ = false;
-  std::uint32_t id_ = 0;  // 0 asks for the next number
+  std::uint32_t id_ = 0;  // 0 means the next automatic id
 
   YArgNum takeOne() { return static_cast<YArgNum>(left_--); }
   void popTypes(YStatus& status);
   void popAbbreviation(YStatus& status);
   void popWord(YStatus& status);
-  void popCharacter(YStatus& status);  // of one byte; half of a character would be no delimiter
-  void popId(YStatus& status);         // cut to the 24 bits of an id; one that becomes 0 is refused
+  // Only single-byte characters can be declared.
+  void popCharacter(YStatus& status);
+  // Cuts the id to 24 bits. Refuses one that only becomes 0 by that.
+  void popId(YStatus& status);
 };
 
-YWord WordDeclaration::popWordAndTypes(YStatus& status) {
+bool WordDeclaration::popWordAndTypes(YStatus& status) {
   popTypes(status);
   if (YStatusIsGood(status)) popAbbreviation(status);
   if (YStatusIsGood(status)) popWord(status);
   if (YStatusIsGood(status)) popId(status);
-  return YStatusIsGood(status) ? 1 : cluiWarning(YErrBadTokenArgument);
+  if (!YStatusIsGood(status)) cluiWarning(YErrBadTokenArgument);
+  return YStatusIsGood(status);
 }
 
 void WordDeclaration::popTypes(YStatus& status) {
@@ -87,7 +90,7 @@ void WordDeclaration::popWord(YStatus& status) {
     word_ = ScmVMExternal::StackPopString(status);
     takeOne();
   } else if (abbreviation_ != nullptr && ycscmLongIsOnTop()) {
-    // Only an id is left in front of what looked like an abbreviation: it is the word.
+    // The argument before the supposed abbreviation is an id, so the string is the word.
     word_ = abbreviation_;
     abbreviation_ = nullptr;
   } else {
@@ -128,9 +131,9 @@ std::uint32_t WordDeclaration::addTo(YcluiLex& lexer) {
   return lexer.addKeyword(word_, static_cast<int>(count), types_ + firstType_, id_);
 }
 
-// The id of the new word, 0 when there is none.
+// Returns the id of the new word, 0 when none was added.
 std::uint32_t declareWord(WordDeclaration& declaration, YStatus& status) {
-  if (declaration.popWordAndTypes(status) == 0) return 0;
+  if (!declaration.popWordAndTypes(status)) return 0;
   YcluiParser* parser = declaration.popParser(status);
   return parser == nullptr || parser->lex() == nullptr ? 0 : declaration.addTo(*parser->lex());
 }

@@ -152,10 +152,10 @@ TEST_F(Binding, Formats) {
     EXPECT_STREQ(row[1], escaped.buffer);
   }
   for (const char* good : {"", "%%", "x%s%%s", "%s%s"}) {
-    EXPECT_EQ(1U, YcluiFormatIsGood(good, 2)) << good;
+    EXPECT_TRUE(YcluiFormatIsValid(good, 2)) << good;
   }
   for (const char* bad : {"%", "%%%", "%d", "%5s", "%s%s%s", "%S", "%s%", "%%%d"}) {
-    EXPECT_EQ(0U, YcluiFormatIsGood(bad, 2)) << bad;
+    EXPECT_FALSE(YcluiFormatIsValid(bad, 2)) << bad;
   }
 }
 
