@@ -5,8 +5,9 @@
 ;;;     clui drafting.scm                  draws what you type; `help` names the words
 ;;;
 ;;; This file is also meant to be read: it shows how a command language is made. It has five parts:
-;;; words, what the words do, syntax, words that work anywhere, and aliases and variables to begin
-;;; with. The drawing itself is in model.scm and figures.scm, the picture in svg.scm and files.scm.
+;;; words, what the words do, syntax, words that work anywhere, and predefined aliases and
+;;; variables. The drawing itself is in model.scm and figures.scm, the picture in svg.scm and
+;;; files.scm.
 
 (load "model.scm")
 (load "figures.scm")
@@ -17,32 +18,33 @@
 
 ;;; 1. Words -------------------------------------------------------------------------------------
 ;;;
-;;; A word that takes arguments has a name that ends in ":". The echo and the log write a word and
-;;; its first argument with nothing between them; without the ":" that would read as another word.
+;;; The name of a word with arguments ends in ":". The echo and the log write a word and its first
+;;; argument without a blank between them; without the ":" the two would read as one word.
 ;;;
-;;; Places are declared as two numbers and not as one point, for three reasons: a number may have a
-;;; fraction, it may come from a variable (at: ${x}[2],${y}[0]), and it is counted in whatever
-;;; `unit:` says. A point takes whole numbers as they stand; that is right for `origin:` and
-;;; `margin:`, which are whole millimetres.
+;;; Coordinates are declared as two numbers and not as one point, for three reasons: a number may
+;;; have a fraction, it may come from a variable (at: ${x}[2],${y}[0]), and it is in the unit that
+;;; `unit:` sets. A point consists of whole numbers; that is right for `origin:` and `margin:`,
+;;; which are whole millimetres.
 
 (define a-string 1)
 (define a-number 2)
 (define a-whole 3)
 (define a-point 4)
 
-;; Declares a word. A word that is there already answers 0, and a syntax made with 0 would lose it.
+;; Declares a word. For a word that already exists clui-token returns 0, which no syntax can
+;; contain.
 (define (word name . more)
   (let ((id (apply clui-token parser name more)))
     (if (zero? id) (error "this word cannot be added:" name))
     id))
 
-;; Another name for the same word: it shares the id, so every syntax that takes the one takes both.
-;; The id stands in front of the name; a number behind the name would be the type of an argument.
+;; Another name for the same word: it has the same id, so every syntax that accepts one accepts
+;; both. The id is given before the name; a number after the name is the type of an argument.
 (define (also id name . more)
   (if (zero? (apply clui-token parser id name more))
       (error "this word cannot be added:" name)))
 
-;; Shapes begin with a place; what is behind it goes on from there.
+;; Words that start a shape with a position, and words that continue from there.
 (define point: (word "point:" a-number a-number))
 (define line: (word "line:" a-number a-number))
 (define polyline: (word "polyline:" a-number a-number))
@@ -62,7 +64,7 @@
 (define steps: (word "steps:" a-whole))
 (define off: (word "off:" a-number))
 
-;; The second text of such a word is the shortest form that still counts as the word.
+;; The second text of such a word is its shortest accepted form.
 (define end-word (word "end"))
 (define close-word (word "close" "cl"))
 (define left-word (word "left" "le"))
@@ -70,8 +72,8 @@
 (define sliding-word (word "sliding" "sl"))
 (define open-word (word "open" "op"))
 
-;; Arguments beyond the declared ones are read as strings, as many as there are. That is how a word
-;; gets an optional argument: `text: "one line", "another"`, `place: chair, 90`.
+;; Arguments beyond the declared ones are read as strings. That is how a word gets optional
+;; arguments: `text: "one line", "another"`, `place: chair, 90`.
 (define text: (word "text:" a-string))
 (define place: (word "place:" a-string))
 
@@ -114,16 +116,16 @@
 
 ;;; 2. What the words do -------------------------------------------------------------------------
 ;;;
-;;; The command behind a word is a template: a text in which $ forms are replaced, and which is then
-;;; run. $0 is the first token of the command, $$ the last one, $-1 the one before it; [0] is a
-;;; token's first argument; $p is the parser.
+;;; The action of a word is a template: its $ forms are replaced, and the resulting text is run. $0
+;;; is the first token of the command, $$ the last one, $-1 the one before it; [0] is a token's
+;;; first argument; $p is the parser.
 ;;;
-;;; Numbers may stand in a template, since a number is never anything but a number. A string may
-;;; not: `"(label! \"$$[0]\")"` would run whatever a user types behind a quote of his own. Strings
-;;; are handed over as values: (token-argument $p n k) answers argument k of token n, where -1 is
-;;; the last token. So the text of the user is never read as a script.
+;;; A template may insert numbers, but must not insert strings: `"(label! \"$$[0]\")"` would run
+;;; whatever a user types after a quote. Strings are passed as values: (token-argument $p n k)
+;;; returns argument k of token n, where -1 is the last token. So the user's text is never read as a
+;;; script.
 
-;; All arguments of that token, which are strings.
+;; All arguments of the token, which must be strings.
 (define (token-strings parser n)
   (let loop ((k 0))
     (let ((value (token-argument parser n k)))
@@ -157,8 +159,8 @@
                      (list lines (settings-letters settings) (settings-align settings)
                            (turn-now) 0))))
 
-;; `place: chair` or `place: chair, 90`: the turn is an argument beyond the declared ones, so it
-;; came as a string. It becomes a number without being run, and only when it is a plain one.
+;; `place: chair` or `place: chair, 90`: the rotation is not a declared argument, so it is a string.
+;; It is converted to a number without being evaluated, and only when it is a plain number.
 (define (turn-of text)
   (let ((turn (and (< (string-length text) 20)
                    (string-every (string->char-set "+-.0123456789") text)
@@ -188,9 +190,9 @@
   (if (not (clui-unset-alias parser name))
       (refuse "\"" name "\" is no alias")))
 
-;; A recording holds the words as they came, with values in the place of variables and the text in
-;; the place of aliases, and so draws the same again. `stop-recording` itself stands in it; played
-;; back, it finds nothing to stop, which is no fault then.
+;; A recording contains the words in order, with values instead of variables and texts instead of
+;; aliases, so it draws the same again. It also contains `stop-recording`, which does nothing when
+;; it is played.
 (define (record! parser file)
   (if (not (clui-start-logging parser file))
       (refuse "cannot record to " file ", or a recording is under way or being played")))
@@ -198,8 +200,8 @@
 (define (stop-recording! parser)
   (clui-shut-logging parser))
 
-;; While a command runs, its line is still complete and takes no word: the reset makes room for what
-;; is played. The rest of the typed line runs before that.
+;; While a command runs, its command line is complete and accepts no further word, so it is reset
+;; before the file is played. The rest of the typed line runs before that.
 (define (play! parser file)
   (clui-reset parser)
   (if (not (clui-playback-from-file parser file))
@@ -207,21 +209,21 @@
 
 ;;; 3. Syntax ------------------------------------------------------------------------------------
 ;;;
-;;; A command is over at the first word behind which nothing more is needed, so no command here has
-;;; optional words at its end: each kind of shape says with its last word what it is. A part that
-;;; repeats never ends by itself; it needs a word behind it, such as `end` or `close`.
+;;; A command ends at the first word after which it is complete, so no command here has optional
+;;; words at its end: the last word of a shape says what kind it is. A repeated part does not end by
+;;; itself; a word such as `end` or `close` must follow it.
 ;;;
-;;; Each place goes into the path when it is typed, and so with the unit and the origin of that
-;;; moment. The last word of a command makes a shape of the path.
+;;; Each point is added to the path when it is typed, with the unit and the origin of that moment.
+;;; The last word of a command makes a shape of the path.
 
 (define begin-path "(start-path! $$[0] $$[1])")
 
-;; One more place: a place, or a step from the one before. `finish` is run behind it.
+;; One more point, absolute or relative to the previous one. `finish` is run after it.
 (define (one-place finish)
   (clui-oneof to: (string-append "(begin (path-to! $$[0] $$[1]) " finish ")")
               by: (string-append "(begin (path-by! $$[0] $$[1]) " finish ")")))
 
-;; Any number of places. A fragment is used up where it is used: each syntax makes its own.
+;; Any number of points. A fragment can be used only once, so each syntax makes its own.
 (define (more-places)
   (clui-anyof to: "(path-to! $$[0] $$[1])"
               by: "(path-by! $$[0] $$[1])"))
@@ -246,8 +248,8 @@
    (clui-syntax text: at: "(draw-text! (token-strings $p 0) $$[0] $$[1])")
    (clui-syntax place: at: "(draw-group! (token-strings $p 0) $$[0] $$[1])")))
 
-;; `save:` has a priority of its own. It may begin a command anywhere but in a group that was opened
-;; in the middle of another command: every word there admits interruptions up to 127 only.
+;; `save:` has a priority of its own. It may start a command anywhere except in a group that was
+;; opened in the middle of another command, where every word accepts interruptions up to 127 only.
 (define sheet-syntax
   (clui-oneof
    undo-word "(undo!)"
@@ -266,10 +268,10 @@
 
 ;;; 4. Words that work anywhere ------------------------------------------------------------------
 ;;;
-;;; An indefinite word is taken at any place of a line, and it stays in the line: from then on $0,
-;;; $1 and so on would count it. So each of these words takes itself back with clui-delete-last
-;;; before anything else. What is handed to the procedure is worked out before that, while the word
-;;; still stands in the line. Such words are declared when the parser has its syntax, not before.
+;;; An indefinite word is accepted anywhere in a command line and stays in it, where $0, $1 and so
+;;; on would count it. So each of these words first removes itself with clui-delete-last. The
+;;; arguments of that procedure are evaluated before, while the word is still in the line. Such
+;;; words must be declared after the parser has its syntax.
 
 (define (aside parser procedure . values)
   (clui-delete-last parser)
@@ -321,9 +323,9 @@
 (define (change-align! name)
   (change-setting! set-settings-align (choice-of "alignment" name '("left" "middle" "right"))))
 
-;; A group pushes a frame: the words that follow begin commands of their own, also when a command
-;; stands half typed below. `done` pops the frame, and the command below goes on where it stood.
-;; Both frames walk the same syntax, so `done` is an ordinary command.
+;; A group pushes a frame: the words that follow start new commands, even when a command below is
+;; half typed. `done` pops the frame, and the command below continues. Both frames use the same
+;; syntax, so `done` is an ordinary command.
 (define (open-group! parser name x y)
   (enter-group! name x y)
   (clui-push parser))
@@ -335,7 +337,7 @@
 
 (anywhere group: "(aside $p open-group! $p (token-argument $p -1 0) $$[1] $$[2])")
 
-;; Gives up the command that is half typed; what is behind `cancel` begins a new one.
+;; Discards the half-typed command; what follows `cancel` starts a new one.
 (define (cancel! parser)
   (take-path!)
   (clui-reset parser))
@@ -376,11 +378,11 @@ Anywhere    layer: NAME   colour: C   pen: MM   dash: KIND   fill: C   pattern: 
 Shorthand   alias: NAME, \"words\"   unalias: NAME   ${name}=value   ${name}[0]=value
 ")
 
-;;; 5. To begin with -----------------------------------------------------------------------------
+;;; 5. Predefined aliases and variables ----------------------------------------------------------
 ;;;
-;;; An alias stands for text, and may break off in the middle: behind `dim` the two numbers are read
-;;; from what was typed. A list makes an array variable. ${module} is a half mat, the measure of
-;;; houses in Japan, and ${pens} holds the usual widths of pens: `pen: ${pens}[2]`.
+;;; An alias is replaced by its text, which may be incomplete: after `dim` the two numbers are read
+;;; from the typed text. A list makes an array variable. ${module} is half a mat, the unit of length
+;;; of houses in Japan, and ${pens} contains the usual widths of pens: `pen: ${pens}[2]`.
 
 (clui-set-alias parser "dim" "dimension:")
 (clui-set-alias parser "box" "rect:")

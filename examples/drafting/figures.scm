@@ -1,18 +1,18 @@
-;;; What an architect draws all day, made of the plain shapes of model.scm: doors, windows, stairs,
-;;; dimensions. Each figure enters the drawing as one group, so that one `undo` takes it back.
+;;; Doors, windows, stairs and dimensions, made of the plain shapes of model.scm. Each figure is
+;;; added to the drawing as one group, so that one `undo` removes it.
 
 (define (path-shape look closed? . points) (make-shape 'path look points (list closed? 0)))
 (define (thin look) (set-look-fill (set-look-pen look 0.13) #f))
 (define (filled look colour) (set-look-pattern (set-look-fill look colour) "plain"))
 
-;; An opening in a wall runs from a to b along the middle of the wall. A place in it is told by two
-;; numbers: how far along, and how far to the left of the way from a to b.
+;; An opening in a wall runs from a to b along the middle of the wall. A point in it is given by two
+;; numbers: the distance along the line from a to b, and the distance to the left of it.
 (define (opening-place a b)
   (let* ((along (p-unit (p- b a)))
          (aside (p-left along)))
     (lambda (far left) (p+ a (p+ (p* far along) (p* left aside))))))
 
-;; The wall is painted over, a little wider than it is, and gets its two new ends.
+;; The wall is painted over, slightly wider than it is, and gets two new ends.
 (define (opening-parts look a b thickness)
   (let* ((at (opening-place a b))
          (width (p-length (p- b a)))
@@ -29,7 +29,7 @@
         (refuse "an opening needs two different ends"))
     corners))
 
-;; A leaf that stands open at right angles, and the arc that it swings along.
+;; A leaf that is open at right angles, and the arc along which it swings.
 (define (swing-parts look a b thickness side)
   (let* ((at (opening-place a b))
          (width (p-length (p- b a)))
@@ -122,8 +122,8 @@
           (loop (string-take digits (- n 3))
                 (string-append "," (string-take-right digits 3) tail))))))
 
-;; A chain of dimensions: the line runs beside the points, on the left of the way from the first to
-;; the last when `off` is positive, and each stretch is written out in millimetres.
+;; A chain of dimensions: the line runs parallel to that from the first point to the last, on its
+;; left when `off` is positive, and each section is labelled in millimetres.
 (define (draw-dimension! off)
   (let* ((points (take-path!))
          (start (first points))

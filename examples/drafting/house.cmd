@@ -15,8 +15,8 @@ alias: b, "box"                      # an alias of an alias: box stands for rect
 alias: t, "text:"
 alias: p, "place:"
 
-# A variable can hold a number, or text that is read in its place. Numbers that the lines of the
-# building have in common stand in arrays.
+# A variable can hold a number, or text that replaces it. Numbers that many lines of the building
+# share are in arrays.
 ${outer}="thickness: 0.165"          # 150 mm
 ${inner}="thickness: 0.11"           # 100 mm
 ${mm}="unit: 1"
@@ -24,7 +24,7 @@ ${x}[0]=0   ${x}[1]=3   ${x}[2]=5   ${x}[3]=7   ${x}[4]=9   ${x}[5]=10   ${x}[6]
 ${y}[0]=0   ${y}[1]=4   ${y}[2]=5   ${y}[3]=6   ${y}[4]=8
 ${east}=13  ${north}=8
 
-# The layers, the undermost first, each with its look.
+# The layers, the lowest first, each with its look.
 layer: sheet       colour: charcoal  pen: ${pens}[3]
 layer: garden      colour: leaf      pen: ${pens}[0]
 layer: axes        colour: brick     pen: ${pens}[0]   dash: axis
@@ -86,7 +86,7 @@ b 7,6.5 to: 9,8                      # entrance
 fill: silver
 b 7,8 to: 9,9.1                      # porch
 
-# Eight mats. One is drawn, the others are placed; a number behind the name turns it.
+# Eight mats. One is drawn, the others are placed; a number after the name rotates it.
 colour: moss  fill: straw  pattern: mats  pen: 0.25
 group: mat, 8,0
   b 0,0 to: 2,1
@@ -153,10 +153,10 @@ door: 12,2.15 to: 12,3.85 sl
 layer: furniture
 stairs: 9.06,5.3 to: 9.94,7.9 steps: 13
 
-# --- Kitchen. Groups interrupt the worktop that is half typed: hob and sink are drawn while they
-# are on one's mind, and then the worktop goes on where it stood. They lie on a layer of their own,
-# since the worktop is drawn when it is complete, and so above all that came before it on its layer.
-# Layer, unit and the like are as they were when a group is done; the look is the layer's and stays.
+# --- Kitchen. Groups interrupt the half-typed worktop: hob and sink are drawn first, and then the
+# worktop continues. They are on a layer of their own, since the worktop is drawn when it is
+# complete, and so above what was drawn before it on its layer. The end of a group restores layer,
+# unit and the like; the look belongs to the layer and is kept.
 
 fill: linen
 polyline: 0.08,7.2 to: 0.08,7.92
@@ -361,7 +361,7 @@ done
 p shrub, 120 at: 2.7,-2.35
 p shrub, 40 at: 13.55,-0.5
 
-# --- Names of rooms. What is behind the first text are further lines.
+# --- Names of rooms. Further texts are further lines.
 
 layer: names
 letters: 2.8
@@ -383,7 +383,7 @@ t "ポーチ", "Porch" at: 7.9,8.4
 t "濡縁" at: 10,-0.42
 t "ウッドデッキ", "Deck" at: 5.2,-0.85
 
-# --- Dimensions: a chain goes on until the word that says how far beside the points it runs.
+# --- Dimensions: a chain continues until the word that gives its distance from the points.
 
 layer: dimensions
 dim ${x}[0],8 to: ${x}[1],8 to: ${x}[2],8 to: ${x}[3],8 to: ${x}[4],8 to: ${x}[5],8 to: ${x}[6],8

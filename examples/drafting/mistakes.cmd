@@ -2,7 +2,7 @@
 #
 #     clui drafting.scm mistakes.cmd
 #
-# A mistake costs a word, or the rest of its line: what is right on the lines around it is drawn.
+# A mistake affects one word or the rest of its line; correct lines around it are drawn.
 
 layer: plan  unit: 10
 

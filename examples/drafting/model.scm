@@ -1,13 +1,12 @@
 ;;; The drawing: shapes, layers, groups, and the settings under which shapes are made.
 ;;;
-;;; Everything is kept in millimetres of the building, y upwards. What belongs to the paper (widths
-;;; of pens, heights of letters, sizes of dots) is kept in millimetres of the paper, so that the
-;;; scale can be chosen last. Nothing here knows of words, parsers or SVG.
+;;; Coordinates are in millimetres of the building, y upwards. Widths of pens, heights of letters
+;;; and sizes of dots are in millimetres of the paper, so that the scale can be chosen last. Nothing
+;;; here depends on words, parsers or SVG.
 
 (use-modules (srfi srfi-1) (srfi srfi-9) (srfi srfi-9 gnu))
 
-;; A refusal in words that a user can act upon. The engine tells the program, and the program tells
-;; the user together with the line that was typed.
+;; Raises an error with a message for the user. The program prints it with the typed line.
 (define (refuse . parts)
   (let ((text (string-concatenate
                (map (lambda (part) (if (string? part) part (object->string part))) parts))))
@@ -33,7 +32,7 @@
 (define (degrees angle) (/ (* 180 angle) pi))
 (define (p-angle a) (degrees (atan (point-y a) (point-x a))))
 
-;; Quarter turns are exact, so that a turned rectangle has no crumbs in its numbers.
+;; Quarter turns are exact, so that the corners of a rotated rectangle have no rounding errors.
 (define (direction turn)
   (let ((angle (euclidean-remainder turn 360)))
     (cond ((= angle 0) '(1 . 0))
@@ -46,7 +45,7 @@
   (let ((d (direction turn)))
     (p+ (p* (point-x a) d) (p* (point-y a) (p-left d)))))
 
-;; Where a group lies within the one around it: its origin and its turn, counter-clockwise.
+;; The placement of a group in the enclosing one: its origin and its rotation, counter-clockwise.
 (define-record-type <placement> (make-placement origin turn) placement?
   (origin placement-origin)
   (turn placement-turn))
@@ -62,7 +61,7 @@
 
 ;;; Shapes ---------------------------------------------------------------------------------------
 
-;; How a shape looks is copied into it when it is drawn.
+;; The current look is copied into a shape when it is drawn.
 (define-immutable-record-type <look> (make-look layer colour pen dash fill pattern) look?
   (layer look-layer)
   (colour look-colour set-look-colour)
@@ -102,8 +101,8 @@
 
 ;;; Colours, dashes, patterns --------------------------------------------------------------------
 
-;; A palette with names that are quick to type; "#rrggbb" and "#rgb" serve for all others. Nothing
-;; else passes: what a user types for a colour ends up in an attribute of the picture.
+;; A palette of short names; other colours are written "#rrggbb" or "#rgb". Nothing else is
+;; accepted, because the text becomes an attribute of the picture.
 (define palette
   '(("ink" . "#22252a") ("charcoal" . "#3d3f45") ("grey" . "#8b9097") ("silver" . "#c9ced4")
     ("mist" . "#eef0f2") ("paper" . "#ffffff") ("black" . "#000000") ("white" . "#ffffff")
@@ -135,7 +134,7 @@
 
 ;;; Settings -------------------------------------------------------------------------------------
 
-;; What is in force while one types. Entering a group saves a copy, leaving it brings the copy back.
+;; The current settings. Entering a group saves a copy, leaving it restores the copy.
 (define-immutable-record-type <settings>
   (make-settings layer unit placement thickness round letters align) settings?
   (layer settings-layer set-settings-layer)             ; a name
@@ -167,8 +166,8 @@
       number
       (refuse what " is from " least " to " most ", and not " number)))
 
-;; A length that was typed, in millimetres of the building. The bound of a million metres keeps all
-;; that is worked out from it within ordinary numbers.
+;; A typed length, converted to millimetres of the building. The limit of a million metres keeps all
+;; results of calculations finite.
 (define (length-of number)
   (let ((length (* number (settings-unit settings))))
     (if (< (abs length) 1e9) length (refuse number " is too far away"))))
@@ -176,7 +175,7 @@
 (define (size-of what number)
   (if (> number 0) (length-of number) (refuse what " must be more than 0, and not " number)))
 
-;; Layers. A layer comes into being when it is first named, and lies above the ones before it.
+;; Layers. A layer is created when it is first named, above the existing ones.
 
 (define (choose-layer! name)
   (if (string-null? name) (refuse "a layer needs a name"))
@@ -191,8 +190,8 @@
 
 (choose-layer! "0")
 
-;; Places. Numbers that were typed become a point of the group at once, with the unit, the origin
-;; and the turn of that moment.
+;; Points. Typed numbers are converted to a point of the group at once, with the current unit,
+;; origin and rotation.
 
 (define (typed-point x y)
   (put-point (settings-placement settings) (point (length-of x) (length-of y))))
@@ -204,7 +203,7 @@
 (define (path-to! x y) (set! path (cons (typed-point x y) path)))
 (define (path-by! x y) (set! path (cons (p+ (car path) (typed-step x y)) path)))
 
-;; Answers the corners in the order of typing and ends the path.
+;; Returns the corners in the order of typing and ends the path.
 (define (take-path!)
   (let ((corners (reverse path)))
     (set! path '())
@@ -212,7 +211,7 @@
 
 ;; Shapes.
 
-;; The same corners, each only once where it stands several times in a row.
+;; The corners without consecutive duplicates.
 (define (without-repeats corners)
   (reverse (fold (lambda (corner kept)
                    (if (and (pair? kept) (p-same? corner (car kept))) kept (cons corner kept)))
@@ -229,7 +228,7 @@
 
 (define (turn-now) (placement-turn (settings-placement settings)))
 
-;; The corners of the rectangle with these opposite corners, along the axes that are in force.
+;; The corners of the rectangle with these opposite corners, along the current axes.
 (define (rectangle a b)
   (let* ((across (direction (turn-now)))
          (step (p* (p-dot (p- b a) across) across)))
@@ -260,7 +259,7 @@
     (if (not content) (refuse "no group \"" name "\" has been finished yet"))
     (draw! (make-group name (make-placement (typed-point x y) (+ turn (turn-now))) content))))
 
-;; The groups one is in, the outermost first.
+;; The open groups, the outermost first.
 (define (group-names)
   (map car (reverse (filter identity (cons group-now (map first outside))))))
 
@@ -269,7 +268,7 @@
           (+ sum (if (group? shape) (count-shapes (group-shapes shape)) 1)))
         0 some))
 
-;; All that was drawn, in order, with groups that are still open closed around it.
+;; All that was drawn, in order. Groups that are still open are treated as closed.
 (define (whole-drawing)
   (let loop ((here (reverse shapes)) (group group-now) (around outside))
     (if (not group)

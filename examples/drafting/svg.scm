@@ -1,8 +1,8 @@
 ;;; Writes a drawing as SVG: UTF-8, millimetres of paper, the same text for the same drawing.
 ;;;
-;;; The picture is as large as what was drawn and the margin around it. Each layer is an element of
-;;; its own, in the order of the layers; a layer's walls come first, all their outlines before all
-;;; their insides, so that walls melt together where they meet.
+;;; The size of the picture is that of the drawing and the margin. Each layer is an element, in the
+;;; order of the layers. The walls of a layer are first, all outlines before all insides, so that
+;;; walls join where they meet.
 
 (use-modules (srfi srfi-1) (rnrs bytevectors))
 
@@ -12,7 +12,7 @@
 
 ;;; Text -----------------------------------------------------------------------------------------
 
-;; Text of the user enters the picture through this only.
+;; All text of the user passes through this procedure.
 (define (xml text)
   (string-concatenate
    (map (lambda (char)
@@ -24,19 +24,19 @@
             (else (if (or (char<? char #\space) (char=? char #\delete)) " " (string char)))))
         (string->list text))))
 
-;; At most three digits behind the point, which is a micrometre of paper. Adding 0.0 makes a plain
-;; zero of a negative one.
+;; At most three digits after the point, which is a micrometre of paper. Adding 0.0 turns a negative
+;; zero into a positive one.
 (define (svg-number number)
   (let ((text (number->string (+ 0.0 (/ (round (* 1000 number)) 1000)))))
     (if (string-suffix? ".0" text) (string-drop-right text 2) text)))
 
-;; Strings stay, numbers are written, and everything is put together.
+;; Concatenates strings and numbers.
 (define (svg . parts)
   (string-concatenate (map (lambda (part) (if (string? part) part (svg-number part))) parts)))
 
 ;;; Flattening -----------------------------------------------------------------------------------
 
-;; All plain shapes of one layer within groups, each in its place on the whole.
+;; All plain shapes of one layer, including those in groups, in coordinates of the whole drawing.
 (define (layer-shapes shapes layer)
   (let walk ((shapes shapes) (placement nowhere-else))
     (append-map
@@ -48,8 +48,8 @@
              (else '())))
      shapes)))
 
-;; The same with the groups kept, each a list of its name and its content; empty groups are left
-;; out, and walls, which are drawn on their own.
+;; The same with groups, each a list of its name and its content. Empty groups are omitted, and
+;; walls, which are drawn separately.
 (define (layer-tree shapes layer)
   (let walk ((shapes shapes) (placement nowhere-else))
     (filter-map
@@ -65,7 +65,7 @@
 
 ;;; Extent ---------------------------------------------------------------------------------------
 
-;; Full-width characters are as wide as they are high, the others little more than half.
+;; Full-width characters are as wide as they are high, others slightly more than half as wide.
 (define (text-width lines height)
   (* 1.35 height
      (fold max 0
@@ -88,7 +88,7 @@
 (define (square-corners reach)
   (list (point (- reach) (- reach)) (point reach reach)))
 
-;; How far a shape reaches around its points: a list of steps, in millimetres of building.
+;; How far a shape extends around its points: a list of offsets, in millimetres of the building.
 (define (reach shape scale)
   (let ((rest (shape-rest shape)))
     (case (shape-kind shape)
@@ -102,7 +102,7 @@
   (append-map (lambda (p) (map (lambda (step) (p+ p step)) (reach shape scale)))
               (shape-points shape)))
 
-;; Left, bottom, right, top of the shapes, of which there is one at least.
+;; Left, bottom, right and top of the shapes, of which there must be at least one.
 (define (extent shapes scale)
   (let* ((corners (append-map (lambda (shape) (shape-corners shape scale)) shapes))
          (xs (map point-x corners))
@@ -111,7 +111,8 @@
 
 ;;; Paint ----------------------------------------------------------------------------------------
 
-;; Patterns are defined when they are first used: an alist from what makes one to its name.
+;; Patterns are defined when they are first used. This alist maps the parameters of each to its
+;; name.
 (define pattern-names '())
 
 (define (pattern-paint look)
@@ -177,7 +178,7 @@
         (after (append (cdr points) (list (car points)))))
     (svg "M" (string-join (map corner before points after) "L") "Z")))
 
-;; Angles run counter-clockwise on the drawing, where y points up; the paper's y points down.
+;; Angles are counter-clockwise in the drawing, where y points up; the y of the paper points down.
 (define (arc-element centre radius from to attributes)
   (define (at angle)
     (let ((d (direction angle)))
@@ -189,12 +190,12 @@
       (svg "<path d=\"M" (xy (at from)) "A" radius " " radius " 0 "
            (if (> (- to from) 180) "1" "0") " 0 " (xy (at to)) "\"" attributes "/>")))
 
-;; A text is never upside down: its angle is brought to more than -90 and not above 90.
+;; Text is never upside down: its angle is normalised to more than -90 and at most 90.
 (define (readable turn)
   (let ((angle (euclidean-remainder turn 180)))
     (if (> angle 90) (- angle 180) angle)))
 
-;; The fill of a text is a halo around its letters, which keeps it readable on top of lines.
+;; The fill of a text is a halo around its letters, which keeps it legible on top of lines.
 (define (halo-attributes look)
   (if (look-fill look)
       (svg " stroke=\"" (look-fill look) "\" stroke-width=\"0.9\" paint-order=\"stroke\"")
@@ -236,7 +237,7 @@
                           (svg " fill=\"" (look-colour look) "\"")))
       ((text) (apply text-element (first points) look rest)))))
 
-;; A wall as a broad stroke; its free ends are moved outwards by `beyond`.
+;; A wall as a wide stroke; its free ends are extended by `beyond`.
 (define (wall-element shape on-paper scale beyond colour)
   (define (stretched points)
     (let ((start (first points)) (next (second points)))
@@ -282,9 +283,9 @@
                           "\n" 'suffix)
              "</g>\n"))))
 
-;;; The whole ------------------------------------------------------------------------------------
+;;; The document ---------------------------------------------------------------------------------
 
-;; The SVG of shapes, one at least, on these layers (names, the undermost first).
+;; The SVG of at least one shape on these layers (names, the lowest first).
 (define (drawing->svg title layers shapes scale margin)
   (set! pattern-names '())
   (let* ((all (append-map (lambda (layer) (layer-shapes shapes layer)) layers))

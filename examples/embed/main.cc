@@ -1,5 +1,4 @@
-// A host in one file: a calculator whose commands are carried out in C++ and not by a script
-// engine.
+// A host in one file: a calculator whose commands run in C++, without a script engine.
 //
 //   add:5,7            two integers: the command is complete with its arguments
 //   from:10 less:4     two words: the command is complete with the second
@@ -23,16 +22,16 @@ class Calculator : public YcluiParser {
     const auto less = lex()->addKeyword("less:", 1, one, 0);
     const auto total = lex()->addKeyword("total", "tot", 0);
 
-    auto* subtraction = new YcluiSyntaxGraph;  // built from its end
+    auto* subtraction = new YcluiSyntaxGraph;  // insertAnd inserts at the front
     subtraction->insertAnd(new YcluiSyntaxNode(less, "add $0[0] -$1[0]"));
     subtraction->insertAnd(new YcluiSyntaxNode(from));
 
     auto* commands = new YcluiSyntaxGraph;
-    commands->insertOr(subtraction);  // takes the nodes over and leaves the object empty
+    commands->insertOr(subtraction);  // moves the nodes and leaves `subtraction` empty
     delete subtraction;
     commands->insertOr(new YcluiSyntaxNode(add, "add $0[0] $0[1]"));
     commands->insertOr(new YcluiSyntaxNode(total, "total"));
-    setSyntaxGraph(commands);  // the parser owns it from now on
+    setSyntaxGraph(commands);  // the parser now owns it
 
     setTokRefuseCallback(refused, nullptr);
   }
@@ -40,7 +39,7 @@ class Calculator : public YcluiParser {
  private:
   long total_ = 0;
 
-  // Called with the text of each finished command, its $ forms filled in.
+  // Called with the text of each complete command, with its $ forms replaced.
   YWord evaluate(const char* command) override {
     std::istringstream words(command);
     std::string verb;
@@ -57,7 +56,7 @@ class Calculator : public YcluiParser {
     return 1;
   }
 
-  // "--5" is what a template makes of a minus sign before a negative argument.
+  // A minus sign in a template before a negative argument gives "--5".
   static long number(const std::string& text) {
     return text.compare(0, 2, "--") == 0 ? std::stol(text.substr(2)) : std::stol(text);
   }

@@ -1,13 +1,12 @@
-;;; The device: its settings, and the checks that they go through.
+;;; The device: its settings, and their checks.
 ;;;
-;;; All settings are one immutable value, an association list. To keep a copy is thus to keep the
-;;; value: the running configuration and the one that is loaded at the start are two variables that
-;;; may hold the same. Nothing here knows of words, parsers or modes.
+;;; All settings are one immutable value, an association list, so a copy is only a second reference:
+;;; the running configuration and the startup configuration are two variables that may have the same
+;;; value. Nothing here depends on words, parsers or modes.
 
 (use-modules (srfi srfi-1) (srfi srfi-9))
 
-;; A refusal in words that a user can act upon. The engine tells the program, and the program tells
-;; the user together with the line that was typed.
+;; Raises an error with a message for the user. The program prints it with the typed line.
 (define (refuse . parts)
   (scm-error 'misc-error #f "~A" (list (text-of parts)) #f))
 
@@ -26,8 +25,8 @@
 
 ;;; Addresses ------------------------------------------------------------------------------------
 ;;;
-;;; An address is a number of 32 bits. A block is an address and the length of its mask: what lies
-;;; in a network, and, for an interface, the address of the device within its network.
+;;; An address is a number of 32 bits. A block is an address and the length of its mask: a network
+;;; or, for an interface, the address of the device and its network.
 
 (define make-block cons)
 (define block-address car)
@@ -81,8 +80,8 @@
             (refuse (quoted text)
                     " is no mask; wanted is 0 to 32, or the like of 255.255.255.0")))))
 
-;; From "10.0.0.1/24" alone, or from "10.0.0.1" and a mask. `length` is what holds without a mask;
-;; #f says that there must be one.
+;; From "10.0.0.1/24" alone, or from "10.0.0.1" and a mask. `length` is the default length of the
+;; mask; #f means that a mask is required.
 (define (block-of texts length read-address)
   (let* ((parts (string-split (first texts) #\/))
          (masks (append (cdr parts) (cdr texts)))
@@ -108,7 +107,7 @@
            (refuse (block-text block) " is the broadcast address of its network"))
           (else block))))
 
-;; A network: nothing behind the mask.
+;; A network: a block whose host bits are 0.
 (define (network-of texts length)
   (let* ((block (block-of texts length address-of))
          (network (block-network block)))
@@ -183,7 +182,7 @@
   (if (not (member value (setting key))) (refuse text " is not there"))
   (set-to! key (delete value (setting key))))
 
-;; A setting that is a table of things by their names.
+;; A setting that is a table of entries by name.
 (define (entry table name) (assoc-ref (setting table) name))
 
 (define (set-entry! table name thing)
@@ -231,8 +230,8 @@
       text
       (refuse "the text must have 1 to 200 letters, and not " (string-length text))))
 
-;; Stands for the digest of a real device, which would be a slow one. The name goes in, so that two
-;; users with one secret have different digests.
+;; Simulates the digest of a real device, which would be a slow hash. It includes the name, so that
+;; two users with the same secret have different digests.
 (define (digest-of name secret)
   (define (step letter sum)
     (modulo (* (logxor sum (char->integer letter)) #x100000001b3) (expt 2 64)))
@@ -286,8 +285,8 @@
   (append (if (of interface 'address) (list (of interface 'address)) '())
           (of interface 'secondary)))
 
-;; Two networks of a router must not overlap: it could not tell where a packet goes. `but` are the
-;; blocks of this interface that stay.
+;; Two networks of a router must not overlap, because the route of a packet would be ambiguous.
+;; `but` are the blocks of this interface that are kept.
 (define (check-free block but)
   (for-each
    (lambda (other)
@@ -340,7 +339,7 @@
 
 ;;; Access lists ---------------------------------------------------------------------------------
 
-;; A remark has the action `remark`, and the text in place of the protocol.
+;; A remark has the action `remark` and its text instead of the protocol.
 (define-record-type <rule> (make-rule number action protocol from to ports) rule?
   (number rule-number)     ; the rules of a list stand in the order of these
   (action rule-action)     ; permit, deny, remark
@@ -369,7 +368,8 @@
 (define (next-number)
   (if (null? (rules)) 10 (* 10 (1+ (quotient (rule-number (last (rules))) 10)))))
 
-;; `number` may be #f: behind the last rule. A rule with the same number is replaced.
+;; With #f as `number` the rule is added after the last one. A rule with the same number is
+;; replaced.
 (define (add-rule! number action protocol from to ports)
   (let* ((number (within "the number of a rule" 1 (or number (next-number)) 100000))
          (others (remove (lambda (rule) (= (rule-number rule) number)) (rules))))
@@ -393,7 +393,7 @@
 (define (port-matches? ports port)
   (and (pair? ports) port (<= (car ports) port (cdr ports))))
 
-;; The rule that decides about a packet that opens a connection, or #f.
+;; The rule that applies to a packet that opens a connection, or #f.
 (define (deciding-rule list-name protocol from to port)
   (find (lambda (rule)
           (and (not (eq? (rule-action rule) 'remark))
@@ -503,15 +503,15 @@
                     '()))
               (interfaces)))
 
-;; The one of these networks that an address lies in, or #f.
+;; The one of these networks that contains the address, or #f.
 (define (link-to address links)
   (find (lambda (each) (in-block? (car each) address)) links))
 
-;; A route serves when its next hop can be reached without another route.
+;; A route is usable when its next hop can be reached without another route.
 (define (active? route links)
   (or (not (route-hop route)) (link-to (route-hop route) links)))
 
-;; The route that a packet takes, or #f: the longest mask, then the smallest distance.
+;; The route of a packet, or #f: the one with the longest mask, then the smallest distance.
 (define (best-route address links)
   (let ((fitting (filter (lambda (route)
                            (and (in-block? (route-block route) address) (active? route links)))
@@ -527,7 +527,7 @@
 
 ;;; The clock ------------------------------------------------------------------------------------
 
-;; It stands still at what was set, so that a file of commands prints the same each time.
+;; The clock does not advance, so that a file of commands prints the same each time.
 (define clock '((2000 1 1) (0 0 0)))
 
 (define (leap-year? year)

@@ -1,5 +1,5 @@
-;;; Saves a file: under its name stands what was there before or the whole of what is new, whatever
-;;; fails. The new text is written beside it and then takes the name.
+;;; Saves a file so that, whatever fails, it has either its old content or all of the new one: the
+;;; new content is written to a temporary file, which is then renamed.
 
 (use-modules (ice-9 binary-ports))
 
@@ -16,7 +16,7 @@
 (define (refuse-file file code)
   (refuse "cannot write " file ": " (strerror code)))
 
-;; What is written beside the file goes when anything fails, and also when an interrupt comes.
+;; The temporary file is deleted when anything fails or an interrupt occurs.
 (define (replace-file file bytes)
   (let ((beside (string-append file "." (number->string (getpid)) ".new")))
     (dynamic-wind
@@ -27,7 +27,7 @@
         (rename-file beside file))
       (lambda () (if (file-exists? beside) (delete-file beside))))))
 
-;; Without a buffer, which would keep what could not be written.
+;; Without a buffer, so that a failure to write is noticed at once.
 (define (write-bytes file bytes)
   (let ((port (open-file file "wb")))
     (dynamic-wind

@@ -5,10 +5,10 @@
 ;;;     clui router.scm                   reads what you type; `help` lists the commands, and `?`
 ;;;                                       the words that can come next
 ;;;
-;;; This file shows how a language with modes, questions and abbreviations is made out of tables. It
-;;; has six parts: words, commands, modes and their syntax, questions, words that work anywhere,
-;;; and what a terminal shows. The settings and their checks are in device.scm, what is printed in
-;;; show.scm; files.scm saves it.
+;;; This file shows how to make a language with modes, questions and abbreviations from tables. It
+;;; has six parts: words, commands, modes and their syntax, questions, words that work anywhere, and
+;;; the prompt of a terminal. The settings and their checks are in device.scm, printing is in
+;;; show.scm, saving in files.scm.
 
 (load "device.scm")
 (load "files.scm")
@@ -19,9 +19,9 @@
 ;;; 1. Words -------------------------------------------------------------------------------------
 ;;;
 ;;; A word with a value ends in ":", and so do its short forms: `address:`, `addr:`. A word without
-;;; one has no ":". The two may be as alike as they please: `ip address: 10.0.0.1/24` sets what
-;;; `no ip address` takes away, and `show ip route` lists what `show ip route: 10.0.0.9` asks for
-;;; one address.
+;;; one has no ":". Two words may differ only in that: `ip address: 10.0.0.1/24` sets what `no ip
+;;; address` removes, and `show ip route` lists all routes where `show ip route: 10.0.0.9` shows
+;;; that of one address.
 
 (define a-text 1)
 (define a-whole 3)
@@ -29,8 +29,8 @@
 (define words (make-hash-table)) ; name -> (id value explanation)
 (define forms (make-hash-table)) ; each text that stands for a word -> the word's name
 
-;; Each text must stand for one word. The dictionary would not always say so: a short form of a
-;; longer word goes before the full name of a shorter one, in silence.
+;; Checks that each form belongs to one word only. The dictionary does not always report a conflict:
+;; the short form of a longer word can hide the full name of a shorter one.
 (define (claim! form name)
   (let ((owner (hash-ref forms form)))
     (if owner (error "two words answer to one text:" form owner name))
@@ -39,24 +39,25 @@
 (define (check-id id name)
   (if (zero? id) (error "this word cannot be added:" name) id))
 
-;; The beginnings of a text, from `shortest` letters on, without the text itself.
+;; The proper prefixes of a text with at least `shortest` letters.
 (define (beginnings text shortest)
   (map (lambda (n) (substring text 0 n)) (iota (- (string-length text) shortest) shortest)))
 
-;; Declares a word and its shortest form, with a line for `?`.
+;; Declares a word, its shortest form and its description for `?`.
 (define (word name shortest explanation)
   (for-each (lambda (form) (claim! form name)) (beginnings name (string-length shortest)))
   (claim! name name)
   (hash-set! words name
              (list (check-id (clui-token parser name shortest) name) "" explanation)))
 
-;; Another name for the same word: it shares the id, so each syntax that takes the one takes both.
+;; Another name for the same word: it has the same id, so every syntax that accepts one accepts
+;; both.
 (define (also name other)
   (claim! other name)
   (check-id (clui-token parser (id-of name) other) other))
 
-;; Declares a word with values. Such a word has no abbreviation of its own, so each short form is
-;; another name. `value` is how the values are written, for `?` and `help`.
+;; Declares a word with values. Such a word cannot have an abbreviation, so each short form is
+;; another name. `value` describes the values for `?` and `help`.
 (define (value-word name shortest value explanation . types)
   (let ((id (check-id (apply clui-token parser name types) name))
         (stem (string-drop-right name 1)))
@@ -144,7 +145,7 @@
    ("yes" "y" "answers a question")
    ("zone" "zo" "the time zone")))
 
-;; What is one thing in `interface ethernet: 0` is several in `show interfaces`.
+;; The singular and the plural: `interface ethernet: 0`, `show interfaces`.
 (also "interface" "interfaces")
 (also "service" "services")
 (also "user" "users")
@@ -195,21 +196,21 @@
    ("vlan:" "vl:" "NUMBER" "a virtual network, 1 to 4094" ,a-whole)
    ("zone:" "zo:" "NAME, HOURS" "the time zone, hours ahead of UTC" ,a-text ,a-whole)))
 
-;; A one-character word stands for itself, wherever it is: `show ?`, and `sh?` as well.
+;; A one-character word is recognised without blanks around it: `show ?`, and `sh?` as well.
 (define question-mark (check-id (clui-token parser #\?) "?"))
 (hash-set! words "?" (list question-mark "" "lists the words that can come next"))
 
 ;;; 2. Commands ----------------------------------------------------------------------------------
 ;;;
-;;; A command is over at the first word behind which nothing more is needed; ends of line mean
-;;; nothing. So each command ends with a word of its own, or with a value, and no command is the
-;;; beginning of another one. What is optional stands in front (`distance:`) or has two commands.
+;;; A command ends at the first word after which it is complete; ends of lines have no meaning. So
+;;; each command ends with a word of its own, or with a value, and no command is a prefix of another
+;;; one. Optional parts are not at the end (`distance:`), or there are two commands.
 ;;;
-;;; The code behind a command is a template, and what a user typed never becomes a part of it: text
-;;; and numbers are fetched as values. n counts the words of the command; -1 is the last one.
+;;; The code of a command is a template, but typed text and numbers are never inserted into it: they
+;;; are passed as values. n is the index of a word in the command; -1 is the last one.
 
-;; The values of word n. Behind a comma there may be more of them than the word declares; they
-;; would be lost in silence.
+;; The values of word n. More values than the word declares are refused, since they would be ignored
+;; silently.
 (define (args n most)
   (let loop ((k 0))
     (let ((value (token-argument parser n k)))
@@ -225,7 +226,7 @@
 ;; A command: its words, its code, and a line for `help` (#f: not listed there).
 (define (command text code help) (list (string-split text #\space) code help))
 
-;; Code behind the first words of other commands.
+;; Code for words that are the start of other commands.
 (define (step text code) (list (string-split text #\space) code 'step))
 
 (define row-words first)
@@ -284,8 +285,8 @@
    (command "yes" "(answer! #t)" #f)
    (command "no" "(answer! #f)" #f)))
 
-;; Where settings are changed, `no` begins commands of its own. Its code then answers a question if
-;; there is one; the frame that it came in goes with the question.
+;; In modes that change settings, `no` also starts commands. Its code then answers an open question;
+;; the frame of the `no` is popped with the question.
 (define leaving
   (list
    (command "end" "(enter! 'exec)" "back to the outermost mode")
@@ -293,7 +294,7 @@
    (command "yes" "(answer! #t)" #f)
    (step "no" "(if question (answer! #f))")))
 
-;; These open a section of the settings; they are there in the sections, too.
+;; These open a section of the settings. They are also available inside the sections.
 (define openers
   (list
    (command "access list:" "(open-list! (arg -1))" "begins or changes an access list")
@@ -358,9 +359,9 @@
    (command "no service ssh" "(exclude! 'services \"ssh\" \"ssh\")" "stops offering it")
    (command "no service telnet" "(exclude! 'services \"telnet\" \"telnet\")"
             "stops offering it")
-   (command "no snmp community:" "(drop-community! (arg -1))" "answers it no more")
-   (command "no snmp contact" "(set-to! 'contact #f)" "names nobody")
-   (command "no snmp location" "(set-to! 'location #f)" "tells no place")
+   (command "no snmp community:" "(drop-community! (arg -1))" "removes a community")
+   (command "no snmp contact" "(set-to! 'contact #f)" "removes the contact")
+   (command "no snmp location" "(set-to! 'location #f)" "removes the location")
    (command "no user name:" "(drop-named! 'users \"user\" (arg -1))" "drops a user")))
 
 (define interface-commands
@@ -389,8 +390,8 @@
    (command "no mtu" "(set-here! 'mtu 1500)" "back to 1500")
    (command "no shutdown" "(set-here! 'up #t)" "puts it into use")))
 
-;; What can stand behind a protocol: the words, the code of the ports, and where `to:` stands
-;; counted from the end.
+;; What can follow a protocol: the words, the code for the ports, and the index of `to:` from the
+;; end.
 (define port-endings
   '((" all" "#f" -2 "all ports")
     (" port:" "(port-range (list (arg -1) (arg -1)))" -2 "one port")
@@ -444,12 +445,12 @@
             "for how long they have an address")
    (command "network:" "(set-pool-network! (block -1))" "the network; say this first")
    (command "range:" "(set-pool-range! (args -1 2))" "the addresses that are given out")
-   (command "server:" "(add-pool-server! (arg -1))" "a server for names that they are told")
+   (command "server:" "(add-pool-server! (arg -1))" "a name server for the hosts")
 
-   (command "no domain" "(set-here! 'domain #f)" "tells no domain")
-   (command "no gateway" "(set-here! 'gateway #f)" "tells no way out")
+   (command "no domain" "(set-here! 'domain #f)" "removes the domain")
+   (command "no gateway" "(set-here! 'gateway #f)" "removes the gateway")
    (command "no lease" "(set-here! 'lease 24)" "back to a day")
-   (command "no range" "(set-here! 'range #f)" "gives nothing out")
+   (command "no range" "(set-here! 'range #f)" "removes the range")
    (command "no server:" "(drop-pool-server! (arg -1))" "tells that server no more")))
 
 (define (set-zone! values)
@@ -495,13 +496,13 @@
 
 ;;; 3. Modes and their syntax --------------------------------------------------------------------
 ;;;
-;;; A mode is a syntax of its own, set when the mode begins. The other way would be one syntax for
-;;; all, and code that refuses what belongs to another mode; but completion, `?` and the message
-;;; about a word out of place all read the syntax, and would offer what is refused a moment later.
+;;; A mode is a syntax of its own, set when the mode begins. The alternative would be one syntax for
+;;; all modes, and code that refuses commands of other modes; but completion, `?` and the message
+;;; about an unexpected word use the syntax, and would offer words that are then refused.
 ;;;
-;;; To set a syntax costs two things. It drops the half-typed command and all frames: here that
-;;; does no harm, since a mode only changes at the end of a command. And it drops the words that
-;;; work anywhere: they are declared again each time.
+;;; Setting a syntax discards the half-typed command and all frames, which does no harm here, since
+;;; a mode changes only at the end of a command. It also removes the words that work anywhere, so
+;;; they are declared again each time.
 
 (define modes
   `((exec . ,(append exec-commands show-commands answers))
@@ -522,10 +523,10 @@
 
 (define (leave!) (enter! (if (eq? mode 'config) 'exec 'config)))
 
-;; Commands that begin with the same words share them: where two nodes of a syntax take the same
-;; word, taking a word back (as each word does that works anywhere) finds the way on behind the one
-;; of them only. So a syntax is a tree: one node for each word that can come at a place. Fragments
-;; are used up where they are used; this makes new ones each time.
+;; Commands that start with the same words share their nodes. If two nodes accepted the same word,
+;; removing a later word (as each word that works anywhere does) would continue from one of them
+;; only. So a syntax is a tree with one node for each word that can follow. A fragment can be used
+;; only once, so this procedure makes new ones each time.
 (define (syntax-of rows first?)
   (let ((choices (map (lambda (group) (choice-of (car group) (cdr group) first?))
                       (by-first-word rows))))
@@ -543,7 +544,7 @@
         (error "a command is over before its last word:" name rest))
     (apply clui-syntax parts)))
 
-;; ((word . rows)...), the words in the order of their first coming.
+;; ((word . rows)...), the words in the order of their first occurrence.
 (define (by-first-word rows)
   (fold-right
    (lambda (name groups)
@@ -553,10 +554,10 @@
 
 ;;; 4. Questions ---------------------------------------------------------------------------------
 ;;;
-;;; A question pushes a frame: what is typed next is a command of its own, and the one that asked
-;;; waits below, half typed or finished. Priorities see to it that an answer is all that can come
-;;; in between: each command lets only those up to 10 interrupt it, and of those there are two.
-;;; What is no answer is refused, and the question stays open.
+;;; A question pushes a frame: what is typed next is a new command, and the one that asked waits
+;;; below, half typed or finished. Priorities ensure that only an answer can come in between: each
+;;; command can be interrupted only by commands of a priority up to 10, which are the two answers.
+;;; Anything else is refused, and the question stays open.
 
 (define (priority-of name)
   (if (member name '("yes" "no")) (clui-priority 10 10) (clui-priority 127 10)))
@@ -568,8 +569,8 @@
   (set! question (cons then half-typed?))
   (clui-push parser))
 
-;; The frame of a finished command is reset by hand: it was left when the question came. After a
-;; `no`, a half-typed one is given up as well.
+;; The frame of a finished command is reset here, because the question left it as it was. After a
+;; `no`, a half-typed one is discarded as well.
 (define (answer! yes?)
   (if (not question) (refuse "there is no question to answer"))
   (let ((then (car question))
@@ -601,7 +602,7 @@
                              ". Remove it there, too?"))
               #f (lambda () (drop-list! name))))))
 
-;; This one comes in the middle of a command, which goes on behind a `yes`.
+;; This question interrupts a command, which continues after `yes`.
 (define (ask-about-privilege! name privilege)
   (let ((user (entry 'users name)))
     (if (and user (not (= privilege (of user 'privilege))))
@@ -611,8 +612,8 @@
 
 ;;; 5. Words that work anywhere ------------------------------------------------------------------
 ;;;
-;;; Such a word stays in the line and would shift the numbers of the others, so each takes itself
-;;; back before anything else.
+;;; Such a word stays in the command line and would shift the indices of the others, so each first
+;;; removes itself.
 
 (define (aside procedure)
   (clui-delete-last parser)
@@ -647,7 +648,7 @@
   (let ((width (apply max (map (lambda (each) (width-of (car each))) lines))))
     (for-each (lambda (each) (say "  " (padded (car each) (+ width gap)) (cdr each))) lines)))
 
-;; Answers are words of the syntax all the time; they are offered when there is a question.
+;; The answers are always words of the syntax, but are offered only when there is a question.
 (define (list-words)
   (let ((hidden (if (eq? mode 'exec) '("yes" "no") '("yes")))
         (possible (delete-duplicates (clui-find-possible-token parser ""))))
@@ -670,7 +671,7 @@
 
 ;;; 6. In a terminal -----------------------------------------------------------------------------
 ;;;
-;;; The prompt tells the mode. Escape and Control-C answer a question by `no`.
+;;; The prompt shows the mode. Escape and Control-C answer a question with `no`.
 
 (define (show-prompt!) (terminal-prompt (string-append (prompt) " ") "... "))
 

@@ -1,4 +1,4 @@
-;;; Printing: tables for the eye, and the running configuration as commands that can be read back.
+;;; Printing: tables, and the running configuration as commands.
 
 (use-modules (ice-9 iconv))
 
@@ -32,7 +32,7 @@
         (print-row (map (lambda (width) (make-string width #\-)) widths) widths)
         (for-each (lambda (row) (print-row row widths)) rows))))
 
-;; A list of facts: (name . text), those without a text left out.
+;; A list of facts (name . text); those without a text are omitted.
 (define (print-facts facts)
   (let* ((there (filter cdr facts))
          (width (apply max (map (lambda (fact) (width-of (car fact))) there))))
@@ -260,11 +260,11 @@
 
 ;;; The running configuration --------------------------------------------------------------------
 ;;;
-;;; Commands that make the same settings on a fresh device. What is as on a fresh device is left
-;;; out, and the order is fixed, so that equal settings give equal text.
+;;; The commands that make the same settings on a new device. Default values are omitted and the
+;;; order is fixed, so that equal settings give equal text.
 
-;; A text as a quoted string of the command language. A backslash takes the next letter as it is; a
-;; "$" could open a variable.
+;; A text as a quoted string of the command language. A backslash escapes the next character; an
+;; unescaped "$" could start a variable reference.
 (define (in-quotes text)
   (string-append
    "\""
@@ -348,7 +348,7 @@
    (line-if (changed? 'duplex) "duplex " (of interface 'duplex))
    (line-if (changed? 'up) (if (of interface 'up) "no shutdown" "shutdown"))))
 
-;; An Ethernet port is there without being named.
+;; An Ethernet port exists without being configured.
 (define (interface-lines each)
   (let ((kind (caar each))
         (body (interface-body (car each) (cdr each))))
@@ -411,7 +411,7 @@
 (define (show-startup)
   (if startup (print-configuration (configuration-of startup)) (say "nothing was saved yet")))
 
-;; Whether a reload would change nothing.
+;; Whether a reload would leave the settings unchanged.
 (define (saved?)
   (equal? (configuration) (configuration-of (or startup fresh-settings))))
 
