@@ -1,4 +1,4 @@
-# What all floors of the house have in common.
+# Options and functions that all folders share.
 
 add_library(clui_options INTERFACE)
 target_include_directories(clui_options INTERFACE ${PROJECT_SOURCE_DIR})
@@ -18,8 +18,8 @@ if(CLUI_SANITIZE)
   target_link_options(clui_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# The library is optimised as a whole when it is linked, which g++ does for a fifth of its speed. The
-# objects stay fit for a plain link beside it, so the tests of the floors do not pay for that.
+# The library is optimised at link time, which makes it a fifth faster with g++. The objects can
+# also be linked without that, so the tests of single folders link quickly.
 include(CheckLinkerFlag)
 set(CLUI_LINK_TIME OFF)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CLUI_SANITIZE)
@@ -27,29 +27,30 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_BUILD_TYPE MATCHES "^Rel" AND NO
   set(CLUI_LINK_TIME ${CLUI_LINK_TIME_WORKS})
 endif()
 
-# A floor of the library: objects compiled as the library needs them.
+# A floor of the library: one folder, compiled to objects of the shared library.
 #   clui_floor(lex SOURCES a.cc b.cc)
 function(clui_floor name)
   cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
   add_library(clui_${name} OBJECT ${ARG_SOURCES})
   target_link_libraries(clui_${name} PUBLIC clui_options)
-  # Nobody puts operations of their own in the place of the library's, so calls within a file may be
-  # inlined although the objects are fit for a shared library.
+  # Functions of the library are not meant to be replaced at load time, so calls within a file may
+  # be inlined.
   target_compile_options(clui_${name} PRIVATE -fno-exceptions -fno-semantic-interposition
     $<$<BOOL:${CLUI_LINK_TIME}>:-flto=auto -ffat-lto-objects>)
   target_compile_definitions(clui_${name} PRIVATE YSCM_IMPORT)
 endfunction()
 
-# The tests of a floor: one program, from the sources of tests/NAME and the objects of its floors.
+# The tests of a floor: one program, from the given sources and the objects of the floors.
 #   clui_test(lex FLOORS foundation containers lex SOURCES a_test.cc)
-# With ALLOCATIONS, the test can count and fail those that the floors make (tests/support/).
+# With ALLOCATIONS, the test can count allocations of the floors and make them fail
+# (tests/support/).
 function(clui_test name)
   cmake_parse_arguments(ARG "ALLOCATIONS" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_test ${ARG_SOURCES})
   foreach(floor ${ARG_FLOORS})
     target_sources(${name}_test PRIVATE $<TARGET_OBJECTS:clui_${floor}>)
   endforeach()
-  # Without this g++ would see what the objects carry and optimise every test as a whole.
+  # Without this g++ would optimise every test at link time.
   target_link_options(${name}_test PRIVATE $<$<BOOL:${CLUI_LINK_TIME}>:-fno-lto>)
   if(ARG_ALLOCATIONS)
     target_sources(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/allocations.cc)
@@ -58,6 +59,6 @@ function(clui_test name)
   endif()
   target_link_libraries(${name}_test PRIVATE clui_options GTest::gtest_main ${ARG_LIBRARIES})
   target_compile_definitions(${name}_test PRIVATE YSCM_IMPORT)
-  # A test that hangs is a failure and does not hold up the others.
+  # A test that hangs fails instead of blocking the others.
   gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()

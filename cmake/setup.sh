@@ -1,11 +1,11 @@
-# What ./demo and ./check share: installing what is missing, saying what is done, telling the time.
-# Sourced with the root of the tree as working folder.
+# Shared by the scripts in the root folder: installs missing packages, prints each step and its
+# time. Sourced with the root folder as the working folder.
 
 export LC_ALL=C.UTF-8
 
 say() { printf '== %s\n' "$*"; }
 
-# Runs a step and tells how long it took: step "build" ninja ...
+# Runs a step and prints its time: step "build" ninja ...
 step() {
   local title=$1 began=$SECONDS
   shift
@@ -14,7 +14,7 @@ step() {
   say "$title: $((SECONDS - began)) s"
 }
 
-# Installs those of the Debian packages named that are missing.
+# Installs those of the given Debian packages that are missing.
 need_packages() {
   local missing=()
   for package in "$@"; do
