@@ -9,7 +9,7 @@ scale: 50
 margin: 12,12
 unit: ${module}
 
-# Short words for what comes often. An alias may break off before the arguments of its word.
+# Short words for frequent commands. An alias may break off before the arguments of its word.
 alias: w, "wall:"
 alias: b, "box"                      # an alias of an alias: box stands for rect:
 alias: t, "text:"
@@ -138,7 +138,7 @@ window: 9.25,8 by: 0.5,0
 window: 11.3,8 by: 1.3,0
 window: 13,5.2 by: 0,1.6
 door: 7.5,8 to: 8.5,8 le             # le, ri, sl, op: short forms of left, right, sliding, open
-${inner}  fill: oak                  # the floor goes through
+${inner}  fill: oak                  # an opening without a door
 door: 6.5,4 to: 7.4,4 ri
 door: 3,4.15 to: 3,4.85 op
 door: 4.75,5 to: 4,5 le
@@ -302,8 +302,8 @@ group: bed, 11.2,4.1 ${mm} fill: paper round: 40
   fill: linen
   b 100,1480 by: 560,380
   b 740,1480 by: 560,380
-  undo                               # both pillows came out a little too long:
-  undo                               # take them back
+  undo                               # both pillows are a little too long:
+  undo                               # remove them
   b 100,1500 by: 560,340
   b 740,1500 by: 560,340
 done
@@ -403,7 +403,7 @@ line: 14.8,8.2 to: 18.4,8.2
 line: 14.8,2.2 to: 18.4,2.2
 line: 14.8,-1.6 to: 18.4,-1.6
 align: left
-t "野辺の家" letters: 7 at: 15.15,10.6        # a setting may stand within a command
+t "野辺の家" letters: 7 at: 15.15,10.6        # a setting may interrupt a command
 letters: 3.2  t "House by the Field" at: 15.15,9.85
 letters: 2.6  t "1階平面図", "Ground floor plan" at: 15.15,8.9
 t "縮尺 1:50", "Scale 1:50 on A3" at: 15.15,7.5

@@ -7,18 +7,18 @@
 layer: plan  unit: 10
 
 # Words
-lien: 0,0 to: 10,0                   # not a word; what is behind it is refused with it
+lien: 0,0 to: 10,0                   # not a word; what follows it is refused with it
 line 0,0 to: 10,0                    # the colon is part of the word
 LINE: 0,0 TO: 10,0                   # no mistake: capitals do not matter
 cl                                   # a word, but no polyline is under way
 
 # Commands
 rect: 0,0 radius: 5                  # a rectangle has no radius,
-to: 10,5                             # but it is still waiting for its other corner
+to: 10,5                             # but it still needs its other corner
 circle: 5,5
-line: 0,0 to: 5,5                    # the circle wants its radius first
+line: 0,0 to: 5,5                    # the circle needs its radius first
 radius: 2
-line: 0,0 to: 5,5 to: 9,9            # a line is over at its first `to:`
+line: 0,0 to: 5,5 to: 9,9            # a line ends at its first `to:`
 polyline: 0,0 to: 5,0 by: 0,5
 undo                                 # not in the middle of a polyline
 end
@@ -43,9 +43,9 @@ text: "86 m²" at: 3,3                # a character that the system does not hav
 text: "no end at: 3,3
 cancel
 text: "ends"
-save: half.svg                       # the text still waits for its place
+save: half.svg                       # the text still needs its position
 at: 3,3
-fill: #c49a6c                        # a "#" begins a comment: this fill goes on with the next line
+fill: #c49a6c                        # a "#" begins a comment: this fill continues on the next line
 "#c49a6c"
 fill: purpel
 colour: "red; stroke: none"
@@ -63,13 +63,13 @@ line: 0,${x} to: 1,1                 # an array without an index
 cancel
 line: 0,${x}[0] to: 1,1              # an element that was never set
 cancel
-line: 0,${x}[9] to: 1,1              # an element that is not there
+line: 0,${x}[9] to: 1,1              # an element that does not exist
 cancel
 ${wall_width}=3                      # no underscores in names
 ${width
 
 # Groups and aliases
-done                                 # nothing to be done with
+done                                 # no group is open
 group: lost, 0,0
   line: 0,0 to: 1,1
   undo undo                          # one too many

@@ -2,7 +2,7 @@
 //
 //   add:5,7            two integers: the command is complete with its arguments
 //   from:10 less:4     two words: the command is complete with the second
-//   total              what all results come to
+//   total              the sum of all results
 
 #include <yqrtClui.h>
 

@@ -2,11 +2,11 @@
 #
 #     clui router.scm mistakes.cmd
 #
-# A mistake costs a word, a value or a command; what is right on the lines around it is done.
+# A mistake affects a word, a value or a command; correct lines around it are carried out.
 
 # --- Words
 shwo version                         # no such word; "version" is then refused as well
-show interface ethernet: 0           # `show interface` is a command, and over; wanted is:
+show interface ethernet: 0           # `show interface` is a complete command; correct is:
 show ethernet: 0
 interface: 0                         # a ":" says that a value follows, so this is another word
 ip address: 10.0.0.1/24              # a word of another mode
@@ -18,7 +18,7 @@ exit                                 # this is the outermost mode
 
 # --- Half-typed commands: an end of line ends nothing
 show ip
-show version                         # behind `show ip` neither word can come
+show version                         # neither word can follow `show ip`
 cancel
 configure
 terminal
@@ -33,7 +33,7 @@ interface ethernet: 0
   cancel
   hostname: other                    # `exit` comes first
 exit
-configure terminal                   # that is where we are
+configure terminal                   # already in this mode
 
 # --- Names and numbers
 hostname: "front gate"
@@ -48,8 +48,8 @@ interface loopback: -1
 interface vlan: 1.9                  # an integer: its fraction is cut off
   exit
 logging level: 8
-clock zone: JST                      # a second value is missing: this word stays open, and takes
-dns lookup                           # what comes next for it
+clock zone: JST                      # a second value is missing: this word is incomplete, and reads
+dns lookup                           # the next text as that value
 cancel
 clock zone: JST, 99
 

@@ -14,7 +14,7 @@ clock zone: JST, 9
 service ssh
 no service ssh  service http        # several commands may share a line,
 service
-    ssh                             # and one command may take several
+    ssh                             # and one command may span several
 dns server: 192.0.2.53
 dns server: 192.0.2.54
 ntp server: 192.0.2.123
@@ -22,11 +22,11 @@ logging level: 4
 logging host: 10.1.0.9
 snmp location: "2階, the cupboard behind the 'blue' door"
 snmp contact: "ana@office.example"
-snmp community: "watch \$ee" read   # a "$" in front of a "{" would name a variable
+snmp community: "watch \$ee" read   # a "$" before a "{" would start a variable reference
 snmp community: tools write
 user name: ana privilege: 15 secret: "correct horse"
 user name: ben privilege: 5 secret: "battery staple"
-user name: eve privilege: 1 cancel  # half typed, and given up
+user name: eve privilege: 1 cancel  # half typed, then discarded
 
 # --- Access lists: rules are tried in the order of their numbers.
 access list: outside
@@ -50,7 +50,7 @@ access list: admin                  # a section may begin without leaving the on
   renumber
 exit
 
-# --- Interfaces. Ethernet ports are there from the start, and down; the others come into being.
+# --- Interfaces. Ethernet ports exist from the start, and are down; others are created.
 interface ethernet: 0
   description: "to the provider 光回線"
   ip address: 203.0.113.2/30
@@ -81,7 +81,7 @@ interface loopback: 0
   ip address: 10.255.0.1/32
 exit
 
-# --- Addresses for those who ask.
+# --- Pools of addresses.
 dhcp pool: staff
   network: 10.1.0.0/24
   range: 10.1.0.100, 10.1.0.199
@@ -101,13 +101,13 @@ ip route: 0.0.0.0/0 distance: 200 via: 10.3.0.200    # if all else fails, and it
 ip route: 10.8.0.0/16 via: 10.1.0.8
 ip route: 10.0.0.0/8 discard
 
-# A change of mind about Ben: the question comes in the middle of the command.
+# Ben is changed: the question interrupts the command.
 user name: ben privilege: 7
   yes
   secret: "battery staple"
 end
 
-# --- What has become of it.
+# --- The result.
 show version
 show clock
 sh int

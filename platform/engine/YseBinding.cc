@@ -114,7 +114,7 @@ SCM Words(const char* text) {
   const bool isThere = argNum > 0 && argNum <= scm_to_long(scm_length(args));
   if (!isThere) Raise("misc-error", row, Words("refused its arguments"), SCM_EOL);
   char text[80];
-  std::snprintf(text, sizeof text, "argument %ld will not do: ~S", argNum);
+  std::snprintf(text, sizeof text, "argument %ld is invalid: ~S", argNum);
   Raise("wrong-type-arg", row, Words(text), scm_list_1(scm_list_ref(args, index)));
 }
 
