@@ -4,7 +4,7 @@
 
 namespace {
 
-// Small enough to fit where other memory was freed.
+// Small enough that malloc can reuse memory that was freed elsewhere.
 constexpr std::size_t BlockSize = 16 * 1024;
 constexpr std::size_t Alignment = 8;
 

@@ -1,4 +1,4 @@
-// Memory for many small pieces that are freed together.
+// An arena: memory for many small objects that are freed together.
 
 #ifndef FOUNDATION_YARENA_H_
 #define FOUNDATION_YARENA_H_
@@ -8,8 +8,8 @@
 
 #include "foundation/YMemory.h"
 
-// Gives out pieces of any size, one after the other, for types that need no destructor. Memory that
-// cannot be had ends the process (YMemory.h).
+// Allocates adjacent pieces of any size for types without a destructor. Running out of memory ends
+// the process (YMemory.h).
 class YArena {
  public:
   YArena() = default;
@@ -17,14 +17,14 @@ class YArena {
   YArena& operator=(const YArena&) = delete;
   ~YArena() { clear(); }
 
-  // A piece for any fundamental type, until `clear`.
+  // Returns `size` bytes, aligned for every fundamental type up to 8 bytes and valid until `clear`.
   void* take(std::size_t size);
   // Frees all pieces.
   void clear();
 
  private:
   std::vector<void*, YAllocator<void*>> blocks_;
-  char* free_ = nullptr;  // in the last block
+  char* free_ = nullptr;  // start of the unused rest of the last block
   std::size_t left_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// The word that stands for a text.
+// Aliases: words that are replaced by a text.
 
 #ifndef LEX_YCLUIALIAS_H_
 #define LEX_YCLUIALIAS_H_

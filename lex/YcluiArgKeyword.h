@@ -1,4 +1,4 @@
-// The keyword that declares arguments.
+// Keywords with declared arguments.
 
 #ifndef LEX_YCLUIARGKEYWORD_H_
 #define LEX_YCLUIARGKEYWORD_H_
@@ -8,7 +8,7 @@
 #include "foundation/YMemory.h"
 #include "lex/YcluiKeyword.h"
 
-// Copies the `count` types. Null types, like a count below 1, declare no arguments.
+// Copies the `count` types. Null types or a count below 1 declare no arguments.
 class YcluiArgKeyword : public YcluiKeyword {
  public:
   YcluiArgKeyword(const char* name, std::uint32_t id, int count, const YcluiValueType* types);

@@ -4,7 +4,7 @@
 
 #include "platform/containers/YtString.h"
 
-// Then it has its memory from the pool of the records.
+// Only objects of this size come from the pool.
 static_assert(sizeof(YcluiPlainKeyword) == sizeof(YcluiKeyword));
 
 namespace {

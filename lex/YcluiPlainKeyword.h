@@ -1,13 +1,13 @@
-// The keyword without arguments.
+// Keywords without declared arguments.
 
 #ifndef LEX_YCLUIPLAINKEYWORD_H_
 #define LEX_YCLUIPLAINKEYWORD_H_
 
 #include "lex/YcluiKeyword.h"
 
-// With an abbreviation the keyword answers to every prefix of its name that begins with it, the
-// empty one included when the abbreviation is empty; without one (null) to its name alone. The
-// abbreviation is kept in lower case behind the name.
+// With an abbreviation the keyword matches every prefix of its name that starts with it, including
+// the empty one when the abbreviation is empty; without one (null) it matches its name only. The
+// abbreviation is stored in lower case after the name.
 class YcluiPlainKeyword : public YcluiKeyword {
  public:
   YcluiPlainKeyword(const char* name, const char* abbreviation, std::uint32_t id);
