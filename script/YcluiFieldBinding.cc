@@ -18,9 +18,9 @@ YcluiFieldBinding* YcluiFieldBinding::Attach(YuiTextField* field, YcluiParser* p
                                              const char* echoFormat, const char* synFormat) {
   auto* binding = new YcluiFieldBinding(echoFormat, synFormat);
   if (binding == nullptr) return nullptr;
-  if (field != nullptr) binding->takeField(*field);
+  if (field != nullptr) binding->attachField(*field);
   if (parser == nullptr) return binding;
-  binding->takeParser(*parser);
+  binding->attachParser(*parser);
   const Watch watch(*binding);
   binding->show();
   return watch.isGone() ? nullptr : binding;
@@ -46,9 +46,9 @@ YcluiFieldBinding* YcluiFieldBinding::FindLive(const void* handle) {
   return binding;
 }
 
-void YcluiFieldBinding::takeField(YuiTextField& taken) {
-  field = &taken;
-  taken.SetModificationCallBack(this);
+void YcluiFieldBinding::attachField(YuiTextField& attached) {
+  field = &attached;
+  attached.SetModificationCallBack(this);
 }
 
 void YcluiFieldBinding::OnRelease(YuiTextField* released) {
@@ -56,22 +56,22 @@ void YcluiFieldBinding::OnRelease(YuiTextField* released) {
 }
 
 // A parser has at most one binding and does not notify the previous one.
-void YcluiFieldBinding::takeParser(YcluiParser& taken) {
+void YcluiFieldBinding::attachParser(YcluiParser& attached) {
   for (YcluiFieldBinding* other = First; other != nullptr; other = other->next) {
-    if (other->parser == &taken) other->parser = nullptr;
+    if (other->parser == &attached) other->parser = nullptr;
   }
-  parser = &taken;
-  taken.sysSetEchoProcedure(
+  parser = &attached;
+  attached.sysSetEchoProcedure(
       [](void* data, const char* wholeLine) {
         static_cast<YcluiFieldBinding*>(data)->onEcho(wholeLine);
       },
       this);
-  taken.sysSetSynCallback(
+  attached.sysSetSynCallback(
       [](void* data, const char* line, const char* wholeLine) {
         static_cast<YcluiFieldBinding*>(data)->onSyntax(line, wholeLine);
       },
       this);
-  taken.sysSetGoneProcedure(
+  attached.sysSetGoneProcedure(
       [](void* data) { static_cast<YcluiFieldBinding*>(data)->parser = nullptr; }, this);
 }
 

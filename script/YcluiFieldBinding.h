@@ -86,8 +86,8 @@ class YcluiFieldBinding : public YuiModificationCallBack {
 
   YcluiFieldBinding(const char* theEchoFormat, const char* theSynFormat);
 
-  void takeField(YuiTextField& taken);
-  void takeParser(YcluiParser& taken);
+  void attachField(YuiTextField& attached);
+  void attachParser(YcluiParser& attached);
   void releaseParser();
 
   void show();

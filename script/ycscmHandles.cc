@@ -30,7 +30,7 @@ void ycscmPushFragment(std::unique_ptr<YcluiSyntaxGraph> fragment) {
   ScmVMExternal::StackPushHandle(handle, nullptr, nullptr);
 }
 
-std::unique_ptr<YcluiSyntaxGraph> ycscmTakeFragment(void* handle) {
+std::unique_ptr<YcluiSyntaxGraph> ycscmConsumeFragment(void* handle) {
   if (liveFragments().detach(handle) == nullptr) {
     cluiWarning(YErrNotAlive);
     return nullptr;

@@ -16,7 +16,7 @@ void ycscmPushFragment(std::unique_ptr<YcluiSyntaxGraph> fragment);
 
 // Passes the fragment of that handle to the caller; the handle is not accepted again. Returns null,
 // with YErrNotAlive, when there is none.
-std::unique_ptr<YcluiSyntaxGraph> ycscmTakeFragment(void* handle);
+std::unique_ptr<YcluiSyntaxGraph> ycscmConsumeFragment(void* handle);
 
 // Keeps an indefinite node that no parser owns until the end of the process, because its script may
 // use the handle at any time.

@@ -16,7 +16,7 @@ namespace {
 // Pops a parser, runs the operation and pushes the parser's long again even on failure, so that a
 // script can chain such calls.
 template <class Operation>
-void runAndAnswerParser(YStatus& status, Operation operation) {
+void runAndPushParser(YStatus& status, Operation operation) {
   const long address = ScmVMExternal::StackPopLong(status);
   if (YcluiParser* parser = ycscmLiveParser(address, status)) operation(*parser);
   ScmVMExternal::StackPushLong(address);
@@ -39,7 +39,7 @@ YcluiSyntaxGraph* setSyntax(YStatus& status) {
   if (!YStatusIsGood(status)) return nullptr;
   YcluiParser* parser = ycscmPopParser(status);
   if (parser == nullptr) return nullptr;
-  YcluiSyntaxGraph* graph = ycscmTakeFragment(handle).release();
+  YcluiSyntaxGraph* graph = ycscmConsumeFragment(handle).release();
   if (graph == nullptr) {
     ycscmRefuse(2, YScmArgHandle, status);
     return nullptr;
@@ -64,7 +64,7 @@ void ycscmParserDelete(std::uint32_t, YStatus& status) {
 }
 
 void ycscmReset(std::uint32_t, YStatus& status) {
-  runAndAnswerParser(status, [](YcluiParser& parser) { parser.reset(); });
+  runAndPushParser(status, [](YcluiParser& parser) { parser.reset(); });
 }
 
 void ycscmSetSyntax(std::uint32_t, YStatus& status) {
@@ -77,7 +77,7 @@ void ycscmSetSyntax(std::uint32_t, YStatus& status) {
 }
 
 void ycscmDeleteLast(std::uint32_t, YStatus& status) {
-  runAndAnswerParser(status, [](YcluiParser& parser) { parser.popToken(); });
+  runAndPushParser(status, [](YcluiParser& parser) { parser.popToken(); });
 }
 
 void ycscmEval(std::uint32_t, YStatus& status) {
@@ -91,11 +91,11 @@ void ycscmEval(std::uint32_t, YStatus& status) {
 }
 
 void ycscmPush(std::uint32_t, YStatus& status) {
-  runAndAnswerParser(status, [](YcluiParser& parser) { parser.pushFrame(); });
+  runAndPushParser(status, [](YcluiParser& parser) { parser.pushFrame(); });
 }
 
 void ycscmPop(std::uint32_t, YStatus& status) {
-  runAndAnswerParser(status, [](YcluiParser& parser) { parser.popFrame(); });
+  runAndPushParser(status, [](YcluiParser& parser) { parser.popFrame(); });
 }
 
 void ycscmDepth(std::uint32_t, YStatus& status) {

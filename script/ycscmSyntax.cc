@@ -31,7 +31,7 @@ class FragmentBuilder {
 
   // Pops and adds the argument on top of the stack if it is a token id, a string or a fragment;
   // returns whether it is one of them. Clears bit 0 when it is invalid.
-  bool take(YArgNum position, YStatus& status);
+  bool pop(YArgNum position, YStatus& status);
 
   YcluiSyntaxGraph& graph() { return *graph_; }
   Graph release() { return std::move(graph_); }
@@ -41,8 +41,8 @@ class FragmentBuilder {
   Graph graph_;
   const char* action_ = nullptr;  // popped before the token that it belongs to
 
-  void takeToken(YArgNum position, YStatus& status);
-  void takeFragment(YArgNum position, YStatus& status);
+  void popToken(YArgNum position, YStatus& status);
+  void popFragment(YArgNum position, YStatus& status);
 
   template <class Part>
   void insert(Part* part) {
@@ -54,9 +54,9 @@ class FragmentBuilder {
   }
 };
 
-bool FragmentBuilder::take(YArgNum position, YStatus& status) {
+bool FragmentBuilder::pop(YArgNum position, YStatus& status) {
   if (ScmVMExternal::StackLongP() != 0 || ScmVMExternal::StackSmallLongP() != 0) {
-    takeToken(position, status);
+    popToken(position, status);
     return true;
   }
   if (ScmVMExternal::StackStringP() != 0) {
@@ -64,23 +64,23 @@ bool FragmentBuilder::take(YArgNum position, YStatus& status) {
     return true;
   }
   if (ScmVMExternal::StackHandleP() != 0) {
-    takeFragment(position, status);
+    popFragment(position, status);
     return true;
   }
   return false;
 }
 
-void FragmentBuilder::takeToken(YArgNum position, YStatus& status) {
+void FragmentBuilder::popToken(YArgNum position, YStatus& status) {
   const std::uint32_t id = ycscmPopTokenId(position, status);
   if (!YStatusIsGood(status)) return;
   insert(YChecked(new (std::nothrow) YcluiSyntaxNode(id, action_)));
   action_ = nullptr;
 }
 
-void FragmentBuilder::takeFragment(YArgNum position, YStatus& status) {
+void FragmentBuilder::popFragment(YArgNum position, YStatus& status) {
   void* handle = ScmVMExternal::StackPopHandle(status);
   if (!YStatusIsGood(status)) return;
-  const Graph part = ycscmTakeFragment(handle);
+  const Graph part = ycscmConsumeFragment(handle);
   if (part == nullptr) {
     ycscmRefuse(position, YScmArgSyntaxElement, status);
     return;
@@ -115,7 +115,7 @@ Graph buildChoice(std::uint32_t argc, YStatus& status) {
   YStatusSetGood(status);
   FragmentBuilder builder(FragmentBuilder::Kind::Choice);
   for (std::uint32_t position = argc; position > 0 && YStatusIsGood(status); --position) {
-    if (builder.take(static_cast<YArgNum>(position), status)) continue;
+    if (builder.pop(static_cast<YArgNum>(position), status)) continue;
     cluiWarning(YErrBadSyntaxArgument);
     ScmVMExternal::StackPop(status);
     YStatusClear(status);
@@ -129,7 +129,7 @@ void ycscmSyntax(std::uint32_t argc, YStatus& status) {
   YStatusSetGood(status);
   FragmentBuilder builder(FragmentBuilder::Kind::Sequence);
   for (std::uint32_t position = argc; position > 0 && YStatusIsGood(status); --position) {
-    if (builder.take(static_cast<YArgNum>(position), status)) continue;
+    if (builder.pop(static_cast<YArgNum>(position), status)) continue;
     if (ScmVMExternal::StackPairP() != 0) {
       popPriority(builder.graph(), status);
       if (!YStatusIsGood(status)) return;

@@ -49,7 +49,8 @@ class WordDeclaration {
   bool isCharacter_ = false;
   std::uint32_t id_ = 0;  // 0 means the next automatic id
 
-  YArgNum takeOne() { return static_cast<YArgNum>(left_--); }
+  // Counts a popped argument and returns its position.
+  YArgNum countPopped() { return static_cast<YArgNum>(left_--); }
   void popTypes(YStatus& status);
   void popAbbreviation(YStatus& status);
   void popWord(YStatus& status);
@@ -71,7 +72,7 @@ bool WordDeclaration::popWordAndTypes(YStatus& status) {
 void WordDeclaration::popTypes(YStatus& status) {
   while (left_ > LeastArguments && YStatusIsGood(status) && ycscmLongIsOnTop()) {
     const long type = ScmVMExternal::StackPopLong(status);
-    const YArgNum position = takeOne();
+    const YArgNum position = countPopped();
     if (!ycscmFits<std::int32_t>(type)) ycscmRefuse(position, YScmArgLong, status);
     types_[--firstType_] = static_cast<YcluiValueType>(type);
   }
@@ -80,7 +81,7 @@ void WordDeclaration::popTypes(YStatus& status) {
 void WordDeclaration::popAbbreviation(YStatus& status) {
   if (left_ <= LeastArguments || ScmVMExternal::StackStringP() == 0) return;
   abbreviation_ = ScmVMExternal::StackPopString(status);
-  takeOne();
+  countPopped();
 }
 
 void WordDeclaration::popWord(YStatus& status) {
@@ -88,7 +89,7 @@ void WordDeclaration::popWord(YStatus& status) {
     popCharacter(status);
   } else if (ScmVMExternal::StackStringP() != 0) {
     word_ = ScmVMExternal::StackPopString(status);
-    takeOne();
+    countPopped();
   } else if (abbreviation_ != nullptr && ycscmLongIsOnTop()) {
     // The argument before the supposed abbreviation is an id, so the string is the word.
     word_ = abbreviation_;
@@ -100,7 +101,7 @@ void WordDeclaration::popWord(YStatus& status) {
 
 void WordDeclaration::popCharacter(YStatus& status) {
   const long code = ScmVMExternal::StackPopChar(status);
-  const YArgNum position = takeOne();
+  const YArgNum position = countPopped();
   if (!ycscmFits<std::uint8_t>(code)) ycscmRefuse(position, YScmArgChar, status);
   character_ = static_cast<char>(code);
   isCharacter_ = true;
@@ -109,14 +110,14 @@ void WordDeclaration::popCharacter(YStatus& status) {
 void WordDeclaration::popId(YStatus& status) {
   if (left_ != LeastArguments || !ycscmLongIsOnTop()) return;
   const long id = ScmVMExternal::StackPopLong(status);
-  const YArgNum position = takeOne();
+  const YArgNum position = countPopped();
   id_ = static_cast<std::uint32_t>(id & YcluiIdMask);
   if (id_ == 0 && id != 0) ycscmRefuse(position, YScmArgLong, status);
 }
 
 YcluiParser* WordDeclaration::popParser(YStatus& status) {
   const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
-  takeOne();
+  countPopped();
   YcluiParser* parser = YStatusIsGood(status) ? YcluiParser::FindLive(address) : nullptr;
   if (parser != nullptr) return parser;
   cluiWarning(YErrBadTokenParser);
@@ -173,7 +174,7 @@ void ycscmIndefiniteSyntax(std::uint32_t, YStatus& status) {
 
   auto* node = YChecked(new (std::nothrow) YcluiSyntaxNode(id, action));
   parser->addIndefiniteNode(node);
-  const bool isTaken = node->kind == YcluiNodeIndefinite;
-  if (!isTaken) ycscmKeepNode(node);
+  const bool isOwned = node->kind == YcluiNodeIndefinite;
+  if (!isOwned) ycscmKeepNode(node);
   ScmVMExternal::StackPushHandle(node, nullptr, nullptr);
 }

@@ -74,13 +74,14 @@ Outcome CallNative(const Row& row, SCM args, std::uint32_t count) {
 
 // The functions from here on are called from Scheme and may raise.
 
-SCM Words(const char* text) {
+SCM SchemeText(const char* text) {
   return scm_from_utf8_string(text);
 }
 
 [[noreturn]] void Raise(const char* key, const Row& row, SCM message, SCM values) {
-  scm_apply_0(TheEngine().refuse, scm_cons2(scm_from_latin1_symbol(key), Words(row.name.c_str()),
-                                            scm_cons(message, values)));
+  scm_apply_0(TheEngine().refuse,
+              scm_cons2(scm_from_latin1_symbol(key), SchemeText(row.name.c_str()),
+                        scm_cons(message, values)));
   std::abort();
 }
 
@@ -95,7 +96,7 @@ SCM Words(const char* text) {
   } else {
     std::snprintf(text, sizeof text, "takes %u to %u arguments, %u given", least, most, given);
   }
-  Raise("wrong-number-of-args", row, Words(text), SCM_EOL);
+  Raise("wrong-number-of-args", row, SchemeText(text), SCM_EOL);
 }
 
 [[noreturn]] void RaiseBadType(const Row& row, const Report& report) {
@@ -106,16 +107,16 @@ SCM Words(const char* text) {
   } else {
     std::snprintf(text, sizeof text, "an argument must be %s, not ~S", report.expected);
   }
-  Raise("wrong-type-arg", row, Words(text), scm_list_1(report.value));
+  Raise("wrong-type-arg", row, SchemeText(text), scm_list_1(report.value));
 }
 
 [[noreturn]] void RaiseRefused(const Row& row, long argNum, SCM args) {
   const SCM index = scm_from_long(argNum - 1);
   const bool isThere = argNum > 0 && argNum <= scm_to_long(scm_length(args));
-  if (!isThere) Raise("misc-error", row, Words("refused its arguments"), SCM_EOL);
+  if (!isThere) Raise("misc-error", row, SchemeText("refused its arguments"), SCM_EOL);
   char text[80];
   std::snprintf(text, sizeof text, "argument %ld is invalid: ~S", argNum);
-  Raise("wrong-type-arg", row, Words(text), scm_list_1(scm_list_ref(args, index)));
+  Raise("wrong-type-arg", row, SchemeText(text), scm_list_1(scm_list_ref(args, index)));
 }
 
 [[noreturn]] void RaiseReport(const Row& row, const Report& report, SCM args) {
@@ -127,18 +128,18 @@ SCM Words(const char* text) {
     case Report::WrongNumber:
       RaiseWrongNumber(row, report.given, report.least, report.most);
     case Report::Missing:
-      Raise("misc-error", row, Words("found too few arguments"), SCM_EOL);
+      Raise("misc-error", row, SchemeText("found too few arguments"), SCM_EOL);
     case Report::Thrown:
-      Raise("misc-error", row, Words("failed: ~A"), scm_list_1(FromUtf8(TheEngine().bytes)));
+      Raise("misc-error", row, SchemeText("failed: ~A"), scm_list_1(FromUtf8(TheEngine().bytes)));
     case Report::None:
       break;
   }
-  Raise("misc-error", row, Words("refused its arguments"), SCM_EOL);
+  Raise("misc-error", row, SchemeText("refused its arguments"), SCM_EOL);
 }
 
 SCM CallRow(unsigned index, SCM args) {
   const Row& row = Rows()[index];
-  if (!MayRun()) Raise("misc-error", row, Words("runs in the engine's thread only"), SCM_EOL);
+  if (!MayRun()) Raise("misc-error", row, SchemeText("runs in the engine's thread only"), SCM_EOL);
   std::uint32_t count = 0;
   for (SCM rest = args; scm_is_pair(rest); rest = SCM_CDR(rest)) ++count;
   if (count < row.required || (row.rest == 0 && count > row.required)) {
