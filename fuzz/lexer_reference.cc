@@ -153,11 +153,14 @@ class Reference {
   std::map<std::string, Variable> variables{{"presenttime", {}}};
   bool gaveUp = false;  // what follows is not comparable
   std::size_t tokenStart = 0;
+  std::vector<long> argumentStarts;  // of the present text; -1 for arguments of others
+  bool hasFault = false;             // of the token read last
 
   std::size_t offset() const { return cursor_.value_or(text_.size()); }
   std::size_t suspended() const { return suspended_.size(); }
 
   void setString(const std::string& text) {
+    argumentStarts.clear();
     text_ = text;
     cursor_ = skip(0);
   }
@@ -176,6 +179,7 @@ class Reference {
   }
   bool popString() {
     if (suspended_.empty()) return false;
+    argumentStarts.clear();
     std::tie(text_, cursor_) = suspended_.back();
     suspended_.pop_back();
     return true;
@@ -227,9 +231,17 @@ class Reference {
   }
 
   bool getNextToken(Token& token) {
+    hasFault = false;
     if (!more()) return false;
     tokenStart = *cursor_;
+    hasFault = !readToken(token);
+    return !hasFault;
+  }
+
+ private:
+  bool readToken(Token& token) {
     if (token.isOpen) return takeArguments(token, find(Lower(token.args[0].GetString())));
+    argumentStarts.clear();
     if (opensForm(*cursor_)) return getForm(token);
     std::string text(1, at(*cursor_));
     bool announces = false;
@@ -251,7 +263,6 @@ class Reference {
     return word->type != YcluiTokenArgKeyword || takeArguments(token, word);
   }
 
- private:
   std::string text_;
   Offset cursor_;  // none when the text is exhausted
   std::vector<std::pair<std::string, std::size_t>> suspended_;
@@ -317,7 +328,7 @@ class Reference {
         token.isOpen = true;
         break;
       }
-      if (!getArgument(value, type)) return false;
+      if (!getArgument(value, type, n)) return false;
       token.setValue(value, ++n);
       if (types.size() <= n) {
         token.isOpen = false;
@@ -333,9 +344,11 @@ class Reference {
     return true;
   }
 
-  bool getArgument(Value& value, int type) {
+  bool getArgument(Value& value, int type, std::size_t index) {
     if (!more()) return false;
     const std::size_t p = *cursor_;
+    argumentStarts.resize(index, -1);
+    argumentStarts.push_back(static_cast<long>(p));
     if (type == YcluiValueString) cursor_ = stringArgument(p, value);
     if (type == YcluiValueFloat) cursor_ = opensForm(p) ? floatForm(p, value) : real(p, value);
     if (type == YcluiValueInteger) cursor_ = opensForm(p) ? longForm(p, value) : integer(p, value);
@@ -657,6 +670,15 @@ class Comparison {
     for (int i = 0; token_[i] != nullptr; ++i) found += ' ' + Shown(*token_[i]);
     compare(wanted, found);
     compare(std::to_string(reference_.tokenStart), std::to_string(lex_.tokenOffset()));
+    for (std::size_t i = 0; i <= reference_.argumentStarts.size(); ++i) {
+      const bool isKnown = i < reference_.argumentStarts.size();
+      const long start = isKnown ? reference_.argumentStarts[i] : -1;
+      compare(std::to_string(start), std::to_string(lex_.argumentOffset(static_cast<int>(i) + 1)));
+    }
+    const long fault = lex_.faultOffset();
+    const bool isRead = fault >= lex_.tokenOffset() && fault <= lex_.cursorOffset();
+    compare(reference_.hasFault ? "fault" : "none",
+            fault < 0 ? "none" : (isRead ? "fault" : "fault outside its token"));
     compare(expected_.args[0].GetString(), token_.string() == nullptr ? "" : token_.string());
   }
 

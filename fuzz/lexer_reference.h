@@ -9,8 +9,9 @@
 
 // Carries out the operations that the bytes encode with the lexer and with the reference, and
 // returns the first difference in a token, a result, a code or an offset; empty when there is none.
-// Any bytes are valid. An operation is a letter, its texts, each up to the next 0, and last of all,
-// where an ID, INDEX or COUNT is named, one byte:
+// Of a fault it only compares that it is in its token. Any bytes are valid. An operation is a
+// letter, its texts, each up to the next 0, and last of all, where an ID, INDEX or COUNT is named,
+// one byte:
 //   K NAME ID, k NAME SHORTEST ID    add a word
 //   w NAME TYPES, a NAME TEXT        add a word with arguments, each type a byte mod 6, or an alias
 //   ; BYTE                           add a delimiter

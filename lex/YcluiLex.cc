@@ -37,6 +37,7 @@ YcluiLex::~YcluiLex() {
 
 YWord YcluiLex::setString(const char* text) {
   if (!usable()) return 0;
+  forgetOffsets();
   lineBuffer.assign(text);
   cursor = SkipWhiteSpace(lineBuffer.buffer);
   return 1;
@@ -67,11 +68,17 @@ YWord YcluiLex::pushString(const char* text) {
 
 YWord YcluiLex::popString() {
   if (bufferStack.isEmpty() != 0) return 0;
+  forgetOffsets();
   std::uint32_t offset = 0;
   bufferStack.topSlot().exchange(lineBuffer, offset);
   bufferStack.drop();
   cursor = lineBuffer.buffer + offset;
   return 1;
+}
+
+void YcluiLex::forgetOffsets() {
+  faultStart = -1;
+  firstStart = lastStart = 0;
 }
 
 YWord YcluiLex::seek() {

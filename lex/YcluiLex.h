@@ -4,8 +4,11 @@
 #define LEX_YCLUILEX_H_
 
 #include <string_view>
+#include <vector>
 
 #include "foundation/YAttribValue.h"
+#include "foundation/YErrCodes.h"
+#include "foundation/YMemory.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "foundation/YcluiLimits.h"
@@ -106,6 +109,28 @@ class YQRT_API YcluiLex {
   // read in their place; further ones are refused. The lexer does this itself before each token
   // while no text is suspended.
   void beginExpansion() { replaced = 0; }
+
+  // Of the last getNextToken, with offsets as above. Good until the text is replaced, suspended or
+  // taken back; appending to it changes nothing.
+
+  // Where the literal or word begins that could not be read: of a string with a bad variable form
+  // in it the form, of such a form with a bad index the index, of a point the whole point. A
+  // missing argument would have begun there. -1 when nothing failed.
+  long faultOffset() const { return faultStart; }
+  // The text from there on, the empty text when nothing failed.
+  const char* faultText() const { return faultStart < 0 ? "" : lineBuffer.buffer + faultStart; }
+  // Which argument of the token that is or belongs to, from 1; 0 for a word, and for a variable
+  // form in the place of one.
+  int faultArgument() const { return argumentIndex; }
+  // Whether a separator precedes the argument that failed. None does when the argument was to be
+  // the first one, or when it goes on with a token that was left open without a separator.
+  bool faultIsSeparated() const { return afterSeparator; }
+  // Where an argument of the token begins, from 1, the one that failed included. -1 when it was
+  // read from another text, and when the token has no such argument.
+  long argumentOffset(int index) const {
+    const bool isKnown = firstStart != 0 && index >= firstStart && index <= lastStart;
+    return isKnown ? argumentStarts[static_cast<std::size_t>(index) - 1] : -1;
+  }
 
   // --- Words; see YcluiWordTable for what they answer and which codes they push
 
@@ -213,6 +238,15 @@ class YQRT_API YcluiLex {
   std::size_t expanded = 0;      // bytes of the present token's strings that hold a variable's text
   std::size_t replaced = 0;      // bytes given to be read in place of tokens, see beginExpansion
 
+  long faultStart = -1;         // see faultOffset
+  char* failed = nullptr;       // what a scanner could not read begins here
+  int argumentIndex = 0;        // of the argument that is being read; 0 before the first one
+  bool afterSeparator = false;  // a separator follows the argument read last
+  // Offsets of arguments, and the first and the last index that are valid; 0 when none is.
+  std::vector<long, YAllocator<long>> argumentStarts;
+  int firstStart = 0;
+  int lastStart = 0;
+
   // Reused by every token.
   YAttribValue word;
   YAttribValue argument;
@@ -221,6 +255,12 @@ class YQRT_API YcluiLex {
   YString settingName;  // of the variable that is being set
 
   bool usable() const { return variableTable != nullptr; }
+  void forgetOffsets();
+  void noteArgument();
+  // The results of a scanner that fails. Where the value is that of a variable, it stays.
+  char* failAt(char* literal);
+  char* refuse(char* literal, YAttribValue& value, YErrCode code);
+  char* refuseKept(char* literal, YErrCode code);
   // GetUnquotedString before it has a value: the word lies in the text or in `collected`, until the
   // next scan. Null when the text ends inside it.
   char* scanWord(char* text, std::string_view& scanned, YWord& flag, const char* introducers,
@@ -230,6 +270,7 @@ class YQRT_API YcluiLex {
   bool canExpand(std::size_t length) const { return length <= YcluiLongestExpansion - expanded; }
   bool mayReplace(std::size_t length);
   const YAttribValue* valueOf(YAttribValue& name, YcluiVariableKind kind, std::uint32_t index);
+  YWord readToken(YcluiToken& token);
   YWord getVariableToken(YcluiToken& token);
   YWord getUnknownWord(YcluiToken& token, std::string_view text, bool announces);
   YWord seek();

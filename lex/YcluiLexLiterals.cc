@@ -4,6 +4,7 @@
 // begins, and a backslash or a variable form ends it. Most strings are one run, which is taken from
 // the text as it lies there.
 
+#include "foundation/YErr.h"
 #include "foundation/YKanji.h"
 #include "foundation/YNumber.h"
 #include "lex/YcluiLex.h"
@@ -26,6 +27,21 @@ char* ReadNumber(char* text, double& number) {
 }
 
 }  // namespace
+
+char* YcluiLex::failAt(char* literal) {
+  failed = literal;
+  return nullptr;
+}
+
+char* YcluiLex::refuse(char* literal, YAttribValue& value, YErrCode code) {
+  value.SetNull();
+  return refuseKept(literal, code);
+}
+
+char* YcluiLex::refuseKept(char* literal, YErrCode code) {
+  cluiError(code);
+  return failAt(literal);
+}
 
 // The string whose last run is this one.
 std::string_view YcluiLex::collect(const char* run, const char* end) {
@@ -69,7 +85,7 @@ char* YcluiLex::GetUnquotedString(char* text, YAttribValue& value, YWord& flag,
                                   const char* introducers, const char* stops) {
   std::string_view scanned;
   char* next = scanWord(text, scanned, flag, introducers, stops);
-  if (next == nullptr) return Refuse(value, YErrEndOfInput);
+  if (next == nullptr) return refuse(text, value, YErrEndOfInput);
   value.SetString(scanned.data(), scanned.size());
   return next;
 }
@@ -90,7 +106,7 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
       p = GetStrVariable(p, value);
       if (p == nullptr) return nullptr;
       const std::size_t length = std::size_t{collected.length} + value.GetStringLength();
-      if (!canExpand(length)) return Refuse(value, YErrTextTooLong);
+      if (!canExpand(length)) return refuse(text, value, YErrTextTooLong);
       collected.concat(value.GetString());
       expands = true;
       run = p;
@@ -102,10 +118,10 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
       ++p;
     }
   }
-  if (*p == '\0') return Refuse(value, YErrEndOfInput);
+  if (*p == '\0') return refuse(text, value, YErrEndOfInput);
   if (expands) {
     const std::size_t length = collected.length + static_cast<std::size_t>(p - run);
-    if (!canExpand(length)) return Refuse(value, YErrTextTooLong);
+    if (!canExpand(length)) return refuse(text, value, YErrTextTooLong);
     expanded += length;
   }
   const std::string_view scanned = collect(run, p);
@@ -116,7 +132,7 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
 char* YcluiLex::GetFloat(char* text, YAttribValue& value) {
   double number = 0;
   char* end = ReadNumber(text, number);
-  if (end == nullptr) return Refuse(value, YErrNotANumber);
+  if (end == nullptr) return refuse(text, value, YErrNotANumber);
   value.SetDouble(number);
   return end;
 }
@@ -124,8 +140,8 @@ char* YcluiLex::GetFloat(char* text, YAttribValue& value) {
 char* YcluiLex::GetInteger(char* text, YAttribValue& value) {
   double number = 0;
   char* end = ReadNumber(text, number);
-  if (end == nullptr) return Refuse(value, YErrNotANumber);
-  return SetCutToLong(value, number) ? end : Refuse(value, YErrOutOfRange);
+  if (end == nullptr) return refuse(text, value, YErrNotANumber);
+  return SetCutToLong(value, number) ? end : refuse(text, value, YErrOutOfRange);
 }
 
 char* YcluiLex::GetPoint(char* text, YAttribValue& value) {
@@ -138,7 +154,7 @@ char* YcluiLex::GetPoint(char* text, YAttribValue& value) {
   if (end == nullptr) {
     value.SetNull();
     cluiWarning(YErrBadPoint);
-    return nullptr;
+    return failAt(text);
   }
   value.SetPoint(x.GetLong(), y.GetLong());
   return end;

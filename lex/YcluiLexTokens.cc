@@ -4,16 +4,26 @@
 #include "lex/YcluiAlias.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiLexBytes.h"
-#include "lex/YcluiLexValues.h"
 #include "lex/YcluiWordTable.h"
 
 YWord YcluiLex::getNextToken(YcluiToken& token) {
+  faultStart = -1;
   if (more() == 0) return 0;
   tokenStart = cursorOffset();
+  failed = cursor;
+  if (readToken(token) != 0) return 1;
+  faultStart = failed - lineBuffer.buffer;
+  return 0;
+}
+
+YWord YcluiLex::readToken(YcluiToken& token) {
   if (token.underConstruction() != 0) {
     return getArgumentsOf(token, keyword(token.string()));
   }
   expanded = 0;
+  afterSeparator = false;
+  argumentIndex = 0;
+  firstStart = lastStart = 0;
   if (bufferStack.isEmpty() != 0) beginExpansion();
   if (OpensVariable(cursor)) return getVariableToken(token);
 
@@ -89,13 +99,17 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
   bool done = declared <= n;
   argument.SetNull();  // a type that reads nothing leaves what is there
   for (;;) {
+    failed = cursor;
+    argumentIndex = n + 1;
     if (more() == 0) {
       if (done) return -1;
       token.setNeedMore(1);
       return n;
     }
+    noteArgument();
     if (readArg(argument, done ? YcluiValueString : types[n]) == 0) return -1;
     token.setValue(argument, ++n);
+    afterSeparator = false;
     if (declared <= n) {
       token.setNeedMore(0);
       done = true;
@@ -103,9 +117,18 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
     cursor = SkipWhiteSpace(cursor);
     if (cursor == nullptr || !IsIn(argSeparators.buffer, *cursor)) break;
     ++cursor;
+    afterSeparator = true;
   }
   if (!done) token.setNeedMore(1);
   return n;
+}
+
+void YcluiLex::noteArgument() {
+  const std::size_t index = static_cast<std::size_t>(argumentIndex);
+  if (argumentStarts.size() < index) argumentStarts.resize(2 * index);
+  argumentStarts[index - 1] = cursor - lineBuffer.buffer;
+  if (firstStart == 0 || argumentIndex < firstStart) firstStart = argumentIndex;
+  lastStart = argumentIndex;
 }
 
 YWord YcluiLex::getNextArg(YAttribValue& value, YcluiValueType type) {
@@ -117,7 +140,7 @@ char* YcluiLex::readStrVariable(YAttribValue& value) {
   char* next = GetStrVariable(cursor, value);
   if (next == nullptr) return nullptr;
   const std::uint32_t length = value.GetStringLength();
-  if (!canExpand(length)) return Refuse(value, YErrTextTooLong);
+  if (!canExpand(length)) return refuse(cursor, value, YErrTextTooLong);
   expanded += length;
   return next;
 }

@@ -4,20 +4,6 @@
 #define LEX_YCLUILEXVALUES_H_
 
 #include "foundation/YAttribValue.h"
-#include "foundation/YErr.h"
-
-// The answer of a scanner that fails: the value becomes null.
-inline char* Refuse(YAttribValue& value, YErrCode code) {
-  value.SetNull();
-  cluiError(code);
-  return nullptr;
-}
-
-// The same where the value stays: it is that of a variable, and cannot serve.
-inline char* RefuseKept(YErrCode code) {
-  cluiError(code);
-  return nullptr;
-}
 
 // Cuts a number towards zero to a long. False, with the value unchanged, when it lies outside; the
 // bounds are those of the number before the cut.

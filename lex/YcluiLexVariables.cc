@@ -3,6 +3,7 @@
 #include <charconv>
 #include <utility>
 
+#include "foundation/YErr.h"
 #include "foundation/YNumber.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiLexBytes.h"
@@ -25,10 +26,9 @@ char* ReadName(char* p, YString& names) {
   }
 }
 
-// The place behind the byte that must stand at `p`.
-char* Behind(char* p, char closing, YAttribValue& value) {
-  if (*p == closing) return p + 1;
-  return Refuse(value, *p == '\0' ? YErrEndOfInput : YErrNoClosingBrace);
+// The code of a form that has this byte in place of a closing one.
+YErrCode UnclosedCode(char byte) {
+  return byte == '\0' ? YErrEndOfInput : YErrNoClosingBrace;
 }
 
 // Sets an element, making the array longer as needed. False, and nothing happens, when it would be
@@ -54,10 +54,10 @@ char* YcluiLex::TouchVariable(char* text, YAttribValue& value) {
   if (next == nullptr) return nullptr;
   if (*next != '=') {
     const YAttribValue* found = valueOf(value, kind, index);
-    if (found == nullptr) return nullptr;
-    if (!mayReplace(found->GetStringLength())) return Refuse(value, YErrTextTooLong);
+    if (found == nullptr) return failAt(text);
+    if (!mayReplace(found->GetStringLength())) return refuse(text, value, YErrTextTooLong);
     value = *found;
-    return StringifyValue(value) != 0 ? next : RefuseKept(YErrNoText);
+    return StringifyValue(value) != 0 ? next : refuseKept(text, YErrNoText);
   }
   settingName.assign(value.GetString());
   next = GetVarSettingLiteral(next, value);
@@ -66,7 +66,7 @@ char* YcluiLex::TouchVariable(char* text, YAttribValue& value) {
   const YWord set = known != nullptr ? SetVariable(value, *known, kind, index)
                                      : NewVariable(value, settingName.buffer, kind, index);
   value.SetNull();
-  return set != 0 ? next : nullptr;
+  return set != 0 ? next : failAt(text);
 }
 
 // The names of the forms that stand in each other's index lie behind one another in `names`.
@@ -82,21 +82,21 @@ char* YcluiLex::GetVariableLiteral(char* text, YAttribValue& value, YcluiVariabl
 char* YcluiLex::readForm(char* text, YAttribValue& value, YcluiVariableKind& kind,
                          std::uint32_t& index) {
   kind = YcluiVariableSimple;
-  char* next = Behind(ReadName(text + 2, names), '}', value);
-  if (next == nullptr || *next != '[') return next;
+  char* next = ReadName(text + 2, names);
+  if (*next != '}') return refuse(text, value, UnclosedCode(*next));
+  if (*++next != '[') return next;
   next = readIndex(next + 1, value);
   if (next == nullptr) return nullptr;
   const std::uint32_t element = static_cast<std::uint32_t>(value.GetLong());
-  next = Behind(next, ']', value);
-  if (next == nullptr) return nullptr;
+  if (*next != ']') return refuse(text, value, UnclosedCode(*next));
   kind = YcluiVariableArray;
   index = element;
-  return next;
+  return next + 1;
 }
 
 char* YcluiLex::readIndex(char* text, YAttribValue& value) {
   if (!OpensVariable(text)) return GetInteger(text, value);
-  if (indexNesting == YcluiMostIndexNesting) return Refuse(value, YErrTooDeep);
+  if (indexNesting == YcluiMostIndexNesting) return refuse(text, value, YErrTooDeep);
   ++indexNesting;
   char* next = GetIntVariable(text, value);
   --indexNesting;
@@ -105,7 +105,7 @@ char* YcluiLex::readIndex(char* text, YAttribValue& value) {
 
 char* YcluiLex::GetVarSettingLiteral(char* text, YAttribValue& value) {
   char* p = text + 1;
-  if (*p == '\0') return Refuse(value, YErrEndOfInput);
+  if (*p == '\0') return refuse(p, value, YErrEndOfInput);
   if (OpensVariable(p)) return GetVariable(p, value);
   if (IsQuote(*p)) return GetStringLiteral(p, value, *p);
   if (IsDigit(*p)) return GetFloat(p, value);
@@ -140,27 +140,28 @@ char* YcluiLex::GetVariable(char* text, YAttribValue& value) {
   YcluiVariableKind kind = YcluiVariableSimple;
   std::uint32_t index = 0;
   char* next = GetVariableLiteral(text, value, kind, index);
-  return next != nullptr && GetVariable(value, kind, index) != 0 ? next : nullptr;
+  if (next == nullptr) return nullptr;
+  return GetVariable(value, kind, index) != 0 ? next : failAt(text);
 }
 
 char* YcluiLex::GetStrVariable(char* text, YAttribValue& value) {
   char* next = GetVariable(text, value);
   if (next == nullptr) return nullptr;
-  return StringifyValue(value) != 0 ? next : RefuseKept(YErrNotANumber);
+  return StringifyValue(value) != 0 ? next : refuseKept(text, YErrNotANumber);
 }
 
 char* YcluiLex::GetFloatVariable(char* text, YAttribValue& value) {
   char* next = GetVariable(text, value);
   if (next == nullptr) return nullptr;
   if (value.tag == YAttribLong) value.SetDouble(value.GetLong());
-  return value.tag == YAttribDouble ? next : RefuseKept(YErrNotANumber);
+  return value.tag == YAttribDouble ? next : refuseKept(text, YErrNotANumber);
 }
 
 char* YcluiLex::GetIntVariable(char* text, YAttribValue& value) {
   char* next = GetVariable(text, value);
   if (next == nullptr || value.tag == YAttribLong) return next;
-  if (value.tag != YAttribDouble) return RefuseKept(YErrNotANumber);
-  return SetCutToLong(value, value.GetDouble()) ? next : RefuseKept(YErrOutOfRange);
+  if (value.tag != YAttribDouble) return refuseKept(text, YErrNotANumber);
+  return SetCutToLong(value, value.GetDouble()) ? next : refuseKept(text, YErrOutOfRange);
 }
 
 YWord YcluiLex::NewVariable(YAttribValue& value, const char* name, YcluiVariableKind kind,

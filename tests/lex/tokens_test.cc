@@ -77,13 +77,58 @@ TEST(Tokens, OfTexts) {
   for (const LexCase& row : Table) EXPECT_EQ(LexReader().read(row.text), row.shown) << row.text;
 }
 
+// A caret below each first argument that is read and an "x" below what failed.
+const LexCase Faults[] = {
+    {"now nope", "    x"},
+    {"now a\\", "    x"},
+    {"line: 1 , y now", "      ^   x"},
+    {"line:1,2,", "     ^ ^ x"},
+    {"a:#c\n", "  x"},
+    {"mix 1,a,2;3", "    ^ ^ x"},
+    {"at 10,y", "   x"},
+    {"name 'a${m}' now", "     ^ x"},
+    {"name 'open", "     x"},
+    {"name ${m}", "     x"},
+    {"line: ${m", "      x"},
+    {"line: 1,${m}[${z}[y]]", "      ^ ^         x"},
+    {"${m}[4", "x"},
+    {"${m}[y", "     x"},
+    {"${m}= ${z}='open", "           x"},
+    {"${z}[-1]=5", "x"},
+};
+
+TEST(Tokens, SayWhereTheyFailed) {
+  for (const LexCase& row : Faults) {
+    LexReader reader;
+    reader.lex.setString(row.text);
+    while (reader.lex.more() != 0) {
+      EXPECT_EQ(reader.lex.faultOffset(), -1) << row.text;
+      reader.lex.getNextToken(reader.token);
+    }
+    std::string marks(std::strlen(row.text) + 1, ' ');
+    for (int i = 1; reader.lex.argumentOffset(i) >= 0; ++i)
+      marks[reader.lex.argumentOffset(i)] = '^';
+    const long fault = reader.lex.faultOffset();
+    ASSERT_GE(fault, 0) << row.text;
+    marks[static_cast<std::size_t>(fault)] = 'x';
+    EXPECT_EQ(marks.substr(0, marks.find_last_not_of(' ') + 1), row.shown) << row.text;
+    EXPECT_STREQ(reader.lex.faultText(), row.text + fault);
+  }
+}
+
 TEST(Tokens, GoOnWithTheNextText) {
   LexReader reader;
   EXPECT_EQ(reader.read("line:"), "line:...");
   EXPECT_EQ(reader.read("  1 # more"), "line:(i1)...");
   EXPECT_EQ(reader.read(",5"), "!2051");
+  EXPECT_FALSE(reader.lex.faultIsSeparated());
   EXPECT_EQ(reader.read("line: 1 2"), "line:(i1)...|2");
+  EXPECT_EQ(reader.lex.argumentOffset(1), 6);
   EXPECT_EQ(reader.read("3 now"), "line:(i1,i23) now");
+  EXPECT_EQ(reader.read("line: 1,"), "line:(i1)...");
+  EXPECT_EQ(reader.read(" y"), "!2051");
+  EXPECT_TRUE(reader.lex.faultIsSeparated() && reader.lex.faultArgument() == 2);
+  EXPECT_TRUE(reader.lex.argumentOffset(1) == -1 && reader.lex.argumentOffset(2) == 1);
   // The word goes while it is under construction: its arguments start again, as strings.
   EXPECT_EQ(reader.read("line: 1"), "line:(i1)...");
   EXPECT_EQ(reader.lex.delKeyword("line:"), 1U);
