@@ -113,6 +113,19 @@ YWord YcluiParser::readToken() {
   return good;
 }
 
+int YcluiParser::lastFaultOffset() const {
+  return outerOffset(lexer == nullptr ? -1 : lexer->faultOffset());
+}
+
+int YcluiParser::lastArgumentOffset(int index) const {
+  return outerOffset(lexer == nullptr ? -1 : lexer->argumentOffset(index));
+}
+
+int YcluiParser::outerOffset(long lexerOffset) const {
+  const bool isKnown = lexerOffset >= 0 && suspendedDepth == outerSuspended;
+  return static_cast<int>(isKnown ? textBase + lexerOffset : tokenOffset);
+}
+
 // The work token stays with whoever uses it. A copy takes its place, since what the lexer leaves in
 // a token shows in the next one.
 void YcluiParser::renewWorkToken() {

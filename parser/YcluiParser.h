@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <vector>
 
 #include "foundation/YAttribValue.h"
 #include "foundation/YStack.h"
@@ -35,7 +36,7 @@ struct YcluiPlayedToken {
   const char* file;      // the full name
   long line;             // of the file, from 1, in which the text begins
   std::uint64_t number;  // of the text, among all that this parser has played
-  const char* text;      // as it was given to `interpret`
+  const char* text;      // as the file has it
   long offset;           // in the text, where the token begins; at its length or behind it for a
                          // token of text that a command appended
 };
@@ -129,6 +130,11 @@ class YQRT_API YcluiParser {
   // or behind it for a token of a text that a command appended. What an alias stands for counts as
   // being where the alias is.
   int lastTokenOffset() const { return static_cast<int>(tokenOffset); }
+  // The same for what the lexer could not read, while the refuse callback runs for it, and for an
+  // argument of that token, from 1, until the token is offered to the syntax; see YcluiLex. Where
+  // the lexer does not know, and in the text of an alias, the offset of the token.
+  int lastFaultOffset() const;
+  int lastArgumentOffset(int index) const;
 
   // Tokens of the current frame. Pointers are null when there is no token and stay good until the
   // frame changes.
@@ -256,6 +262,9 @@ class YQRT_API YcluiParser {
   // untouched, when it is not from such a line, or began in an earlier one of the file. The
   // pointers stay good until the parser goes on.
   YWord playedToken(YcluiPlayedToken& token) const;
+  // The same for what lastFaultOffset or lastArgumentOffset returned; that may be in a line behind
+  // the one in which the token began.
+  YWord playedToken(YcluiPlayedToken& token, int offset) const;
   // How many files so far ended by an error of reading, which a playback takes for their end.
   int playbackReadErrors() const { return readErrors; }
   // Whether the text of an alias is being read; the end of a nested one ends it for all.
@@ -339,14 +348,16 @@ class YQRT_API YcluiParser {
   YWord playbackRun = 0;
   YWord playbackPaused = 0;
   YcluiLogFile_Stack playbackFiles;
+  using Escapes = std::vector<long, YAllocator<long>>;  // offsets of pairs of backslashes
   struct PlaybackPlace {
     std::uint64_t serial = 0;    // of the file, among all that were played
     long line = 0;               // where the last text began
     long ends = 0;               // of lines that are read
     long bytes = 0;              // that are read
     std::uint64_t number = 0;    // of the text, among all that were played
-    const char* text = nullptr;  // that interpret is reading, null between two
-    long begin = 0;              // of the text, where the offset of a token is 0 at the outermost
+    const char* text = nullptr;  // that interpret is reading, as in the file; null between two
+    const Escapes* escapes = nullptr;  // added to that text, null when there are none
+    long begin = 0;  // of the text, where the offset of a token is 0 at the outermost
   };
   YStack<PlaybackPlace> playbackPlaces;  // of the files on that stack
   std::uint64_t filesPlayed = 0;
@@ -401,6 +412,7 @@ class YQRT_API YcluiParser {
   void appendText(const char* text);
   void beginOuterText();
   YWord readToken();
+  int outerOffset(long lexerOffset) const;
   void refuseWord();
   YWord pushWorkToken();
   void renewWorkToken();
@@ -433,7 +445,7 @@ class YQRT_API YcluiParser {
   YWord reentryPlayback(int levels);
   YWord playFile();
   YWord resumeFile();
-  void playText(const char* text);
+  void playText(const char* text, const char* inFile, const Escapes* escapes);
   YWord stopsBehindLine(std::uint64_t serial);
   void endReading(std::FILE* stream);
   YWord finishFile();

@@ -1,7 +1,9 @@
 // Playback: the lines of log files go through interpret.
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "foundation/YErr.h"
 #include "foundation/YKanji.h"
@@ -10,11 +12,13 @@
 
 namespace {
 
+using Escapes = std::vector<long, YAllocator<long>>;
+
 // Reads the lines of a file that is played from its beginning: how a log was written is undone
 // here, so that its strings come out of the lexer as they went in.
 class LineReader {
  public:
-  LineReader(std::FILE* stream, YString& line) : stream_(stream), line_(line) {}
+  explicit LineReader(std::FILE* stream) : stream_(stream) {}
 
   // All that was read so far.
   long bytes() const { return bytes_; }
@@ -24,6 +28,8 @@ class LineReader {
   // follow, 0 at the end of the file.
   YWord read() {
     line_.truncate(0);
+    inFile_.truncate(0);
+    escapes_.clear();
     for (int byte = get(); byte != EOF; byte = get()) {
       if (byte == '\n' && !inString_) return end(1);
       if (byte == '"') inString_ = !inString_;
@@ -34,10 +40,18 @@ class LineReader {
     return end(0);
   }
 
+  // What was read last: the text for the lexer, the text of the file, and the offsets in the former
+  // at which two backslashes were added.
+  const char* line() const { return line_.buffer; }
+  const char* inFile() const { return inFile_.buffer; }
+  const Escapes& escapes() const { return escapes_; }
+
  private:
   std::FILE* stream_;
-  YString& line_;
-  char run_[256];  // bytes that are still to be added to the line
+  YString line_;
+  YString inFile_;
+  Escapes escapes_;
+  char run_[256];  // bytes that are still to be added to both
   std::size_t runLength_ = 0;
   bool inString_ = false;
   long bytes_ = 0;
@@ -60,6 +74,7 @@ class LineReader {
   }
   void addRun() {
     line_.concat(run_, runLength_);
+    inFile_.concat(run_, runLength_);
     runLength_ = 0;
   }
   YWord end(YWord follows) {
@@ -73,8 +88,9 @@ class LineReader {
     const int byte = get();
     if (byte == EOF) return;
     if (byte == '"' || byte == '\\') {
-      add('\\');
-      add('\\');
+      addRun();
+      escapes_.push_back(static_cast<long>(line_.length));
+      line_ << "\\\\";
     }
     add(byte);
   }
@@ -91,6 +107,13 @@ class LineReader {
     }
   }
 };
+
+// The offset in the text of the file, given that in the text that was played.
+long OffsetInFile(long offset, const Escapes* escapes) {
+  if (escapes == nullptr) return offset;
+  const auto added = std::lower_bound(escapes->begin(), escapes->end(), offset) - escapes->begin();
+  return offset - 2 * static_cast<long>(added);
+}
 
 }  // namespace
 
@@ -133,8 +156,7 @@ YWord YcluiParser::reentryPlayback(int levels) {
 YWord YcluiParser::playFile() {
   playbackRun = 1;
   const std::uint64_t serial = playbackPlaces.topSlot().serial;
-  YString line;
-  LineReader reader(playbackFiles.topSlot(), line);
+  LineReader reader(playbackFiles.topSlot());
   for (YWord follows = 1; follows != 0;) {
     PlaybackPlace& place = playbackPlaces.topSlot();
     place.line = reader.ends() + 1;
@@ -142,7 +164,7 @@ YWord YcluiParser::playFile() {
     place.ends = reader.ends();
     place.bytes = reader.bytes();
     if (follows == 0) endReading(playbackFiles.topSlot());
-    playText(line.buffer);
+    playText(reader.line(), reader.inFile(), &reader.escapes());
     if (stopsBehindLine(serial) != 0) return 1;
   }
   return finishFile();
@@ -160,19 +182,20 @@ YWord YcluiParser::resumeFile() {
     place.line = place.ends + 1;
     place.bytes += static_cast<long>(length);
     if (length > 0 && piece[length - 1] == '\n') ++place.ends;
-    if (piece[0] != '\n') playText(piece);
+    if (piece[0] != '\n') playText(piece, piece, nullptr);
     if (stopsBehindLine(serial) != 0) return 1;
   }
   endReading(stream);
   return finishFile();
 }
 
-void YcluiParser::playText(const char* text) {
+void YcluiParser::playText(const char* text, const char* inFile, const Escapes* escapes) {
   const int level = playbackPlaces.count() - 1;
   const std::uint64_t number = ++textsPlayed;
   PlaybackPlace& place = playbackPlaces.topSlot();
   place.number = number;
-  place.text = text;
+  place.text = inFile;
+  place.escapes = escapes;
   place.begin = interpretDepth == 0 ? 0 : textBase + textLength;
   interpret(text);
   // A command may have finished the file, and begun another in its place.
@@ -218,11 +241,15 @@ long YcluiParser::playbackPosition() const {
 }
 
 YWord YcluiParser::playedToken(YcluiPlayedToken& token) const {
+  return playedToken(token, static_cast<int>(tokenOffset));
+}
+
+YWord YcluiParser::playedToken(YcluiPlayedToken& token, int offset) const {
   for (int i = playbackPlaces.count() - 1; i >= 0; --i) {
     const PlaybackPlace& place = playbackPlaces.at(i);
-    if (place.text == nullptr || tokenOffset < place.begin) continue;
+    if (place.text == nullptr || offset < place.begin) continue;
     token = {playbackFiles.at(i).filename(), place.line, place.number, place.text,
-             tokenOffset - place.begin};
+             OffsetInFile(offset - place.begin, place.escapes)};
     return 1;
   }
   return 0;
