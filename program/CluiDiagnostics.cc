@@ -27,10 +27,11 @@ void CluiDiagnostics::refused(const YcluiToken& token) {
   const bool offered = offered_ == reading_.tokenStart();
   if (offered) --outcome_.taken;
   offered_ = {};
-  const CluiRefused refused = {&token, offered, takeCode(), beganEarlier()};
   CluiSpot spot = reading_.spot();
+  CluiRefused refused = {&token, offered, takeCode(), beganEarlier(), spot};
+  if (!offered) refused.fault = reading_.spotAt(reading_.parser()->lastFaultOffset());
   const std::wstring message =
-      refusal_.explain(*reading_.parser(), reading_.lineOf(spot), refused, spot);
+      refusal_.explain(*reading_.parser(), reading_.lineOf(refused.fault), refused, spot);
   if (options_.trace) trace_.refused(token, offered);
   reportAt(spot, message);
 }
@@ -147,8 +148,7 @@ void CluiDiagnostics::unreadable(const std::string& bytes, std::size_t number,
 
 void CluiDiagnostics::warnOfArgument(const YcluiToken& token, int index,
                                      const std::wstring& message) {
-  CluiSpot spot = reading_.spot();
-  CluiRefusal::moveToArgument(*reading_.parser(), reading_.lineOf(spot), token, index, spot);
+  const CluiSpot spot = reading_.spotAt(reading_.parser()->lastArgumentOffset(index));
   reportAt(spot, L"warning: argument " + std::to_wstring(index) + L" of " +
                      CluiQuoted(encoding_.fromSystem(token.string())) + message);
 }

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "parser/YcluiParser.h"
-#include "program/CluiLiteral.h"
 #include "program/text/CluiMessages.h"
 
 void CluiFeeder::feed(std::string& bytes, std::size_t number) {

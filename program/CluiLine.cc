@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "program/CluiLiteral.h"
+#include "foundation/YKanji.h"
 
 namespace {
 
@@ -16,6 +16,13 @@ void StepTo(CluiSpot& spot, std::size_t offset) {
 }
 
 }  // namespace
+
+std::size_t CluiStepAt(const std::string& text, std::size_t offset) {
+  const bool two = offset + 1 < text.size() &&
+                   YIsKanjiLead(static_cast<unsigned char>(text[offset])) &&
+                   YIsKanjiTrail(static_cast<unsigned char>(text[offset + 1]));
+  return two ? 2 : 1;
+}
 
 void CluiLine::restart() {
   now_ = {};
@@ -47,19 +54,6 @@ CluiSpot CluiLine::spotOf(int offset) {
   if (place < last_.offset) last_ = {now_.number, 0, 0, &now_.text};
   StepTo(last_, place);
   return last_;
-}
-
-std::string CluiLine::textFrom(const CluiSpot& spot) const {
-  return spot.text == &before_.text ? before_.text + now_.text : *spot.text;
-}
-
-void CluiLine::move(CluiSpot& spot, std::size_t offset) const {
-  const std::size_t length = spot.text->size();
-  if (spot.text == &before_.text && offset >= length) {
-    spot = {now_.number, 0, 0, &now_.text};
-    offset -= length;
-  }
-  StepTo(spot, offset);
 }
 
 const std::wstring& CluiLine::characters(const CluiSpot& spot) {

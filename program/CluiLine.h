@@ -7,6 +7,9 @@
 
 #include "program/text/CluiEncoding.h"
 
+// The bytes of the character at `offset`, where one starts: 1 or 2.
+std::size_t CluiStepAt(const std::string& text, std::size_t offset);
+
 // A character of a line of the input.
 struct CluiSpot {
   std::size_t line = 0;               // counted from 1
@@ -29,23 +32,14 @@ class CluiLine {
   const std::string& text() const { return now_.text; }
   std::size_t number() const { return now_.number; }
 
-  // The character at a byte offset as YcluiParser::lastTokenOffset answers it. A negative one lies
-  // in the line before, of which text was left unread; one in front of that is moved to its start.
-  // Past the end, where text stands that a command has appended, the spot asked for before is
-  // answered again. Asked for in order, the spots of a line cost its length.
+  // The character at a byte offset as YcluiParser::lastTokenOffset returns it. A negative one is in
+  // the line before, of which text was left unread; one in front of that is moved to its start.
+  // Past the end, where text is that a command has appended, the spot asked for before is returned
+  // again. Asked for in order, the spots of a line cost its length.
   CluiSpot spotOf(int offset);
 
   // Whether it lies in the present line, and not in the one before.
   bool isNow(const CluiSpot& spot) const { return spot.text == &now_.text; }
-
-  // The text from the start of the line of a spot to the end of what is fed.
-  std::string textFrom(const CluiSpot& spot) const;
-  // Where in that text the present line begins behind the one before; past the end if it is alone.
-  std::size_t cutOf(const CluiSpot& spot) const {
-    return isNow(spot) ? std::string::npos : spot.text->size();
-  }
-  // Moves a spot on to a byte of that text; also from the line before into the present one.
-  void move(CluiSpot& spot, std::size_t offset) const;
 
   // The line of a spot as characters. Made once while it is asked for again.
   const std::wstring& characters(const CluiSpot& spot);

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "program/CluiLine.h"
 
@@ -31,7 +30,6 @@ class CluiPlayed {
   CluiLine line_;
   std::string file_;
   std::uint64_t number_ = 0;
-  std::vector<std::size_t> added_;  // where in the text two backslashes were added to the file's
 
   void fetch(const YcluiPlayedToken& token);
 };

@@ -9,12 +9,16 @@ bool CluiReading::isAlive() const {
 }
 
 CluiSpot CluiReading::spot() {
+  return spotAt(parser_->lastTokenOffset());
+}
+
+CluiSpot CluiReading::spotAt(int offset) {
   static const std::string none;
   YcluiPlayedToken token;
   CluiSpot spot;
-  if (parser_->playedToken(token) != 0 && played_.find(token, spot)) return spot;
+  if (parser_->playedToken(token, offset) != 0 && played_.find(token, spot)) return spot;
   if (isPlayed()) return {0, 0, 0, &none};
-  return line_.spotOf(parser_->lastTokenOffset());
+  return line_.spotOf(offset);
 }
 
 CluiLine& CluiReading::lineOf(const CluiSpot& spot) {

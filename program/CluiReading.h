@@ -44,6 +44,8 @@ class CluiReading {
   // The character at which the last token starts. Without a line, for a token of a playback that
   // cannot be attributed to one.
   CluiSpot spot();
+  // The same for an argument or a fault of that token, given the offset that the parser returns.
+  CluiSpot spotAt(int offset);
   // The line that a spot is in, fed or played.
   CluiLine& lineOf(const CluiSpot& spot);
   // A spot as the user knows it.

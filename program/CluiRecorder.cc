@@ -8,7 +8,7 @@
 #include "foundation/YErrCodes.h"
 #include "foundation/YFileName.h"
 #include "parser/YcluiParser.h"
-#include "program/CluiLiteral.h"
+#include "program/CluiLine.h"
 #include "program/text/CluiMessages.h"
 
 namespace {

@@ -1,16 +1,15 @@
 #include "program/CluiRefusal.h"
 
-#include <strings.h>
-
 #include <cstring>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "foundation/YErrCodes.h"
 #include "parser/YcluiParser.h"
-#include "program/CluiLiteral.h"
 #include "program/CluiNearest.h"
+#include "program/CluiTextEnd.h"
 #include "program/text/CluiMessages.h"
 
 namespace {
@@ -39,56 +38,55 @@ const char* WordOf(const YcluiToken& token) {
   return token.string() == nullptr ? "" : token.string();
 }
 
-// Whether the word itself stands at the spot. It does not when it came out of a nested text, and
-// when a variable form failed, for which the token still shows what was read before.
-bool StandsAt(const CluiSpot& spot, const char* word) {
-  const std::size_t length = std::strlen(word);
-  return length > 0 && spot.text->size() - spot.offset >= length &&
-         strncasecmp(spot.text->c_str() + spot.offset, word, length) == 0;
-}
+constexpr char WhiteSpace[] = " \t\r\n\v\f";
 
-bool OpensVariable(const std::string& text, std::size_t place) {
-  return text.compare(place, 2, "${") == 0;
-}
-
-bool IsQuote(const std::string& text, std::size_t place) {
-  return place < text.size() && (text[place] == '"' || text[place] == '\'');
-}
-
-// What is wrong with the literal at a place of a text.
-std::wstring LiteralFault(unsigned int code, const std::string& text, std::size_t place) {
-  if (code == 0) return L"it is missing";
-  if (code == YErrEndOfInput && IsQuote(text, place)) return L"the quote is not closed";
-  if (code == YErrNotANumber && OpensVariable(text, place)) {
-    return L"the value of the variable is no number";
+// Of a text that could not be read as much as is worth quoting.
+std::string FoundIn(const std::string& text, unsigned int code) {
+  if (!text.starts_with("${")) {
+    const std::string ends = code == YErrBadPoint ? WhiteSpace : WhiteSpace + std::string(",");
+    return text.substr(0, text.find_first_of(ends, 1));
   }
-  return CluiCodeText(code);
+  std::size_t end = text.find('}') + 1;
+  if (text[end] == '[') end = text.find(']', end) + 1;
+  return text.substr(0, end);
 }
 
-std::wstring RestText(unsigned int code, const std::string& text, std::size_t place) {
-  if (code == 0 || !CluiHasRest(text, place)) return std::wstring();
-  const std::size_t next = text.find('\n', place);
+// What is lost with a fault: the text after it, unless a command or an alias brought it.
+std::wstring RestText(const std::string& text, const CluiSpot& fault) {
+  const std::size_t end = text.find_first_of(WhiteSpace, 1);
+  if (end == std::string::npos || CluiIsBlank(text.substr(end))) return std::wstring();
+  if (fault.text->compare(fault.offset, end, text, 0, end) != 0) return std::wstring();
+  const std::size_t next = text.find('\n');
   const bool isOneLine = next == std::string::npos || CluiIsBlank(text.substr(next));
   return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
+}
+
+// An argument that no comma follows, though more are wanted, ends its line for the time being: that
+// is reported where the next one was looked for.
+std::wstring BrokenText(const std::wstring& word, const CluiLine& line, const CluiSpot& begin,
+                        const CluiSpot& fault) {
+  if (begin.line > 0 && fault.line != begin.line) return L"; that line broke off without a comma";
+  if (line.isNow(fault)) return std::wstring();
+  return L"; the arguments of " + CluiQuoted(word) +
+         L" broke off here and go on with the next line";
 }
 
 }  // namespace
 
 std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiLine& line,
                                   const CluiRefused& refused, CluiSpot& spot) {
-  line_ = &line;
   const YcluiToken& token = *refused.token;
   const std::wstring word = encoding_.fromSystem(WordOf(token));
   if (refused.offered && refused.code == YErrInterruptRefused) {
     return CluiWaitingText(word, waitingLine(parser));
   }
   if (refused.offered && refused.code != 0) return CluiCodeText(refused.code);
-  if (refused.code != 0) return explainArgument(parser, refused, spot);
+  if (refused.code != 0) return explainFault(parser, line, refused, spot);
   if (token.id() == YcluiIdNone || token.id() == YcluiIdFreeWord) {
     return explainUnknown(parser, WordOf(token));
   }
   if (refused.offered) return explainMisplaced(parser, word, refused.inside);
-  return explainArgument(parser, refused, spot);
+  return explainFault(parser, line, refused, spot);
 }
 
 std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const char* word) {
@@ -141,72 +139,47 @@ std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstri
   return CluiMisplacedText(word, line, possible);
 }
 
-std::wstring CluiRefusal::explainArgument(YcluiParser& parser, const CluiRefused& refused,
-                                          CluiSpot& spot) {
-  const char* word = WordOf(*refused.token);
-  if (!StandsAt(spot, word)) return explainForm(parser, refused, spot);
-  const std::string text = line_->textFrom(spot);
-  const YcluiKeyword* keyword = parser.lex()->keyword(word);
-  const int index = refused.token->argc();
-  // Behind the declared arguments, and behind a word without any, all are strings.
+std::wstring CluiRefusal::explainFault(YcluiParser& parser, const CluiLine& line,
+                                       const CluiRefused& refused, CluiSpot& spot) const {
+  YcluiLex& lex = *parser.lex();
+  const std::wstring word = encoding_.fromSystem(WordOf(*refused.token));
+  const CluiSpot begin = std::exchange(spot, refused.fault);
+  const std::string text = lex.faultText();
+  const std::string found = FoundIn(text, refused.code);
+  std::wstring fault = faultText(parser, *refused.token, refused.code, found);
+  const int index = lex.faultArgument();
+  if (index > 1 && !lex.faultIsSeparated()) fault += BrokenText(word, line, begin, spot);
+  if (refused.code != 0 && lex.more() == 0) fault += RestText(text, spot);
+  if (index == 0) return fault;
+  return CluiArgumentText(word, begin.line == spot.line ? 0 : begin.line, index, fault);
+}
+
+// What is wrong with a literal.
+std::wstring CluiRefusal::faultText(const YcluiParser& parser, const YcluiToken& token,
+                                    unsigned int code, const std::string& found) const {
+  const YcluiLex& lex = *parser.lex();
+  const int index = lex.faultArgument();
+  const YcluiKeyword* keyword = lex.keyword(WordOf(token));
+  const std::wstring quoted = CluiQuoted(encoding_.fromSystem(found));
+  // After the declared arguments, and after a word without any, all are strings.
   YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(index - 1);
   if (type == YcluiValueNone) type = YcluiValueString;
-  const CluiArgumentPlace place =
-      CluiFindArgument(text, spot.offset + std::strlen(word), line_->cutOf(spot), index, keyword);
-  const std::size_t line = spot.line;
-  line_->move(spot, place.offset);
-  std::wstring fault = LiteralFault(refused.code, text, place.offset);
-  if (!place.separated) fault += brokenText(encoding_.fromSystem(word), line, spot);
-  fault += RestText(refused.code, text, place.offset);
-  return CluiArgumentText(encoding_.fromSystem(word), line == spot.line ? 0 : line, index, type,
-                          fault);
-}
-
-void CluiRefusal::moveToArgument(YcluiParser& parser, const CluiLine& line, const YcluiToken& token,
-                                 int index, CluiSpot& spot) {
-  const char* word = WordOf(token);
-  if (!StandsAt(spot, word)) return;
-  const std::size_t behind = spot.offset + std::strlen(word);
-  const YcluiKeyword* keyword = parser.lex()->keyword(word);
-  const std::string text = line.textFrom(spot);
-  line.move(spot, CluiFindArgument(text, behind, line.cutOf(spot), index, keyword).offset);
-}
-
-// Behind a word that the line does not show: a number is known to be an argument's, and so is what
-// is missing.
-std::wstring CluiRefusal::explainNested(YcluiParser& parser, const CluiRefused& refused) const {
-  std::wstring fault = LiteralFault(refused.code, "", 0);
-  const bool isNumber = refused.code == YErrNotANumber || refused.code == YErrBadPoint ||
-                        refused.code == YErrOutOfRange;
-  const char* word = WordOf(*refused.token);
-  const YcluiKeyword* keyword = parser.lex()->keyword(word);
-  const int index = refused.token->argc();
-  const bool isDeclared = keyword != nullptr && index <= keyword->argCount();
-  if (refused.code != 0 && !(isNumber && isDeclared)) return fault;
-  const YcluiValueType type = isDeclared ? keyword->argType(index - 1) : YcluiValueString;
-  return CluiArgumentText(encoding_.fromSystem(word), 0, index, type, fault);
-}
-
-// Of a variable form in the place of a word. Anything else comes out of a nested text, and its
-// fault costs nothing of the line.
-std::wstring CluiRefusal::explainForm(YcluiParser& parser, const CluiRefused& refused,
-                                      const CluiSpot& spot) {
-  const std::string text = line_->textFrom(spot);
-  if (parser.lex()->suspendedTexts() > 0 || !OpensVariable(text, spot.offset)) {
-    return explainNested(parser, refused);
+  if (lex.argumentOffset(index) != lex.faultOffset()) type = YcluiValueFloat;  // of an index
+  switch (code) {
+    case 0:
+      return L"expected a string, found nothing";
+    case YErrNotANumber: {
+      const std::wstring text = L"expected " + CluiTypeText(type) + L", found " + quoted;
+      if (!found.starts_with("${")) return text;
+      return text + (type == YcluiValueString ? L", whose value has no text"
+                                              : L", whose value is not a number");
+    }
+    case YErrBadPoint:
+    case YErrOutOfRange:
+      return CluiCodeText(code) + L", found " + quoted;
+    case YErrNoSuchVariable:
+      return L"no such variable " + quoted;
+    default:
+      return CluiCodeText(code);
   }
-  const std::size_t setting = text.find("}=", spot.offset);
-  const bool sets = setting != std::string::npos && IsQuote(text, setting + 2);
-  return LiteralFault(refused.code, text, sets ? setting + 2 : spot.offset) +
-         RestText(refused.code, text, spot.offset);
-}
-
-// An argument that no comma follows, though more are wanted, ends its line for the time being: that
-// is told where the next one was looked for.
-std::wstring CluiRefusal::brokenText(const std::wstring& word, std::size_t line,
-                                     const CluiSpot& spot) const {
-  if (spot.line != line) return L"; that line broke off without a comma";
-  if (line_->isNow(spot)) return std::wstring();
-  return L"; the arguments of " + CluiQuoted(word) +
-         L" broke off here and go on with the next line";
 }

@@ -18,6 +18,7 @@ struct CluiRefused {
   bool offered = false;   // it was read whole and came before the syntax
   unsigned int code = 0;  // what it pushed onto the error manager, 0 for nothing
   bool inside = false;    // the command under way began before the line that is being fed
+  CluiSpot fault;         // where it could not be read, see YcluiParser::lastFaultOffset
 };
 
 class CluiRefusal {
@@ -27,14 +28,11 @@ class CluiRefusal {
   // Another input begins.
   void restart() { compared_ = 0; }
 
-  // The message for a word that the outermost text holds at `spot` of `line`, the one that is being
-  // fed or played. The spot is moved to the literal at fault where that can be told. A word out of
-  // a nested text has the spot of what stands for that text.
+  // The message for a word that the outermost text holds at `spot`, and which failed in `line`, the
+  // one that is being fed or played. The spot is replaced where the message is about another one. A
+  // word out of a nested text has the spot of what it was read in place of.
   std::wstring explain(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,
                        CluiSpot& spot);
-  // Moves the spot of a word to argument `index`, from 1, if the word stands there.
-  static void moveToArgument(YcluiParser& parser, const CluiLine& line, const YcluiToken& token,
-                             int index, CluiSpot& spot);
 
  private:
   // How many unknown words of an input are compared with the dictionary; a large file of words of
@@ -42,16 +40,15 @@ class CluiRefusal {
   static constexpr std::size_t ComparedAtMost = 200;
 
   CluiEncoding& encoding_;
-  const CluiLine* line_ = nullptr;  // of the word that is explained
   std::size_t compared_ = 0;
 
   std::wstring explainUnknown(YcluiParser& parser, const char* word);
   std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word, bool inside);
   std::wstring waitingLine(const YcluiParser& parser) const;
-  std::wstring explainArgument(YcluiParser& parser, const CluiRefused& refused, CluiSpot& spot);
-  std::wstring explainNested(YcluiParser& parser, const CluiRefused& refused) const;
-  std::wstring explainForm(YcluiParser& parser, const CluiRefused& refused, const CluiSpot& spot);
-  std::wstring brokenText(const std::wstring& word, std::size_t line, const CluiSpot& spot) const;
+  std::wstring explainFault(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,
+                            CluiSpot& spot) const;
+  std::wstring faultText(const YcluiParser& parser, const YcluiToken& token, unsigned int code,
+                         const std::string& found) const;
 };
 
 #endif  // PROGRAM_CLUIREFUSAL_H_

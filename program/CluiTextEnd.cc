@@ -3,13 +3,29 @@
 #include <algorithm>
 #include <cstring>
 
+#include "foundation/YNumber.h"
 #include "parser/YcluiParser.h"
-#include "program/CluiLiteral.h"
+#include "program/CluiLine.h"
 
 namespace {
 
 bool IsWhiteSpace(char c) {
   return c != '\0' && std::strchr(" \t\r\n\v\f", c) != nullptr;
+}
+
+// To the next byte that is neither white space nor in a comment.
+std::size_t SkipWhiteSpace(const std::string& text, std::size_t offset) {
+  while (offset < text.size() && (IsWhiteSpace(text[offset]) || text[offset] == '#')) {
+    offset = text[offset] == '#' ? text.find('\n', offset) : offset + 1;
+  }
+  return std::min(offset, text.size());
+}
+
+// To the end of a number, whatever follows it; the same offset where there is none.
+std::size_t SkipNumber(const std::string& text, std::size_t offset) {
+  double number = 0;
+  const char* end = YReadDecimal(text.c_str() + offset, number);
+  return end == nullptr ? offset : static_cast<std::size_t>(end - text.c_str());
 }
 
 class Reader {
@@ -41,7 +57,7 @@ class Reader {
   char byte() const { return atEnd() ? '\0' : text_[at_]; }
   bool isQuote() const { return byte() == '"' || byte() == '\''; }
   bool opensForm() const { return text_.compare(std::min(at_, text_.size()), 2, "${") == 0; }
-  void skipWhiteSpace() { at_ = CluiSkipWhiteSpace(text_, at_); }
+  void skipWhiteSpace() { at_ = SkipWhiteSpace(text_, at_); }
   void stop(CluiTextEnd::Kind kind = CluiTextEnd::Whole) {
     end_.kind = kind;
     reads_ = false;
@@ -133,7 +149,7 @@ class Reader {
 
   void readNumber() {
     if (opensForm()) return skipForm();
-    const std::size_t end = CluiSkipNumber(text_, at_);
+    const std::size_t end = SkipNumber(text_, at_);
     if (end == at_) stop();
     at_ = end;
   }
@@ -189,7 +205,7 @@ class Reader {
       ++brackets;
       skipWhiteSpace();
     } while (opensForm());
-    if (brackets > 0 && !opensForm()) at_ = CluiSkipNumber(text_, at_);
+    if (brackets > 0 && !opensForm()) at_ = SkipNumber(text_, at_);
     for (; brackets > 0 && byte() == ']'; --brackets) ++at_;
   }
 };
@@ -211,7 +227,7 @@ CluiTextEnd CluiEndOf(const YcluiParser& parser, const std::string& text,
 }
 
 std::size_t CluiLeadingComma(const std::string& text, const CluiTextState& begin) {
-  const std::size_t first = CluiSkipWhiteSpace(text, 0);
+  const std::size_t first = SkipWhiteSpace(text, 0);
   const bool isComma =
       begin.phase == CluiTextState::BehindArgument && first < text.size() && text[first] == ',';
   return isComma ? first : std::string::npos;
@@ -224,4 +240,8 @@ bool CluiMayEndInComma(const std::string& text) {
     if (i == 0) return false;
   }
   return false;
+}
+
+bool CluiIsBlank(const std::string& text) {
+  return SkipWhiteSpace(text, 0) == text.size();
 }

@@ -52,4 +52,7 @@ std::size_t CluiLeadingComma(const std::string& text, const CluiTextState& begin
 // often than it should be.
 bool CluiMayEndInComma(const std::string& text);
 
+// Whether there is nothing but white space and comments.
+bool CluiIsBlank(const std::string& text);
+
 #endif  // PROGRAM_CLUITEXTEND_H_

@@ -15,17 +15,17 @@ struct CodeText {
 
 constexpr CodeText Codes[] = {
     {YErrNoMemory, L"there is no memory left"},
-    {YErrEndOfInput, L"the text ends inside it"},
-    {YErrNotANumber, L"this is no number"},
+    {YErrEndOfInput, L"unterminated string"},
+    {YErrNotANumber, L"expected a number"},
     {YErrTooDeep, L"texts are nested too deep; does one lead back to itself?"},
-    {YErrBadPoint, L"this is no point, two integers with a comma between them"},
+    {YErrBadPoint, L"expected a point, two integers with a comma between them"},
     {YErrNoSuchWord, L"there is no such word to delete"},
     {YErrOutsideArray, L"there is no such element of the array"},
     {YErrNoSyntax, L"the parser has no syntax yet"},
     {YErrNotAlive, L"this is no live parser, fragment or binding"},
     {YErrBadFormat, L"a format may hold no conversions but %s and %%"},
     {YErrNameExists, L"the name is taken already"},
-    {YErrOutOfRange, L"the number lies outside -2147483648 to 2147483647"},
+    {YErrOutOfRange, L"expected an integer from -2147483648 to 2147483647"},
     {YErrNoWordTable, L"there is no memory for the words"},
     {YErrAmbiguous, L"the command can end here in more than one way"},
     {YErrTextTooLong, L"with the values in it the text would be longer than 16 MiB"},
@@ -111,10 +111,10 @@ std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line)
 }
 
 std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
-                              unsigned int valueType, const std::wstring& fault) {
+                              const std::wstring& fault) {
   std::wstring text = L"argument " + std::to_wstring(index) + L" of " + CluiQuoted(word);
   if (wordLine > 0) text.append(L" in line ").append(std::to_wstring(wordLine));
-  return text + L", " + CluiTypeText(valueType) + L": " + fault;
+  return text + L": " + fault;
 }
 
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) {

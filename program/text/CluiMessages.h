@@ -39,7 +39,7 @@ std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line)
 // Argument `index` of a word, and what is wrong with it. `wordLine` is the line of the word when
 // the argument is in a later one, else 0.
 std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
-                              unsigned int valueType, const std::wstring& fault);
+                              const std::wstring& fault);
 
 // Why a line cannot be converted.
 std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding);
