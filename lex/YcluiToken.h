@@ -99,7 +99,7 @@ class YQRT_API YcluiToken {
  private:
   friend class YcluiLex;
   friend class YcluiLineParser;
-  friend class YcluiParser;
+  friend class YcluiWorkToken;
 
   // Copies the word, the id and the type and reserves memory for the declared arguments, none of
   // which is set. Does not change underConstruction.

@@ -66,7 +66,8 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
   const char* wholeLine() const;
 
  private:
-  friend class YcluiParser;
+  friend class YcluiFrames;
+  friend class YcluiParserCore;
 
   YcluiToken_Stack tokens;
   // The texts show the first `shown` tokens. The others join them when somebody asks, since most

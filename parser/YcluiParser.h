@@ -5,7 +5,7 @@
 
 #include <cstdint>
 #include <iosfwd>
-#include <vector>
+#include <memory>
 
 #include "foundation/YAttribValue.h"
 #include "foundation/YStack.h"
@@ -14,11 +14,8 @@
 #include "foundation/YcluiLimits.h"
 #include "lex/YcluiLex.h"
 #include "lex/YcluiToken.h"
-#include "parser/YcluiCandidates.h"
-#include "parser/YcluiLevels.h"
-#include "parser/YcluiLineParser.h"
-#include "parser/YcluiLogFile.h"
 #include "parser/YcluiLogNestStyle.h"
+#include "parser/YcluiPlayedToken.h"
 #include "syntax/YcluiSyntaxGraph.h"
 
 // The callbacks: plain functions, called with the word that was given with them. A token callback
@@ -31,17 +28,8 @@ using YcluiSynProc = void (*)(void* word, const char* line, const char* wholeLin
 using YcluiGoneProc = void (*)(void* word);
 using YcluiWordProc = void (*)(void* word, const char* name);
 
-// A token of a line that is being played.
-struct YcluiPlayedToken {
-  const char* file;      // the full name
-  long line;             // of the file, from 1, in which the text begins
-  std::uint64_t number;  // of the text, among all that this parser has played
-  const char* text;      // as the file has it
-  long offset;           // in the text, where the token begins; at its length or behind it for a
-                         // token of text that a command appended
-};
-
 class YcluiParser;
+class YcluiParserCore;
 using pYcluiParser_Stack = YStack<YcluiParser*>;
 
 // A parser owns a lexer, a syntax graph, the indefinite nodes and a stack of frames, of which the
@@ -121,7 +109,7 @@ class YQRT_API YcluiParser {
   // Whether a token waits for the rest of its arguments.
   YWord tokenIsOpen() const;
   // That token, with the arguments that are read, or null. Good until the next text.
-  const YcluiToken* openToken() const { return tokenIsOpen() != 0 ? workToken : nullptr; }
+  const YcluiToken* openToken() const;
   // Drops such a token. Text that is unread behind it stays.
   void dropOpenToken();
 
@@ -129,7 +117,7 @@ class YQRT_API YcluiParser {
   // `interpret`. Negative when it began in text left over from earlier; at the length of the text
   // or behind it for a token of a text that a command appended. What an alias stands for counts as
   // being where the alias is.
-  int lastTokenOffset() const { return static_cast<int>(tokenOffset); }
+  int lastTokenOffset() const;
   // The same for what the lexer could not read, while the refuse callback runs for it, and for an
   // argument of that token, from 1, until the token is offered to the syntax; see YcluiLex. Where
   // the lexer does not know, and in the text of an alias, the offset of the token.
@@ -184,7 +172,7 @@ class YQRT_API YcluiParser {
   // was left. The bottom frame is reset instead. Answers 0.
   YWord popFrame();
   // The number of frames.
-  int nestingDepth() const { return frames.count(); }
+  int nestingDepth() const;
 
   // Callbacks. Each stores function and word and answers the function of before; null removes it.
 
@@ -200,11 +188,11 @@ class YQRT_API YcluiParser {
   // it can take leave. Answers the function of before.
   YcluiGoneProc sysSetGoneProcedure(YcluiGoneProc proc, void* word);
   // 0 stops both echo procedures, anything else lets them go on. Syntax callbacks are not stopped.
-  void enableEcho(YWord flag) { echoEnabled = flag; }
+  void enableEcho(YWord flag);
 
   // The lexer, null when there was no memory for it, and its operations under other names.
 
-  YcluiLex* lex() const { return lexer; }
+  YcluiLex* lex() const;
   YWord setAlias(const char* name, const char* text);
   YWord unsetAlias(const char* name);
   YWord setVariable(const char* name, const YAttribValue& value);
@@ -227,9 +215,9 @@ class YQRT_API YcluiParser {
   // Adds text to the log, null adding none; 1 when one is open, else 0. Of a playback nothing or a
   // comment is written, as the nest style says.
   YWord writeToLog(const char* text);
-  YWord isLogging() const { return logFile.isOpenning(); }
+  YWord isLogging() const;
   // How playbacks are logged from now on; YcluiLogNestSilent at first.
-  void nestStyle(YcluiLogNestStyle style) { logNestStyle = style; }
+  void nestStyle(YcluiLogNestStyle style);
 
   // Playback: the lines of a log go through `interpret` one by one, with all that typed text does.
   // A line may start another playback, which is finished first.
@@ -244,12 +232,12 @@ class YQRT_API YcluiParser {
   // its text again behind the lexer.
   YWord playbackFromLog(const char* path);
   // Stops all playbacks behind the line that is running, or the next one behind its first line.
-  void pausePlayback() { playbackPaused = 1; }
+  void pausePlayback();
   // Goes on with the paused files, innermost first. 0 when nothing was paused or a file could not
   // be closed. The lines then come in pieces of YcluiLongestPiece bytes at most, with their ends,
   // as they are in the file, and empty ones not at all.
   YWord continuePlayback();
-  YWord isPlaybackRun() const { return playbackRun; }
+  YWord isPlaybackRun() const;
   // Where the innermost playback stands, running or paused: the full name of its file, null when
   // there is none; the line of the file, from 1, in which the last text given to `interpret` began;
   // and how many bytes of the file are read. The numbers are 0 when there is none. The name stays
@@ -266,9 +254,9 @@ class YQRT_API YcluiParser {
   // the one in which the token began.
   YWord playedToken(YcluiPlayedToken& token, int offset) const;
   // How many files so far ended by an error of reading, which a playback takes for their end.
-  int playbackReadErrors() const { return readErrors; }
+  int playbackReadErrors() const;
   // Whether the text of an alias is being read; the end of a nested one ends it for all.
-  YWord isAliasRun() const { return aliasRun; }
+  YWord isAliasRun() const;
 
   // Completion, from the state of the current frame. Exact bytes: the case of `prefix` counts. A
   // candidate whose id has no word in the dictionary is the empty text for an empty prefix and no
@@ -305,7 +293,7 @@ class YQRT_API YcluiParser {
   // Destroys the bodies, the last one first, but for those that are still running, which wait for
   // the next time.
   static void CleanupMortuary();
-  YWord isCondemned() const { return condemned; }
+  YWord isCondemned() const;
 
   // The parser at that address, if it is alive and not condemned; else null. Any number can be
   // asked.
@@ -318,138 +306,8 @@ class YQRT_API YcluiParser {
   // Runs a finished command text in the script engine; 1 when that went well. 0 without an engine.
   virtual YWord evaluate(const char* text);
 
-  class Running;
-  class FrameUse;
-  class TextUse;
-  class Depth;
-  class TokenUse;
-
-  YWord context;
-  YcluiLex* lexer;
-  YcluiSyntaxGraph* graph = nullptr;
-  YcluiSyntaxNode* indefiniteRoot = nullptr;
-  YcluiLineParserP_Stack frames;
-  YcluiTokProc tokProc = nullptr;
-  void* tokData = nullptr;
-  YcluiTokRefuseProc refuseProc = nullptr;
-  void* refuseData = nullptr;
-  YcluiEchoProc echoProc = nullptr;
-  void* echoData = nullptr;
-  YcluiSynProc synProc = nullptr;
-  void* synData = nullptr;
-  YcluiEchoProc sysEchoProc = nullptr;
-  void* sysEchoData = nullptr;
-  YcluiSynProc sysSynProc = nullptr;
-  void* sysSynData = nullptr;
-  YcluiGoneProc sysGoneProc = nullptr;
-  void* sysGoneData = nullptr;
-  YcluiLogFile logFile;
-  YcluiLogNestStyle logNestStyle = YcluiLogNestSilent;
-  YWord playbackRun = 0;
-  YWord playbackPaused = 0;
-  YcluiLogFile_Stack playbackFiles;
-  using Escapes = std::vector<long, YAllocator<long>>;  // offsets of pairs of backslashes
-  struct PlaybackPlace {
-    std::uint64_t serial = 0;    // of the file, among all that were played
-    long line = 0;               // where the last text began
-    long ends = 0;               // of lines that are read
-    long bytes = 0;              // that are read
-    std::uint64_t number = 0;    // of the text, among all that were played
-    const char* text = nullptr;  // that interpret is reading, as in the file; null between two
-    const Escapes* escapes = nullptr;  // added to that text, null when there are none
-    long begin = 0;  // of the text, where the offset of a token is 0 at the outermost
-  };
-  YStack<PlaybackPlace> playbackPlaces;  // of the files on that stack
-  std::uint64_t filesPlayed = 0;
-  std::uint64_t textsPlayed = 0;
-  int readErrors = 0;
-  YcluiToken* workToken;       // what the lexer reads into
-  bool workTokenLent = false;  // it is on its way, and nothing may be read into it
-  YStack<YcluiToken*> spareTokens;
-  YWord aliasRun = 0;
-  YWord echoEnabled = 1;
-
-  int running = 0;         // operations of this parser on the call stack
-  int interpretDepth = 0;  // calls of interpret among them
-  int suspendedDepth = 0;  // texts that wait for a nested one to be read
-  int outerSuspended = 0;  // of these, those that waited when the outermost interpret began
-  int playbackDepth = 0;   // loops that read lines of a file
-  int expansions = 0;      // since the last word of the outermost text
-  YcluiLevels<YString> levelTexts;  // texts of aliases and commands
-
-  mutable YcluiCandidates candidates;
-
-  // Places in the text of the outermost interpret.
-  long tokenOffset = 0;  // see lastTokenOffset
-  long textBase = 0;     // where the present text of the lexer begins
-  long textLength = 0;   // of that text
-
-  // What was replaced while something was running.
-  YStack<YcluiSyntaxGraph*> retiredGraphs;
-  YStack<YcluiSyntaxNode*> retiredRoots;
-  YcluiSyntaxNode* formerIndefinites =
-      nullptr;  // leads to the indefinite nodes of earlier syntaxes
-
-  YWord condemned = 0;
-  YcluiParser* previousLive = nullptr;
-  YcluiParser* nextLive = nullptr;
-
-  static pYcluiParser_Stack* Mortuary;
-  static YcluiParser* FirstLive;
-  static YcluiParser* LastLive;
-
-  YcluiLineParser* currentFrame() const {
-    return frames.isEmpty() != 0 ? nullptr : frames.topSlot();
-  }
-  YcluiTokenCtrl tokCallback(YcluiToken& token);
-  void refuseCallback(const YcluiToken& token);
-  void echoCallback();
-  void synCallback();
-  YWord action(const char* commandTemplate, YWord contextWord, const YcluiToken_Stack& tokens);
-
-  int leaveToLoopOutside(const char* text);
-  void takeText(const char* text);
-  void appendText(const char* text);
-  void beginOuterText();
-  YWord readToken();
-  int outerOffset(long lexerOffset) const;
-  void refuseWord();
-  YWord pushWorkToken();
-  void renewWorkToken();
-  void showOpenToken();
-  const YcluiSyntaxNode* stepInto(YcluiLineParser& frame, const YcluiToken& token);
-  YWord expand(const YcluiToken& token);
-
-  YcluiLineParser* makeFrame(const char* prefix) const;
-  void dropFrame();
-  void dropAllFrames();
-  void freeRetired();
-  void replaceIndefiniteRoot();
-  void freeRoot(YcluiSyntaxNode* root);
-  void deleteIndefiniteNodes();
-  const YcluiSyntaxNode* interruptedNode() const;
-  YWord admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;
-
-  bool findCandidates(const char* prefix, YcluiCandidates::Words& found) const;
-
-  void joinLive();
-  void leaveLive();
-  void tellGone();
-  void leaveMortuary();
-  static bool IsBody(const YcluiParser* parser);
-  static void TakeBody(const YcluiParser* parser);
-
-  void logToken(const YcluiToken& token);
-  void putIntoLog(const char* text);
-  void closeLog();
-  YWord reentryPlayback(int levels);
-  YWord playFile();
-  YWord resumeFile();
-  void playText(const char* text, const char* inFile, const Escapes* escapes);
-  YWord stopsBehindLine(std::uint64_t serial);
-  void endReading(std::FILE* stream);
-  YWord finishFile();
-  void closeAllPlayback();
+  friend class YcluiParserCore;
+  std::unique_ptr<YcluiParserCore> core;  // all state
 };
 
 #endif  // PARSER_YCLUIPARSER_H_

@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 #include "foundation/YMemory.h"
-#include "parser/YcluiParser.h"
+#include "parser/YcluiParserCore.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ std::string_view ViewOf(const char* text) {
 
 int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
   YcluiCandidates::Words found;
-  if (!findCandidates(prefix, found)) return 0;
+  if (!core->findCandidates(prefix, found)) return 0;
   const int first = prefix == nullptr || *prefix == '\0' ? 0 : list.size();
   const int count = static_cast<int>(found.size());
   MakeRoom(list, first + count);
@@ -59,7 +59,7 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
                                     unsigned long& unique) const {
   unique = 0;
   YcluiCandidates::Words found;
-  if (!findCandidates(prefix, found) || found.empty()) return 0;
+  if (!core->findCandidates(prefix, found) || found.empty()) return 0;
   completed.assign(found[0]);
   for (std::size_t i = 1; i < found.size() && completed.length > 0; ++i) {
     completed.truncate(found[i] == nullptr ? 0 : CommonLength(found[i], completed));
@@ -70,8 +70,8 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
 }
 
 // False when nothing can come.
-bool YcluiParser::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
-  const YcluiLineParser* frame = currentFrame();
+bool YcluiParserCore::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
+  const YcluiLineParser* frame = frames.current();
   if (frame == nullptr) return false;
   return candidates.find(*frame, *lexer, ViewOf(prefix), found);
 }
@@ -87,14 +87,16 @@ void YcluiParser::possibleWords(YString_Array& words, const char* prefix) const 
 }
 
 void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void* word) const {
-  const YcluiLineParser* frame = currentFrame();
+  const YcluiLineParser* frame = core->frames.current();
   if (frame == nullptr) return;
   YString folded(prefix);
   folded.toLower();  // as the names of the dictionary are
   YcluiCandidates::Words found;
   // A command that has begun was admitted with its first word.
-  const YcluiSyntaxNode* interrupted = frame->firstNode() == nullptr ? interruptedNode() : nullptr;
-  candidates.findAll(*frame, *indefiniteRoot, interrupted, *lexer, ViewOf(folded.buffer), found);
+  const YcluiSyntaxNode* interrupted =
+      frame->firstNode() == nullptr ? core->frames.interruptedNode() : nullptr;
+  core->candidates.findAll(*frame, *core->frames.indefiniteRoot(), interrupted, *core->lexer,
+                           ViewOf(folded.buffer), found);
   for (const char* name : found) {
     if (*name != '\0') take(word, name);
   }

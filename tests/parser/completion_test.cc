@@ -5,6 +5,7 @@
 #include <random>
 
 #include "gtest/gtest.h"
+#include "syntax/YcluiNfa.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "gtest/gtest.h"
+#include "parser/YcluiLineParser.h"
 #include "tests/parser/CommandLine.h"
 #include "tests/support/allocations.h"
 #include "tests/support/syntax.h"

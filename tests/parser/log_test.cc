@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "gtest/gtest.h"
+#include "parser/YcluiLogFile.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {

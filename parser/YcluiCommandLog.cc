@@ -1,0 +1,67 @@
+#include "parser/YcluiCommandLog.h"
+
+#include <cstdio>
+
+#include "foundation/YErr.h"
+#include "foundation/YcluiLimits.h"
+
+namespace {
+
+constexpr char OpeningLines[] =
+    "#\n"
+    "# This command log file was written by Orven KV-7300 system.\n"
+    "#\n";
+constexpr char ClosingLines[] =
+    "\n"
+    "#\n"
+    "# stop logging\n"
+    "#\n";
+
+}  // namespace
+
+YWord YcluiCommandLog::start(YcluiLogFile file, YWord append) {
+  if (isOpen()) return cluiWarning(YErrLogIsOpen);
+  if (file.open(append != 0 ? "a" : "w") == 0) return cluiWarning(YErrNotOpened);
+  file_ = file;
+  std::fputs(OpeningLines, file_);
+  std::fflush(file_);
+  return 1;
+}
+
+YWord YcluiCommandLog::shut() {
+  if (!isOpen()) return 0;
+  std::fputs(ClosingLines, file_);
+  return file_.close();
+}
+
+void YcluiCommandLog::giveUp() {
+  shut();
+  file_.giveUp();
+}
+
+YWord YcluiCommandLog::write(const char* text, bool isPlayed) {
+  if (!isOpen()) return 0;
+  put(text, isPlayed);
+  std::fflush(file_);
+  return 1;
+}
+
+void YcluiCommandLog::putToken(const YcluiToken& token, bool isPlayed) {
+  put(token.wholeString(), isPlayed);
+  put(" ", isPlayed);
+  std::fflush(file_);
+}
+
+void YcluiCommandLog::put(const char* text, bool isPlayed) {
+  if (!isPlayed || nestStyle_ != YcluiLogNestSilent) {
+    const bool isComment = isPlayed && nestStyle_ == YcluiLogNestComment;
+    if (isComment && file_.lineLength() == 0) std::fputs("# ", file_);
+    if (text == nullptr) text = "";
+    file_.putString(text);
+    std::fputs(text, file_);
+  }
+  if (file_.lineLength() > YcluiLongestLogLine) {
+    std::fputs("\n", file_);
+    file_.putString(nullptr);
+  }
+}

@@ -1,0 +1,158 @@
+#include "parser/YcluiPlayback.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "foundation/YErr.h"
+#include "foundation/YcluiLimits.h"
+#include "parser/YcluiDepth.h"
+#include "parser/YcluiPlayedToken.h"
+
+namespace {
+
+// The offset in the text of the file, given that in the text for the lexer.
+long OffsetInFile(long offset, const YcluiLogReader::Escapes* escapes) {
+  if (escapes == nullptr) return offset;
+  const auto added = std::lower_bound(escapes->begin(), escapes->end(), offset) - escapes->begin();
+  return offset - 2 * static_cast<long>(added);
+}
+
+}  // namespace
+
+YWord YcluiPlayback::play(YcluiLogFile file) {
+  if (isPlayed(file)) return cluiWarning(YErrFileIsPlayed);
+  if (depth_ >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
+  if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
+  const YcluiDepth depth(depth_);
+  PlayedFile played;
+  played.file = file;
+  played.number = ++filesPlayed_;
+  files_.push(played);
+  return playTop();
+}
+
+// At any level, paused ones included.
+bool YcluiPlayback::isPlayed(const YcluiLogFile& file) const {
+  for (int i = 0; i < files_.count(); ++i) {
+    if (files_.at(i).file == file) return true;
+  }
+  return false;
+}
+
+// A line of one file may itself continue the others.
+YWord YcluiPlayback::resume() {
+  if (!isPaused_) return 0;
+  if (depth_ >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
+  const YcluiDepth depth(depth_);
+  isPaused_ = false;
+  for (int levels = files_.count(); levels > 0 && files_.isEmpty() == 0; --levels) {
+    if (isPaused_) return 1;
+    if (resumeTop() == 0) return 0;
+  }
+  return 1;
+}
+
+// Plays the top file from its beginning.
+YWord YcluiPlayback::playTop() {
+  isRunning_ = true;
+  const std::uint64_t number = files_.topSlot().number;
+  std::FILE* stream = files_.topSlot().file;
+  YcluiLogReader reader(stream);
+  for (bool follows = true; follows;) {
+    PlayedFile& file = files_.topSlot();
+    file.line = reader.ends() + 1;
+    follows = reader.read();
+    file.ends = reader.ends();
+    file.bytes = reader.bytes();
+    if (!follows) endReading(stream);
+    playText(reader.line(), reader.inFile(), &reader.escapes());
+    if (stopsAfterLine(number)) return 1;
+  }
+  return finishTop();
+}
+
+// Plays the rest of the top file, in pieces.
+YWord YcluiPlayback::resumeTop() {
+  isRunning_ = true;
+  const std::uint64_t number = files_.topSlot().number;
+  std::FILE* stream = files_.topSlot().file;
+  char piece[YcluiLongestPiece + 1];
+  while (std::fgets(piece, sizeof piece, stream) != nullptr) {
+    PlayedFile& file = files_.topSlot();
+    const std::size_t length = std::strlen(piece);
+    file.line = file.ends + 1;
+    file.bytes += static_cast<long>(length);
+    if (length > 0 && piece[length - 1] == '\n') ++file.ends;
+    if (piece[0] != '\n') playText(piece, piece, nullptr);
+    if (stopsAfterLine(number)) return 1;
+  }
+  endReading(stream);
+  return finishTop();
+}
+
+void YcluiPlayback::playText(const char* text, const char* inFile, const Escapes* escapes) {
+  const int level = files_.count() - 1;
+  const std::uint64_t number = ++textsPlayed_;
+  PlayedFile& file = files_.topSlot();
+  file.textNumber = number;
+  file.text = inFile;
+  file.escapes = escapes;
+  file.begin = input_.nextOffset();
+  input_.interpretPlayed(text);
+  // A command may have finished the file, and started another at its level.
+  const bool isThere = level < files_.count() && files_.at(level).textNumber == number;
+  if (isThere) files_.at(level).text = nullptr;
+}
+
+// A read error ends the file, and is no failure of a later close.
+void YcluiPlayback::endReading(std::FILE* stream) {
+  if (std::ferror(stream) != 0) ++readErrors_;
+  std::clearerr(stream);
+}
+
+// Whether the file is not to be read further: for a pause, or because a command of the line has
+// continued it and finished it.
+bool YcluiPlayback::stopsAfterLine(std::uint64_t fileNumber) {
+  if (files_.isEmpty() != 0 || files_.topSlot().number != fileNumber) return true;
+  if (isPaused_) isRunning_ = false;
+  return isPaused_;
+}
+
+YWord YcluiPlayback::finishTop() {
+  YcluiLogFile file = files_.topSlot().file;
+  files_.drop();
+  if (files_.isEmpty() != 0) isRunning_ = false;
+  const YWord closed = file.close();
+  file.giveUp();
+  return closed;
+}
+
+void YcluiPlayback::giveUp() {
+  for (; files_.isEmpty() == 0; files_.drop()) {
+    files_.topSlot().file.close();
+    files_.topSlot().file.giveUp();
+  }
+}
+
+const char* YcluiPlayback::name() const {
+  return files_.isEmpty() != 0 ? nullptr : files_.topSlot().file.filename();
+}
+
+long YcluiPlayback::line() const {
+  return files_.isEmpty() != 0 ? 0 : files_.topSlot().line;
+}
+
+long YcluiPlayback::position() const {
+  return files_.isEmpty() != 0 ? 0 : files_.topSlot().bytes;
+}
+
+YWord YcluiPlayback::find(long offset, YcluiPlayedToken& token) const {
+  for (int i = files_.count() - 1; i >= 0; --i) {
+    const PlayedFile& file = files_.at(i);
+    if (file.text == nullptr || offset < file.begin) continue;
+    token = {file.file.filename(), file.line, file.textNumber, file.text,
+             OffsetInFile(offset - file.begin, file.escapes)};
+    return 1;
+  }
+  return 0;
+}
