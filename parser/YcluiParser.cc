@@ -10,8 +10,8 @@
 #include "parser/YcluiParserCore.h"
 #include "platform/engine/ScmVMExternal.h"
 
-YcluiParser::YcluiParser(YWord contextWord)
-    : core(YChecked(new (std::nothrow) YcluiParserCore(*this, contextWord))) {}
+YcluiParser::YcluiParser(YWord context)
+    : core(YChecked(new (std::nothrow) YcluiParserCore(*this, context))) {}
 
 YcluiParser::~YcluiParser() {
   core->takeLeave();

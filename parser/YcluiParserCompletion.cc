@@ -79,14 +79,14 @@ bool YcluiParserCore::findCandidates(const char* prefix, YcluiCandidates::Words&
 void YcluiParser::possibleWords(YString_Array& words, const char* prefix) const {
   DistinctWords distinct;
   eachPossibleWord(
-      prefix, [](void* word, const char* name) { static_cast<DistinctWords*>(word)->add(name); },
+      prefix, [](void* data, const char* name) { static_cast<DistinctWords*>(data)->add(name); },
       &distinct);
   words.resize(0);
   MakeRoom(words, static_cast<int>(distinct.words().size()));
   for (const char* name : distinct.words()) words.end().assign(name);
 }
 
-void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void* word) const {
+void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void* data) const {
   const YcluiLineParser* frame = core->frames.current();
   if (frame == nullptr) return;
   YString folded(prefix);
@@ -98,6 +98,6 @@ void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void*
   core->candidates.findAll(*frame, *core->frames.indefiniteRoot(), interrupted, *core->lexer,
                            ViewOf(folded.buffer), found);
   for (const char* name : found) {
-    if (*name != '\0') take(word, name);
+    if (*name != '\0') take(data, name);
   }
 }
