@@ -10,8 +10,8 @@
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 
-// Knows the stream, what the file is called in a form that can be compared, and how much has been
-// written. The writing and reading itself is its user's, through the stream.
+// Holds the stream, the file's name in a form that can be compared, and how much has been written.
+// The user writes and reads through the stream.
 //
 // Copies share the stream, and destroying a file leaves it open: only `close` closes.
 class YQRT_API YcluiLogFile {
@@ -31,12 +31,12 @@ class YQRT_API YcluiLogFile {
   YWord open(const char* mode);
 
   // Writes out what is pending, then closes; 1 also when nothing is open. Both failures record
-  // YErrNotClosed as YErrError and answer 0. When not everything could be written, now or since the
+  // YErrNotClosed as YErrError and return 0. When not everything could be written, now or since the
   // last close that failed, the stream stays stored and can be used and closed again. When all was
-  // written and the closing itself fails, the stream is gone.
+  // written and the closing itself fails, no stream is stored any more.
   YWord close();
 
-  // Closes what `close` has left open, whatever becomes of it. Nothing is recorded.
+  // Closes what `close` has left open, and ignores failures. Nothing is recorded.
   void giveUp();
 
   // Counts the bytes of a text that was written; null makes the count 0. Writes nothing.

@@ -5,11 +5,11 @@
 
 #include <cstdint>
 
-// What becomes of the tokens of a playback while the same parser is logging.
+// How the tokens of a playback are written to the log of the same parser.
 enum YcluiLogNestStyle : std::uint32_t {
   YcluiLogNestSilent = 0,   // none of them reaches the log
   YcluiLogNestPlain = 1,    // they are logged like typed tokens
-  YcluiLogNestComment = 2,  // they are logged behind a comment mark
+  YcluiLogNestComment = 2,  // they are logged after a comment mark
 };
 
 #endif  // PARSER_YCLUILOGNESTSTYLE_H_

@@ -43,7 +43,7 @@ class YcluiParserCore final : private YcluiPlayback::Input {
     YcluiParserCore& core_;
   };
 
-  // The operations of the same names; the caller has made sure that there is a frame.
+  // The operations of the same names. `interpret` needs a frame.
   int interpret(const char* text);
   YWord pushToken(YcluiToken& token);
   YWord pushToken(const char* text);
