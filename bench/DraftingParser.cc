@@ -3,7 +3,7 @@
 #include <iterator>
 #include <random>
 
-#include "tests/support/syntax.h"
+#include "tests/support/words.h"
 
 namespace {
 
@@ -68,7 +68,7 @@ DraftingParser::DraftingParser() {
     }
   }
   const std::uint32_t mark = lex()->addKeyword(';', 0);
-  setSyntaxGraph(SyntaxOf(*lex(), Syntax));
+  setSyntaxGraph(SyntaxOf(*lex(), Syntax).release());
   addIndefiniteNode(new YcluiSyntaxNode(mark));
 }
 

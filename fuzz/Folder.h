@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "fuzz/Choices.h"
+#include "tests/support/Choices.h"
 
 class Folder {
  public:

@@ -4,12 +4,12 @@
 #include <memory>
 #include <utility>
 
-#include "fuzz/Choices.h"
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
-#include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
+#include "tests/support/Choices.h"
+#include "tests/support/ScriptMachine.h"
 
 namespace {
 

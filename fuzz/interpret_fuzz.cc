@@ -1,9 +1,9 @@
 // The parser: a random language, texts cut at any byte, and commands and callbacks that do anything
 // to the parser that runs them.
 
-#include "fuzz/Choices.h"
 #include "parser/YcluiParser.h"
-#include "tests/syntax/syntax_script.h"
+#include "tests/support/Choices.h"
+#include "tests/support/syntax.h"
 
 namespace {
 
@@ -126,9 +126,9 @@ class Restless : public YcluiParser {
   YcluiSyntaxNode* newNode() {
     return new YcluiSyntaxNode(1 + choices_.below(6), "f $0[0] $$ $-1#");
   }
-  // Reads the signs of Build; nodes get commands and priorities.
+  // From a text of the input; nodes get commands and priorities.
   void newSyntax() {
-    auto graph = Build(choices_.text());
+    auto graph = SyntaxOf(choices_.text());
     for (YcluiSyntaxNode* node : NodesOf(*graph)) {
       if (node->tokenId == 0) continue;
       if (choices_.below(2) == 0) node->setAction("f $0[0] $$ $-1#");

@@ -1,7 +1,7 @@
 // The lexer against its reference: any bytes, with any dictionary.
 
-#include "fuzz/Choices.h"
 #include "fuzz/lexer_reference.h"
+#include "tests/support/Choices.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
   const std::string difference = CompareLexers(bytes, count);

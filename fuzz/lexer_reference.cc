@@ -12,10 +12,10 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/YErr.h"
-#include "fuzz/Choices.h"
 #include "lex/YcluiLex.h"
-#include "tests/lex/lex_reader.h"
+#include "tests/support/Choices.h"
+#include "tests/support/codes.h"
+#include "tests/support/lex_reader.h"
 
 namespace {
 
@@ -646,13 +646,11 @@ class Comparison {
     if (reference_.gaveUp) return;
     std::string expected = std::to_string(wanted);
     for (const auto& [code, severity] : reference_.codes) {
-      expected += '!' + std::to_string(code) + '/' + std::to_string(severity);
+      expected += '!' + CodeText(code, severity);
     }
     reference_.codes.clear();
     std::string actual = std::to_string(found);
-    for (int i = static_cast<int>(YErr.count() - codesBefore_) - 1; i >= 0; --i) {
-      actual += '!' + std::to_string(YErr.code(i)) + '/' + std::to_string(YErr.severity(i));
-    }
+    actual += CodesSince(codesBefore_, "!");
     codesBefore_ = YErr.count();
     expected += " at " + std::to_string(reference_.offset()) + " in " +
                 std::to_string(reference_.suspended());

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "foundation/YKanji.h"
-#include "fuzz/Choices.h"
 #include "fuzz/Folder.h"
 #include "parser/YcluiParser.h"
+#include "tests/support/Choices.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // The primitives: random calls that keep, reuse, drop and confuse every value they get. What the
 // contract of the stack asks of a primitive the machine sees to.
 
-#include "fuzz/Choices.h"
 #include "fuzz/Folder.h"
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
-#include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
+#include "tests/support/Choices.h"
+#include "tests/support/ScriptMachine.h"
 
 namespace {
 

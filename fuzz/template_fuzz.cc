@@ -2,10 +2,10 @@
 
 #include <regex>
 
-#include "fuzz/Choices.h"
 #include "lex/YcluiLex.h"
 #include "parser/YcluiCommandTemplate.h"
-#include "tests/lex/lex_reader.h"
+#include "tests/support/Choices.h"
+#include "tests/support/lex_reader.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "foundation/YErr.h"
-#include "tests/lex/lex_reader.h"
 #include "tests/support/allocations.h"
+#include "tests/support/lex_reader.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "foundation/YErr.h"
-#include "tests/lex/lex_reader.h"
+#include "tests/support/lex_reader.h"
 
 namespace {
 

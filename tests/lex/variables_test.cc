@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "foundation/YErr.h"
-#include "tests/lex/lex_reader.h"
+#include "tests/support/lex_reader.h"
 
 namespace {
 
@@ -31,8 +31,8 @@ TEST(Variables, Simple) {
       {"${b}=${a} ${a}=4 ${b} ${a}", "set set {3} {4}"},
       {"scale ${a} line:${a},${b}", "scale(d4) line:(i4,i3)"},
       {"${a}=\"3\" ${a}", "set {3}"},
-      {"scale ${a}", "!2051"},
-      {"${a}=-3 line:${a},1", "set !2051"},
+      {"scale ${a}", "!number"},
+      {"${a}=-3 line:${a},1", "set !number"},
       {"${a}=.5 ${a}", "set {.5}"},
       {"${a}=3abc ${a}", "set ?abc {3}"},
       {"${a}= 3", "set ?3"},
@@ -40,33 +40,33 @@ TEST(Variables, Simple) {
       {"${a}=x,y", "set ?,y"},
       {"${a} =3", "{x} ?=3"},
       {"name ${a}=3", "name(sx) ?=3"},
-      {"${a}=3e9 line:${a},1", "set !2060"},
+      {"${a}=3e9 line:${a},1", "set !out-of-range"},
       {"${}=1 ${}", "set {1}"},
-      {"${presenttime}=1 ${nothing}", "set !2086"},
-      {"${a", "!2050"},
-      {"${a}=", "!2050"},
-      {"${my_var}", "!2087"},
+      {"${presenttime}=1 ${nothing}", "set !no-variable"},
+      {"${a", "!end-of-input"},
+      {"${a}=", "!end-of-input"},
+      {"${my_var}", "!closing-brace"},
       {"${a}", "{3000000000}"},
   });
 }
 
 TEST(Variables, Arrays) {
   CheckInTurn({
-      {"${r}[2]=x ${r}[2.9] ${r}[3]", "set {x} !2055"},
-      {"${r}[0]", "!2084"},
-      {"name ${r}[1]", "!2051"},
+      {"${r}[2]=x ${r}[2.9] ${r}[3]", "set {x} !outside-array"},
+      {"${r}[0]", "!no-text"},
+      {"name ${r}[1]", "!number"},
       {"${i}=5 ${r}[${i}]=y ${r}[${i}]", "set set {y}"},
-      {"${r}[-1]", "!2055"},
-      {"${r}[-1]=1 now", "!2055"},
-      {"${r}[65536]=1", "!2055"},
-      {"${new}[-1]=1", "!2055"},
+      {"${r}[-1]", "!outside-array"},
+      {"${r}[-1]=1 now", "!outside-array"},
+      {"${r}[65536]=1", "!outside-array"},
+      {"${new}[-1]=1", "!outside-array"},
       {"${new}[65535]=1 ${new}[65535]", "set {1}"},
-      {"${r}", "!2085"},
-      {"${r}=1", "!2085"},
-      {"${i}[0]", "!2085"},
-      {"${r}[1", "!2050"},
-      {"${r}[1 ]", "!2087"},
-      {"${s}=x ${r}[${s}]", "set !2051"},
+      {"${r}", "!kind"},
+      {"${r}=1", "!kind"},
+      {"${i}[0]", "!kind"},
+      {"${r}[1", "!end-of-input"},
+      {"${r}[1 ]", "!closing-brace"},
+      {"${s}=x ${r}[${s}]", "set !number"},
   });
 }
 
@@ -82,22 +82,22 @@ TEST(Variables, TextsDoNotGrowWithoutBound) {
   EXPECT_EQ(length(), bound);
   for (const char* text : {"${a}=\"${a}${a}\"", "${a}=\"${a}x\"", "${a}='x${a}'", "a: ${a},x,${a}",
                            "name 'x${a}'", "a: '${a}',\"${a}\""}) {
-    EXPECT_EQ(reader.read(text), "!2063") << text;
+    EXPECT_EQ(reader.read(text), "!too-long") << text;
   }
   std::string many;  // 4 GiB, if the text were made
   for (int i = 0; i < 256; ++i) many += "${a}";
-  EXPECT_EQ(reader.read("name '" + many + "'"), "!2063");
+  EXPECT_EQ(reader.read("name '" + many + "'"), "!too-long");
   EXPECT_EQ(length(), bound);
   EXPECT_EQ(reader.read("name ${a}").size(), bound + 7);
   // What is to be read in place of a token counts together while a text is suspended.
   EXPECT_EQ(reader.read("${a} ${a}").size(), 2 * bound + 5);
   reader.lex.pushString("");
-  EXPECT_EQ(reader.read("go now ${a} now"), "!2063 now !2063");
+  EXPECT_EQ(reader.read("go now ${a} now"), "!too-long now !too-long");
   reader.lex.popString();
   EXPECT_EQ(reader.read("go"), "{now ;}");
   EXPECT_EQ(reader.read("${a}=\"" + literal + "\" ${b}=${a}"), "set set");  // given, not grown
   EXPECT_EQ(length(), bound + 1);
-  EXPECT_EQ(reader.read("name ${a}"), "!2063");
+  EXPECT_EQ(reader.read("name ${a}"), "!too-long");
   EXPECT_EQ(reader.read("name '" + literal + "'").size(), bound + 8);
 }
 
@@ -105,7 +105,7 @@ TEST(Variables, FormsInEachOthersIndex) {
   LexReader reader;
   EXPECT_EQ(reader.read("${a}[0]=0"), "set");
   EXPECT_EQ(reader.read(Nested(1 + YcluiMostIndexNesting)), "{0}");
-  EXPECT_EQ(reader.read(Nested(20000)), "!2052");
+  EXPECT_EQ(reader.read(Nested(20000)), "!too-deep");
   EXPECT_EQ(reader.read(Nested(3)), "{0}");
 }
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "gtest/gtest.h"
+#include "tests/support/codes.h"
 #include "tests/support/steps.h"
-#include "tests/support/syntax.h"
 #include "tests/support/words.h"
 
 namespace {
@@ -74,15 +74,15 @@ CommandLine::CommandLine(const std::string& words, const std::string& syntax) {
                        this);
   YErr.setListener(
       [](void* self, unsigned int code, YErrSeverity severity) {
-        Hear(self, "err", (std::to_string(code) + "/" + std::to_string(severity)).c_str());
+        Hear(self, "err", CodeText(code, severity).c_str());
       },
       this);
 }
 
 void CommandLine::setSyntax(const std::string& syntax) {
-  setSyntaxGraph(SyntaxOf(*lex(), syntax));
+  setSyntaxGraph(SyntaxOf(*lex(), syntax).release());
   for (const std::string& word : anywhere_) {
-    addIndefiniteNode(NodeOf(*lex(), word, (word + " $c").c_str()));
+    addIndefiniteNode(new YcluiSyntaxNode(IdOfWord(*lex(), word), (word + " $c").c_str()));
   }
 }
 

@@ -14,7 +14,7 @@
 
 // What happens leaves a trace, one entry each, of which those of the kinds asked for are kept:
 //   tok(a)  echo(a b)  field(a b)  syn(a|p a)  refuse(x)  run(command)   callbacks and commands
-//   err(2079/3)   what the error manager is told
+//   err(not-opened)   a code, with its severity when it is no error; see tests/support/codes.h
 //   push(1)       the kind "answer": what a step of a script answered
 //   tokens(a b)   the tokens, at a step ^tokens; "!" behind them when the line does not agree
 class CommandLine final : public YcluiParser {

@@ -16,7 +16,6 @@
 #include "gtest/gtest.h"
 #include "tests/parser/CommandLine.h"
 #include "tests/support/allocations.h"
-#include "tests/support/syntax.h"
 #include "tests/support/words.h"
 
 namespace {
@@ -43,7 +42,8 @@ void Run() {
   if (YcluiLex* lex = parser.lex(); lex != nullptr) {
     Declare(*lex, "put:/is go gone=gon ; twice->go;_go;");
     parser.setSyntaxGraph(
-        SyntaxOf(*lex, "( go ( go )* ;{go $$} | put:{put $0[0] \"$0[1]\"} | gone{gone} )"));
+        SyntaxOf(*lex, "( go ( go )* ;{go $$} | put:{put $0[0] \"$0[1]\"} | gone{gone} )")
+            .release());
   } else {
     parser.setSyntaxGraph(new YcluiSyntaxGraph);
   }

@@ -8,7 +8,7 @@
 #include "parser/YcluiLineParser.h"
 #include "tests/parser/CommandLine.h"
 #include "tests/support/allocations.h"
-#include "tests/support/syntax.h"
+#include "tests/support/words.h"
 
 namespace {
 
@@ -38,27 +38,26 @@ TEST(Interpret, ExpansionIsBounded) {
   for (int i = 0; i < 19; ++i) line.interpret("${a}='${a}${a}'\n");
   line.interpret("go ${a} go ");  // each of them 2 MiB
   std::string told = "run(go)";
-  for (int level = 0; level < 6; ++level) told += " err(2063/3) refuse(go)";
+  for (int level = 0; level < 6; ++level) told += " err(too-long) refuse(go)";
   EXPECT_EQ(line.told(), told + " run(go)");
   for (int i = 0; i < 30; ++i) line.interpret("${a}='${a}${a}'\n");
   line.told();
   line.interpret("say ${a} go ");
-  EXPECT_EQ(line.told(), "err(2063/3) run(go)");
+  EXPECT_EQ(line.told(), "err(too-long) run(go)");
   EXPECT_EQ(line.setAlias("long", std::string(YcluiLongestExpansion + 1, ' ').c_str()), 1U);
   line.interpret("long go ");
-  EXPECT_EQ(line.told(), "err(2063/3) refuse(long) run(go)");
+  EXPECT_EQ(line.told(), "err(too-long) refuse(long) run(go)");
 }
 
 TEST(Interpret, AFrameTakesItsOwnTokens) {
   CommandLine line("a", "( a )*");
-  YcluiSyntaxGraph* graph = SyntaxOf(*line.lex(), "( a )*");
+  const auto graph = SyntaxOf(*line.lex(), "( a )*");
   YcluiLineParser frame("");
-  frame.syntaxGraph(graph);
+  frame.syntaxGraph(graph.get());
   frame.reset();
   ASSERT_NE(frame.next(line.makeToken("a")), nullptr);
   for (int i = 0; i < 100; ++i) ASSERT_NE(frame.next(*frame.currentToken()), nullptr);
   EXPECT_STREQ(frame.tokenAt(100)->string(), "a");
-  delete graph;
 }
 
 TEST(Interpret, DepthIsBounded) {
@@ -101,7 +100,8 @@ TEST(Interpret, RefusesWithoutAFrame) {
   line.perform("^count go; ^inside go; ^dummy go; ^token go; ^reset; ^push; ^pop; ^untoken");
   line.perform("^remove 0; ^find go; ^depth; ^tokens");
   EXPECT_EQ(line.told(),
-            "err(2056/2) count(0) err(2056/2) inside(0) err(2056/2) dummy(0) token(0) reset(1) "
+            "err(no-syntax/warning) count(0) err(no-syntax/warning) inside(0) "
+            "err(no-syntax/warning) dummy(0) token(0) reset(1) "
             "push(0) pop(0) untoken(0) remove(0) find(-1) depth(0) tokens() tokens(1)");
   EXPECT_TRUE(line.currentToken() == nullptr && line.tokenAt(0) == nullptr);
   std::ostringstream dumped;
@@ -120,8 +120,8 @@ TEST(Interpret, TheSystemsSettersReturnTheHosts) {
 // Where a step was looked up, the node itself is not asked for its action.
 TEST(Interpret, AnActionThatANodeGetsLaterFires) {
   CommandLine line("a b c");
-  YcluiSyntaxGraph* graph = SyntaxOf(*line.lex(), "( b{b} | c )");
-  YcluiSyntaxNode* node = NodeOf(*line.lex(), "a", nullptr);
+  YcluiSyntaxGraph* graph = SyntaxOf(*line.lex(), "( b{b} | c )").release();
+  YcluiSyntaxNode* node = new YcluiSyntaxNode(IdOfWord(*line.lex(), "a"));
   graph->insertOr(node);
   line.setSyntaxGraph(graph);
   line.trace("run");

@@ -10,8 +10,8 @@
 #include "script/YcluiFieldBinding.h"
 #include "script/YcluiFieldFormat.h"
 #include "script/ycscm.h"
-#include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
+#include "tests/support/ScriptMachine.h"
 
 namespace {
 
@@ -233,15 +233,15 @@ TEST_F(Binding, Primitives) {
       {"(clui-replace-current-word b 'a' #t)", "()"},
       {"(clui-set-keystroke-action b #\\k 'key %s')", "#t"},
       {"(clui-attach-field p f 'E' 'S' 1)", "bad @count"},
-      {"(clui-attach-field p f 'E' '%s%s%s')", "bad @4 /2058"},
-      {"(clui-attach-field p f '%s%s')", "bad @3 /2058"},
-      {"(clui-attach-field p f '%d' '%d')", "bad @4 /2058"},
-      {"(clui-attach-field 12345 f)", "bad @1 /2057"},
-      {"(clui-set-keystroke-action b #\\k '%s%s')", "bad @3 /2058"},
+      {"(clui-attach-field p f 'E' '%s%s%s')", "bad @4 !format/warning"},
+      {"(clui-attach-field p f '%s%s')", "bad @3 !format/warning"},
+      {"(clui-attach-field p f '%d' '%d')", "bad @4 !format/warning"},
+      {"(clui-attach-field 12345 f)", "bad @1 !not-alive/warning"},
+      {"(clui-set-keystroke-action b #\\k '%s%s')", "bad @3 !format/warning"},
       {"(clui-set-keystroke-action b 'k' '%s')", "bad"},
       {"(clui-set-keystroke-action b wide '%s')", "bad @2"},
-      {"(clui-set-keystroke-action f #\\k '')", "bad @1 /2057"},
-      {"(clui-refer-current-word none)", "bad @1 /2057"},
+      {"(clui-set-keystroke-action f #\\k '')", "bad @1 !not-alive/warning"},
+      {"(clui-refer-current-word none)", "bad @1 !not-alive/warning"},
       {"(clui-replace-current-word b)", "bad @2"},
       {"(clui-replace-current-word b 'x' #f 1)", "bad @count"},
   };
@@ -252,7 +252,7 @@ TEST_F(Binding, Primitives) {
   EXPECT_EQ("[key ]", executed());
   { const TestField later; }
   field.reset();
-  EXPECT_EQ("bad @2 /2057", machine.run("(clui-attach-field p f)"));
+  EXPECT_EQ("bad @2 !not-alive/warning", machine.run("(clui-attach-field p f)"));
   machine.run("(clui-attach-field p none 'E%s' 'S%s') (clui-parser-delete p)");
   executed();
   parser->interpret("b");

@@ -6,7 +6,7 @@
 #include "parser/YcluiParser.h"
 #include "script/ycscm.h"
 #include "syntax/YcluiSyntaxGraph.h"
-#include "tests/script/ScriptMachine.h"
+#include "tests/support/ScriptMachine.h"
 #include "tests/support/allocations.h"
 
 namespace {
@@ -87,11 +87,11 @@ TEST_F(Primitives, SequencesReadAsWritten) {
 TEST_F(Primitives, RefusedCallsLeaveNothing) {
   const char* const rows[][2] = {
       {"(define f (clui-syntax 1))", "handle"},
-      {"(clui-syntax 1 #t f)", "bad null handle @2 /2070"},
-      {"(clui-oneof f)", "bad null handle @1 /2057"},
-      {"(clui-oneof 1 #t 2)", "bad null handle /2070"},
-      {"(clui-anyof 1 #t 2)", "bad null handle /2070"},
-      {"(clui-token p 16777216 'big')", "bad 0 @2 /2069"},
+      {"(clui-syntax 1 #t f)", "bad null handle @2 !syntax-argument/warning"},
+      {"(clui-oneof f)", "bad null handle @1 !not-alive/warning"},
+      {"(clui-oneof 1 #t 2)", "bad null handle !syntax-argument/warning"},
+      {"(clui-anyof 1 #t 2)", "bad null handle !syntax-argument/warning"},
+      {"(clui-token p 16777216 'big')", "bad 0 @2 !token-argument/warning"},
       {"(clui-token p 'big')", "5000"},
       {"(clui-parser-new 'x')", "bad 0 @1"},
   };
@@ -111,7 +111,7 @@ TEST_F(Primitives, AParserIsDeletedBehindItsOwnLine) {
   EXPECT_EQ("2", run("(clui-eval p 'a b')"));
   const std::vector<std::string> events = {"(clui-parser-delete p) (clui-eval q 'x')", "B", "gone"};
   EXPECT_EQ(events, machine.executed);
-  EXPECT_EQ("bad @1 /2057", run("(clui-eval p 'b')"));
+  EXPECT_EQ("bad @1 !not-alive/warning", run("(clui-eval p 'b')"));
 }
 
 }  // namespace

@@ -16,11 +16,10 @@
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
-#include "tests/script/ScriptMachine.h"
 #include "tests/script/TestField.h"
+#include "tests/support/ScriptMachine.h"
 #include "tests/support/WorkingFolder.h"
 #include "tests/support/steps.h"
-#include "tests/support/syntax.h"
 #include "tests/support/words.h"
 
 // Of the sanitizers, where there are any. Their traces are costly.
@@ -135,7 +134,7 @@ class Desk {
     return parser;
   }
   YcluiSyntaxGraph* syntax() const {
-    return SyntaxOf(words_, "( a{A} | b c{C} | box:{B $0[0]} | go{go} )");
+    return SyntaxOf(words_, "( a{A} | b c{C} | box:{B $0[0]} | go{go} )").release();
   }
   void type(const std::string& key) {
     if (field) field->key(key);
@@ -168,7 +167,7 @@ class Desk {
   void teach(YcluiParser& parser) {
     Declare(*parser.lex(), Words, 1);
     parser.setSyntaxGraph(syntax());
-    parser.addIndefiniteNode(NodeOf(*parser.lex(), "op", "op"));
+    parser.addIndefiniteNode(new YcluiSyntaxNode(IdOfWord(*parser.lex(), "op"), "op"));
   }
 
   void listen() {

@@ -1,82 +1,174 @@
 #include "tests/support/syntax.h"
 
-#include <regex>
-#include <vector>
+#include <cstdlib>
+#include <set>
+#include <utility>
 
 namespace {
 
-// Reads from the back, as fragments are built.
+using Graph = std::unique_ptr<YcluiSyntaxGraph>;
+
+// What is inserted: a node or a fragment.
+struct Part {
+  YcluiSyntaxNode* node = nullptr;
+  Graph graph = nullptr;
+  bool isBase = false;  // in square brackets
+};
+
+void InsertAnd(YcluiSyntaxGraph& graph, const Part& part) {
+  part.node != nullptr ? graph.insertAnd(part.node) : graph.insertAnd(part.graph.get());
+}
+void InsertOr(YcluiSyntaxGraph& graph, const Part& part) {
+  part.node != nullptr ? graph.insertOr(part.node) : graph.insertOr(part.graph.get());
+}
+
 class Reader {
  public:
-  Reader(const YcluiLex& lex, const std::string& text) : lex_(lex) {
-    static const std::regex part(R"([{][^}]*[}]|[()|*]|[^ {()|*]+)");
-    const std::sregex_iterator end;
-    for (std::sregex_iterator i(text.begin(), text.end(), part); i != end; ++i) {
-      parts_.push_back(i->str());
+  Reader(std::string text, const IdOf& idOf) : text_(std::move(text)), idOf_(idOf) {}
+
+  // One level of brackets, the opening one included.
+  Graph level() {
+    Part last = sequence();
+    const bool isFragment = last.node == nullptr && next() != '|';
+    Graph graph = std::make_unique<YcluiSyntaxGraph>();
+    if (last.isBase || isFragment) {
+      graph = std::move(last.graph);
+    } else {
+      InsertOr(*graph, last);
     }
-  }
-
-  // One level of parentheses.
-  YcluiSyntaxGraph* read() {
-    YcluiSyntaxGraph* one = sequence();
-    auto* all = next() == "|" ? new YcluiSyntaxGraph : one;
-    for (; all != one; one = sequence()) {
-      all->insertOr(one);
-      delete one;
-      if (next() != "|") break;
-      parts_.pop_back();
+    while (next() == '|') {
+      take();
+      InsertOr(*graph, sequence());
     }
-    if (!parts_.empty()) parts_.pop_back();  // the parenthesis
-    return all;
-  }
-
- private:
-  const YcluiLex& lex_;
-  std::vector<std::string> parts_;
-
-  std::string next() const { return parts_.empty() ? "(" : parts_.back(); }
-
-  YcluiSyntaxGraph* sequence() {
-    auto* graph = new YcluiSyntaxGraph;
-    std::string command;
-    while (next() != "|" && next() != "(") {
-      const std::string part = next();
-      parts_.pop_back();
-      if (part[0] == '{') {
-        command = part.substr(1, part.size() - 2);
-      } else if (part == ")" || part == "*") {
-        if (part == "*") parts_.pop_back();
-        YcluiSyntaxGraph* inner = read();
-        if (part == "*") inner->makeClosure();
-        graph->insertAnd(inner);
-        delete inner;
-      } else {
-        graph->insertAnd(node(part, command));
-        command.clear();
-      }
-    }
+    take();
     return graph;
   }
 
-  YcluiSyntaxNode* node(const std::string& part, const std::string& command) {
-    const std::size_t mark = part.find('^');
-    const char* action = command.empty() ? nullptr : command.c_str();
-    YcluiSyntaxNode* made = NodeOf(lex_, part.substr(0, mark), action);
+ private:
+  std::string text_;  // what is still to be read
+  const IdOf& idOf_;
+  int depth_ = 0;
+
+  // The last character that is read as something, 0 when nothing is left.
+  char next() {
+    const char* const passed = depth_ == 0 ? " ([" : " ";
+    text_.resize(text_.find_last_not_of(passed) + 1);
+    return text_.empty() ? '\0' : text_.back();
+  }
+  void take() {
+    if (next() != '\0') text_.pop_back();
+  }
+  // The text after the last of these characters.
+  std::string takeAfter(const char* stops) {
+    const std::size_t begin = text_.find_last_of(stops) + 1;
+    std::string taken = text_.substr(begin);
+    text_.resize(begin);
+    return taken;
+  }
+
+  bool endsSequence() {
+    const char c = next();
+    return c == '\0' || c == '|' || c == '(' || c == '[';
+  }
+
+  Part sequence() {
+    if (endsSequence()) return {.graph = std::make_unique<YcluiSyntaxGraph>()};
+    Part last = part();
+    if (endsSequence() && (last.node != nullptr || last.isBase)) return last;
+    Graph graph = std::make_unique<YcluiSyntaxGraph>();
+    last.isBase ? graph.swap(last.graph) : InsertAnd(*graph, last);
+    while (!endsSequence()) InsertAnd(*graph, part());
+    return {.graph = std::move(graph)};
+  }
+
+  Part part() {
+    int closures = 0;
+    for (; next() == '*'; take()) ++closures;
+    if (next() != ')' && next() != ']') return {.node = node()};
+    const bool isBase = next() == ']';
+    take();
+    ++depth_;
+    Graph graph = level();
+    --depth_;
+    for (; closures > 0; --closures) graph->makeClosure();
+    return {.graph = std::move(graph), .isBase = isBase};
+  }
+
+  YcluiSyntaxNode* node() {
+    std::string action;
+    const bool hasAction = next() == '}';
+    if (hasAction) {
+      take();
+      action = takeAfter("{");
+      take();
+    }
+    next();
+    const std::string word = takeAfter(" ()[]|*}");
+    const std::size_t mark = word.find('^');
+    auto* made =
+        new YcluiSyntaxNode(idOf_(word.substr(0, mark)), hasAction ? action.c_str() : nullptr);
     if (mark == std::string::npos) return made;
-    made->priority = static_cast<std::uint8_t>(std::stoi(part.substr(mark + 1)));
-    const std::string limit = part.substr(part.find(',', mark) + 1);
-    made->interruptLimit = static_cast<std::uint8_t>(std::stoi(limit));
+    const std::size_t comma = word.find(',', mark);
+    made->priority = static_cast<std::uint8_t>(std::atoi(word.c_str() + mark + 1));
+    made->interruptLimit = static_cast<std::uint8_t>(std::atoi(word.c_str() + comma + 1));
     return made;
   }
 };
 
 }  // namespace
 
-YcluiSyntaxGraph* SyntaxOf(const YcluiLex& lex, const std::string& text) {
-  return Reader(lex, text).read();
+unsigned long IdOfNumber(const std::string& word) {
+  return std::strtoul(word.c_str(), nullptr, 10);
 }
 
-YcluiSyntaxNode* NodeOf(const YcluiLex& lex, const std::string& word, const char* command) {
-  const YcluiKeyword* found = lex.keyword(word.c_str());
-  return new YcluiSyntaxNode(found == nullptr ? 0 : found->id(), command);
+Graph SyntaxOf(const std::string& text, const IdOf& idOf) {
+  return Reader(text, idOf).level();
+}
+
+std::vector<YcluiSyntaxNode*> SuccessorsOf(const YcluiSyntaxNode& node) {
+  std::vector<YcluiSyntaxNode*> all;
+  for (YcluiSuccessorIterator i(node); i.ring != nullptr; ++i) all.push_back(i.node());
+  return all;
+}
+
+std::vector<YcluiSyntaxNode*> NodesOf(const YcluiSyntaxGraph& graph) {
+  std::vector<YcluiSyntaxNode*> all = {graph.start};
+  std::set<const YcluiSyntaxNode*> seen = {graph.start};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    for (YcluiSyntaxNode* next : SuccessorsOf(*all[i])) {
+      if (seen.insert(next).second) all.push_back(next);
+    }
+  }
+  return all;
+}
+
+Names NamesOf(const YcluiSyntaxGraph& graph) {
+  Names names = {{graph.start, "s"}, {graph.end, "e"}};
+  std::set<std::string> used;
+  char letter = 'A';
+  for (const YcluiSyntaxNode* node : NodesOf(graph)) {
+    if (names.count(node) != 0) continue;
+    std::string name =
+        node->tokenId == 0 ? std::string(1, letter++) : "t" + std::to_string(node->tokenId);
+    while (!used.insert(name).second) name += "'";
+    names[node] = name;
+  }
+  return names;
+}
+
+std::string Listed(const std::vector<YcluiSyntaxNode*>& nodes, const Names& names) {
+  std::string text;
+  for (const YcluiSyntaxNode* node : nodes) text += (text.empty() ? "" : " ") + names.at(node);
+  return text;
+}
+
+std::string Dump(const YcluiSyntaxGraph& graph) {
+  const Names names = NamesOf(graph);
+  std::string text;
+  for (const YcluiSyntaxNode* node : NodesOf(graph)) {
+    text += (text.empty() ? "" : "; ") + names.at(node);
+    if (node->kind == YcluiNodeClosure) text += "*";
+    text += ">" + Listed(SuccessorsOf(*node), names);
+  }
+  return text;
 }

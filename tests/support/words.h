@@ -1,4 +1,4 @@
-// Words from a short text.
+// Words from a short text, and a syntax of such words.
 
 #ifndef TESTS_SUPPORT_WORDS_H_
 #define TESTS_SUPPORT_WORDS_H_
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lex/YcluiLex.h"
+#include "tests/support/syntax.h"
 
 // "go box/ii mo=m ; al->go_go" declares a word without arguments, one with two integers (s a
 // string, f a float, p a point, ? no type), one that can be shortened, one of one byte, and an
@@ -36,6 +37,17 @@ inline void Declare(YcluiLex& lex, const std::string& words, std::uint32_t id = 
       lex.addKeyword(name.c_str(), word[mark] == '=' ? rest.c_str() : nullptr, id);
     }
   }
+}
+
+// 0 for a word that the lexer does not know.
+inline unsigned long IdOfWord(const YcluiLex& lex, const std::string& word) {
+  const YcluiKeyword* found = lex.keyword(word.c_str());
+  return found == nullptr ? 0 : found->id();
+}
+
+// See tests/support/syntax.h.
+inline std::unique_ptr<YcluiSyntaxGraph> SyntaxOf(const YcluiLex& lex, const std::string& text) {
+  return SyntaxOf(text, [&lex](const std::string& word) { return IdOfWord(lex, word); });
 }
 
 #endif  // TESTS_SUPPORT_WORDS_H_

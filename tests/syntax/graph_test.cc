@@ -3,39 +3,39 @@
 #include "foundation/YErr.h"
 #include "syntax/YcluiSyntaxNodeStk.h"
 #include "tests/support/allocations.h"
-#include "tests/syntax/syntax_script.h"
+#include "tests/support/syntax.h"
 
 namespace {
 
 TEST(Graph, Fragments) {
   const char* const rows[][2] = {
       {"", "s>e; e>"},
-      {"21", "s>t1; t1>t2; t2>e; e>"},
-      {"|1|2", "s>t1 t2; t1>e; t2>e; e>"},
-      {"1|2", "s>t1 t2; t1>e; t2>e; e>"},
-      {"(21&", "s>A; A>t1; t1>t2; t2>B; B>e; e>"},
-      {"(1/", "s>A B; A>t1; B>; t1>C; C>e; e>"},
-      {"|1(2/", "s>A B; A>t2; B>t1; t2>C; t1>e; C>e; e>"},
+      {"1 2", "s>t1; t1>t2; t2>e; e>"},
+      {"2 | 1", "s>t1 t2; t1>e; t2>e; e>"},
+      {"2 | [ 1 ]", "s>t1 t2; t1>e; t2>e; e>"},
+      {"( 1 2 )", "s>A; A>t1; t1>t2; t2>B; B>e; e>"},
+      {"[ 1 ] | [ ]", "s>A B; A>t1; B>; t1>C; C>e; e>"},
+      {"[ 2 ] | [ 1 ]", "s>A B; A>t2; B>t1; t2>C; t1>e; C>e; e>"},
       // Repetition leads out first and back second; a new alternative takes the way out.
-      {"1*", "s*>e A; e>; A*>t1; t1*>s"},
-      {"1*|2", "s*>A t2; A*>t1; t2>e; t1*>s; e>"},
-      {"1**", "s*>e A; e>; A*>s B; B*>t1; t1*>A"},
-      // What lies behind a repeated part is not reached by a repetition around it.
-      {"(2(1*&&*", "s*>e A; e>; A*>B; B*>C; C*>D E; D>t2; E*>t1; t2>F; t1*>C; F>s"},
+      {"[ 1 ]*", "s*>e A; e>; A*>t1; t1*>s"},
+      {"2 | [ 1 ]*", "s*>A t2; A*>t1; t2>e; t1*>s; e>"},
+      {"[ 1 ]**", "s*>e A; e>; A*>s B; B*>t1; t1*>A"},
+      // What follows a repeated part is not reached by a repetition around it.
+      {"[ ( ( 1 )* 2 ) ]*", "s*>e A; e>; A*>B; B*>C; C*>D E; D>t2; E*>t1; t2>F; t1*>C; F>s"},
   };
-  for (const auto& [script, dump] : rows) EXPECT_EQ(Dump(*Build(script)), dump) << script;
+  for (const auto& [text, dump] : rows) EXPECT_EQ(Dump(*SyntaxOf(text)), dump) << text;
 }
 
-// A host may link by hand: whatever its place in the list, one link to the end goes at a time.
+// Of the links to the end, wherever they are in the list, each insertion removes the first one.
 TEST(Graph, AlternativeTakesOutTheFirstLinkToTheEnd) {
-  const auto graph = Build("|1|2|3");
+  const auto graph = SyntaxOf("3 | 2 | 1");
   graph->start->append(graph->end);
   graph->start->append(graph->end);
   graph->insertOr(new YcluiSyntaxNode(4));
   EXPECT_EQ(Listed(SuccessorsOf(*graph->start), NamesOf(*graph)), "t1 t2 t3 e t4");
   graph->insertOr(new YcluiSyntaxNode(5));
   graph->insertOr(new YcluiSyntaxNode(6));
-  // The memory of the link that goes is likely the memory of the one that comes.
+  // The link that is made is likely to get the memory of the one that is removed.
   auto* last = static_cast<YcluiSyntaxNode*>(graph->start->last()->item());
   graph->start->detach(static_cast<void*>(last));
   graph->start->append(graph->end);
@@ -61,7 +61,7 @@ TEST(Graph, RefusesWhatHasGoneElsewhere) {
 }
 
 TEST(Graph, PriorityReachesOneLevel) {
-  const auto graph = Build("(1/|2");
+  const auto graph = SyntaxOf("2 | [ [ 1 ] | [ ] ]");
   graph->setPriority(3, 4);
   std::vector<YcluiSyntaxNode*> reached;
   for (YcluiSyntaxNode* node : NodesOf(*graph)) {

@@ -2,8 +2,8 @@
 // as (clui-token p 7 "line:" 4 4), checks each call against the table as an engine does, and puts
 // down what became of it.
 
-#ifndef TESTS_SCRIPT_SCRIPTMACHINE_H_
-#define TESTS_SCRIPT_SCRIPTMACHINE_H_
+#ifndef TESTS_SUPPORT_SCRIPTMACHINE_H_
+#define TESTS_SUPPORT_SCRIPTMACHINE_H_
 
 #include <functional>
 #include <map>
@@ -40,9 +40,9 @@ struct ScriptMachine {
 
   // Evaluates the expressions of the text and answers the last value as text, or "bad" with what
   // the failing primitive pushed all the same; behind it "@n" for the argument that was reported to
-  // the engine, and "/n" for each code that was pushed. Literals: 1 1.5 "text" 'text' #\x #t
-  // #f, and a name without a value. Forms: (define name value), (list ...), (cons a b), and the
-  // primitives.
+  // the engine, and "!name" for each code; see tests/support/codes.h. Literals: 1 1.5 "text" 'text'
+  // #\x #t #f, and a name without a value. Forms: (define name value), (list ...), (cons a b), and
+  // the primitives.
   std::string run(const std::string& text);
 
   bool evaluateAll(const std::string& text, Ref& result);
@@ -56,4 +56,4 @@ struct ScriptMachine {
 // The machine that the operations of ScmVMExternal work on.
 extern ScriptMachine* TheMachine;
 
-#endif  // TESTS_SCRIPT_SCRIPTMACHINE_H_
+#endif  // TESTS_SUPPORT_SCRIPTMACHINE_H_

@@ -1,6 +1,6 @@
-#include "tests/lex/lex_reader.h"
+#include "tests/support/lex_reader.h"
 
-#include "foundation/YErr.h"
+#include "tests/support/codes.h"
 #include "tests/support/words.h"
 
 namespace {
@@ -53,10 +53,6 @@ std::string LexReader::readToken() {
   const std::uint64_t before = YErr.count();
   if (lex.getNextToken(token) != 0) return Accepted(token);
   token = YcluiToken(token.string());  // drops the flag, as a parser does
-  std::string codes;
-  for (int i = static_cast<int>(YErr.count() - before) - 1; i >= 0; --i) {
-    codes += "!" + std::to_string(YErr.code(i));
-    if (YErr.severity(i) != YErrError) codes += "/" + std::to_string(YErr.severity(i));
-  }
+  const std::string codes = CodesSince(before, "!");
   return codes.empty() ? std::string("?") + token.string() : codes;
 }

@@ -1,7 +1,7 @@
 // Reads texts with a lexer as a parser does, and shows what came.
 
-#ifndef TESTS_LEX_LEX_READER_H_
-#define TESTS_LEX_LEX_READER_H_
+#ifndef TESTS_SUPPORT_LEX_READER_H_
+#define TESTS_SUPPORT_LEX_READER_H_
 
 #include <string>
 
@@ -33,8 +33,7 @@ class LexReader {
   //   {text}              text to be read in place of the token
   //   set                 a variable was set
   //   ?word               refused without a code
-  //   !2051!2053/2        refused, with the codes in the order in which they were pushed, and their
-  //                       severities but for YErrError
+  //   !number!point/warning   refused, with the codes in their order; see tests/support/codes.h
   // and behind them |rest when text is left.
   std::string read(const std::string& text);
 
@@ -47,4 +46,4 @@ class LexReader {
 // The values of a token's or a variable's, as above.
 std::string Shown(const YAttribValue& value);
 
-#endif  // TESTS_LEX_LEX_READER_H_
+#endif  // TESTS_SUPPORT_LEX_READER_H_

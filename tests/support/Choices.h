@@ -1,7 +1,7 @@
 // Turns the bytes of the fuzzer into choices and texts.
 
-#ifndef FUZZ_CHOICES_H_
-#define FUZZ_CHOICES_H_
+#ifndef TESTS_SUPPORT_CHOICES_H_
+#define TESTS_SUPPORT_CHOICES_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -46,4 +46,4 @@ inline void Require(bool holds, const char* what) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count);
 
-#endif  // FUZZ_CHOICES_H_
+#endif  // TESTS_SUPPORT_CHOICES_H_

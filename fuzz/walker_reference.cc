@@ -1,9 +1,9 @@
-// The judge does what the walker's contract says, word by word, with plain lists and sets and
-// without any bound on what it keeps. Each of its steps is held against a second one that remembers
-// nothing about what it opened, wherever that comes to the same: where no structural node came up
-// twice. Neither remembers anything of a graph, and the graph changes under their hands.
+// The reference does what the walker's contract says, word by word, with plain lists and sets and
+// without any bound on them. Where no structural node is visited twice, each of its steps is also
+// compared with one that opens structural nodes at every visit. Nothing of a graph is cached, and
+// the graph changes during the walk.
 
-#include "fuzz/walker_judge.h"
+#include "fuzz/walker_reference.h"
 
 #include <algorithm>
 #include <deque>
@@ -14,21 +14,21 @@
 #include <vector>
 
 #include "foundation/YErr.h"
-#include "fuzz/Choices.h"
 #include "syntax/YcluiNfa.h"
-#include "tests/syntax/syntax_script.h"
+#include "tests/support/Choices.h"
+#include "tests/support/syntax.h"
 
 namespace {
 
 using Node = YcluiSyntaxNode;
 using NodeList = std::vector<Node*>;
 
-constexpr int MostWork = 500;  // beyond it a walk is given up: it grows without bound
-constexpr unsigned Wide = 18;  // more successors than the walker likes to look at one by one
+constexpr int MostWork = 500;  // a walk with more visits in a step is given up
+constexpr unsigned Wide = 18;  // more successors than the walker searches one by one
 
 class Walker : public YcluiNfa {
  public:
-  // Of a copy, so that the walker itself goes on with what it has.
+  // Of a copy, so that the walker keeps its state.
   NodeList next() const {
     Walker listed(*this);
     listed.listNext();
@@ -37,20 +37,20 @@ class Walker : public YcluiNfa {
 };
 
 struct Step {
-  Node* answer = nullptr;
+  Node* accepted = nullptr;
   NodeList next;
-  int ends = 0;         // ways to the end; the judge stops counting at 2
-  bool twice = false;   // a structural node came up twice
-  int work = MostWork;  // what may still be done
+  int ends = 0;         // paths to the end, counted up to 2
+  bool twice = false;   // a structural node was visited twice
+  int work = MostWork;  // visits left
 };
 
 bool Passes(const Node& node) {
   return node.tokenId == 0 && node.kind != YcluiNodeClosure;
 }
 
-class Judge {
+class Reference {
  public:
-  Judge(const YcluiSyntaxGraph& graph, const Node& indefiniteRoot)
+  Reference(const YcluiSyntaxGraph& graph, const Node& indefiniteRoot)
       : root(&indefiniteRoot), graph_(graph) {
     reset();
   }
@@ -71,7 +71,7 @@ class Judge {
     current = node;
     std::map<const Node*, int> known;
     terminated = node != nullptr && node != graph_.start && node->kind != YcluiNodeClosure &&
-                 ways(*node, known) > 0;
+                 paths(*node, known) > 0;
   }
 
   Node* indefinite(std::uint32_t id) const {
@@ -95,10 +95,10 @@ class Judge {
         if (!first && openOnce) continue;
         for (Node* after : SuccessorsOf(*node)) waiting.push_front(after);
       } else if (node->tokenId == id) {
-        step.answer = node;
+        step.accepted = node;
         for (Node* after : SuccessorsOf(*node)) step.next.push_back(after);
         if (node->kind == YcluiNodeClosure) continue;
-        step.ends += openOnce ? ways(*node, known) : allWays(*node, step.work);
+        step.ends += openOnce ? paths(*node, known) : allPaths(*node, step.work);
       }
     }
     step.ends = std::min(step.ends, 2);
@@ -125,20 +125,20 @@ class Judge {
  private:
   const YcluiSyntaxGraph& graph_;
 
-  // Each node's ways worked out once, what leads back adding nothing.
-  int ways(const Node& node, std::map<const Node*, int>& known) const {
+  // The paths from each node are counted once; a cycle adds none.
+  int paths(const Node& node, std::map<const Node*, int>& known) const {
     known[&node] = -1;
     int sum = 0;
     const NodeList after = SuccessorsOf(node);
     for (auto i = after.rbegin(); i != after.rend(); ++i) {
       if (!Passes(**i) || (known.count(*i) != 0 && known[*i] < 0)) continue;
-      sum += (known.count(*i) != 0 ? known[*i] : ways(**i, known)) + (*i == graph_.end ? 1 : 0);
+      sum += (known.count(*i) != 0 ? known[*i] : paths(**i, known)) + (*i == graph_.end ? 1 : 0);
     }
     return known[&node] = std::min(sum, 2);
   }
 
-  // Every way walked by itself.
-  int allWays(const Node& node, int& work) const {
+  // Each path is walked by itself.
+  int allPaths(const Node& node, int& work) const {
     int ends = 0;
     NodeList waiting = SuccessorsOf(node);
     while (!waiting.empty() && --work > 0) {
@@ -152,7 +152,7 @@ class Judge {
   }
 };
 
-// What the walker keeps of a list: of each node the first and the last place.
+// The walker keeps the first and the last occurrence of each node.
 NodeList FirstAndLast(const NodeList& list) {
   NodeList kept;
   for (auto i = list.begin(); i != list.end(); ++i) {
@@ -172,7 +172,7 @@ void Widen(Node& from, Node& to, unsigned pattern) {
   }
 }
 
-// A graph with all nodes that it ever led to, so that none is lost when it leads there no more.
+// A graph, which keeps the nodes that a change has cut off until it is destroyed.
 class KeptGraph {
  public:
   explicit KeptGraph(std::unique_ptr<YcluiSyntaxGraph> graph) : graph_(std::move(graph)) { keep(); }
@@ -199,7 +199,7 @@ class KeptGraph {
         graph_->insertAnd(new Node(b % 4 + 1));
         break;
       case 2:
-        graph_->insertOr(Build("(1*&2|3").get());
+        graph_->insertOr(SyntaxOf("3 | [ 2 ( 1 )* ]").get());
         break;
       case 3:
         graph_->makeClosure();
@@ -242,10 +242,10 @@ class KeptGraph {
   }
 };
 
-// One walk, the walker and the judge side by side.
+// One walk, by the walker and by the reference.
 class Trial {
  public:
-  explicit Trial(YcluiSyntaxGraph& graph) : graph_(graph), judge_(graph, root_) {
+  explicit Trial(YcluiSyntaxGraph& graph) : graph_(graph), reference_(graph, root_) {
     addIndefinite(4);
     walker_.syntaxGraph(&graph);
     walker_.setIndefiniteNode(&root_);
@@ -257,36 +257,36 @@ class Trial {
   // False when the walk ends here, with the difference in `difference` if there is one.
   bool step(std::uint32_t id) {
     const std::uint64_t errors = YErr.count();
-    Node* answer = walker_.stepNext(id);
+    Node* accepted = walker_.stepNext(id);
     const std::uint64_t notes = YErr.count() - errors;
-    if (judge_.indefinite(id) != nullptr) {
-      return same(answer == judge_.indefinite(id) && notes == 0, "indefinite node");
+    if (reference_.indefinite(id) != nullptr) {
+      return same(accepted == reference_.indefinite(id) && notes == 0, "indefinite node");
     }
-    const Step step = judge_.step(id, true);
-    const Step plain = judge_.step(id, false);
+    const Step step = reference_.step(id, true);
+    const Step plain = reference_.step(id, false);
     if (step.work <= 0 || step.next.size() > MostWork) return false;
     const bool comparable = plain.work > 0 && !plain.twice;
     if (comparable &&
-        !same(plain.answer == step.answer && plain.next == step.next && plain.ends == step.ends,
-              "the two judges")) {
+        !same(plain.accepted == step.accepted && plain.next == step.next && plain.ends == step.ends,
+              "the two references")) {
       return false;
     }
-    if (step.answer != nullptr) {
-      judge_.next = step.next;
-      judge_.current = step.answer;
+    if (step.accepted != nullptr) {
+      reference_.next = step.next;
+      reference_.current = step.accepted;
     }
-    if (step.ends > 0) judge_.terminated = true;
-    return same(answer == step.answer, "answer") &&
+    if (step.ends > 0) reference_.terminated = true;
+    return same(accepted == step.accepted, "accepted node") &&
            same(notes == (step.ends > 1 ? 1U : 0U), "note") && agree();
   }
 
   bool goBack(Node* node) {
-    judge_.goBack(node);
+    reference_.goBack(node);
     return same(walker_.goBack(node) == node, "goBack") && agree();
   }
 
   bool reset() {
-    judge_.reset();
+    reference_.reset();
     return same(walker_.reset() == 1, "reset") && agree();
   }
 
@@ -297,7 +297,7 @@ class Trial {
     return agree();
   }
 
-  // The same from the start again and again, by which the walker comes to know the place.
+  // From the start four times, so that the step is cached.
   bool stepAgain(std::uint32_t id) {
     for (int i = 0; i < 4; ++i) {
       if (!reset() || !step(id)) return false;
@@ -305,7 +305,7 @@ class Trial {
     return true;
   }
 
-  // More indefinite nodes, fewer, or those of another root, which may be a node of the graph.
+  // Adds or removes indefinite nodes, or takes another root, which may be a node of the graph.
   bool changeIndefinites(unsigned how) {
     switch (how % 4) {
       case 0:
@@ -318,23 +318,23 @@ class Trial {
         if (root_.first() != nullptr) root_.detach(root_.first()->item());
         break;
       default:
-        setIndefiniteRoot(judge_.root == &root_ ? *graph_.start : root_);
+        setIndefiniteRoot(reference_.root == &root_ ? *graph_.start : root_);
     }
     return agree();
   }
 
   void setIndefiniteRoot(Node& root) {
     walker_.setIndefiniteNode(&root);
-    judge_.root = &root;
+    reference_.root = &root;
   }
   Node& ownIndefiniteRoot() { return root_; }
 
-  // Asked only now and then, since it comes by nodes that a step does not come by.
+  // Not after every step, since it visits nodes that a step does not visit.
   bool agreeOnPossible() {
     YcluiSyntaxNodeP_Array possible(3);
     const bool listed = walker_.possibleNodes(possible) != 0;
-    return same(listed == !judge_.terminated, "possibleNodes") &&
-           same(listed ? NodeList(possible(), possible() + possible.size()) == judge_.possible()
+    return same(listed == !reference_.terminated, "possibleNodes") &&
+           same(listed ? NodeList(possible(), possible() + possible.size()) == reference_.possible()
                        : possible.size() == 3,
                 "possible nodes");
   }
@@ -346,7 +346,7 @@ class Trial {
   Node root_{0};
   Node& indefinites_ = *new Node;  // leads to all of them
   Walker walker_;
-  Judge judge_;
+  Reference reference_;
 
   void addIndefinite(unsigned long id) {
     auto* node = new Node(id);
@@ -362,9 +362,9 @@ class Trial {
 
   bool agree() {
     const NodeList next = walker_.next();
-    return same(FirstAndLast(next) == FirstAndLast(judge_.next), "next nodes") &&
-           same(walker_.currentSyntaxNode() == judge_.current, "current node") &&
-           same(walker_.isTerminated() == (judge_.terminated ? 1U : 0U), "terminated");
+    return same(FirstAndLast(next) == FirstAndLast(reference_.next), "next nodes") &&
+           same(walker_.currentSyntaxNode() == reference_.current, "current node") &&
+           same(walker_.isTerminated() == (reference_.terminated ? 1U : 0U), "terminated");
   }
 };
 
@@ -399,8 +399,8 @@ bool Move(Trial& trial, KeptGraph& graph, Choices& choices) {
   }
 }
 
-// Links made by hand go where no fragment could lead: cycles of structural nodes, ways out of the
-// middle of a repeated part, the same link many times.
+// Links as no fragment has them: cycles of structural nodes, paths out of the middle of a repeated
+// part, the same link many times.
 struct Link {
   bool isWide;
   unsigned from;
@@ -408,17 +408,17 @@ struct Link {
 };
 
 std::unique_ptr<YcluiSyntaxGraph> ReadGraph(Choices& choices) {
-  std::string script;
+  std::string text;
   std::vector<Link> links;
   while (const unsigned byte = choices.byte()) {
     if (byte < 192) {
-      script += JudgeSigns[byte % 16];
+      text += GraphSigns[byte % 16];
     } else {
       const unsigned from = choices.byte();
       links.push_back({byte >= 240, from, choices.byte()});
     }
   }
-  auto graph = Build(script);
+  auto graph = SyntaxOf(text);
   const NodeList nodes = NodesOf(*graph);
   for (const Link& link : links) {
     Node& from = *nodes[link.from % nodes.size()];
@@ -430,7 +430,7 @@ std::unique_ptr<YcluiSyntaxGraph> ReadGraph(Choices& choices) {
 
 }  // namespace
 
-std::string JudgeWalk(const std::uint8_t* bytes, std::size_t count) {
+std::string CompareWalkers(const std::uint8_t* bytes, std::size_t count) {
   Choices choices(bytes, count);
   KeptGraph graph(ReadGraph(choices));
   Trial trial(*graph);

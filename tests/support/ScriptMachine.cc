@@ -1,11 +1,11 @@
-#include "tests/script/ScriptMachine.h"
+#include "tests/support/ScriptMachine.h"
 
 #include <cctype>
 #include <cstdlib>
 #include <cstring>
 
-#include "foundation/YErr.h"
 #include "script/ycscm.h"
+#include "tests/support/codes.h"
 
 ScriptMachine* TheMachine = nullptr;
 
@@ -118,11 +118,7 @@ std::string ScriptMachine::run(const std::string& text) {
   Ref result = make({});
   std::string outcome = evaluateAll(text, result) ? print(result) : "bad";
   if (outcome == "bad" && result != nullptr) outcome += ' ' + print(result);
-  outcome += report;
-  for (auto i = YErr.count() - before; i > 0; --i) {
-    outcome += " /" + std::to_string(YErr.code(static_cast<int>(i) - 1));
-  }
-  return outcome;
+  return outcome + report + CodesSince(before, " !");
 }
 
 bool ScriptMachine::evaluateAll(const std::string& text, Ref& result) {

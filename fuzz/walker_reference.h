@@ -1,0 +1,23 @@
+// A slow walker to compare the real one with.
+
+#ifndef FUZZ_WALKER_REFERENCE_H_
+#define FUZZ_WALKER_REFERENCE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+// Makes a graph and a walk of the bytes, takes the walk with the walker and with the reference, and
+// returns the first thing in which they differ; empty when they agree. Any bytes make a valid
+// input: those up to the first 0 make the graph, and those after it the walk. There, 8 times an id
+// below 5 is a step, and 2 more the same from the start four times; 4 is the id of an indefinite
+// node. Other bytes change the graph or the indefinite nodes, go back, reset or copy the walker.
+//
+// A byte of the graph below 192 adds a sign, by its lower half, to the text of a syntax
+// (tests/support/syntax.h). Any other links the two nodes that the next two bytes choose, from 240
+// on by way of many new nodes.
+constexpr const char* GraphSigns[] = {" 3", " [", "]*", " [", " |", " 1", " 2", " |",
+                                      ")",  " [", "]*", " [", "]",  " 1", " 2", " |"};
+std::string CompareWalkers(const std::uint8_t* bytes, std::size_t count);
+
+#endif  // FUZZ_WALKER_REFERENCE_H_
