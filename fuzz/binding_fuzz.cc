@@ -69,7 +69,7 @@ class Desk {
   YcluiFieldBinding* binding_ = nullptr;
   bool isTied_ = false;  // the binding fills the present field
   int depth_ = 0;
-  int telling_ = 0;  // nobody types while the field is told a text
+  int telling_ = 0;  // nobody types while the field is given a text
 
   void event() {
     if (depth_ == 20 || choices_.below(3) != 2) return;

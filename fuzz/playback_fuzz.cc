@@ -1,17 +1,16 @@
 // Both readers of a playback over any file, which pauses at any line: the texts that come are those
 // that a reader of the whole file at once would give.
 
-#include <fstream>
 #include <vector>
 
 #include "foundation/YKanji.h"
-#include "fuzz/Folder.h"
 #include "parser/YcluiParser.h"
 #include "tests/support/Choices.h"
+#include "tests/support/WorkingFolder.h"
 
 namespace {
 
-// Pauses behind each line in turn that the bits tell.
+// Pauses after the lines whose bits are set.
 class Player : public YcluiParser {
  public:
   explicit Player(unsigned pauses) : pauses_(pauses) {
@@ -24,10 +23,10 @@ class Player : public YcluiParser {
 
   std::vector<std::string> texts;
 
-  bool pausesBehind(std::size_t line) const { return (pauses_ >> (line % 8) & 1U) != 0; }
+  bool pausesAfter(std::size_t line) const { return (pauses_ >> (line % 8) & 1U) != 0; }
   int interpret(const char* text) override {
     if (isAliasRun() != 0) return YcluiParser::interpret(text);  // it is none of the file's
-    if (pausesBehind(texts.size())) pausePlayback();
+    if (pausesAfter(texts.size())) pausePlayback();
     texts.emplace_back(text);
     return YcluiParser::interpret(text);
   }
@@ -59,7 +58,7 @@ std::vector<std::string> Expected(const std::string& log, const Player& player) 
   for (bool follows = true; follows; ++at) {
     texts.push_back(LineAt(log, at, inString));
     follows = at < log.size();
-    if (follows && player.pausesBehind(texts.size() - 1)) {
+    if (follows && player.pausesAfter(texts.size() - 1)) {
       ++at;
       break;
     }
@@ -76,12 +75,12 @@ std::vector<std::string> Expected(const std::string& log, const Player& player) 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
-  static const Folder folder;
-  const std::string path = folder.path() + "/log";
+  static const WorkingFolder folder;
+  const std::string path = folder.path + "/log";
   Choices choices(bytes, count);
   Player player(choices.byte());
   const std::string log = choices.rest();
-  std::ofstream(path) << log;
+  WriteFile(path, log);
   Require(player.playbackFromLog(path.c_str()) == 1, "a file can be played");
   while (player.continuePlayback() != 0) {
   }

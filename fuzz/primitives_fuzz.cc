@@ -1,13 +1,13 @@
 // The primitives: random calls that keep, reuse, drop and confuse every value they get. What the
 // contract of the stack asks of a primitive the machine sees to.
 
-#include "fuzz/Folder.h"
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
 #include "tests/script/TestField.h"
 #include "tests/support/Choices.h"
 #include "tests/support/ScriptMachine.h"
+#include "tests/support/WorkingFolder.h"
 
 namespace {
 
@@ -74,7 +74,7 @@ class Script {
     --depth_;
   }
 
-  // A value of a script's own, or one that lies near one that a primitive made.
+  // A value of a script's own, or one next to one that a primitive made.
   void keepValue() {
     Value value{.kind = "nbldcshpl"[choices_.below(9)]};
     const unsigned choice = choices_.byte();
@@ -124,10 +124,11 @@ class Script {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
-  static const Folder folder;
+  static const WorkingFolder folder;
   testing::GTEST_FLAG(break_on_failure) = true;
-  std::filesystem::current_path(folder.path());
-  folder.clear();
+  for (const auto& file : std::filesystem::directory_iterator(folder.path)) {
+    std::filesystem::remove_all(file.path());
+  }
   Choices choices(bytes, count);
   CluiLibInitialize();
   {

@@ -1,4 +1,4 @@
-// Command templates, held against the forms as a regular expression tells them.
+// Command templates, compared with the forms as a regular expression describes them.
 
 #include <regex>
 

@@ -28,7 +28,7 @@ class YPathNameTest : public testing::Test {
   }
   void TearDown() override { std::setlocale(LC_CTYPE, "C"); }
 
-  // The full and tidied form of a path, with the top folder written as "@" on both ways.
+  // The full and tidied form of a path, with the top folder written as "@" in both.
   std::string packed(std::string path) const {
     if (path[0] == '@') path.replace(0, 1, top_);
     YPathName name(path.c_str());

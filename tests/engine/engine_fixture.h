@@ -1,5 +1,5 @@
 // The engine in a test: started once in the program, with the test library open and a listener that
-// keeps what it is told.
+// keeps what is reported.
 
 #ifndef TESTS_ENGINE_ENGINE_FIXTURE_H_
 #define TESTS_ENGINE_ENGINE_FIXTURE_H_

@@ -11,7 +11,7 @@
 
 namespace {
 
-int bytesToWaitBehind = 0;  // of those that are written one by one
+int bytesToWaitAfter = 0;  // of those that are written one by one
 
 }  // namespace
 
@@ -19,8 +19,8 @@ int bytesToWaitBehind = 0;  // of those that are written one by one
 extern "C" __attribute__((visibility("default"))) ssize_t write(int file, const void* bytes,
                                                                 size_t count) {
   const ssize_t written = syscall(SYS_write, file, bytes, count);
-  if (count == 1 && bytesToWaitBehind > 0) {
-    --bytesToWaitBehind;
+  if (count == 1 && bytesToWaitAfter > 0) {
+    --bytesToWaitAfter;
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
   return written;
@@ -30,13 +30,13 @@ namespace {
 
 using LimitsTest = EngineTest;
 
-// A busy machine is one on which what is told to another thread has come before this one goes on.
+// A busy machine is one on which a message reaches another thread before this one goes on.
 TEST_F(LimitsTest, EndlessRecursionOnABusyMachine) {
-  bytesToWaitBehind = 100;
+  bytesToWaitAfter = 100;
   Eval("(define (f n) (dynamic-wind (lambda () 0) (lambda () (f n) 1) (lambda () 0)))");
   EXPECT_EQ(Eval("(f 1)"), "-the recursion is too deep");
-  EXPECT_LT(bytesToWaitBehind, 100);
-  bytesToWaitBehind = 0;
+  EXPECT_LT(bytesToWaitAfter, 100);
+  bytesToWaitAfter = 0;
 }
 
 TEST_F(LimitsTest, EndlessRecursion) {

@@ -30,7 +30,8 @@ TEST(YErr, TellsTheListenerOnce) {
   };
   m.setListener(listen, &calls);
   m.pushError(YErrNotOpened, YErrWarning);
-  EXPECT_TRUE(calls == 1 && m.code(0) == YErrNoText);  // recorded by the listener, not told to it
+  EXPECT_TRUE(calls == 1 &&
+              m.code(0) == YErrNoText);  // recorded by the listener, not reported to it
   m.pushError(YErrBadPoint, YErrNote);
   EXPECT_EQ(calls, 2);
   m.setListener(nullptr, nullptr);

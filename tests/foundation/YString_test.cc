@@ -67,7 +67,7 @@ TEST(YString, AppendingIsLinear) {
 }
 
 // Random operations on a string and on the standard one, with sources inside the string, and with
-// room that is lent.
+// borrowed room.
 TEST(YString, DoesAsTheModelDoes) {
   std::mt19937 random(11);
   const auto below = [&](std::size_t n) { return static_cast<int>(random() % n); };

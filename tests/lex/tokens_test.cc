@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -179,34 +180,13 @@ TEST(Tokens, ATokenByItself) {
 
 // Texts made of what has a meaning, with the other operations between them. A "~" ends a text.
 TEST(Tokens, AreThoseOfTheReference) {
-  const std::vector<std::string> pieces = {" ",           " ",
-                                           "\n",          "#",
-                                           "$",           "${",
-                                           "}",           "[",
-                                           "]",           "=",
-                                           "\"",          "'",
-                                           "\\",          ",",
-                                           ",",           ":",
-                                           ";",           ".",
-                                           "-",           "0",
-                                           "1",           "2",
-                                           "3.9",         "1e3",
-                                           "4e9",         "2147483647.5",
-                                           "-2147483648", "65536",
-                                           "go",          "GO",
-                                           "DEL",         "delete",
-                                           "line:",       "name ",
-                                           "at 1,",       "mix ",
-                                           "odd ",        "f 1",
-                                           "a",           "B",
-                                           "x:",          "al ",
-                                           "${a}",        "${A}=",
-                                           "${r}[",       "${r}[${a}]",
-                                           "${n}",        "${n}=\"7\"",
-                                           "${p}",        "${s}=",
-                                           "\"${s}",      "\x83\\",
-                                           "\x81",        "\xFF",
-                                           "\x83\x41"};
+  std::vector<std::string> pieces;
+  std::istringstream all(
+      " | "
+      "|\n|#|$|${|}|[|]|=|\"|'|\\|,|,|:|;|.|-|0|1|2|3.9|1e3|4e9|2147483647.5|-2147483648|65536|go|"
+      "GO|DEL|delete|line:|name |at 1,|mix |odd |f 1|a|B|x:|al "
+      "|${a}|${A}=|${r}[|${r}[${a}]|${n}|${n}=\"7\"|${p}|${s}=|\"${s}|\x83\\|\x81|\xFF|\x83\x41");
+  for (std::string piece; std::getline(all, piece, '|');) pieces.push_back(piece);
   const std::vector<std::string> names = {"delete", "DELETE", "Del", "dE", "",
                                           "a",      "B",      "x:",  "al", "r"};
   const std::string declared =

@@ -11,14 +11,14 @@
 
 namespace {
 
-// Tests run side by side. It goes with the process.
+// Tests run side by side. Removed at the end of the process.
 const WorkingFolder Folder;
 
 using Operation = YWord (*)(CommandLine& line, const std::string& given);
 
 const std::map<std::string, Operation> Operations = {
     {"syntax", [](auto& line, auto& syntax) { return line.setSyntax(syntax), 1u; }},
-    {"tokens", [](auto& line, auto&) { return line.tell("tokens", line.tokens()), 1u; }},
+    {"tokens", [](auto& line, auto&) { return line.record("tokens", line.tokens()), 1u; }},
     {"on",
      [](auto& line, auto& given) {
        const std::size_t end = given.find(") ") + 1;
@@ -36,7 +36,7 @@ const char* WordOf(const YcluiToken& token) {
 // What a callback is given must still be there when it is done.
 void Hear(void* self, const char* kind, const char* text) {
   const std::string before(text);
-  static_cast<CommandLine*>(self)->tell(kind, before);
+  static_cast<CommandLine*>(self)->record(kind, before);
   EXPECT_EQ(before, text);
 }
 
@@ -95,12 +95,12 @@ void CommandLine::perform(const std::string& steps, char separator) {
     const auto own = Operations.find(name);
     const YWord answer = own != Operations.end() ? own->second(*this, given)
                                                  : ParserOperations.at(name)(*this, given);
-    if (name != "on") tell("answer", std::to_string(static_cast<int>(answer)), name);
+    if (name != "on") record("answer", std::to_string(static_cast<int>(answer)), name);
   }
 }
 
-std::string CommandLine::told() {
-  return std::exchange(told_, "");
+std::string CommandLine::traced() {
+  return std::exchange(trace_, "");
 }
 
 std::string CommandLine::tokens() const {
@@ -119,15 +119,16 @@ int CommandLine::interpret(const char* text) {
 }
 
 YWord CommandLine::evaluate(const char* text) {
-  tell("run", text);
+  record("run", text);
   return 1;
 }
 
 // What an entry does may end in this entry again.
-void CommandLine::tell(const std::string& kind, const std::string& text, const std::string& name) {
+void CommandLine::record(const std::string& kind, const std::string& text,
+                         const std::string& name) {
   const std::string entry = (name.empty() ? kind : name) + "(" + text + ")";
   if (kinds_.find(" " + kind + " ") != std::string::npos) {
-    told_ += (told_.empty() ? "" : " ") + entry;
+    trace_ += (trace_.empty() ? "" : " ") + entry;
   }
   const auto found = at.find(entry);
   if (found == at.end()) return;

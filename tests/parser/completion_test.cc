@@ -54,7 +54,7 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
   walker.syntaxGraph(syntax);
   std::vector<unsigned> anywhere;
   // A word that has been deleted is empty. In the list of all there are no such ones, each word
-  // stands once, and those that may come anywhere stand behind the others.
+  // is listed once, and those that may come anywhere follow the others.
   const auto expected = [&](const std::string& prefix, bool isOfAll) {
     YcluiSyntaxNodeP_Array nodes;
     walker.possibleNodes(nodes);

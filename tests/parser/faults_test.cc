@@ -1,4 +1,4 @@
-// Each allocation of a run fails in turn: the run goes on as it is told, or ends with one line and
+// Each allocation of a run fails in turn: the run goes on and reports it, or ends with one line and
 // never in the middle of a command.
 
 #include <fcntl.h>
@@ -21,24 +21,24 @@
 namespace {
 
 // Writes each command as a line of the descriptor 1.
-class Teller : public YcluiParser {
+class Writer : public YcluiParser {
  public:
-  static void tell(const std::string& text) {
+  static void write(const std::string& text) {
     const std::string line = text + '\n';
     if (::write(1, line.data(), line.size()) < 0) _exit(9);
   }
 
  private:
   YWord evaluate(const char* text) override {
-    tell(text);
+    write(text);
     return 1;
   }
 };
 
-// Builds a language, reads commands, writes a log, completes, and tells what came of it.
+// Builds a language, reads commands, writes a log, completes, and writes down the results.
 void Run() {
   YcluiParser::CreateMortuary();
-  Teller parser;
+  Writer parser;
   if (YcluiLex* lex = parser.lex(); lex != nullptr) {
     Declare(*lex, "put:/is go gone=gon ; twice->go;_go;");
     parser.setSyntaxGraph(
@@ -59,17 +59,17 @@ void Run() {
   unsigned long unique = 0;
   parser.possibleWords(words);
   parser.completionString("", completed, unique);
-  Teller::tell(std::to_string(words.size()) + completed.buffer);
+  Writer::write(std::to_string(words.size()) + completed.buffer);
   parser.shutLogging();
-  if (parser.setAlias("a", "b") + parser.tokenIsOpen() == 0) Teller::tell("no lexer");
+  if (parser.setAlias("a", "b") + parser.tokenIsOpen() == 0) Writer::write("no lexer");
   parser.exhaust();
   YcluiParser::AddDeadBody(&parser);
-  if (parser.isCondemned() == 0) Teller::tell("no mortuary");
+  if (parser.isCondemned() == 0) Writer::write("no mortuary");
 }
 
 struct Outcome {
-  std::string told;    // the lines of the descriptor 1
-  std::string errors;  // what stands on the standard error stream
+  std::string output;  // the lines of the descriptor 1
+  std::string errors;  // the standard error stream
   std::string log;
   int status;
 };
@@ -79,7 +79,7 @@ Outcome RunWithout(long allocation) {
   std::fflush(nullptr);
   const pid_t child = fork();
   if (child == 0) {
-    dup2(creat("told", 0600), 1);
+    dup2(creat("output", 0600), 1);
     dup2(creat("errors", 0600), 2);
     std::remove("log");
     const auto before = YErr.count();
@@ -90,20 +90,20 @@ Outcome RunWithout(long allocation) {
     WriteFile("made", std::to_string(Allocations() - made));
     for (auto i = YErr.count() - before; i > 0; --i) {
       const int at = static_cast<int>(i) - 1;
-      Teller::tell("code " + std::to_string(YErr.code(at) * 10 + YErr.severity(at)));
+      Writer::write("code " + std::to_string(YErr.code(at) * 10 + YErr.severity(at)));
     }
     _exit(0);
   }
   int status = 0;
   waitpid(child, &status, 0);
-  return {ReadFile("told"), ReadFile("errors"), ReadFile("log"), status};
+  return {ReadFile("output"), ReadFile("errors"), ReadFile("log"), status};
 }
 
 // The commands of a run that went on without what it did not get: whole ones, in their order, and
 // a code or an answer that says so.
-void ExpectTold(const std::string& whole, const std::string& told) {
+void ExpectReported(const std::string& whole, const std::string& output) {
   std::istringstream expected(whole);
-  std::istringstream lines(told);
+  std::istringstream lines(output);
   bool isSaid = false;
   for (std::string line; std::getline(lines, line);) {
     isSaid |= std::regex_match(line, std::regex("no .*|code 20(49|61|83)4"));
@@ -116,10 +116,10 @@ void ExpectTold(const std::string& whole, const std::string& told) {
 
 TEST(Faults, EachAllocationFails) {
   const Outcome whole = RunWithout(-1);
-  ASSERT_TRUE(whole.told.starts_with("put 1 \"a text of some length\"\ngo ;\nput 2"));
+  ASSERT_TRUE(whole.output.starts_with("put 1 \"a text of some length\"\ngo ;\nput 2"));
   const int all = std::stoi(ReadFile("made"));
   int aborted = 0;
-  int told = 0;
+  int reported = 0;
   for (int i = 0; i < all; ++i) {
     SCOPED_TRACE("allocation " + std::to_string(i));
     const Outcome one = RunWithout(i);
@@ -127,21 +127,22 @@ TEST(Faults, EachAllocationFails) {
       ++aborted;
       EXPECT_EQ(WTERMSIG(one.status), SIGABRT);
       EXPECT_EQ(one.errors, "yqrtClui: out of memory\n");
-      EXPECT_TRUE(whole.told.starts_with(one.told)) << one.told;
-      EXPECT_TRUE(one.told.empty() || one.told.back() == '\n');
+      EXPECT_TRUE(whole.output.starts_with(one.output)) << one.output;
+      EXPECT_TRUE(one.output.empty() || one.output.back() == '\n');
       EXPECT_TRUE(whole.log.starts_with(one.log)) << one.log;
       continue;
     }
     ASSERT_EQ(one.status, 0);
     EXPECT_EQ(one.errors, "");
-    if (one.told == whole.told) continue;
-    ++told;
-    ExpectTold(whole.told, one.told);
-    ASSERT_FALSE(HasFailure()) << one.told;
+    if (one.output == whole.output) continue;
+    ++reported;
+    ExpectReported(whole.output, one.output);
+    ASSERT_FALSE(HasFailure()) << one.output;
   }
-  std::cout << all << " allocations: " << aborted << " end the process, " << told << " are told\n";
+  std::cout << all << " allocations: " << aborted << " end the process, " << reported
+            << " are reported\n";
   EXPECT_GT(aborted, 20);
-  EXPECT_GT(told, 10);
+  EXPECT_GT(reported, 10);
 }
 
 }  // namespace

@@ -23,11 +23,11 @@ TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
     return YErr.count() - before;
   };
   const std::uint64_t once = codesOf("go x go");
-  EXPECT_EQ(line.told(), "run(go) run(go)");
+  EXPECT_EQ(line.traced(), "run(go) run(go)");
   EXPECT_GT(once, 2U);
   EXPECT_LE(once, static_cast<std::uint64_t>(YcluiMostExpansions));
   EXPECT_EQ(codesOf("x x go"), 2 * once);
-  EXPECT_EQ(line.told(), "run(go)");
+  EXPECT_EQ(line.traced(), "run(go)");
 }
 
 // Texts that double, and one that contains itself, cost the words around them nothing.
@@ -37,16 +37,16 @@ TEST(Interpret, ExpansionIsBounded) {
   line.perform("${a}='\\${a} '; ^reset");
   for (int i = 0; i < 19; ++i) line.interpret("${a}='${a}${a}'\n");
   line.interpret("go ${a} go ");  // each of them 2 MiB
-  std::string told = "run(go)";
-  for (int level = 0; level < 6; ++level) told += " err(too-long) refuse(go)";
-  EXPECT_EQ(line.told(), told + " run(go)");
+  std::string trace = "run(go)";
+  for (int level = 0; level < 6; ++level) trace += " err(too-long) refuse(go)";
+  EXPECT_EQ(line.traced(), trace + " run(go)");
   for (int i = 0; i < 30; ++i) line.interpret("${a}='${a}${a}'\n");
-  line.told();
+  line.traced();
   line.interpret("say ${a} go ");
-  EXPECT_EQ(line.told(), "err(too-long) run(go)");
+  EXPECT_EQ(line.traced(), "err(too-long) run(go)");
   EXPECT_EQ(line.setAlias("long", std::string(YcluiLongestExpansion + 1, ' ').c_str()), 1U);
   line.interpret("long go ");
-  EXPECT_EQ(line.told(), "err(too-long) refuse(long) run(go)");
+  EXPECT_EQ(line.traced(), "err(too-long) refuse(long) run(go)");
 }
 
 TEST(Interpret, AFrameTakesItsOwnTokens) {
@@ -72,15 +72,15 @@ TEST(Interpret, DepthIsBounded) {
   // With text unread it is left to the loops outside, and none is lost.
   line.at["run(a)"] = again;
   line.interpret("a b");
-  std::string told = line.told();
-  EXPECT_EQ(std::count(told.begin(), told.end(), 'a'), 300);
-  EXPECT_EQ(std::count(told.begin(), told.end(), 'b'), 300);
-  EXPECT_EQ(told.find("err("), std::string::npos);
+  std::string trace = line.traced();
+  EXPECT_EQ(std::count(trace.begin(), trace.end(), 'a'), 300);
+  EXPECT_EQ(std::count(trace.begin(), trace.end(), 'b'), 300);
+  EXPECT_EQ(trace.find("err("), std::string::npos);
 
   line.interpret("loop a");
-  told = line.told();
-  EXPECT_EQ(std::count(told.begin(), told.end(), 'a'), YcluiMostSuspendedTexts + 1);
-  EXPECT_EQ(std::count(told.begin(), told.end(), 'b'), YcluiMostSuspendedTexts);
+  trace = line.traced();
+  EXPECT_EQ(std::count(trace.begin(), trace.end(), 'a'), YcluiMostSuspendedTexts + 1);
+  EXPECT_EQ(std::count(trace.begin(), trace.end(), 'b'), YcluiMostSuspendedTexts);
 }
 
 TEST(Interpret, LongLinesStayCheap) {
@@ -99,7 +99,7 @@ TEST(Interpret, RefusesWithoutAFrame) {
   line.trace("tok echo field syn refuse run err answer tokens");
   line.perform("^count go; ^inside go; ^dummy go; ^token go; ^reset; ^push; ^pop; ^untoken");
   line.perform("^remove 0; ^find go; ^depth; ^tokens");
-  EXPECT_EQ(line.told(),
+  EXPECT_EQ(line.traced(),
             "err(no-syntax/warning) count(0) err(no-syntax/warning) inside(0) "
             "err(no-syntax/warning) dummy(0) token(0) reset(1) "
             "push(0) pop(0) untoken(0) remove(0) find(-1) depth(0) tokens() tokens(1)");
@@ -128,7 +128,7 @@ TEST(Interpret, AnActionThatANodeGetsLaterFires) {
   line.perform("a b a a");
   line.at["echo(a)"] = [node] { node->setAction("late"); };
   line.perform("a b a");
-  EXPECT_EQ(line.told(), "run(b) run(late) run(b) run(late)");
+  EXPECT_EQ(line.traced(), "run(b) run(late) run(b) run(late)");
 }
 
 TEST(Interpret, AWarmParserDoesNotAllocate) {

@@ -13,7 +13,7 @@ namespace {
 const std::string Opening = "#\n# This command log file was written by Orven KV-7300 system.\n#\n";
 const std::string Closing = "\n#\n# stop logging\n#\n";
 
-TEST(LogFile, TellsOnceWhatWasNotWritten) {
+TEST(LogFile, ReportsOnceWhatWasNotWritten) {
   YcluiLogFile full("/dev/full");
   ASSERT_EQ(full.open("w"), 1u);
   std::setvbuf(full, nullptr, _IONBF, 0);
@@ -75,7 +75,7 @@ TEST(Logging, Failures) {
     CommandLine line("go", "go");
     line.trace("err answer");
     line.perform(steps);
-    EXPECT_EQ(line.told(), wanted) << steps;
+    EXPECT_EQ(line.traced(), wanted) << steps;
   }
   const int freeNow = dup(0);
   close(freeNow);
@@ -83,7 +83,7 @@ TEST(Logging, Failures) {
 }
 
 TEST(Playback, ReadsLines) {
-  // The file, what interpret is given, and the same for what follows a pause behind the first line.
+  // The file, what interpret is given, and the same for what follows a pause after the first line.
   const char* const rows[][3] = {
       {"", "[]", ""},
       {"go", "[go]", ""},
@@ -118,7 +118,7 @@ TEST(Playback, ReadsLines) {
   EXPECT_EQ(line.texts, "[go][" + full + "][" + full.substr(46) + "\n][]");
 }
 
-TEST(Playback, TellsWhereItStands) {
+TEST(Playback, ReportsItsPosition) {
   WriteFile("places", "go \"two\nlines\"\nstop\xFF\n\nstop\n");
   CommandLine line("go stop", "( go | stop{stop} )");
   const auto place = [&] {

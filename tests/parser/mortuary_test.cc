@@ -5,7 +5,7 @@
 
 namespace {
 
-// Told in the order of dying.
+// The names in the order of destruction.
 std::string Gone;
 
 YcluiParser* Telling(YcluiParser* parser, const char* name) {

@@ -25,7 +25,7 @@ struct Word {
   std::vector<YcluiValueType> types;
 };
 
-// Speaks the language that its seed stands for, and keeps what is accepted and what is run.
+// Speaks the language of its seed, and keeps what is accepted and what is run.
 class Speaker : public YcluiParser {
  public:
   explicit Speaker(unsigned seed) : pauses_(seed) {

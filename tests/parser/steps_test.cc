@@ -1,4 +1,4 @@
-// What a parser does, step by step: the rows of steps.txt, whose head tells their form.
+// What a parser does, step by step: the rows of steps.txt, whose head describes their form.
 
 #include <map>
 
@@ -21,7 +21,7 @@ TEST_P(Steps, LeaveWhatTheirRowSays) {
     CommandLine line(given['w'], given['s']);
     line.trace(given['k']);
     line.perform(given['<']);
-    EXPECT_EQ(line.told(), text) << given['<'];
+    EXPECT_EQ(line.traced(), text) << given['<'];
     EXPECT_EQ(line.tokens().find('!'), std::string::npos) << given['<'];
   }
 }

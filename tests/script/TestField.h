@@ -26,7 +26,7 @@ class TestField : public YuiTextField {
   void endBinding() { delete ModificationCallBack(); }
 
   // Types a character, or deletes the last one with "<", and answers what became of it. The field
-  // shows no control characters. It may have gone when it was refused.
+  // shows no control characters. It may have been destroyed when it was refused.
   YWord key(const std::string& character) {
     const bool isDeletion = character == "<";
     const std::string sent = character + "x";  // not terminated

@@ -54,7 +54,7 @@ class Binding : public testing::Test {
     return std::string(field->shown).insert(binding->wordStart(), "|");
   }
 
-  // Types the characters and answers for each the answer and the state behind it.
+  // Types the characters and returns for each the result and the state after it.
   std::string type(const std::string& keys) {
     std::string trace;
     for (std::size_t i = 0; i < keys.size();) {

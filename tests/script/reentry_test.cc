@@ -1,5 +1,5 @@
 // Everything from everywhere: in each callback and command of a parser, at three depths, each
-// operation and each primitive, alone and with each other one behind it.
+// operation and each primitive, alone and followed by each other one.
 
 #include <gtest/gtest.h>
 
@@ -69,7 +69,7 @@ void tellCase() {
 
 // What there is for one case: two parsers that scripts call p and q, a field f, and a binding k.
 class Desk {
-  std::set<YcluiParser*> parsers_;  // those that have not gone
+  std::set<YcluiParser*> parsers_;  // those not destroyed yet
   YcluiLex words_;                  // as all parsers learn them at first
 
  public:
@@ -192,7 +192,7 @@ class Desk {
     TheDesk->event(kind, line);
   }
 
-  // The parser tells this desk when it goes, and the binding that is on it.
+  // The parser reports its destruction to this desk and to its binding.
   void watch(YcluiParser& parser) {
     const YcluiGoneProc before = parser.sysSetGoneProcedure(leave, &parser);
     if (&parser != p || before == leave) return;
@@ -313,7 +313,7 @@ void Desk::takeSteps(Action action) {
   }
 }
 
-// What no other test asks of a parser, and what is done to what stands around it.
+// What no other test asks of a parser, and what is done around it.
 void Desk::takeOwn(const std::string& step) {
   if (step == "again") {
     const YcluiToken* last = p->currentToken();

@@ -25,7 +25,7 @@ struct Value {
 };
 
 struct ScriptMachine {
-  // An argument lies on the stack, or what a primitive pushed.
+  // An argument, or what a primitive pushed.
   struct Slot {
     Ref value;
     bool isArgument;
@@ -39,8 +39,9 @@ struct ScriptMachine {
   std::string report;                                 // " @n" for the last argument reported
 
   // Evaluates the expressions of the text and answers the last value as text, or "bad" with what
-  // the failing primitive pushed all the same; behind it "@n" for the argument that was reported to
-  // the engine, and "!name" for each code; see tests/support/codes.h. Literals: 1 1.5 "text" 'text'
+  // the failing primitive pushed all the same; followed by "@n" for the argument that was reported
+  // to the engine, and "!name" for each code; see tests/support/codes.h. Literals: 1 1.5 "text"
+  // 'text'
   // #\x #t #f, and a name without a value. Forms: (define name value), (list ...), (cons a b), and
   // the primitives.
   std::string run(const std::string& text);

@@ -1,4 +1,4 @@
-// A folder of the test's own, which is the working folder as long as it lives, and goes with it.
+// A folder of the test's own, which is the working folder until it is destroyed with all files.
 
 #ifndef TESTS_SUPPORT_WORKINGFOLDER_H_
 #define TESTS_SUPPORT_WORKINGFOLDER_H_

@@ -24,7 +24,7 @@ class LexReader {
 
   LexReader();
 
-  // Gives the text to the lexer, behind what it has not read, and reads until nothing is left or a
+  // Gives the text to the lexer, after what it has not read, and reads until nothing is left or a
   // token is under construction. The answer has an item for each token, with blanks between:
   //   now                 a word
   //   line:(i5,d7,p1;2)   arguments: i long, d double, p point, s string, ~ null
@@ -34,7 +34,7 @@ class LexReader {
   //   set                 a variable was set
   //   ?word               refused without a code
   //   !number!point/warning   refused, with the codes in their order; see tests/support/codes.h
-  // and behind them |rest when text is left.
+  // followed by |rest when text is left.
   std::string read(const std::string& text);
 
  private:

@@ -15,7 +15,7 @@ struct Step {
   std::string given;
 };
 
-// The steps of a script, which stand with a separator and a blank between them.
+// The steps of a script, which a separator and a blank divide.
 std::vector<Step> StepsOf(const std::string& script, char separator);
 
 // What works on any parser.
