@@ -53,8 +53,8 @@ class YcluiParserCore final : private YcluiPlayback::Input {
   void setSyntaxGraph(YcluiSyntaxGraph* graph);
   void echo();
   YWord writeToLog(const char* text) { return log.write(text, playback.isRunning()); }
-  // That offset of the lexer's text, for a caller of the outermost interpret; that of the last token
-  // when it is -1 or belongs to the text of an alias.
+  // That offset of the lexer's text, for a caller of the outermost interpret; that of the last
+  // token when it is -1 or belongs to the text of an alias.
   int outerOffset(long lexerOffset) const;
   // False when nothing can come.
   bool findCandidates(const char* prefix, YcluiCandidates::Words& found) const;
