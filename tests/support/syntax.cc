@@ -1,5 +1,6 @@
 #include "tests/support/syntax.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <set>
 #include <utility>
@@ -108,7 +109,7 @@ class Reader {
     auto* made =
         new YcluiSyntaxNode(idOf_(word.substr(0, mark)), hasAction ? action.c_str() : nullptr);
     if (mark == std::string::npos) return made;
-    const std::size_t comma = word.find(',', mark);
+    const std::size_t comma = std::min(word.find(',', mark), word.size() - 1);
     made->priority = static_cast<std::uint8_t>(std::atoi(word.c_str() + mark + 1));
     made->interruptLimit = static_cast<std::uint8_t>(std::atoi(word.c_str() + comma + 1));
     return made;
