@@ -109,6 +109,11 @@ void YcluiCandidates::findCached(std::string_view prefix, Words& found) {
   const auto end = std::partition_point(first, sorted_.end(), [prefix](const Sorted& sorted) {
     return CompareBeginning(sorted.word, prefix) == 0;
   });
+  // Looking at every word takes less time than sorting many of them.
+  if (static_cast<std::size_t>(end - first) > words_.size() / 16) {
+    for (const char* word : words_) AddMatching(word, prefix, found);
+    return;
+  }
   indexes_.clear();
   for (auto i = first; i != end; ++i) indexes_.push_back(i->index);
   std::sort(indexes_.begin(), indexes_.end());
