@@ -90,9 +90,10 @@ class YQRT_API YcluiSyntaxNode : public YLinkList {
   static void NoteChange() { YcluiChangeCount::NoteEverywhere(); }
 
   // From now on the node counts its changes, and its end, in that counter only. True when it did
-  // not before.
+  // not before; that is the last change which its former counter counts.
   bool countChangesIn(const YcluiChangeCount& count) const {
     if (changes_ == count) return false;
+    changes_.note();
     changes_ = count;
     return true;
   }

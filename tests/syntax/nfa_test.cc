@@ -279,6 +279,23 @@ void* WalkLargeGraphs(void*) {
   return nullptr;
 }
 
+// Two caches that have read the same nodes both learn of a change.
+TEST(Walker, IndefiniteNodesOfTwoGraphs) {
+  const std::unique_ptr<YcluiSyntaxGraph> graphs[] = {SyntaxOf("1"), SyntaxOf("2")};
+  YcluiSyntaxNode root;
+  std::vector<std::unique_ptr<YcluiSyntaxNode>> nodes;
+  for (unsigned long id = 100; id < 123; ++id) {
+    if (id < 122) nodes.push_back(std::make_unique<YcluiSyntaxNode>(id));
+    if (id < 122) root.append(nodes.back().get());
+    for (const auto& graph : graphs) {
+      Walker walker;
+      walker.syntaxGraph(graph.get());
+      walker.setIndefiniteNode(&root);
+      EXPECT_EQ(walker.indefiniteNode(id), id < 122 ? nodes.back().get() : nullptr) << id;
+    }
+  }
+}
+
 TEST(Walker, LargeGraphs) {
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
