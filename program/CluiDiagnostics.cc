@@ -1,6 +1,7 @@
 #include "program/CluiDiagnostics.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "foundation/YErrCodes.h"
 #include "parser/YcluiParser.h"
@@ -9,7 +10,7 @@
 void CluiDiagnostics::beginText() {
   offered_ = {};
   reportedCode_ = 0;
-  takenBefore_ = outcome_.taken;
+  acceptedBefore_ = outcome_.accepted;
 }
 
 void CluiDiagnostics::endText() {
@@ -25,7 +26,7 @@ void CluiDiagnostics::commandBegins() {
 void CluiDiagnostics::refused(const YcluiToken& token) {
   ++outcome_.refused;
   const bool offered = offered_ == reading_.tokenStart();
-  if (offered) --outcome_.taken;
+  if (offered) --outcome_.accepted;
   offered_ = {};
   CluiSpot spot = reading_.spot();
   CluiRefused refused = {&token, offered, takeCode(), beganEarlier(), spot};
@@ -38,21 +39,21 @@ void CluiDiagnostics::refused(const YcluiToken& token) {
 
 void CluiDiagnostics::failed(const ScmVMError& error) {
   if (error.interrupted) {
-    codes_.takeAll();
+    pending_.clear();
     if (reading_.parser() == nullptr) problem(options_.language, "interrupted");
     return;
   }
   std::wstring message = encoding_.fromUtf8(error.message);
   // The engine does not know why a primitive failed; the code does.
-  if (codes_.last() != 0) {
-    message += L" (" + CluiCodeText(codes_.last()) + L")";
-    codes_.dropLast();
+  if (const unsigned int code = lastCode(); code != 0) {
+    message += L" (" + CluiCodeText(code) + L")";
+    while (lastCode() == code) pending_.pop_back();
   }
   reportCodes();
   if (reading_.parser() == nullptr) return loadFailed(error, message);
   ++outcome_.failed;
   reportAt(reading_.spot(), L"the command failed: " + message);
-  // An error that the language raises in its own words does not need the script's text.
+  // The message of an error that the language raises itself is enough without the script's text.
   if (!error.worded && !error.text.empty())
     report_.print(L"  in " + encoding_.fromUtf8(error.text));
 }
@@ -67,47 +68,52 @@ void CluiDiagnostics::loadFailed(const ScmVMError& error, const std::wstring& me
 }
 
 void CluiDiagnostics::addCode(unsigned int code, YErrSeverity severity) {
-  if (codes_.isFull()) reportCodes();
-  codes_.add({code, severity, reading_.place(), reading_.tokenStart()});
+  if (pending_.size() >= PendingAtMost) reportCodes();
+  pending_.push_back({code, severity, reading_.place(), reading_.tokenStart()});
 }
 
 void CluiDiagnostics::reportCodes() {
-  for (const CluiCode& code : codes_.takeAll()) {
+  for (const Code& code : std::exchange(pending_, {})) {
     if (code.severity != YErrNote || options_.trace) reportCode(code);
   }
 }
 
-void CluiDiagnostics::reportCode(const CluiCode& code) {
+void CluiDiagnostics::reportCode(const Code& code) {
   if (code.code == YErrNotClosed) outcome_.unable = true;
-  // A text that a word expands to can fail in the same way a hundred thousand times.
+  // An alias that refers to itself can fail in the same way a hundred thousand times.
   const bool isRepeated =
       reading_.parser() != nullptr && code.code == reportedCode_ && code.place == reportedPlace_;
   reportedCode_ = code.code;
   reportedPlace_ = code.place;
   if (isRepeated) return;
-  // No refusal follows for a text that was not read.
+  // The parser calls no refuse callback for a text that it does not read.
   if (code.code == YErrTooDeep || code.code == YErrTextTooLong) ++outcome_.refused;
   report_.print(code.place, CluiCodeText(code.code));
 }
 
 unsigned int CluiDiagnostics::dropCodes() {
-  const unsigned int last = codes_.last();
-  codes_.takeAll();
+  const unsigned int last = lastCode();
+  pending_.clear();
   return last;
 }
 
-// The code that the refused word pushed, the last one if there are several, or 0. Codes that others
-// pushed before are reported.
+void CluiDiagnostics::dropCode(unsigned int code) {
+  std::erase_if(pending_, [code](const Code& c) { return c.code == code; });
+}
+
+// The last code that the refused word pushed, or 0. Reports the codes that were pushed before it.
 unsigned int CluiDiagnostics::takeCode() {
-  const unsigned int code = codes_.takeOf(reading_.tokenStart());
+  const CluiTokenStart token = reading_.tokenStart();
+  const unsigned int code = !pending_.empty() && pending_.back().token == token ? lastCode() : 0;
+  while (!pending_.empty() && pending_.back().token == token) pending_.pop_back();
   reportCodes();
   return code;
 }
 
-// Whether the command under way has words from before the text that is being read. A playback is
-// reported without the text that it is from.
+// Whether the current command has words from an earlier text. A playback is not read in texts of
+// ours, so there any word counts as earlier.
 bool CluiDiagnostics::beganEarlier() const {
-  const std::size_t here = reading_.isPlayed() ? 0 : outcome_.taken - takenBefore_;
+  const std::size_t here = reading_.isPlayed() ? 0 : outcome_.accepted - acceptedBefore_;
   return reading_.parser()->numberOfToken() > here;
 }
 
@@ -133,7 +139,7 @@ void CluiDiagnostics::playbackStopped(double seconds) {
   const CluiPlace place = isUnderWay ? reading_.playbackPlace() : CluiPlace{reading_.input(), 0, 0};
   char time[32];
   std::snprintf(time, sizeof time, "%.1f s", seconds);
-  std::string text = "interrupted; " + std::to_string(outcome_.taken) + " words taken, ";
+  std::string text = "interrupted; " + std::to_string(outcome_.accepted) + " words accepted, ";
   text.append(std::to_string(outcome_.refused)).append(" refused, ").append(time);
   report_.print(place, encoding_.fromUtf8(text));
 }
@@ -142,7 +148,7 @@ void CluiDiagnostics::unreadable(const std::string& bytes, std::size_t number,
                                  const CluiFault& fault) {
   ++outcome_.refused;
   report_.print({reading_.input(), number, fault.character + 1},
-                CluiFaultText(fault, options_.encoding) + L"; the line is not read");
+                CluiFaultText(fault, options_.encoding) + L"; the line is skipped");
   report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
 }
 

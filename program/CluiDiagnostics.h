@@ -1,14 +1,15 @@
-// What is reported of a run: refused words, codes of the error manager, failed commands.
+// Reports the faults of a run: refused words, codes of the error manager, failed commands.
 
 #ifndef PROGRAM_CLUIDIAGNOSTICS_H_
 #define PROGRAM_CLUIDIAGNOSTICS_H_
 
 #include <string>
+#include <vector>
 
+#include "foundation/YErr.h"
 #include "platform/engine/ScmVM.h"
 #include "program/CluiOptions.h"
 #include "program/CluiOutcome.h"
-#include "program/CluiPendingCodes.h"
 #include "program/CluiReading.h"
 #include "program/CluiRefusal.h"
 #include "program/CluiReport.h"
@@ -30,39 +31,49 @@ class CluiDiagnostics {
 
   // Another input begins.
   void beginInput() { refusal_.restart(); }
-  // Another text is about to be given to the parser.
+  // The parser is about to read another text.
   void beginText();
-  // The parser has read that text: what is pending belongs to it.
+  // The parser has read that text: reports the codes that are pending.
   void endText();
 
-  // The token under way is being offered to the syntax.
+  // The current token is complete, and the syntax is about to accept or refuse it.
   void offered() { offered_ = reading_.tokenStart(); }
-  // A command begins.
+  // A command is about to run.
   void commandBegins();
   void refused(const YcluiToken& token);
   void failed(const ScmVMError& error);
 
   void addCode(unsigned int code, YErrSeverity severity);
   void reportCodes();
-  // Forgets the pending codes without a report. Returns the last one, 0 for none.
+  // Removes the pending codes without a report. Returns the last one, 0 for none.
   unsigned int dropCodes();
-  void dropCode(unsigned int code) { codes_.drop(code); }
+  void dropCode(unsigned int code);
 
-  // A message, as UTF-8 or as characters, about something without a position in the input.
+  // A message about something that has no position in the input. A std::string is UTF-8.
   void problem(const std::string& name, const std::string& message);
   void problem(const std::string& name, const std::wstring& message);
-  // The input cannot be read any further.
+  // The input cannot be read beyond `line`; 0 for no line.
   void inputFailed(std::size_t line, const std::string& message);
   // The input ended inside `what`.
   void endedInside(const std::wstring& what);
-  // The playback was interrupted; `seconds` is how long it had taken.
+  // The playback was interrupted after so many seconds.
   void playbackStopped(double seconds);
   // The line, in the user's encoding, cannot be converted.
   void unreadable(const std::string& bytes, std::size_t number, const CluiFault& fault);
-  // Argument `index` of the token under way.
+  // A warning about argument `index` of the current token; `message` follows the word's name.
   void warnOfArgument(const YcluiToken& token, int index, const std::wstring& message);
 
  private:
+  // A code of the error manager that has not been reported yet: which message it belongs to is
+  // known only when its word has been refused or its command has failed.
+  struct Code {
+    unsigned int code;
+    YErrSeverity severity;
+    CluiPlace place;
+    CluiTokenStart token;
+  };
+  static constexpr std::size_t PendingAtMost = 64;
+
   const CluiOptions& options_;
   CluiEncoding& encoding_;
   CluiReading& reading_;
@@ -70,13 +81,14 @@ class CluiDiagnostics {
   CluiTrace& trace_;
   CluiOutcome& outcome_;
   CluiRefusal refusal_;
-  CluiPendingCodes codes_;
-  unsigned int reportedCode_ = 0;  // the last one of this text, 0 for none, and where
-  CluiPlace reportedPlace_;
-  CluiTokenStart offered_;       // the token offered last, until a command begins
-  std::size_t takenBefore_ = 0;  // words taken in earlier texts
+  std::vector<Code> pending_;
+  unsigned int reportedCode_ = 0;   // the last code reported in this text, 0 for none
+  CluiPlace reportedPlace_;         // and its position
+  CluiTokenStart offered_;          // the token offered last, until a command begins
+  std::size_t acceptedBefore_ = 0;  // words accepted in earlier texts
 
-  void reportCode(const CluiCode& code);
+  void reportCode(const Code& code);
+  unsigned int lastCode() const { return pending_.empty() ? 0 : pending_.back().code; }
   void reportAt(const CluiSpot& spot, const std::wstring& message);
   unsigned int takeCode();
   bool beganEarlier() const;

@@ -37,7 +37,7 @@ void CluiFeeder::flush() {
 }
 
 void CluiFeeder::interpret(std::string& text, std::size_t number) {
-  reading_.line().take(text, number);
+  reading_.line().advance(text, number);
   diagnostics_.beginText();
   reading_.parser()->interpret(reading_.line().text().c_str());
   diagnostics_.endText();
@@ -81,5 +81,5 @@ std::wstring CluiFeeder::unfinished() const {
   if (parser.numberOfToken() > 0 && goesOn) {
     return L"the command " + CluiQuoted(encoding_.fromSystem(parser.currentLine()));
   }
-  return parser.nestingDepth() > 1 ? L"what interrupts another command" : std::wstring();
+  return parser.nestingDepth() > 1 ? L"an interrupting command" : std::wstring();
 }

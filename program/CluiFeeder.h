@@ -1,4 +1,4 @@
-// Feeding lines to the parser.
+// Feeds lines to the parser.
 
 #ifndef PROGRAM_CLUIFEEDER_H_
 #define PROGRAM_CLUIFEEDER_H_
@@ -9,8 +9,8 @@
 #include "program/CluiReading.h"
 #include "program/CluiTextEnd.h"
 
-// The lexer refuses a text that ends after the comma of an argument that is not declared, or inside
-// a point. Such lines are held and given to it together with the next one.
+// The lexer refuses a text that ends inside a point, or after a comma that announces a further
+// argument. The feeder holds such a line and feeds it together with the next one.
 class CluiFeeder {
  public:
   CluiFeeder(CluiEncoding& encoding, CluiReading& reading, CluiDiagnostics& diagnostics,
@@ -21,12 +21,12 @@ class CluiFeeder {
   void begin() { heldText_.clear(); }
   // A line in the user's encoding.
   void feed(std::string& bytes, std::size_t number);
-  // Gives the held lines to the parser.
+  // Feeds the held lines.
   void flush();
-  // Lets the parser read what a text has left unread: an argument that no comma follows waits for
-  // the next text.
+  // Lets the parser read what it has left unread: text after an argument without a comma is read
+  // with the next text only.
   void readLeftText(std::size_t number);
-  // The input has ended after that line. What it ended inside of is reported and dropped.
+  // The input has ended after that line. Reports an unfinished command and drops it.
   void end(std::size_t number);
 
   // The held lines, as text of the system.

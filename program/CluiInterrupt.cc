@@ -10,16 +10,16 @@
 
 namespace {
 
-volatile std::sig_atomic_t asked = 0;
+volatile std::sig_atomic_t interrupted = 0;
 volatile std::sig_atomic_t lineFinishes = 0;
 int pipeEnds[2] = {-1, -1};
 
 void OnInterrupt(int) {
   const int before = errno;
-  asked = 1;
+  interrupted = 1;
   if (lineFinishes == 0) ScmVM::interrupt();
-  // A full pipe has told already.
-  if (write(pipeEnds[1], "", 1) < 0) errno = before;
+  // A write to a full pipe fails, but then the descriptor is readable already.
+  [[maybe_unused]] const ssize_t written = write(pipeEnds[1], "", 1);
   errno = before;
 }
 
@@ -43,16 +43,16 @@ void CluiKeepCatchingInterrupts() {
   if (pipeEnds[0] >= 0) CatchWith(SA_RESTART);
 }
 
-void CluiForgetInterrupt() {
-  asked = 0;
+void CluiClearInterrupt() {
+  interrupted = 0;
 }
 
-void CluiLetLineFinish(bool finish) {
+void CluiFinishLineOnInterrupt(bool finish) {
   lineFinishes = finish ? 1 : 0;
 }
 
 bool CluiInterrupted() {
-  return asked != 0;
+  return interrupted != 0;
 }
 
 int CluiInterruptDescriptor() {

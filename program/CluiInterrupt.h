@@ -1,25 +1,23 @@
-// Control-C.
+// Handling of SIGINT (Control-C).
 
 #ifndef PROGRAM_CLUIINTERRUPT_H_
 #define PROGRAM_CLUIINTERRUPT_H_
 
-// From here on the first SIGINT stops the script text that is running and asks the run to end; a
-// second one ends the process. A program that was started with the signal ignored goes on ignoring
-// it.
+// Installs the handler: the first SIGINT stops the running script text and requests the end of the
+// run, a second one ends the process. A SIGINT that was ignored at the start stays ignored.
 void CluiCatchInterrupt();
 
-// Whether the first SIGINT leaves script text alone, because the run ends behind the line at hand.
-void CluiLetLineFinish(bool finish);
+// With true, a SIGINT does not stop script text, because the run ends after the current line.
+void CluiFinishLineOnInterrupt(bool finish);
 
-// Whether the run has been asked to end.
+// Whether a SIGINT has arrived and was not cleared.
 bool CluiInterrupted();
 
-// From here on no SIGINT ends the process: each stops the text that is running.
+// Changes the handler so that no SIGINT ends the process: each stops the running script text.
 void CluiKeepCatchingInterrupts();
-// The interrupt has been answered.
-void CluiForgetInterrupt();
+void CluiClearInterrupt();
 
-// A descriptor that becomes readable with the signal, for waiting beside another; -1 without one.
+// A descriptor that becomes readable when the signal arrives, for poll(); -1 when there is none.
 int CluiInterruptDescriptor();
 
 #endif  // PROGRAM_CLUIINTERRUPT_H_

@@ -31,13 +31,13 @@ void CluiLine::restart() {
   charactersOf_ = 0;
 }
 
-void CluiLine::take(std::string& text, std::size_t number, std::size_t fedBefore) {
+void CluiLine::advance(std::string& text, std::size_t number, std::size_t fedBefore) {
   std::swap(now_, before_);
   fedBefore_ = static_cast<int>(fedBefore);
   now_.text.swap(text);
   now_.number = number;
   last_ = {number, 0, 0, &now_.text};
-  charactersOf_ = 0;  // another text may have lines of the same numbers
+  charactersOf_ = 0;  // the former text may have had lines of the same numbers
 }
 
 CluiSpot CluiLine::spotOf(int offset) {

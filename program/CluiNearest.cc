@@ -6,11 +6,14 @@
 #include <numeric>
 #include <tuple>
 
+#include "foundation/YAscii.h"
+
 namespace {
 
+// The lower case of an ASCII letter, in a text of the system or in wide characters.
 template <typename Char>
 Char Folded(Char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<Char>(c + ('a' - 'A')) : c;
+  return c >= 0 && c < 0x80 ? static_cast<Char>(YLowerCase(static_cast<char>(c))) : c;
 }
 
 int Allowed(std::size_t length) {
@@ -24,24 +27,23 @@ bool EndsInColon(std::basic_string_view<Char> word) {
   return word.size() > 1 && word.back() == ':';
 }
 
-// A colon forgotten behind a word is no slip beside another one.
 template <typename Char>
 std::basic_string_view<Char> WithoutColon(std::basic_string_view<Char> word) {
   return EndsInColon(word) ? word.substr(0, word.size() - 1) : word;
 }
 
-// Slips, whether it cannot come here, whether it ends otherwise: the less, the likelier is a word
-// meant.
+// Sort key: edit distance, not allowed here, colon mismatch. The smallest wins.
 using Rank = std::tuple<int, bool, bool>;
 
+// The edit distance, or atMost + 1 when it is larger than `atMost`.
 template <typename Char>
 int DistanceOf(std::basic_string_view<Char> a, std::basic_string_view<Char> b, int atMost) {
   const int height = static_cast<int>(a.size());
   const int width = static_cast<int>(b.size());
   const int tooFar = atMost + 1;
   if (std::abs(height - width) > atMost) return tooFar;
-  // Row i holds the distances of a's first i letters to each beginning of b that is not too far by
-  // its length alone; a swap looks two back.
+  // Row i has the distances of a's first i letters to each prefix of b whose length differs by at
+  // most `atMost`. A swap needs the row before the previous one.
   std::vector<int> rows(3 * b.size() + 3, tooFar);
   int* row = rows.data();
   int* back = row + width + 1;
@@ -69,17 +71,13 @@ int DistanceOf(std::basic_string_view<Char> a, std::basic_string_view<Char> b, i
 
 }  // namespace
 
-int CluiDistance(std::wstring_view a, std::wstring_view b, int atMost) {
-  return DistanceOf(a, b, atMost);
-}
-
-CluiNearGlance::CluiNearGlance(std::string_view typed)
+CluiNearFilter::CluiNearFilter(std::string_view typed)
     : typed_(WithoutColon(typed)),
-      isPlain_(Look(typed_, letters_)),
+      isAscii_(ReadLetters(typed_, letters_)),
       allowed_(Allowed(typed.size())) {}
 
 // False for a word that is not ASCII.
-bool CluiNearGlance::Look(std::string_view word, Letters& letters) {
+bool CluiNearFilter::ReadLetters(std::string_view word, Letters& letters) {
   letters = 0;
   for (const char c : word) {
     if ((c & 0x80) != 0) return false;
@@ -88,12 +86,12 @@ bool CluiNearGlance::Look(std::string_view word, Letters& letters) {
   return true;
 }
 
-// A slip brings one letter that the other word does not have, and takes one away. Most words are
-// told by that, without counting their slips.
-bool CluiNearGlance::mayBeMeant(std::string_view word) const {
+// One edit adds at most one letter that the other word lacks, and removes at most one. That rules
+// out most words without computing the distance.
+bool CluiNearFilter::mayMatch(std::string_view word) const {
   word = WithoutColon(word);
   Letters letters = 0;
-  if (!Look(word, letters) || !isPlain_) return true;
+  if (!ReadLetters(word, letters) || !isAscii_) return true;
   return std::popcount(letters & ~letters_) <= allowed_ &&
          std::popcount(letters_ & ~letters) <= allowed_ &&
          DistanceOf(typed_, word, allowed_) <= allowed_;
@@ -109,7 +107,7 @@ std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstri
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::wstring_view word = words[i];
     const int distance =
-        CluiDistance(meant, WithoutColon(word), std::min(allowed, std::get<0>(best)));
+        DistanceOf(meant, WithoutColon(word), std::min(allowed, std::get<0>(best)));
     const Rank rank = {distance, i >= here, EndsInColon(whole) != EndsInColon(word)};
     if (!(rank < best)) continue;
     best = rank;

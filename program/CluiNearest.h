@@ -1,4 +1,4 @@
-// "Did you mean": the word of a list that comes nearest to one that was typed.
+// "Did you mean": finds the word that is most similar to a mistyped one.
 
 #ifndef PROGRAM_CLUINEAREST_H_
 #define PROGRAM_CLUINEAREST_H_
@@ -8,34 +8,29 @@
 #include <string_view>
 #include <vector>
 
-// How many letters must be changed, added, taken away or swapped with their neighbour to make one
-// word of the other, ASCII case aside. Answers atMost + 1 for anything above `atMost`.
-int CluiDistance(std::wstring_view a, std::wstring_view b, int atMost);
-
-// Tells which words of many have too many slips to be among those that CluiNearest answers, most of
-// them at a glance. Texts are those of the system; one that is not ASCII alone may always be meant.
-// What was typed stays the caller's.
-class CluiNearGlance {
+// A fast filter: mayMatch() is false only for words that CluiNearest would not return. Texts are
+// those of the system; it is true whenever one of the two is not ASCII. Keeps a view of `typed`.
+class CluiNearFilter {
  public:
-  explicit CluiNearGlance(std::string_view typed);
-  bool mayBeMeant(std::string_view word) const;
+  explicit CluiNearFilter(std::string_view typed);
+  bool mayMatch(std::string_view word) const;
 
  private:
-  using Letters = std::uint64_t;  // which ones a word has; some share a bit
+  using Letters = std::uint64_t;  // one bit per letter that occurs; some letters share a bit
 
   std::string_view typed_;  // without a colon at its end
   Letters letters_ = 0;
-  bool isPlain_;
+  bool isAscii_;
   int allowed_;
 
-  static bool Look(std::string_view word, Letters& letters);
+  static bool ReadLetters(std::string_view word, Letters& letters);
 };
 
-// The first of the nearest words, or the empty text when none is near enough to be meant: one
-// slip in a short word, two from five letters on, three from nine on. A colon at the end of one of
-// the two does not count. Of words as near, one of the first `here`, which can come where the other
-// one was typed, is answered before the rest, and one that ends in a colon alike before one that
-// does not.
+// The word with the smallest edit distance, where a swap of neighbours counts as one edit and ASCII
+// case is ignored, or the empty text when every distance is above the limit: 1 edit, 2 from five
+// letters on, 3 from nine letters on, none for one letter. A colon at the end of only one of the
+// two does not count. Among equal distances, one of the first `here` words, which are allowed at
+// this point, wins, then one that ends in a colon as `typed` does, then the first.
 std::wstring CluiNearest(const std::wstring& typed, const std::vector<std::wstring>& words,
                          std::size_t here);
 

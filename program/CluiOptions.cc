@@ -13,30 +13,29 @@ constexpr char Help[] =
        clui --show [--encoding NAME] RECORDING...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
-without a FILE, what is typed is read word by word.
+without a FILE, input is read as it is typed, word by word.
 
-  -e TEXT            read TEXT as a line of its own, before any FILE; may be
-                     given more than once, and standard input is then read only
-                     when it is named
+  -e TEXT            read TEXT as a line, before any FILE; may be repeated.
+                     Standard input is then read only if - is given
       --encoding NAME
-                     the encoding of files, standard input and messages
-                     (UTF-8 unless told); any ASCII superset that iconv knows
-      --log FILE     record every word that comes in FILE, which is made anew
-      --append       record at the end of that FILE
-      --nest STYLE   how words that are played back are recorded: plain, as if
-                     typed (unless told); comment; silent, not at all
-      --play         each FILE is a recording, to be played back
+                     encoding of files, standard input and messages; any
+                     superset of ASCII that iconv knows (default: UTF-8)
+      --log FILE     record every word that is read in FILE, overwriting it
+      --append       with --log: append to FILE instead
+      --nest STYLE   how to record words of a playback: plain, as if typed
+                     (default); comment, in comments; silent, not at all
+      --play         play each FILE back as a recording
       --show         print recordings, converted to the encoding
   -q, --quiet        no progress and no summary
-      --trace        tell every token with its answer, every echo and every
-                     command text
-      --library FILE open FILE in place of the installed command library
-      --help         print this and exit
+      --trace        print every token and whether it is accepted, every echo
+                     and the text of every command
+      --library FILE use FILE instead of the installed command library
+      --help         print this help and exit
       --version      print the version and exit
 
-Status: 0 every word was taken; 1 a word was refused, a command failed or the
-input ended inside a command; 2 the program could not do its work; 130 it was
-interrupted.
+Exit status: 0 every word was accepted; 1 a word was refused, a command failed
+or the input ended inside a command; 2 an error such as bad usage or a file
+that cannot be read; 130 interrupted.
 )";
 
 enum LongOnly {
@@ -89,18 +88,18 @@ bool ReadNestStyle(const char* name, YcluiLogNestStyle& style) {
     style = entry.style;
     return true;
   }
-  std::fprintf(stderr, "clui: --nest takes plain, comment or silent, not \"%s\"\n", name);
+  std::fprintf(stderr, "clui: --nest: expected plain, comment or silent, found \"%s\"\n", name);
   return false;
 }
 
-// What stands behind the options.
+// Reads the arguments after the options.
 CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
   if (options.append && options.log.empty()) {
     std::fputs("clui: --append needs --log\n", stderr);
     return BadUsage();
   }
   if (names == end) {
-    std::fputs(options.show ? "clui: --show needs a FILE\n" : "clui: no LANGUAGE.scm is given\n",
+    std::fputs(options.show ? "clui: --show needs a FILE\n" : "clui: missing LANGUAGE.scm\n",
                stderr);
     return BadUsage();
   }

@@ -15,7 +15,7 @@
 
 namespace {
 
-// Why a file cannot be read, or nothing. The library would read a folder as an empty file.
+// Why a file cannot be read, or the empty text. The library would read a folder as an empty file.
 std::string WhyNotReadable(const std::string& file, long long& size) {
   struct stat facts = {};
   if (access(file.c_str(), R_OK) != 0 || stat(file.c_str(), &facts) != 0) {
@@ -38,13 +38,14 @@ void CluiPlayer::play(const std::string& file) {
   if (reading_.isAlive()) diagnostics_.playbackStopped(time.count());
 }
 
-// Gives the parser's name for the file. False, reported, when it cannot be played.
+// Sets `name` to the file's name in the system's encoding. Reports the reason and returns false
+// when the file cannot be played.
 bool CluiPlayer::begin(const std::string& file, std::string& name) {
   reading_.setInput(file);
   long long size = 0;
   std::string problem = WhyNotReadable(file, size);
   if (problem.empty() && !reading_.isAlive()) {
-    problem = "the parser was deleted; this is not played";
+    problem = "the parser was deleted; the file is not played";
   }
   if (problem.empty() && !YFileName::ToText(file, name)) problem = CluiNoNameText();
   if (!problem.empty()) {
@@ -54,7 +55,7 @@ bool CluiPlayer::begin(const std::string& file, std::string& name) {
   reading_.setPlayedFile(YcluiLogFile(name.c_str()).filename());
   reading_.line().restart();
   diagnostics_.beginInput();
-  CluiLetLineFinish(true);
+  CluiFinishLineOnInterrupt(true);
   progress_.begin(file, size);
   return true;
 }
@@ -65,7 +66,7 @@ void CluiPlayer::playNamed(const std::string& name) {
   if (parser->playbackFromLog(name.c_str()) == 0) outcome_.unable = true;
   progress_.erase();
   if (reading_.isAlive() && parser->playbackReadErrors() != errors) {
-    diagnostics_.inputFailed(0, "not all of it could be read");
+    diagnostics_.inputFailed(0, "the file could not be read to its end");
   }
   diagnostics_.endText();
 }

@@ -1,4 +1,4 @@
-// Playing recordings.
+// Plays recordings back.
 
 #ifndef PROGRAM_CLUIPLAYER_H_
 #define PROGRAM_CLUIPLAYER_H_
@@ -20,9 +20,9 @@ class CluiPlayer {
         progress_(progress),
         outcome_(outcome) {}
 
-  // Plays a file, whose name is as the file system has it.
+  // Plays a file; its name is in bytes of the file system.
   void play(const std::string& file);
-  // Shows the progress while a token of the playback is read.
+  // Shows the progress of the playback, if one of an input file is running.
   void showProgress();
 
  private:

@@ -33,7 +33,7 @@ const YAttribValue* ArgumentOf(const YcluiParser& parser, long word, long argume
   if (word < 0) word += count;
   if (word < 0 || word >= count) return nullptr;
   const YcluiToken& token = *parser.tokenAt(static_cast<YWord>(word));
-  // Value 0 of a token is its word.
+  // Argument 0 of a YcluiToken is its word.
   const bool isThere = argument >= 0 && argument < token.argc() - 1;
   return isThere ? token[static_cast<int>(argument) + 1] : nullptr;
 }

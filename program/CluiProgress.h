@@ -6,13 +6,14 @@
 #include <chrono>
 #include <string>
 
-// One line, redrawn at most ten times a second. Whoever else writes to the stream erases it first.
+// One line, redrawn at most ten times a second. Call erase() before anything else is written to the
+// stream.
 class CluiProgress {
  public:
-  // Nothing is ever drawn unless `wanted` and the stream is a terminal.
+  // Draws only if `wanted` and the stream is a terminal.
   explicit CluiProgress(bool wanted);
 
-  // Reading of a file of `total` bytes begins; 0 for what has no size.
+  // Reading of a file of `total` bytes begins; 0 when the size is unknown.
   void begin(const std::string& name, long long total);
   // `done` bytes have been read, the last one in line `line`.
   void show(long long done, long long line);
@@ -24,7 +25,7 @@ class CluiProgress {
   bool on_ = false;
   std::string name_;
   long long total_ = 0;
-  std::size_t drawn_ = 0;  // columns on the terminal now
+  std::size_t drawn_ = 0;  // columns that the line has on the terminal now
   Clock::time_point begin_;
   Clock::time_point last_;
 };

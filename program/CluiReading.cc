@@ -16,19 +16,31 @@ CluiSpot CluiReading::spotAt(int offset) {
   static const std::string none;
   YcluiPlayedToken token;
   CluiSpot spot;
-  if (parser_->playedToken(token, offset) != 0 && played_.find(token, spot)) return spot;
+  if (parser_->playedToken(token, offset) != 0 && findPlayed(token, spot)) return spot;
   if (isPlayed()) return {0, 0, 0, &none};
   return line_.spotOf(offset);
 }
 
+// False for a token of a text that a command has appended.
+bool CluiReading::findPlayed(const YcluiPlayedToken& token, CluiSpot& spot) {
+  if (playedNumber_ != token.number) {
+    std::string text = token.text;
+    playedFile_ = token.file;
+    playedNumber_ = token.number;
+    playedLine_.restart();
+    playedLine_.advance(text, static_cast<std::size_t>(token.line));
+  }
+  if (static_cast<std::size_t>(token.offset) >= playedLine_.text().size()) return false;
+  spot = playedLine_.spotOf(static_cast<int>(token.offset));
+  return true;
+}
+
 CluiLine& CluiReading::lineOf(const CluiSpot& spot) {
-  return played_.has(spot) ? played_.line() : line_;
+  return isInPlayed(spot) ? playedLine_ : line_;
 }
 
 CluiPlace CluiReading::placeOf(const CluiSpot& spot) const {
-  if (played_.has(spot)) {
-    return {nameOfPlayed(played_.file()), spot.line, spot.character + 1};
-  }
+  if (isInPlayed(spot)) return {nameOfPlayed(playedFile_), spot.line, spot.character + 1};
   if (isPlayed()) return playbackPlace();
   return {input_, spot.line, spot.line == 0 ? 0 : spot.character + 1};
 }
@@ -64,7 +76,7 @@ CluiPlace CluiReading::playbackPlace() const {
           0};
 }
 
-// The user's name for what the user named.
+// The name that the user gave the input; for another file, its full name.
 std::string CluiReading::nameOfPlayed(const std::string& file) const {
   return file == playedName_ ? input_ : YFileName::FromText(file);
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Whether both names lead to one file, by links too.
+// Whether both names denote the same file, links included.
 bool IsSameFile(const std::string& one, const std::string& other) {
   struct stat a = {};
   struct stat b = {};
@@ -21,8 +21,8 @@ bool IsSameFile(const std::string& one, const std::string& other) {
   return S_ISREG(a.st_mode) && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-// What in a string a playback would change, or null. It preserves a backslash only before a quote
-// or another backslash, and a quote only after a backslash.
+// The name of something in a string that a playback would change, or null. A playback preserves a
+// backslash only before a quote or another backslash, and a quote only after a backslash.
 const wchar_t* LossIn(const std::string& text) {
   for (std::size_t i = 0; i < text.size(); i += CluiStepAt(text, i)) {
     const bool escapes = i + 1 < text.size() && (text[i + 1] == '"' || text[i + 1] == '\\');
@@ -39,7 +39,7 @@ const wchar_t* LossIn(const std::string& text) {
 bool CluiRecorder::start() {
   if (options_.log.empty()) return true;
   if (isRead()) {
-    diagnostics_.problem(options_.log, "it is read in this run and cannot be recorded to");
+    diagnostics_.problem(options_.log, "cannot record to a file that is read in the same run");
     return false;
   }
   std::string name;
@@ -79,7 +79,7 @@ void CluiRecorder::end() {
   const std::string reason = errno == 0 ? "" : std::string(": ") + std::strerror(errno);
   diagnostics_.dropCodes();
   isIncomplete_ = outcome_.unable = true;
-  diagnostics_.problem(options_.log, "not everything could be recorded" + reason);
+  diagnostics_.problem(options_.log, "the recording is incomplete" + reason);
 }
 
 void CluiRecorder::warnOfLosses(const YcluiToken& token) {
@@ -91,6 +91,6 @@ void CluiRecorder::warnOfLosses(const YcluiToken& token) {
     const wchar_t* loss = token[i]->tag == YAttribString ? LossIn(token[i]->GetString()) : nullptr;
     if (loss == nullptr) continue;
     diagnostics_.warnOfArgument(
-        token, i, std::wstring(L" holds ") + loss + L", which a recording does not give back");
+        token, i, std::wstring(L" contains ") + loss + L", which a recording does not preserve");
   }
 }

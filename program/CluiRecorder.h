@@ -1,4 +1,4 @@
-// Recording what is fed.
+// Records the words of a run.
 
 #ifndef PROGRAM_CLUIRECORDER_H_
 #define PROGRAM_CLUIRECORDER_H_
@@ -9,20 +9,20 @@
 
 class YcluiToken;
 
-// Does nothing without the option --log, but for the warnings: a language can record too.
+// Without the option --log it only gives the warnings, since a language can record too.
 class CluiRecorder {
  public:
   CluiRecorder(const CluiOptions& options, CluiReading& reading, CluiDiagnostics& diagnostics,
                CluiOutcome& outcome)
       : options_(options), reading_(reading), diagnostics_(diagnostics), outcome_(outcome) {}
 
-  // False, reported, when the recording cannot be started.
+  // Reports the reason and returns false when the recording cannot be started.
   bool start();
   void end();
-  // Whether `end` found that not everything could be recorded.
+  // Whether end() could not write all of the recording.
   bool isIncomplete() const { return isIncomplete_; }
 
-  // Warns of the arguments of a token that is fed which a playback of the recording would change.
+  // Warns about arguments that a playback of the recording would change.
   void warnOfLosses(const YcluiToken& token);
 
  private:

@@ -17,7 +17,7 @@ namespace {
 using NameSet = std::unordered_set<std::string_view>;
 using NameMarks = std::unordered_map<std::string_view, bool>;
 
-// Marks those of the names, views of the dictionary's, that can come next.
+// Sets the mark of each name that can come next.
 void MarkPossible(const YcluiParser& parser, NameMarks& marks) {
   if (marks.empty()) return;
   const auto mark = [](void* all, const char* name) {
@@ -28,7 +28,7 @@ void MarkPossible(const YcluiParser& parser, NameMarks& marks) {
   parser.eachPossibleWord("", mark, &marks);
 }
 
-// By which a word stands in the syntax; empty when there is none.
+// The name that the dictionary lists for the word's id; empty when there is none.
 std::string_view NameOf(YcluiParser& parser, const YcluiKeyword& word) {
   const char* name = parser.lex()->keyword(word.id());
   return name == nullptr ? "" : name;
@@ -40,7 +40,8 @@ const char* WordOf(const YcluiToken& token) {
 
 constexpr char WhiteSpace[] = " \t\r\n\v\f";
 
-// Of a text that could not be read as much as is worth quoting.
+// The part of a text with a fault that is worth quoting: up to white space or a comma, or a whole
+// variable.
 std::string FoundIn(const std::string& text, unsigned int code) {
   if (!text.starts_with("${")) {
     const std::string ends = code == YErrBadPoint ? WhiteSpace : WhiteSpace + std::string(",");
@@ -51,7 +52,7 @@ std::string FoundIn(const std::string& text, unsigned int code) {
   return text.substr(0, end);
 }
 
-// What is lost with a fault: the text after it, unless a command or an alias brought it.
+// Reports that the text after a fault is lost, unless it is the text of a command or an alias.
 std::wstring RestText(const std::string& text, const CluiSpot& fault) {
   const std::size_t end = text.find_first_of(WhiteSpace, 1);
   if (end == std::string::npos || CluiIsBlank(text.substr(end))) return std::wstring();
@@ -61,14 +62,13 @@ std::wstring RestText(const std::string& text, const CluiSpot& fault) {
   return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
 }
 
-// An argument that no comma follows, though more are wanted, ends its line for the time being: that
-// is reported where the next one was looked for.
+// When a comma is missing between arguments, the lexer stops reading the line and expects the next
+// argument in the next one. This explains a fault that is found there.
 std::wstring BrokenText(const std::wstring& word, const CluiLine& line, const CluiSpot& begin,
                         const CluiSpot& fault) {
-  if (begin.line > 0 && fault.line != begin.line) return L"; that line broke off without a comma";
+  if (begin.line > 0 && fault.line != begin.line) return L"; that line ended without a comma";
   if (line.isNow(fault)) return std::wstring();
-  return L"; the arguments of " + CluiQuoted(word) +
-         L" broke off here and go on with the next line";
+  return L"; the arguments of " + CluiQuoted(word) + L" stop here and continue in the next line";
 }
 
 }  // namespace
@@ -93,12 +93,12 @@ std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const char* word) 
   const std::wstring typed = encoding_.fromSystem(word);
   if (compared_ >= ComparedAtMost) return CluiUnknownText(typed, std::wstring());
   ++compared_;
-  const CluiNearGlance glance(word);
+  const CluiNearFilter filter(word);
   std::vector<const YcluiKeyword*> near;
   NameMarks possible;
   for (YAssocSetItr i(*parser.lex()->words()); i.item != nullptr; ++i) {
     const auto* record = static_cast<const YcluiKeyword*>(i.item);
-    if (!glance.mayBeMeant(record->name())) continue;
+    if (!filter.mayMatch(record->name())) continue;
     near.push_back(record);
     possible.emplace(NameOf(parser, *record), false);
   }
@@ -114,7 +114,7 @@ std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const char* word) 
   return CluiUnknownText(typed, CluiNearest(typed, here, count));
 }
 
-// What the current frame interrupts.
+// The command line of the frames below the current one.
 std::wstring CluiRefusal::waitingLine(const YcluiParser& parser) const {
   std::string line = parser.wholeLine();
   line.resize(line.size() - std::strlen(parser.currentLine()));
@@ -154,14 +154,14 @@ std::wstring CluiRefusal::explainFault(YcluiParser& parser, const CluiLine& line
   return CluiArgumentText(word, begin.line == spot.line ? 0 : begin.line, index, fault);
 }
 
-// What is wrong with a literal.
+// The fault of a literal.
 std::wstring CluiRefusal::faultText(const YcluiParser& parser, const YcluiToken& token,
                                     unsigned int code, const std::string& found) const {
   const YcluiLex& lex = *parser.lex();
   const int index = lex.faultArgument();
   const YcluiKeyword* keyword = lex.keyword(WordOf(token));
   const std::wstring quoted = CluiQuoted(encoding_.fromSystem(found));
-  // After the declared arguments, and after a word without any, all are strings.
+  // Arguments beyond the declared ones are strings.
   YcluiValueType type = keyword == nullptr ? YcluiValueNone : keyword->argType(index - 1);
   if (type == YcluiValueNone) type = YcluiValueString;
   if (lex.argumentOffset(index) != lex.faultOffset()) type = YcluiValueFloat;  // of an index

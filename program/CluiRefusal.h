@@ -1,4 +1,4 @@
-// Why a word was refused, in words.
+// Explains why a word was refused.
 
 #ifndef PROGRAM_CLUIREFUSAL_H_
 #define PROGRAM_CLUIREFUSAL_H_
@@ -12,13 +12,12 @@
 class YcluiParser;
 class YcluiToken;
 
-// What is known of a refused word.
 struct CluiRefused {
   const YcluiToken* token = nullptr;
-  bool offered = false;   // it was read whole and came before the syntax
-  unsigned int code = 0;  // what it pushed onto the error manager, 0 for nothing
-  bool inside = false;    // the command under way began before the line that is being fed
-  CluiSpot fault;         // where it could not be read, see YcluiParser::lastFaultOffset
+  bool offered = false;   // the lexer read the token whole, and the syntax refused it
+  unsigned int code = 0;  // the code that it pushed onto the error manager, 0 for none
+  bool inside = false;    // the current command began before the line that is being fed
+  CluiSpot fault;         // of YcluiParser::lastFaultOffset
 };
 
 class CluiRefusal {
@@ -28,15 +27,15 @@ class CluiRefusal {
   // Another input begins.
   void restart() { compared_ = 0; }
 
-  // The message for a word that the outermost text holds at `spot`, and which failed in `line`, the
-  // one that is being fed or played. The spot is replaced where the message is about another one. A
-  // word out of a nested text has the spot of what it was read in place of.
+  // The message for a word at `spot` of the outermost text; `line` is the one being fed or played.
+  // A word of a nested text has the spot of the word that the text replaces. Moves `spot` to the
+  // fault when the lexer could not read the word.
   std::wstring explain(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,
                        CluiSpot& spot);
 
  private:
-  // How many unknown words of an input are compared with the dictionary; a large file of words of
-  // another language must not cost its length times the dictionary's.
+  // How many unknown words of an input are compared with the dictionary. It bounds the cost of a
+  // large file whose words are all unknown.
   static constexpr std::size_t ComparedAtMost = 200;
 
   CluiEncoding& encoding_;

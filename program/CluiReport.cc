@@ -7,13 +7,9 @@
 
 namespace {
 
-constexpr std::size_t WholeAtMost = 120;  // characters of a line that is shown whole
-constexpr std::size_t Around = 60;        // else so many are shown on either side of the caret
+constexpr std::size_t WholeAtMost = 120;  // longest line, in characters, that is shown whole
+constexpr std::size_t Around = 60;        // characters of a longer line on each side of the caret
 constexpr wchar_t Cut[] = L"...";
-
-bool IsControl(wchar_t c) {
-  return c < 0x20 || (c >= 0x7F && c < 0xA0);
-}
 
 std::string HeadOf(const CluiPlace& place) {
   std::string head = place.name;
@@ -36,7 +32,7 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
   if (from > 0) excerpt.text = Cut;
   excerpt.caret.assign(excerpt.text.size(), L' ');
   for (std::size_t i = from; i < to; ++i) {
-    const wchar_t c = line[i] != L'\t' && IsControl(line[i]) ? L'?' : line[i];
+    const wchar_t c = line[i] != L'\t' && CluiIsControl(line[i]) ? L'?' : line[i];
     excerpt.text += c;
     if (i >= place) continue;
     if (c == L'\t') {
@@ -52,7 +48,7 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
 
 void CluiReport::print(const CluiPlace& place, const std::wstring& message) {
   const std::string head = HeadOf(place);
-  const std::size_t width = makeWay();
+  const std::size_t width = clearTerminal();
   if (width == 0) return write(head + encoding_.toUser(message));
   write(encoding_.toUser(CluiWrapped(encoding_.fromUser(head) + message, width)));
 }
@@ -62,12 +58,12 @@ void CluiReport::print(const std::wstring& message) {
 }
 
 void CluiReport::show(const CluiExcerpt& excerpt) {
-  makeWay();
+  clearTerminal();
   write(encoding_.toUser(excerpt.text));
   write(encoding_.toUser(excerpt.caret));
 }
 
-std::size_t CluiReport::makeWay() {
+std::size_t CluiReport::clearTerminal() {
   progress_.erase();
   return before_ ? before_() : 0;
 }

@@ -36,14 +36,14 @@ class CluiReport {
   CluiReport(CluiEncoding& encoding, CluiProgress& progress)
       : encoding_(encoding), progress_(progress) {}
 
-  // "name:line:column: message", without the parts that are none; without a name, the message
-  // alone.
+  // Prints "name:line:column: message", where a line or column of 0 is omitted; without a name, the
+  // message alone.
   void print(const CluiPlace& place, const std::wstring& message);
   // The message alone.
   void print(const std::wstring& message);
   void show(const CluiExcerpt& excerpt);
-  // Sets what is called before each line, so that whatever else is on the terminal can be cleared.
-  // It returns the width of the screen, at which messages are wrapped, or 0 for none.
+  // Sets a function that is called before each message to clear other output from the terminal. It
+  // returns the width at which messages are wrapped, or 0 for none.
   void setBefore(std::function<std::size_t()> before) { before_ = std::move(before); }
 
  private:
@@ -51,7 +51,7 @@ class CluiReport {
   CluiProgress& progress_;
   std::function<std::size_t()> before_;
 
-  std::size_t makeWay();
+  std::size_t clearTerminal();
   void write(const std::string& line);
 };
 

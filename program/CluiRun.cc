@@ -45,7 +45,7 @@ int CluiRun::run() {
   }
   if (!start() || !loadLanguage()) {
     finish();
-    return CluiInterrupted() ? Stopped : Unable;
+    return CluiInterrupted() ? Interrupted : Unable;
   }
   if (recorder_.start()) {
     typist_.session() != nullptr ? typist_.run() : readInputs();
@@ -77,13 +77,13 @@ bool CluiRun::start() {
   return CluiBindTerminalProcedures();
 }
 
-// What scripts read and write is in the encoding of everything else.
+// Scripts read and write in the encoding of the other files and streams.
 void CluiRun::setPorts() {
   std::string text = "(for-each (lambda (port) (set-port-encoding! port \"" + options_.encoding +
                      "\")) (list (current-input-port) (current-output-port) (current-error-port)))";
-  char answer[64];
+  char result[64];
   YStatus status = {0};
-  ScmVMExternal::ExecuteString(text.c_str(), answer, sizeof answer, status);
+  ScmVMExternal::ExecuteString(text.c_str(), result, sizeof result, status);
 }
 
 bool CluiRun::loadLanguage() {
@@ -107,11 +107,11 @@ bool CluiRun::loadLanguage() {
 bool CluiRun::findParser() {
   YcluiParser* const parser = YcluiParser::Live(0);
   if (parser == nullptr) {
-    diagnostics_.problem(options_.language, "it made no parser");
+    diagnostics_.problem(options_.language, "the script created no parser");
     return false;
   }
   if (parser->nestingDepth() == 0) {
-    diagnostics_.problem(options_.language, "its first parser has no syntax");
+    diagnostics_.problem(options_.language, "the script's first parser has no syntax");
     return false;
   }
   reading_.setParser(parser);
@@ -179,17 +179,17 @@ void CluiRun::readLines(CluiSource& source) {
   feeder_.end(number);
 }
 
-// The script's parsers are destroyed with the run, so that their logs are closed.
+// Destroys the parsers of the script, so that their logs are closed.
 void CluiRun::finish() {
   ScmVM::setTextListener(nullptr, nullptr);
   reading_.setParser(nullptr);
-  // Without a library there is no mortuary, and no parser either.
+  // Before the library is initialized there is no mortuary to condemn a parser to.
   while (YcluiParser* parser = YcluiParser::Live(0)) {
     YcluiParser::AddDeadBody(parser);
     if (parser->isCondemned() == 0) break;
   }
   YcluiParser::CleanupMortuary();
-  // The parser tries once more to write out what could not be written.
+  // The recorder has reported an incomplete recording; destroying the parser records it again.
   if (recorder_.isIncomplete()) diagnostics_.dropCode(YErrNotClosed);
   diagnostics_.reportCodes();
   YErr.setListener(nullptr, nullptr);
@@ -197,12 +197,12 @@ void CluiRun::finish() {
 }
 
 int CluiRun::status() const {
-  // Where somebody types, an interrupt is a key, and a refusal no failure.
-  if (CluiInterrupted() && !options_.typed) return Stopped;
+  // In a terminal an interrupt is a key, and a refusal is not a failure.
+  if (CluiInterrupted() && !options_.typed) return Interrupted;
   if (outcome_.unable) return Unable;
-  if (options_.typed) return AllTaken;
+  if (options_.typed) return AllAccepted;
   return outcome_.refused > 0 || outcome_.failed > 0 || outcome_.ended ? SomethingRefused
-                                                                       : AllTaken;
+                                                                       : AllAccepted;
 }
 
 void CluiRun::summarise() {
@@ -225,7 +225,7 @@ void CluiRun::onText(const char* text) {
 
 YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   diagnostics_.reportCodes();
-  if (typist_.session() != nullptr) typist_.session()->wordComes();
+  if (typist_.session() != nullptr) typist_.session()->wordArrives();
   diagnostics_.offered();
   if (CluiInterrupted()) {
     reading_.parser()->pausePlayback();
@@ -235,7 +235,7 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
       return YcluiTokenDrop;
     }
   }
-  ++outcome_.taken;
+  ++outcome_.accepted;
   player_.showProgress();
   recorder_.warnOfLosses(token);
   if (options_.trace) trace_.offered(token);
@@ -248,6 +248,6 @@ void CluiRun::onRefuse(const YcluiToken& token) {
 }
 
 void CluiRun::onEcho(const char* line) {
-  if (typist_.session() != nullptr) typist_.session()->lineIs(line);
+  if (typist_.session() != nullptr) typist_.session()->lineChanges(line);
   if (options_.trace) trace_.echo(line);
 }

@@ -1,4 +1,4 @@
-// A run: the engine, a language, and the inputs that are read in it.
+// A run of the program: starts the engine, loads a language and reads the inputs.
 
 #ifndef PROGRAM_CLUIRUN_H_
 #define PROGRAM_CLUIRUN_H_
@@ -24,17 +24,17 @@
 class CluiRun {
  public:
   enum Status {
-    AllTaken = 0,
+    AllAccepted = 0,
     SomethingRefused = 1,  // or a command failed, or an input ended inside a command
-    Unable = 2,            // the program could not do its work, or not all of it
-    Stopped = 130,         // by an interrupt
+    Unable = 2,            // for example bad usage, or a file that cannot be read
+    Interrupted = 130,
   };
 
   explicit CluiRun(const CluiOptions& options);
   CluiRun(const CluiRun&) = delete;
   CluiRun& operator=(const CluiRun&) = delete;
 
-  // Does everything and returns the exit status.
+  // Returns the exit status.
   int run();
 
  private:
@@ -64,7 +64,7 @@ class CluiRun {
   int status() const;
   void summarise();
 
-  // What the parser and the engine report meanwhile.
+  // Callbacks of the engine and the parser.
   void onText(const char* text);
   YcluiTokenCtrl onToken(const YcluiToken& token);
   void onRefuse(const YcluiToken& token);

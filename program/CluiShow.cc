@@ -10,7 +10,7 @@
 
 namespace {
 
-bool Tell(const std::string& name, const std::string& problem) {
+bool Report(const std::string& name, const std::string& problem) {
   std::fprintf(stderr, "%s: %s\n", name.c_str(), problem.c_str());
   return false;
 }
@@ -18,7 +18,7 @@ bool Tell(const std::string& name, const std::string& problem) {
 bool ShowFile(CluiEncoding& encoding, const std::string& name) {
   CluiSource source;
   std::string error;
-  if (!source.openFile(name, error)) return Tell(name, error);
+  if (!source.openFile(name, error)) return Report(name, error);
   std::string line;
   CluiRead result = CluiRead::End;
   while ((result = source.next(line, error)) == CluiRead::Line) {
@@ -26,7 +26,7 @@ bool ShowFile(CluiEncoding& encoding, const std::string& name) {
     std::fwrite(text.data(), 1, text.size(), stdout);
     if (std::ferror(stdout) != 0) return false;
   }
-  return result == CluiRead::End || Tell(name, error);
+  return result == CluiRead::End || Report(name, error);
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ int CluiShow(const CluiOptions& options) {
   CluiEncoding encoding;
   std::string error;
   if (!encoding.open(options.encoding, error)) {
-    Tell("clui", error);
+    Report("clui", error);
     return CluiRun::Unable;
   }
   bool good = true;
@@ -44,7 +44,7 @@ int CluiShow(const CluiOptions& options) {
     if (std::ferror(stdout) != 0) break;
   }
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    good = Tell("clui", std::string("cannot write: ") + std::strerror(errno));
+    good = Report("clui", std::string("cannot write: ") + std::strerror(errno));
   }
-  return good ? CluiRun::AllTaken : CluiRun::Unable;
+  return good ? CluiRun::AllAccepted : CluiRun::Unable;
 }

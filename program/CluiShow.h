@@ -1,12 +1,12 @@
-// Recordings for the reader.
+// Prints recordings.
 
 #ifndef PROGRAM_CLUISHOW_H_
 #define PROGRAM_CLUISHOW_H_
 
 #include "program/CluiOptions.h"
 
-// Prints the files of the options, which are text of the system, in the user's encoding, and
-// answers the exit status.
+// Converts the files of the options from the system's encoding to the user's and prints them.
+// Returns the exit status.
 int CluiShow(const CluiOptions& options);
 
 #endif  // PROGRAM_CLUISHOW_H_

@@ -1,4 +1,4 @@
-// Reading input line by line.
+// Reads input line by line.
 
 #ifndef PROGRAM_CLUISOURCE_H_
 #define PROGRAM_CLUISOURCE_H_
@@ -7,8 +7,8 @@
 
 enum class CluiRead { Line, End, Failed };
 
-// One input: a file, standard input, or a text. Reads in pieces: a piece and the line being read
-// are in memory.
+// One input: a file, standard input, or a text. Holds no more in memory than one piece of the file
+// and the current line.
 class CluiSource {
  public:
   CluiSource() = default;
@@ -16,23 +16,24 @@ class CluiSource {
   CluiSource(const CluiSource&) = delete;
   CluiSource& operator=(const CluiSource&) = delete;
 
-  // A file of that name, or standard input for "-". False, with a reason in `error`.
+  // Opens a file, or standard input for "-". Returns false, with a reason in `error`, on failure.
   bool openFile(const std::string& name, std::string& error);
   void openText(std::string text);
 
-  // The next line, always with a newline at its end. Failed has a reason in `error`; End is also
-  // returned when the run was interrupted while it waited.
+  // Reads the next line; it always ends with a newline. Failed sets `error`; End is also returned
+  // when the run is interrupted during the wait for input.
   CluiRead next(std::string& line, std::string& error);
 
-  // Bytes of the lines returned so far, and of the file; 0 for what is no regular file.
+  // Bytes of the lines returned so far, and of the whole file; the latter is 0 unless it is a
+  // regular file.
   long long bytesRead() const { return bytesRead_; }
   long long bytesOfFile() const { return bytesOfFile_; }
 
  private:
   int file_ = -1;
   bool ended_ = true;         // the file has been read to its end
-  std::string piece_;         // the last bytes read
-  std::size_t position_ = 0;  // how much of it has been returned
+  std::string piece_;         // the bytes read last
+  std::size_t position_ = 0;  // in piece_, after the last line returned
   long long bytesRead_ = 0;
   long long bytesOfFile_ = 0;
 

@@ -3,31 +3,29 @@
 #include <algorithm>
 #include <cstring>
 
+#include "foundation/YAscii.h"
 #include "foundation/YNumber.h"
 #include "parser/YcluiParser.h"
 #include "program/CluiLine.h"
 
 namespace {
 
-bool IsWhiteSpace(char c) {
-  return c != '\0' && std::strchr(" \t\r\n\v\f", c) != nullptr;
-}
-
-// To the next byte that is neither white space nor in a comment.
+// The offset of the next byte that is neither white space nor in a comment.
 std::size_t SkipWhiteSpace(const std::string& text, std::size_t offset) {
-  while (offset < text.size() && (IsWhiteSpace(text[offset]) || text[offset] == '#')) {
+  while (offset < text.size() && (YIsWhiteSpace(text[offset]) || text[offset] == '#')) {
     offset = text[offset] == '#' ? text.find('\n', offset) : offset + 1;
   }
   return std::min(offset, text.size());
 }
 
-// To the end of a number, whatever follows it; the same offset where there is none.
+// The offset after a number, or the same offset when there is none.
 std::size_t SkipNumber(const std::string& text, std::size_t offset) {
   double number = 0;
   const char* end = YReadDecimal(text.c_str() + offset, number);
   return end == nullptr ? offset : static_cast<std::size_t>(end - text.c_str());
 }
 
+// Reads a text by the rules of the lexer, without values and side effects.
 class Reader {
  public:
   Reader(const YcluiLex& lexer, const std::string& text, const CluiTextState& begin)
@@ -49,8 +47,8 @@ class Reader {
   const CluiTextState& begin_;
   CluiTextState state_;
   std::size_t at_ = 0;
-  bool reads_ = true;      // nothing is open at the end of the text, and nothing was refused
-  bool isTyping_ = false;  // an argument reaches to the end of the text
+  bool reads_ = true;      // false once the text was found to end inside something, or was refused
+  bool isTyping_ = false;  // the text ends in an argument
   CluiTextEnd end_;
 
   bool atEnd() const { return at_ >= text_.size(); }
@@ -72,11 +70,10 @@ class Reader {
     end_.type = isKnown ? typeOfNext() : YcluiValueNone;
   }
 
-  // A comma that alone has come so far is the host's to keep; the lexer does not see it.
+  // Whether the lexer would refuse the end of the text for a missing argument.
   bool missesArgument() const {
-    if (state_.phase != CluiTextState::BehindComma) return false;
-    const bool isAlone =
-        begin_.phase == CluiTextState::BehindArgument && state_.read == begin_.read;
+    if (state_.phase != CluiTextState::AfterComma) return false;
+    const bool isAlone = begin_.phase == CluiTextState::AfterArgument && state_.read == begin_.read;
     return isAlone || state_.halfPoint || state_.read >= declared();
   }
 
@@ -102,12 +99,12 @@ class Reader {
   }
 
   void readArguments() {
-    if (state_.phase == CluiTextState::BehindArgument && byte() == ',') return readComma();
+    if (state_.phase == CluiTextState::AfterArgument && byte() == ',') return readComma();
     typeIsNow();
     isTyping_ = true;
     if (!readArgument()) return;
     ++state_.read;
-    state_.phase = CluiTextState::BehindArgument;
+    state_.phase = CluiTextState::AfterArgument;
     isTyping_ = atEnd();
     skipWhiteSpace();
     if (byte() == ',') return readComma();
@@ -120,11 +117,11 @@ class Reader {
 
   void readComma() {
     ++at_;
-    state_.phase = CluiTextState::BehindComma;
+    state_.phase = CluiTextState::AfterComma;
     isTyping_ = false;
   }
 
-  // Whether there is a whole one.
+  // True when a complete argument was read.
   bool readArgument() {
     const YcluiValueType type = typeOfNext();
     if (type == YcluiValuePoint) return readPoint();
@@ -174,7 +171,8 @@ class Reader {
     atEnd() ? stop(CluiTextEnd::Quote) : static_cast<void>(++at_);
   }
 
-  // Puts the bytes up to a stop into `word`. True when the introducer ended them.
+  // Appends the bytes up to a stop, or up to and including the introducer, to `word`. Returns
+  // whether the introducer ended them.
   bool readPlain(const char* stops, char introducer, std::string& word) {
     while (!atEnd() && !endsPlain(stops)) {
       const std::size_t step = CluiStepAt(text_, at_);
@@ -192,10 +190,10 @@ class Reader {
   }
   bool endsPlain(const char* stops) const {
     return std::strchr(stops, byte()) != nullptr || lexer_.isDelimiter(byte()) ||
-           IsWhiteSpace(byte()) || opensForm();
+           YIsWhiteSpace(byte()) || opensForm();
   }
 
-  // The name of a variable and its index, which may be a form itself.
+  // Skips ${name} and an index, which may contain such forms itself.
   void skipForm() {
     int brackets = 0;
     do {
@@ -216,8 +214,8 @@ CluiTextState CluiStateOf(const YcluiParser& parser, bool mayBeginWithComma) {
   const YcluiToken* token = parser.openToken();
   if (token == nullptr) return {};
   const int read = token->argc() - 1;
-  const bool isBehindArgument = mayBeginWithComma && read > 0;
-  return {isBehindArgument ? CluiTextState::BehindArgument : CluiTextState::BeforeArgument,
+  const bool isAfterArgument = mayBeginWithComma && read > 0;
+  return {isAfterArgument ? CluiTextState::AfterArgument : CluiTextState::BeforeArgument,
           parser.lex()->keyword(token->string()), read, false};
 }
 
@@ -229,7 +227,7 @@ CluiTextEnd CluiEndOf(const YcluiParser& parser, const std::string& text,
 std::size_t CluiLeadingComma(const std::string& text, const CluiTextState& begin) {
   const std::size_t first = SkipWhiteSpace(text, 0);
   const bool isComma =
-      begin.phase == CluiTextState::BehindArgument && first < text.size() && text[first] == ',';
+      begin.phase == CluiTextState::AfterArgument && first < text.size() && text[first] == ',';
   return isComma ? first : std::string::npos;
 }
 

@@ -4,10 +4,10 @@
 
 namespace {
 
-constexpr wchar_t Taken[] = L"taken";
+constexpr wchar_t Accepted[] = L"accepted";
 constexpr wchar_t Refused[] = L"refused";
 constexpr wchar_t Expanded[] = L"expanded";
-constexpr std::size_t WidthOfAnswer = 10;
+constexpr std::size_t LabelWidth = 10;
 
 std::string TextOf(const YcluiToken& token) {
   const char* text = token.wholeString();
@@ -42,7 +42,7 @@ void CluiTrace::runs(const char* text) {
 }
 
 void CluiTrace::settle() {
-  if (held_) settle(expanded_ ? Expanded : Taken);
+  if (held_) settle(expanded_ ? Expanded : Accepted);
 }
 
 void CluiTrace::settle(const wchar_t* what) {
@@ -53,6 +53,6 @@ void CluiTrace::settle(const wchar_t* what) {
 
 void CluiTrace::print(const wchar_t* what, const std::string& text) {
   std::wstring line = what;
-  if (!text.empty()) line.resize(WidthOfAnswer, L' ');
+  if (!text.empty()) line.resize(LabelWidth, L' ');
   report_.print(line + encoding_.fromSystem(text));
 }

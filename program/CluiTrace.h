@@ -1,4 +1,4 @@
-// For authors of languages: what happens to every word.
+// Prints what happens to every word, for authors of languages.
 
 #ifndef PROGRAM_CLUITRACE_H_
 #define PROGRAM_CLUITRACE_H_
@@ -9,20 +9,21 @@
 
 class YcluiToken;
 
-// Whether the syntax accepts a word shows only in what happens next, so a word is held until then:
-//   taken    circle:0,0
-//   line     circle:0,0
-//   runs     (circle 0 0)
+// Whether the syntax accepts a word is known only from the callback that follows, so the word is
+// held until then:
+//   accepted  circle:0,0
+//   line      circle:0,0
+//   runs      (circle 0 0)
 class CluiTrace {
  public:
   CluiTrace(CluiReport& report, CluiEncoding& encoding) : report_(report), encoding_(encoding) {}
 
   void offered(const YcluiToken& token);
   void echo(const char* line);
-  // `offered`: it is the held word, and not one that could not be read.
+  // `offered`: the lexer read the token whole, so it is the held one.
   void refused(const YcluiToken& token, bool offered);
   void runs(const char* text);
-  // The held word, if any, was accepted.
+  // Prints the held word, if any, as accepted.
   void settle();
 
  private:

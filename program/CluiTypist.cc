@@ -16,10 +16,10 @@ constexpr char Pasted[] = "paste";
 
 void CluiTypist::open(CluiEncoding& encoding, const std::string& language, CluiReport& report) {
   session_ = std::make_unique<CluiSession>(*this, encoding, language);
-  const bool isSeen = isatty(STDERR_FILENO) != 0;
-  report.setBefore([this, isSeen] {
-    session_->makeWay();
-    return isSeen ? static_cast<std::size_t>(session_->screen().width()) : 0;
+  const bool isOnScreen = isatty(STDERR_FILENO) != 0;
+  report.setBefore([this, isOnScreen] {
+    session_->clearLine();
+    return isOnScreen ? static_cast<std::size_t>(session_->screen().width()) : 0;
   });
 }
 
@@ -27,14 +27,14 @@ void CluiTypist::run() {
   CluiKeepCatchingInterrupts();
   reading_.parser()->setSynCallback(
       [](void* data, const char*, const char*) {
-        static_cast<CluiSession*>(data)->commandIsComplete();
+        static_cast<CluiSession*>(data)->commandCompletes();
       },
       session_.get());
   reading_.line().restart();
   reading_.setInput("");
   if (session_->run()) return;
   diagnostics_.inputFailed(
-      0, reading_.isAlive() ? "nothing can be typed here" : "the parser was deleted");
+      0, reading_.isAlive() ? "cannot read from the terminal" : "the parser was deleted");
 }
 
 void CluiTypist::close(CluiReport& report) {
@@ -49,11 +49,12 @@ YcluiParser* CluiTypist::parser() {
   return reading_.isAlive() ? reading_.parser() : nullptr;
 }
 
-// The words of one token are one text, in which a fault can be shown.
+// The text of an open token is kept in front, so that a fault in a later word is shown in the
+// whole.
 void CluiTypist::beginWord(const std::string& word) {
   if (reading_.parser()->openToken() == nullptr) openText_.clear();
   std::string text = openText_ + word + " ";
-  reading_.line().take(text, 0, openText_.size());
+  reading_.line().advance(text, 0, openText_.size());
   diagnostics_.beginInput();
   diagnostics_.beginText();
 }
@@ -73,8 +74,8 @@ void CluiTypist::readLine(std::string& bytes, std::size_t number) {
   keepOpenText();
 }
 
-// From the start of the open token, which may be in an earlier line. Ends of line become blanks, as
-// what is typed has no lines.
+// Keeps the text from the start of the open token, which may be in an earlier line. Ends of line
+// become blanks, since typed text is a single line.
 void CluiTypist::keepOpenText() {
   if (!reading_.isAlive() || reading_.parser()->openToken() == nullptr) return openText_.clear();
   const int begin = reading_.parser()->lastTokenOffset();
@@ -83,7 +84,7 @@ void CluiTypist::keepOpenText() {
   std::replace(openText_.begin(), openText_.end(), '\n', ' ');
 }
 
-// A comment cannot be continued by typing.
+// Held lines with a comment are read now: typing could not continue them.
 std::string CluiTypist::takeHeld() {
   if (!reading_.isAlive()) feeder_.begin();
   if (feeder_.held().find('#') != std::string::npos) {
@@ -95,7 +96,7 @@ std::string CluiTypist::takeHeld() {
   return std::exchange(feeder_.held(), std::string());
 }
 
-bool CluiTypist::isBehindComma() const {
+bool CluiTypist::endsInComma() const {
   const std::size_t last = openText_.find_last_not_of(" \t\r\n");
   return last != std::string::npos && openText_[last] == ',';
 }

@@ -1,4 +1,4 @@
-// What somebody types at a terminal.
+// Connects what is typed at a terminal to the parser and the diagnostics.
 
 #ifndef PROGRAM_CLUITYPIST_H_
 #define PROGRAM_CLUITYPIST_H_
@@ -13,21 +13,21 @@
 #include "program/terminal/CluiSession.h"
 #include "program/terminal/CluiTyping.h"
 
-// Connects a session to the parser and the diagnostics. Words that are typed have no lines; a
-// pasted text is read line by line.
+// Typed words are read one by one and reported without a line number; a pasted text is read line by
+// line.
 class CluiTypist : public CluiTyping {
  public:
   CluiTypist(CluiReading& reading, CluiDiagnostics& diagnostics, CluiFeeder& feeder,
              const CluiOutcome& outcome)
       : reading_(reading), diagnostics_(diagnostics), feeder_(feeder), outcome_(outcome) {}
 
-  // Creates the session. Reports clear its line first.
+  // Creates the session. From now on each report clears the line being typed first.
   void open(CluiEncoding& encoding, const std::string& language, CluiReport& report);
-  // Runs until somebody leaves. REQUIRES: a session and a parser.
+  // Runs until the user leaves. REQUIRES: a session and a parser.
   void run();
-  // Ends the process when a signal ended the session.
+  // Destroys the session. Ends the process when a signal ended the session.
   void close(CluiReport& report);
-  // Null when nobody types.
+  // Null when input is not typed.
   CluiSession* session() { return session_.get(); }
 
   YcluiParser* parser() override;
@@ -35,7 +35,7 @@ class CluiTypist : public CluiTyping {
   void endWord(bool wasSent) override;
   void readLine(std::string& bytes, std::size_t number) override;
   std::string takeHeld() override;
-  bool isBehindComma() const override;
+  bool endsInComma() const override;
   std::size_t refusals() const override { return outcome_.refused; }
 
  private:
@@ -43,7 +43,7 @@ class CluiTypist : public CluiTyping {
   CluiDiagnostics& diagnostics_;
   CluiFeeder& feeder_;
   const CluiOutcome& outcome_;
-  std::string openText_;  // the typed text of the token whose arguments are half read
+  std::string openText_;  // the typed text of the open token
   std::unique_ptr<CluiSession> session_;
 
   void keepOpenText();

@@ -11,7 +11,8 @@
 
 namespace {
 
-// A stream that the caller has closed must not become the first file that is opened.
+// Opens /dev/null for each standard stream that the caller has closed, so that no file that is
+// opened later gets its descriptor.
 void OpenStandardStreams() {
   int file = 0;
   while (file >= 0 && file <= 2) file = open("/dev/null", O_RDWR);
@@ -26,7 +27,7 @@ int main(int argc, char** argv) {
   CluiOptions options;
   switch (CluiReadOptions(argc, argv, options)) {
     case CluiStart::Done:
-      return CluiRun::AllTaken;
+      return CluiRun::AllAccepted;
     case CluiStart::BadUsage:
       return CluiRun::Unable;
     case CluiStart::Run:

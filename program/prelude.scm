@@ -1,19 +1,17 @@
-;;; What the keys of a terminal do.
+;;; The keys of a terminal.
 ;;;
-;;; clui runs this text before the script of a language. So a language can bind a key otherwise with
-;;; terminal-key, define any of the procedures below anew, or attach the field of the terminal in a
-;;; way of its own. The other terminal- procedures are clui's.
+;;; clui runs this file before the script of a language. A language can therefore bind a key to
+;;; another action with terminal-key, redefine any of the procedures below, or attach the field of
+;;; the terminal itself. The other terminal- procedures are part of clui.
 ;;;
-;;; The text that a key runs begins with "(terminal-" when it prints with terminal-print only. Any
-;;; other text makes the line being typed leave the screen first, as whatever it prints would
-;;; disturb it.
+;;; The action of a key begins with "(terminal-" if it prints with terminal-print only. Before any
+;;; other action the line being typed is hidden, since its output would overwrite the line.
 
-(define terminal-binding #f) ; what ties the field to the parser
+(define terminal-binding #f) ; attaches the field to the parser
 (define terminal-parser #f)
 
-;; Each key and the text that it runs. Keys that have a name and no character of their own come as
-;; control characters: Up as Control-P, Down as Control-N, Return as Control-M, Tab as Control-I,
-;; Backspace as Control-H.
+;; Each key and its action. Keys without a character arrive as control characters: Up as Control-P,
+;; Down as Control-N, Return as Control-M, Tab as Control-I, Backspace as Control-H.
 (define terminal-keys
   '((#\space . "(terminal-blank)")
     (#\" . "(terminal-quote)")
@@ -31,19 +29,19 @@
     (#\x15 . "(terminal-drop-word)")    ; Control-U
     (#\x0c . "(terminal-clear)")))      ; Control-L
 
-;; Ties the field to a parser, with these keys. clui does this behind the script of a language that
-;; has not attached the field itself.
+;; Attaches the field to a parser, with these keys. clui calls this after the script of a language
+;; that has not attached the field itself.
 (define (terminal-attach parser)
   (terminal-use (clui-attach-field parser (terminal-field)) parser))
 
-;; Gives these keys to a binding that a language has made.
+;; Sets these keys on a binding that a language has created.
 (define (terminal-use binding parser)
   (set! terminal-binding binding)
   (set! terminal-parser parser)
   (for-each (lambda (key) (clui-set-keystroke-action binding (car key) (cdr key)))
             (reverse terminal-keys)))
 
-;; What a key runs from now on.
+;; Binds a key to another action.
 (define (terminal-key character text)
   (set! terminal-keys (cons (cons character text) terminal-keys))
   (if terminal-binding (clui-set-keystroke-action terminal-binding character text)))
@@ -60,9 +58,9 @@
 
 ;;; Keys
 
-;; Where a word ends is decided by the rules by which the parser reads it: in a quote, after a
-;; backslash and after a comma it goes on. The binding has a rule of its own, by which a key does
-;; nothing in a quote; so it never sees a quote typed or deleted.
+;; A word ends where it ends for the parser: not in a quote, nor after a backslash or a comma. The
+;; binding ignores keys in a quote. terminal-quote and terminal-erase replace the word instead of
+;; typing and deleting quotes, so the binding never regards a quote as open.
 (define (terminal-blank) (terminal-end-word " "))
 
 (define (terminal-return) (terminal-end-word "\n"))
@@ -81,7 +79,7 @@
         (terminal-bell)
         (terminal-put (string-drop-right word 1)))))
 
-;; Carries the word on as far as it goes; the second time lists what it could become.
+;; Completes the word as far as possible. The second time, lists the words that begin with it.
 (define (terminal-tab)
   (let* ((word (terminal-word))
          (more (terminal-complete terminal-parser word)))
@@ -89,7 +87,7 @@
           ((equal? (terminal-last-key) "\t") (terminal-show word))
           (else (terminal-bell)))))
 
-;; Lists what could come. Inside an argument and in a paste it is a character like others.
+;; Lists the words that can come next. In an argument and in a paste, types a question mark.
 (define (terminal-question)
   (let ((word (terminal-word)))
     (if (or (terminal-pasting?)

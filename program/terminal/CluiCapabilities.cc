@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-// Behind the others, since it has macros under everyday names.
+// Included last, since it defines macros with common names.
 #include <term.h>
 
 namespace {
@@ -17,7 +17,7 @@ int PutByte(int byte) {
   return byte;
 }
 
-// The text without what it says of delays.
+// The bytes of a capability, without padding.
 std::string TextOf(const char* capability) {
   Written.clear();
   if (capability != nullptr) tputs(capability, 1, PutByte);
@@ -48,7 +48,7 @@ void AddKey(const char* name, CluiSequence meaning, CluiCapabilities& to) {
   if (sent != nullptr && *sent != '\0') to.keys[sent] = meaning;
 }
 
-// Keys that mean nothing here are known too, so that what they send is not taken for typing.
+// Includes keys without a function here, so that their bytes are not read as typed text.
 void AddKeys(CluiCapabilities& to) {
   for (NCURSES_CONST char* const* name = strnames; *name != nullptr; ++name) {
     if (**name == 'k') AddKey(*name, CluiSequence::Other, to);
@@ -82,7 +82,7 @@ CluiCapabilities CluiCapabilities::Read() {
   if (!to.colour.empty()) to.plain = Text("sgr0");
   to.begin = Text("smkx");
   to.end = Text("rmkx");
-  // Without its marks a paste could not be told from typing.
+  // Bracketed paste is enabled only if both of its marks are known.
   if (Find("PS") != nullptr && Find("PE") != nullptr) {
     to.begin += Text("BE");
     to.end = Text("BD") + to.end;

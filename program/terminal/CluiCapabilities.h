@@ -1,4 +1,4 @@
-// What the terminal can do and what its keys send, as terminfo tells.
+// The capabilities of the terminal and the bytes that its keys send, from terminfo.
 
 #ifndef PROGRAM_TERMINAL_CLUICAPABILITIES_H_
 #define PROGRAM_TERMINAL_CLUICAPABILITIES_H_
@@ -6,26 +6,26 @@
 #include <map>
 #include <string>
 
-// What a sequence of bytes from the keyboard stands for.
+// The meaning of a sequence of bytes from the keyboard.
 enum class CluiSequence { Up, Down, Return, Erase, PasteBegin, PasteEnd, Other };
 
-// A text is empty when the terminal has no such thing. All are ready to be written.
+// Each text is written as it is; it is empty when the terminal lacks the capability.
 struct CluiCapabilities {
-  bool wraps = false;       // goes on in the next row behind the last column
-  bool wrapsLate = false;   // but only when another character comes
+  bool wraps = false;       // the cursor moves to the next row after the last column
+  bool wrapsLate = false;   // but only when the next character is written
   std::string up;           // one row up, in the same column
   std::string clearToEnd;   // from the cursor to the end of the screen
   std::string clearScreen;  // all of it, with the cursor at its beginning
   std::string ring;         // the bell
-  std::string colour;       // of the prompt; empty where the user wants none
-  std::string plain;        // ends that
-  std::string begin;        // to be written before keys are read
-  std::string end;          // and when that is over
+  std::string colour;       // of the prompt; empty if the user has disabled colour
+  std::string plain;        // ends the colour
+  std::string begin;        // written before keys are read
+  std::string end;          // written after keys have been read
   std::map<std::string, CluiSequence> keys;
-  int width = 80;  // of a terminal that does not tell its size
+  int width = 80;  // used if the driver does not know the size
   int height = 24;
 
-  // Of the terminal that TERM names; the poorest one when terminfo does not know it.
+  // For the terminal that TERM names; without any capability if terminfo does not know it.
   static CluiCapabilities Read();
 };
 

@@ -7,11 +7,11 @@ CluiCompletion::CluiCompletion(const YcluiParser& parser, const char* beginning)
   if (parser.openToken() != nullptr) return;
   parser.eachPossibleWord(
       beginning,
-      [](void* word, const char* name) { static_cast<CluiCompletion*>(word)->take(name); }, this);
+      [](void* word, const char* name) { static_cast<CluiCompletion*>(word)->add(name); }, this);
   cutAtCharacter();
 }
 
-void CluiCompletion::take(const char* name) {
+void CluiCompletion::add(const char* name) {
   if (common_.empty()) {
     common_ = name;
     areSame_ = true;

@@ -1,4 +1,4 @@
-// How far a word can be carried on.
+// The completion of a word.
 
 #ifndef PROGRAM_TERMINAL_CLUICOMPLETION_H_
 #define PROGRAM_TERMINAL_CLUICOMPLETION_H_
@@ -7,23 +7,23 @@
 
 class YcluiParser;
 
-// Looks at all words that may come, those that work anywhere too, in any case of ASCII letters.
-// Keeps none of them: costs their number.
+// The common beginning of all words that can come next, indefinite words included, ignoring ASCII
+// case. Linear in the number of words; stores none of them.
 class CluiCompletion {
  public:
   CluiCompletion(const YcluiParser& parser, const char* beginning);
 
-  // What all words that begin like this have in common, in whole characters; empty when there is
-  // none, or when an argument is wanted.
+  // The longest common beginning, in whole characters; empty when no word matches or an argument is
+  // expected.
   const std::string& text() const { return common_; }
-  // Whether that is the only one of them.
+  // Whether text() is the only word that matches.
   bool isWord() const { return areSame_; }
 
  private:
   std::string common_;
   bool areSame_ = false;
 
-  void take(const char* name);
+  void add(const char* name);
   void cutAtCharacter();
 };
 

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr off_t ReadAtMost = 8 << 20;  // of a file that something else has made long
+constexpr off_t ReadAtMost = 8 << 20;  // at the end of a longer file
 constexpr char Digits[] = "0123456789abcdef";
 
 std::string Escaped(const std::string& line) {
@@ -37,9 +37,9 @@ std::string Escaped(const std::string& line) {
   return text;
 }
 
-int DigitOf(std::string_view text, std::size_t place) {
+int DigitAt(std::string_view text, std::size_t offset) {
   const char* digit =
-      place < text.size() ? std::find(Digits, Digits + 16, text[place]) : Digits + 16;
+      offset < text.size() ? std::find(Digits, Digits + 16, text[offset]) : Digits + 16;
   return digit == Digits + 16 ? -1 : static_cast<int>(digit - Digits);
 }
 
@@ -47,8 +47,8 @@ std::string Unescaped(std::string_view text) {
   std::string line;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char next = text[i] == '\\' && i + 1 < text.size() ? text[i + 1] : '\0';
-    const int high = next == 'x' ? DigitOf(text, i + 2) : -1;
-    const int low = high >= 0 ? DigitOf(text, i + 3) : -1;
+    const int high = next == 'x' ? DigitAt(text, i + 2) : -1;
+    const int low = high >= 0 ? DigitAt(text, i + 3) : -1;
     if (next == '\\' || next == 'n') {
       line += next == 'n' ? '\n' : '\\';
       i += 1;
@@ -67,8 +67,8 @@ bool IsWorthKeeping(const std::string& line) {
          line.find_first_not_of(" \t\r\n") != std::string::npos;
 }
 
-// The file, open and, if that can be had, locked, so that it is neither written nor replaced by
-// another program. It must not wait long: the other may have been stopped by its user.
+// The open file, locked against writing and replacement by another program. Waits a second at most
+// for the lock and then goes on without it, since the other program may have been suspended.
 class LockedFile {
  public:
   LockedFile(const std::string& name, int flags) : name_(name) {
@@ -80,13 +80,13 @@ class LockedFile {
 
   bool isOpen() const { return file_ >= 0; }
   bool isLocked() const { return isLocked_; }
-  bool isThere() const { return isThere_; }
+  bool exists() const { return exists_; }
 
   bool write(const std::string& text) {
     return ::write(file_, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   }
-  // Whether its last line has been broken off.
-  bool endsInside() const {
+  // Whether the last line lacks its newline, after an incomplete write.
+  bool endsInsideLine() const {
     const off_t length = lengthOf();
     char last = '\n';
     return length > 0 && pread(file_, &last, 1, length - 1) == 1 && last != '\n';
@@ -104,14 +104,14 @@ class LockedFile {
  private:
   std::string name_;
   int file_ = -1;
-  bool isThere_ = true;
+  bool exists_ = true;
   bool isLocked_ = false;
 
   bool open(int flags) {
     close();
-    // A pipe of that name must not be waited for.
+    // O_NONBLOCK, so that opening a pipe does not wait.
     file_ = ::open(name_.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0600);
-    isThere_ = file_ >= 0 || errno != ENOENT;
+    exists_ = file_ >= 0 || errno != ENOENT;
     struct stat state {};
     if (file_ >= 0 && (fstat(file_, &state) != 0 || !S_ISREG(state.st_mode))) close();
     if (file_ >= 0 && (state.st_mode & 077) != 0) fchmod(file_, 0600);
@@ -121,7 +121,7 @@ class LockedFile {
     if (file_ >= 0) ::close(file_);
     file_ = -1;
   }
-  // What was locked may have been replaced meanwhile.
+  // The lock counts only if the file has not been replaced since it was opened.
   void tryLock() {
     struct stat mine {};
     struct stat named {};
@@ -146,7 +146,7 @@ std::vector<std::string_view> LinesOf(std::string_view text) {
   return lines;
 }
 
-// Whole or not at all, also if the machine stops.
+// Replaces the file atomically, also in a crash of the machine.
 bool Replace(const fs::path& file, const std::string& text) {
   const std::string fresh = file.string() + ".new";
   const int handle =
@@ -161,7 +161,7 @@ bool Replace(const fs::path& file, const std::string& text) {
   return false;
 }
 
-// The folder of a file, and those above it, for the user alone where they are new.
+// Creates the folder and its parents where they are missing, accessible to the user only.
 void MakeFolder(const fs::path& folder) {
   if (folder.empty() || folder == folder.root_path()) return;
   if (access(folder.c_str(), F_OK) == 0) return;
@@ -182,7 +182,7 @@ CluiHistory::CluiHistory(std::string file, std::size_t maximum)
 bool CluiHistory::load() {
   if (file_.empty()) return true;
   const LockedFile file(file_, O_RDONLY);
-  if (!file.isOpen()) return !file.isThere();
+  if (!file.isOpen()) return !file.exists();
   const std::string text = file.text();
   const std::vector<std::string_view> lines = LinesOf(text);
   const std::size_t first = lines.size() - std::min(lines.size(), maximum_);
@@ -207,10 +207,10 @@ bool CluiHistory::append(const std::string& line) {
   MakeFolder(fs::path(file_).parent_path());
   LockedFile file(file_, O_RDWR | O_CREAT | O_APPEND);
   if (!file.isOpen()) return false;
-  return file.write((file.endsInside() ? "\n" : "") + Escaped(line) + "\n");
+  return file.write((file.endsInsideLine() ? "\n" : "") + Escaped(line) + "\n");
 }
 
-// Other programs may have added to the file, so it is what counts.
+// Keeps the newest lines of the file, not of lines_, since other programs may have added some.
 bool CluiHistory::shorten() {
   surplus_ = 0;
   const LockedFile file(file_, O_RDONLY);
@@ -223,7 +223,7 @@ bool CluiHistory::shorten() {
     kept.append(lines[i]) += '\n';
   }
   std::error_code error;
-  const fs::path target = fs::canonical(file_, error);  // not the link that leads to it
+  const fs::path target = fs::canonical(file_, error);  // follows links, so that they stay
   return !error && Replace(target, kept);
 }
 

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "foundation/YAscii.h"
+
 namespace {
 
 constexpr std::size_t LongestCharacter = 4;
-
-bool IsControl(char byte) {
-  return (byte >= '\0' && byte < ' ') || byte == '\x7F';
-}
 
 std::size_t LengthInUtf8(unsigned char lead) {
   if (lead >= 0xF0 && lead <= 0xF4) return 4;
@@ -16,9 +14,9 @@ std::size_t LengthInUtf8(unsigned char lead) {
   return lead >= 0xC2 && lead <= 0xDF ? 2 : 1;
 }
 
-// The length of what begins with an Escape in the manner of all terminals of today, for keys that
-// terminfo does not tell of: keys with a name, and characters with Alt, which must not pass for an
-// Escape. 0 when it does not look like that, `open` when it goes on.
+// The length of a key that is not in terminfo but begins with an Escape in the usual form: a CSI or
+// SS3 sequence, or a character typed with Alt. 0 when the text has no such form, or when it may be
+// the beginning of one, which sets `open`.
 std::size_t LengthOfUnknown(std::string_view text, bool& open) {
   open = text.size() == 1;
   if (open || text[1] < ' ') return 0;
@@ -47,14 +45,14 @@ bool CluiKeys::next(CluiKey& key) {
   const char byte = rest().front();
   if (byte == erase_ || byte == '\x7F' || byte == '\b') return take(key, CluiKey::Erase, 1);
   if (byte == '\n') return takeControl(key, CluiKeyByte::Return, 1);
-  return IsControl(byte) ? takeControl(key, byte, 1) : takeCharacter(key);
+  return YIsControl(byte) ? takeControl(key, byte, 1) : takeCharacter(key);
 }
 
 bool CluiKeys::waits() const {
   return !rest().empty() && (pasting_ || rest().front() == CluiKeyByte::Escape);
 }
 
-// The mark that ends a paste stays, also when only a part of it has come.
+// Keeps the mark at the end of a paste, also a part of it at the end of the bytes.
 void CluiKeys::drop() {
   std::string kept;
   if (pasting_) {
@@ -81,7 +79,7 @@ bool CluiKeys::takeControl(CluiKey& key, char byte, std::size_t length) {
   return true;
 }
 
-// There is one, since only then a paste can begin.
+// Not empty during a paste, since bracketed paste needs both marks.
 std::string CluiKeys::pasteEnd() const {
   const auto mark =
       std::find_if(capabilities_.keys.begin(), capabilities_.keys.end(),
@@ -89,7 +87,7 @@ std::string CluiKeys::pasteEnd() const {
   return mark == capabilities_.keys.end() ? "" : mark->first;
 }
 
-// A piece ends in front of what may be the beginning of the mark.
+// A piece ends before bytes that may be the beginning of the mark.
 bool CluiKeys::takePaste(CluiKey& key) {
   const std::string mark = pasteEnd();
   const std::string_view text = rest();
@@ -112,7 +110,7 @@ bool CluiKeys::beginsKey(std::string_view text) const {
          next->first.starts_with(text);
 }
 
-// `found` when the bytes are, or may become, what a key of several bytes sends.
+// Sets `found` when the bytes are, or may become, a key of several bytes.
 bool CluiKeys::takeSequence(CluiKey& key, bool& found) {
   const std::string_view text = rest();
   found = text.front() == CluiKeyByte::Escape;
@@ -154,7 +152,7 @@ bool CluiKeys::takeCharacter(CluiKey& key) {
   return length > 0 && take(key, CluiKey::Text, length);
 }
 
-// 0 when it has not come whole. What can be no character is cut off in front of what may be one.
+// 0 when the character is incomplete. Invalid bytes end before a byte that may begin a character.
 std::size_t CluiKeys::lengthOfCharacter() {
   const std::string_view text = rest();
   const std::size_t most = encoding_.isUtf8()
@@ -164,7 +162,7 @@ std::size_t CluiKeys::lengthOfCharacter() {
   CluiFault fault;
   for (std::size_t length = 1; length <= most; ++length) {
     if (length > text.size()) return 0;
-    if (length > 1 && IsControl(text[length - 1])) return length - 1;
+    if (length > 1 && YIsControl(text[length - 1])) return length - 1;
     if (encoding_.toSystem(text.substr(0, length), system, fault)) return length;
     if (fault.kind == CluiFault::Lacking) return length;
   }

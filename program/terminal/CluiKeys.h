@@ -1,4 +1,4 @@
-// From bytes of the keyboard to keys.
+// Splits the bytes from the keyboard into keys.
 
 #ifndef PROGRAM_TERMINAL_CLUIKEYS_H_
 #define PROGRAM_TERMINAL_CLUIKEYS_H_
@@ -9,7 +9,7 @@
 #include "program/terminal/CluiCapabilities.h"
 #include "program/text/CluiEncoding.h"
 
-// The control bytes by which named keys are known.
+// The control bytes that represent named keys.
 namespace CluiKeyByte {
 constexpr char Interrupt = '\x03';  // Control-C
 constexpr char Leave = '\x04';      // Control-D
@@ -24,11 +24,11 @@ constexpr char Escape = '\x1B';
 
 struct CluiKey {
   enum Kind {
-    Control,     // one byte, of the table above or any other control byte
-    Text,        // one character, in the encoding of the terminal; it may be no good one
-    Erase,       // the last character is to go
-    PasteBegin,  // what comes until PasteEnd is pasted
-    Paste,       // a piece of it, as it is
+    Control,  // one control byte
+    Text,     // one character, or invalid bytes, in the encoding of the terminal
+    Erase,    // deletes the last character
+    PasteBegin,
+    Paste,  // a piece of the pasted text
     PasteEnd,
   };
   Kind kind = Control;
@@ -37,20 +37,20 @@ struct CluiKey {
 
 class CluiKeys {
  public:
-  // `erase` is what the terminal's driver takes for the key that deletes.
+  // `erase` is the erase character of the terminal's driver.
   CluiKeys(const CluiCapabilities& capabilities, CluiEncoding& encoding, char erase)
       : capabilities_(capabilities), encoding_(encoding), erase_(erase) {}
 
   void feed(std::string_view bytes) { bytes_.append(bytes); }
-  // The next key, or false when the bytes are used up or more must come.
+  // The next key. False when no bytes are left, or those left may be the beginning of a key.
   bool next(CluiKey& key);
 
-  // Whether what is left may be the Escape key or the beginning of another one, which only time
-  // tells. When enough of it has passed, it is the Escape key.
+  // Whether the bytes left may be the Escape key or the beginning of another key. The caller waits
+  // for a short time; if no more bytes arrive, it calls settle(), and they are complete keys.
   bool waits() const;
   void settle() { settled_ = true; }
 
-  // Forgets all keys that came, but for the end of a paste.
+  // Drops all bytes left but the mark at the end of a paste.
   void drop();
 
  private:
@@ -58,8 +58,8 @@ class CluiKeys {
   CluiEncoding& encoding_;
   char erase_;
   std::string bytes_;
-  std::size_t position_ = 0;  // what of them has been answered
-  bool settled_ = false;      // an Escape is no beginning
+  std::size_t position_ = 0;  // of the first byte left
+  bool settled_ = false;      // the bytes left are not the beginning of a longer key
   bool pasting_ = false;
 
   std::string_view rest() const { return std::string_view(bytes_).substr(position_); }

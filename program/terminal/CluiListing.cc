@@ -17,7 +17,7 @@ struct Cell {
   std::size_t width;
 };
 
-// A row need no gap behind its last column.
+// The last column needs no gap.
 std::size_t ColumnsFor(std::size_t widest, std::size_t screen) {
   return std::max<std::size_t>(1, (screen + Gap - 1) / (widest + Gap));
 }
@@ -36,7 +36,7 @@ std::vector<Cell> CellsOf(const std::vector<std::string>& words, CluiEncoding& e
   return cells;
 }
 
-// How many of the first cells go into so many rows.
+// How many of the first cells fit into so many rows.
 std::size_t CountFitting(const std::vector<Cell>& cells, std::size_t screen, std::size_t rows) {
   std::size_t above = 0;
   std::size_t inGrid = 0;
@@ -55,7 +55,7 @@ std::size_t CountFitting(const std::vector<Cell>& cells, std::size_t screen, std
   return cells.size();
 }
 
-// Cells that are all narrower than the screen.
+// REQUIRES: all cells are narrower than the screen.
 void AppendGrid(const std::vector<Cell>& cells, std::size_t screen, std::wstring& text) {
   if (cells.empty()) return;
   std::size_t widest = 0;
@@ -104,7 +104,7 @@ CluiCandidates CluiCandidatesOf(const YcluiParser& parser, const char* beginning
         static_cast<std::vector<const char*>*>(all)->push_back(name);
       },
       &names);
-  // A name of the dictionary stands in one place of the memory.
+  // Equal names are the same record of the dictionary, so comparing addresses is enough.
   std::sort(names.begin(), names.end(), std::less<>());
   names.erase(std::unique(names.begin(), names.end()), names.end());
   const std::size_t first = std::min(atMost, names.size());

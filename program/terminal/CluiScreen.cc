@@ -10,10 +10,6 @@ namespace {
 
 constexpr char NewRow[] = "\r\n";
 
-bool IsControl(wchar_t c) {
-  return c < 0x20 || (c >= 0x7F && c < 0xA0);
-}
-
 }  // namespace
 
 CluiScreen::CluiScreen(const CluiCapabilities& capabilities, CluiEncoding& encoding)
@@ -25,37 +21,37 @@ void CluiScreen::resize(int width, int height) {
   width_ = static_cast<std::size_t>(std::max(width, 2));
   height_ = static_cast<std::size_t>(std::max(height, 2));
   if (hidden_) return;
-  cursor_ = placeOf(shown_.size());
+  cursor_ = positionOf(shown_.size());
   hide();
 }
 
 int CluiScreen::rowsAboveLine() const {
-  const std::size_t rows = placeOf(shown_.size()).row + 1;
+  const std::size_t rows = positionOf(shown_.size()).row + 1;
   return rows < height_ ? static_cast<int>(height_ - rows) : 1;
 }
 
-// --- Where characters stand
+// --- Positions of characters
 
-// Moves behind the character. One that does not fit into the row stands in the next one.
-void CluiScreen::step(Place& place, wchar_t c) const {
+// Moves past the character. One that does not fit into the row is in the next one.
+void CluiScreen::step(Position& position, wchar_t c) const {
   const auto width = static_cast<std::size_t>(CluiWidthOf(c));
-  if (place.column + width > width_) place = {place.row + 1, 0};
-  place.column += width;
+  if (position.column + width > width_) position = {position.row + 1, 0};
+  position.column += width;
 }
 
-// The place behind so many characters.
-CluiScreen::Place CluiScreen::placeOf(std::size_t character) const {
-  Place place;
-  for (std::size_t i = 0; i < character; ++i) step(place, shown_[i]);
-  return place;
+// The position after so many characters.
+CluiScreen::Position CluiScreen::positionOf(std::size_t character) const {
+  Position position;
+  for (std::size_t i = 0; i < character; ++i) step(position, shown_[i]);
+  return position;
 }
 
-// The first character of a row, or of the first one behind it.
+// The first character in the row or in a later one.
 std::size_t CluiScreen::characterAt(std::size_t row) const {
-  Place place;
+  Position position;
   for (std::size_t i = 0; i < shown_.size(); ++i) {
-    step(place, shown_[i]);
-    if (place.row >= row) return i;
+    step(position, shown_[i]);
+    if (position.row >= row) return i;
   }
   return shown_.size();
 }
@@ -81,15 +77,15 @@ void CluiScreen::show(const std::wstring& prompt, const std::wstring& line) {
   changeInPlace(text);
 }
 
-// Keeps so many characters and draws what follows them.
+// Keeps the first `same` characters and draws what follows them.
 void CluiScreen::change(const std::wstring& text, std::size_t same) {
   const bool appends = same == shown_.size();
   std::size_t from = same;
-  const Place end = cursor_;
+  const Position end = cursor_;
   if (!appends) {
-    // The rows above the screen are lost; the line then gets all of the screen anew.
+    // Rows that have scrolled off the screen cannot be changed; the rest is drawn from the top.
     const std::size_t top = end.row + 1 > height_ ? end.row + 1 - height_ : 0;
-    const std::size_t row = top > 0 ? top : placeOf(same).row;
+    const std::size_t row = top > 0 ? top : positionOf(same).row;
     goToRow(row);
     if (row == top) from = 0;
     if (row > top) from = characterAt(row);
@@ -98,7 +94,7 @@ void CluiScreen::change(const std::wstring& text, std::size_t same) {
   }
   shown_ = text;
   if (from == 0) {
-    const std::size_t rows = placeOf(shown_.size()).row + 1;
+    const std::size_t rows = positionOf(shown_.size()).row + 1;
     cursor_ = {};
     if (rows > height_) {
       cursor_.row = rows - height_;
@@ -113,7 +109,7 @@ void CluiScreen::changeInPlace(const std::wstring& text) {
   const std::size_t before = cursor_.column;
   const bool oneRow = cursor_.row == 0;
   shown_ = text;
-  const Place end = placeOf(shown_.size());
+  const Position end = positionOf(shown_.size());
   output_ += oneRow && end.row == 0 ? "\r" : NewRow;
   cursor_ = {};
   drawFrom(0);
@@ -139,15 +135,15 @@ void CluiScreen::drawFrom(std::size_t character) {
     const std::size_t row = cursor_.row;
     step(cursor_, shown_[i]);
     if (cursor_.row > row && !capabilities_.wraps) piece += L"\r\n";
-    piece += IsControl(shown_[i]) ? L'?' : shown_[i];
+    piece += CluiIsControl(shown_[i]) ? L'?' : shown_[i];
   }
   write();
   if (coloured && promptEnd_ >= shown_.size()) output_ += capabilities_.plain;
-  settleAtEdge();
+  wrapAtEdge();
 }
 
-// Behind the last column terminals differ in where the cursor is; at the start of a row it is sure.
-void CluiScreen::settleAtEdge() {
+// Terminals differ in where the cursor is after the last column, so it is moved to the next row.
+void CluiScreen::wrapAtEdge() {
   if (cursor_.column < width_) return;
   if (!capabilities_.wraps) {
     output_ += NewRow;
@@ -163,7 +159,8 @@ void CluiScreen::goToRow(std::size_t row) {
   cursor_ = {row, 0};
 }
 
-// Blanks to the edge stay in an empty row, and lead from one that has something into the next.
+// Writes a screen width of blanks: from the start of a row they end in that row, from any other
+// column in the next one.
 void CluiScreen::beginFreshRow() {
   if (!std::exchange(othersWrote_, false) || !capabilities_.wraps) return;
   output_.append(capabilities_.wrapsLate ? width_ : width_ - 1, ' ');
@@ -188,7 +185,7 @@ void CluiScreen::leave() {
   if (cursor_.column > 0) output_ += NewRow;
 }
 
-void CluiScreen::giveWay() {
+void CluiScreen::hideForOthers() {
   hide();
   othersWrote_ = true;
 }
@@ -198,8 +195,8 @@ void CluiScreen::print(const std::wstring& text) {
   beginFreshRow();
   std::wstring safe = text;
   std::replace_if(
-      safe.begin(), safe.end(), [](wchar_t c) { return c != L'\n' && c != L'\t' && IsControl(c); },
-      L'?');
+      safe.begin(), safe.end(),
+      [](wchar_t c) { return c != L'\n' && c != L'\t' && CluiIsControl(c); }, L'?');
   output_ += encoding_.toUser(CluiWrapped(safe, width_));
   if (!safe.empty() && safe.back() != L'\n') output_ += '\n';
 }

@@ -1,4 +1,4 @@
-// The line being typed, on the screen.
+// Draws the line being typed.
 
 #ifndef PROGRAM_TERMINAL_CLUISCREEN_H_
 #define PROGRAM_TERMINAL_CLUISCREEN_H_
@@ -8,48 +8,46 @@
 #include "program/terminal/CluiCapabilities.h"
 #include "program/text/CluiEncoding.h"
 
-// A prompt and a line behind it, in as many rows as they need, with the cursor at the end. Nothing
-// is written from here: what has to go to the terminal is collected, and is no more than what has
-// changed. When others have written, the next thing to be shown begins in a row of its own,
-// wherever they left the cursor.
+// A prompt and a line, in as many rows as they need, with the cursor at the end. Output is
+// collected for the caller to write, and consists of the changes only. After other output, the line
+// begins in a new row, wherever the cursor was left.
 //
-// Of a line that is longer than the screen, the rows at the end are kept right.
+// Of a line that is longer than the screen, only the rows at its end are kept up to date.
 class CluiScreen {
  public:
   CluiScreen(const CluiCapabilities& capabilities, CluiEncoding& encoding);
 
-  // The window has another size now, and a line that ran over its edge has been laid out anew.
+  // The window has a new size, and the terminal has wrapped the line anew.
   void resize(int width, int height);
   int width() const { return static_cast<int>(width_); }
-  // How many rows can be printed so that all of them and the line are on the screen; at least 1.
+  // The number of rows that fit on the screen together with the line; at least 1.
   int rowsAboveLine() const;
 
-  // Makes the screen show these, the line shown if it was hidden.
+  // Draws the prompt and the line, or what has changed of them.
   void show(const std::wstring& prompt, const std::wstring& line);
-  // Takes the line from the screen. The cursor is left where it began.
+  // Erases the line and leaves the cursor at its start.
   void hide();
-  // Leaves the line where it is, and the cursor at the start of the row below it.
+  // Leaves the line on the screen and moves the cursor to the row below it.
   void leave();
   bool isHidden() const { return hidden_; }
 
-  // A text above the line, which is hidden then: any number of lines, with their ends. Lines that
-  // are too long are broken at blanks.
+  // Hides the line and prints a text of one or more lines, wrapped at blanks.
   void print(const std::wstring& text);
-  // Clears all of the screen.
+  // Clears the whole screen.
   void clear();
   void ring() { output_ += capabilities_.ring; }
-  // Hides the line, for others to write behind what has been written so far.
-  void giveWay();
-  // The same, when they have done so already.
-  void forget() { hidden_ = othersWrote_ = true; }
+  // Hides the line before output that does not go through this class.
+  void hideForOthers();
+  // Call after such output instead, when the line could not be hidden before it.
+  void othersHaveWritten() { hidden_ = othersWrote_ = true; }
 
-  // What is to be written, which is then taken as written.
+  // Returns the collected output, which the caller must write.
   std::string takeOutput();
 
  private:
-  struct Place {
-    std::size_t row = 0;
-    std::size_t column = 0;  // the width of the screen: behind the last one
+  struct Position {
+    std::size_t row = 0;     // from the first row of the line
+    std::size_t column = 0;  // equal to the width after the last column
   };
 
   const CluiCapabilities& capabilities_;
@@ -57,20 +55,20 @@ class CluiScreen {
   std::size_t width_;
   std::size_t height_;
   bool hidden_ = true;
-  bool othersWrote_ = true;    // since it was shown or something printed
+  bool othersWrote_ = true;    // since the last output of this class
   std::wstring shown_;         // prompt and line
-  std::size_t promptEnd_ = 0;  // how much of it is the prompt
-  Place cursor_;
+  std::size_t promptEnd_ = 0;  // the length of the prompt in shown_
+  Position cursor_;
   std::string output_;
 
   bool canErase() const { return !capabilities_.up.empty() && !capabilities_.clearToEnd.empty(); }
-  void step(Place& place, wchar_t c) const;
-  Place placeOf(std::size_t character) const;
+  void step(Position& position, wchar_t c) const;
+  Position positionOf(std::size_t character) const;
   std::size_t characterAt(std::size_t row) const;
   void goToRow(std::size_t row);
   void beginFreshRow();
   void drawFrom(std::size_t character);
-  void settleAtEdge();
+  void wrapAtEdge();
   void change(const std::wstring& text, std::size_t same);
   void changeInPlace(const std::wstring& text);
 };

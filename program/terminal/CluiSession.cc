@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "foundation/YAscii.h"
 #include "parser/YcluiParser.h"
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
@@ -12,13 +13,13 @@
 
 namespace {
 
-// How long a key of several bytes may take to come.
+// The longest time between the bytes of one key.
 constexpr int KeyMilliseconds = 50;
 
 CluiSession* TheSession = nullptr;
 
 bool IsBlank(const std::string& text) {
-  return text.find_first_not_of(" \t\r\n") == std::string::npos;
+  return std::all_of(text.begin(), text.end(), YIsWhiteSpace);
 }
 
 }  // namespace
@@ -48,7 +49,7 @@ bool CluiSession::run() {
   int height = 0;
   if (terminal_.size(width, height)) screen_.resize(width, height);
   loop();
-  CluiForgetInterrupt();  // it was a key
+  CluiClearInterrupt();  // in a terminal Control-C is a key and does not end the run
   screen_.leave();
   flush();
   terminal_.close();
@@ -56,14 +57,14 @@ bool CluiSession::run() {
   return typing_.parser() != nullptr;
 }
 
-// The language may have attached the field already.
+// Attaches the field to the parser unless the language has done so.
 bool CluiSession::attach() {
   if (field_.isAttached()) return true;
   YStatus status = {0};
-  char answer[64];
+  char result[64];
   const std::string text =
       "(terminal-attach " + std::to_string(reinterpret_cast<long>(typing_.parser())) + ")";
-  ScmVMExternal::ExecuteString(text.c_str(), answer, sizeof answer, status);
+  ScmVMExternal::ExecuteString(text.c_str(), result, sizeof result, status);
   return YStatusIsGood(status) && field_.isAttached();
 }
 
@@ -77,9 +78,9 @@ void CluiSession::loop() {
     std::string bytes;
     const CluiTerminal::Event event = terminal_.read(bytes, keys.waits() ? KeyMilliseconds : -1);
     if (event == CluiTerminal::Event::Gone || terminal_.endingSignal() != 0) return;
-    lookAround();
+    checkSignals();
     if (event == CluiTerminal::Event::Nothing && CluiInterrupted()) {
-      CluiForgetInterrupt();
+      CluiClearInterrupt();
       control(CluiKeyByte::Interrupt);
     } else if (event == CluiTerminal::Event::Nothing) {
       keys.settle();
@@ -91,18 +92,18 @@ void CluiSession::loop() {
 
 void CluiSession::take(CluiKeys& keys) {
   CluiKey key;
-  terminal_.letKeysSignal(true);
+  terminal_.enableSignalKeys(true);
   while (!leaves_ && typing_.parser() != nullptr && terminal_.endingSignal() == 0 &&
          keys.next(key)) {
     handle(key);
     if (CluiInterrupted()) afterInterrupt(keys);
   }
-  terminal_.letKeysSignal(false);
+  terminal_.enableSignalKeys(false);
 }
 
-// What was typed ahead was meant for what has been stopped.
+// Drops what was typed ahead, since it was meant for the command that was interrupted.
 void CluiSession::afterInterrupt(CluiKeys& keys) {
-  CluiForgetInterrupt();
+  CluiClearInterrupt();
   keys.drop();
   pasted_.clear();
   typing_.takeHeld();
@@ -110,15 +111,15 @@ void CluiSession::afterInterrupt(CluiKeys& keys) {
   screen_.print(L"interrupted");
 }
 
-void CluiSession::lookAround() {
-  if (terminal_.wasStopped()) screen_.forget();
+void CluiSession::checkSignals() {
+  if (terminal_.wasStopped()) screen_.othersHaveWritten();
   int width = 0;
   int height = 0;
   if (terminal_.wasResized() && terminal_.size(width, height)) screen_.resize(width, height);
 }
 
 void CluiSession::refresh() {
-  if (!pasting_) screen_.show(promptNow(), field_.characters());
+  if (!pasting_) screen_.show(prompt(), field_.characters());
 }
 
 void CluiSession::flush() {
@@ -128,7 +129,7 @@ void CluiSession::flush() {
   terminal_.write(output);
 }
 
-const std::wstring& CluiSession::promptNow() {
+const std::wstring& CluiSession::prompt() {
   return commandIsOpen() ? prompts_.open : prompts_.ready;
 }
 
@@ -138,35 +139,35 @@ bool CluiSession::commandIsOpen() {
   return parser->numberOfToken() > 0 || parser->tokenIsOpen() != 0 || parser->nestingDepth() > 1;
 }
 
-// --- What happens meanwhile
+// --- Events of the parser and the engine
 
-void CluiSession::makeWay() {
-  screen_.giveWay();
+void CluiSession::clearLine() {
+  screen_.hideForOthers();
   flush();
 }
 
-void CluiSession::lineIs(const char* wholeLine) {
-  field_.takeLine(wholeLine);
+void CluiSession::lineChanges(const char* wholeLine) {
+  field_.setLine(wholeLine);
   outcome_ = Outcome::Read;
 }
 
-void CluiSession::commandIsComplete() {
-  if (pasting_) return makeWay();
+void CluiSession::commandCompletes() {
+  if (pasting_) return clearLine();
   screen_.show(prompts_.ready, field_.characters());
   screen_.leave();
   flush();
 }
 
-// A word that works anywhere is a command of its own in the eyes of who types it.
+// The line of an indefinite word stays on the screen like that of a complete command.
 void CluiSession::scriptRuns() {
   YcluiParser* parser = typing_.parser();
   const bool isFirst = std::exchange(wordIsNew_, false);
   const bool stays = isFirst && !pasting_ && parser != nullptr && parser->lastIsIndefinite() != 0;
-  if (!stays) return makeWay();
+  if (!stays) return clearLine();
   const bool alone = parser->numberOfToken() == 1 && parser->nestingDepth() == 1;
   screen_.show(alone ? prompts_.ready : prompts_.open, field_.characters());
   screen_.leave();
-  makeWay();
+  clearLine();
 }
 
 // --- Keys
@@ -211,10 +212,10 @@ void CluiSession::stop() {
   screen_.leave();
   flush();
   terminal_.stop();
-  terminal_.wasStopped();  // and the line is known to be left
+  terminal_.wasStopped();  // clears the flag, since the line has been left already
 }
 
-// With a second quote where a backslash takes the first.
+// Types the quote twice if a backslash escapes the first.
 void CluiSession::closeQuote() {
   YcluiParser* parser = typing_.parser();
   if (parser == nullptr) return;
@@ -235,7 +236,7 @@ void CluiSession::text(const std::string& character) {
   screen_.print(CluiFaultText(fault, "the terminal's encoding"));
 }
 
-// Answers whether the field was let have it.
+// Returns whether the field may apply the change.
 bool CluiSession::offer(const std::string& bytes) {
   const std::string word = field_.word();
   const std::size_t refusals = typing_.refusals();
@@ -248,16 +249,16 @@ bool CluiSession::offer(const std::string& bytes) {
   return let;
 }
 
-// A command that gives its parser another syntax leaves an empty line that nobody has shown.
+// A command that sets another syntax empties the command line without an echo; reset() echoes it.
 void CluiSession::clearStaleLine() {
   YcluiParser* parser = typing_.parser();
   if (outcome_ == Outcome::None || parser == nullptr || commandIsOpen()) return;
   if (!field_.text().empty() && field_.word().empty()) parser->reset();
 }
 
-// --- What is kept of it
+// --- History
 
-// A word that was refused is kept by itself, so that it can be called back and mended.
+// A refused word is an entry of its own, so that it can be recalled and corrected.
 void CluiSession::remember(const std::string& word, bool refused) {
   if (outcome_ == Outcome::None) return;
   if (outcome_ == Outcome::TakenBack) {
@@ -269,18 +270,18 @@ void CluiSession::remember(const std::string& word, bool refused) {
   } else if (!word.empty()) {
     typed_.push_back(word);
   }
-  if (outcome_ == Outcome::GivenUp || !commandIsOpen()) keepTyped();
+  if (outcome_ == Outcome::GivenUp || !commandIsOpen()) addTypedToHistory();
   history_.reset();
 }
 
-void CluiSession::keepTyped() {
+void CluiSession::addTypedToHistory() {
   std::string line;
   for (const std::string& word : typed_) line.append(line.empty() ? "" : " ").append(word);
   history_.add(line);
   typed_.clear();
 }
 
-// --- What keys ask for
+// --- Actions of keys
 
 void CluiSession::giveUp() {
   YcluiParser* parser = typing_.parser();
@@ -296,15 +297,15 @@ void CluiSession::giveUp() {
   outcome_ = Outcome::GivenUp;
 }
 
-// A command that pushed the frame when it was complete stands below as it was left, and takes no
-// further word.
+// The frame below is reset when its command is complete, since it would accept no further word.
 void CluiSession::giveUpFrame(YcluiParser& parser) {
   parser.popFrame();
   YString_Array words;
   if (parser.completionList("", words) == 0) parser.reset();
 }
 
-// A half-read token is shown, but has not come yet: showing anything else shows the line without.
+// An open token is shown but is not in the frame yet. Pushing and popping a dummy token makes the
+// parser echo the line without it.
 void CluiSession::takeBack() {
   YcluiParser* parser = typing_.parser();
   if (parser == nullptr) return;
@@ -321,8 +322,8 @@ void CluiSession::takeBack() {
 
 void CluiSession::paste(const std::string& bytes) {
   for (const char byte : bytes) {
-    const bool behindReturn = !pasted_.empty() && pasted_.back() == '\r';
-    if (behindReturn) {
+    const bool isAfterReturn = !pasted_.empty() && pasted_.back() == '\r';
+    if (isAfterReturn) {
       pasted_.pop_back();
       pasteLine();
       if (byte == '\n') continue;
@@ -336,7 +337,7 @@ void CluiSession::paste(const std::string& bytes) {
   }
 }
 
-// What was typed in front of it belongs to the first line.
+// The word typed before the paste is the beginning of its first line.
 void CluiSession::pasteLine() {
   const std::string begun = encoding_.toUser(encoding_.fromSystem(takeWord()));
   std::string line = begun + pasted_;
@@ -344,7 +345,7 @@ void CluiSession::pasteLine() {
   ++pastedLines_;
   if (!IsBlank(line)) {
     screen_.hide();
-    screen_.print(promptNow() + encoding_.fromUser(line));
+    screen_.print(prompt() + encoding_.fromUser(line));
   }
   line += '\n';
   typing_.readLine(line, pastedLines_);
@@ -369,7 +370,7 @@ void CluiSession::pasteRest() {
   pasting_ = false;
 }
 
-// Takes the word out of the field, an open quote with it.
+// Removes the word from the field character by character, so that the binding closes its quote.
 std::string CluiSession::takeWord() {
   std::string word = field_.word();
   while (field_.rubOut()) {

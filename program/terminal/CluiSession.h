@@ -1,4 +1,4 @@
-// Somebody types at a terminal.
+// The line editor: an interactive session in a terminal.
 
 #ifndef PROGRAM_TERMINAL_CLUISESSION_H_
 #define PROGRAM_TERMINAL_CLUISESSION_H_
@@ -18,16 +18,15 @@
 #include "program/text/CluiEncoding.h"
 
 struct CluiPrompts {
-  std::wstring ready = L"> ";   // a command may begin
-  std::wstring open = L"... ";  // one is under way
+  std::wstring ready = L"> ";   // no command has begun
+  std::wstring open = L"... ";  // a command is unfinished
 };
 
-// Keys go to the field, and what the field holds goes to the screen. What a key does is not decided
-// here but by what is bound to the field; only an open quote is closed from here before the key
-// Return.
+// Passes keys to the field and shows the field's text on the screen. The binding of the field
+// decides what a key does; the session itself only closes an open quote before Return.
 //
-// Whoever else writes to the terminal calls makeWay() first. What a complete command looked like
-// stays on the screen; everything else that is typed makes way.
+// Other output to the terminal must be preceded by clearLine(). The line of a complete command
+// stays on the screen.
 class CluiSession {
  public:
   CluiSession(CluiTyping& typing, CluiEncoding& encoding, const std::string& language);
@@ -35,13 +34,13 @@ class CluiSession {
   CluiSession(const CluiSession&) = delete;
   CluiSession& operator=(const CluiSession&) = delete;
 
-  // The one that there is, or null.
+  // The only session, or null.
   static CluiSession* Current();
 
-  // Reads keys until somebody wants to leave. False when there is no terminal to be had, or when
-  // the parser went.
+  // Reads keys until the user leaves. False when the terminal cannot be used or the parser was
+  // deleted.
   bool run();
-  // The signal that ended it, or 0.
+  // The signal that ended the session, or 0.
   int endingSignal() const { return terminal_.endingSignal(); }
 
   CluiEncoding& encoding() { return encoding_; }
@@ -50,28 +49,29 @@ class CluiSession {
   CluiHistory& history() { return history_; }
   CluiPrompts& prompts() { return prompts_; }
 
-  // What happens meanwhile.
-  void makeWay();
-  void lineIs(const char* wholeLine);
-  void wordComes() { wordIsNew_ = true; }
-  void commandIsComplete();
+  // Hides the line for other output.
+  void clearLine();
+
+  // Call these on events of the parser and the engine.
+  void lineChanges(const char* wholeLine);
+  void wordArrives() { wordIsNew_ = true; }
+  void commandCompletes();
   void scriptRuns();
-  // Whether a text that runs is a key's of the prelude, which prints through the session, if at
-  // all.
+  // Whether the text is one of the prelude's key actions. These print through the session only.
   static bool IsKey(std::string_view text) { return text.starts_with("(terminal-"); }
 
-  // What keys can ask for.
+  // Actions of keys, see CluiTerminalProcedures.h.
   void leave() { leaves_ = true; }
   void giveUp();
   void takeBack();
-  // The control byte that came before the one at hand, without anything typed between; else NUL.
+  // The previous key if it was a control byte, else NUL.
   char lastKey() const { return lastKey_; }
-  // Whether nothing is typed and no command is under way.
+  // Whether nothing is typed and no command is unfinished.
   bool isEmpty() { return field_.text().empty() && !commandIsOpen(); }
   bool isPasting() const { return pasting_; }
-  // The state in which the parser would read the word that is typed.
+  // The state in which the parser will read the word being typed.
   CluiTextState textState(const YcluiParser& parser) const {
-    return CluiStateOf(parser, !typing_.isBehindComma());
+    return CluiStateOf(parser, !typing_.endsInComma());
   }
 
  private:
@@ -86,24 +86,24 @@ class CluiSession {
   bool leaves_ = false;
   char lastKey_ = '\0';
   char thisKey_ = '\0';
-  // For the history.
+  // What the current key has done to the command line.
   enum class Outcome { None, Read, GivenUp, TakenBack };
-  Outcome outcome_ = Outcome::None;  // of the key at hand, for the command under way
-  std::vector<std::string> typed_;   // the words of that command
-  bool wordIsNew_ = false;           // and has not run anything yet
+  Outcome outcome_ = Outcome::None;
+  std::vector<std::string> typed_;  // the words of the unfinished command, for the history
+  bool wordIsNew_ = false;          // the last word has not run a script yet
   bool pasting_ = false;
-  bool dropsPaste_ = false;      // the rest of it, since it was interrupted
-  std::string pasted_;           // the last line, as far as it has come
-  std::size_t pastedLines_ = 0;  // complete ones of this paste
+  bool dropsPaste_ = false;      // an interrupt drops the rest of a paste
+  std::string pasted_;           // the incomplete last line of a paste
+  std::size_t pastedLines_ = 0;  // number of complete lines of a paste
 
   bool attach();
   void loop();
   void take(CluiKeys& keys);
-  void lookAround();
+  void checkSignals();
   void afterInterrupt(CluiKeys& keys);
   void refresh();
   void flush();
-  const std::wstring& promptNow();
+  const std::wstring& prompt();
 
   void handle(const CluiKey& key);
   void control(char byte);
@@ -112,7 +112,7 @@ class CluiSession {
   void text(const std::string& character);
   bool offer(const std::string& bytes);
   void remember(const std::string& word, bool refused);
-  void keepTyped();
+  void addTypedToHistory();
   void clearStaleLine();
   bool commandIsOpen();
   static void giveUpFrame(YcluiParser& parser);

@@ -18,8 +18,8 @@ namespace {
 constexpr int EndingSignals[] = {SIGTERM, SIGHUP};
 constexpr int FatalSignals[] = {SIGABRT, SIGQUIT, SIGSEGV, SIGBUS, SIGILL, SIGFPE};
 
-// All that a handler touches.
-volatile std::sig_atomic_t isOurs = 0;  // the terminal has our modes
+// The signal handlers use these.
+volatile std::sig_atomic_t isOurs = 0;  // our modes are set
 volatile std::sig_atomic_t resized = 0;
 volatile std::sig_atomic_t stopped = 0;
 volatile std::sig_atomic_t ending = 0;
@@ -56,9 +56,8 @@ void GiveBackTerminal() {
 }
 
 void Wake() {
-  // A full pipe has told already.
-  const ssize_t written = write(wakePipe[1], "", 1);
-  (void)written;
+  // A write to a full pipe fails, but then poll() returns anyway.
+  [[maybe_unused]] const ssize_t written = write(wakePipe[1], "", 1);
 }
 
 void Unblock(int signal) {
@@ -68,7 +67,7 @@ void Unblock(int signal) {
   sigprocmask(SIG_UNBLOCK, &set, nullptr);
 }
 
-// By the system's own action, in the middle of a handler for the same signal.
+// Runs the default action of a signal from a handler for the same signal.
 void RaiseAsDefault(int signal, struct sigaction& before) {
   struct sigaction action = {};
   action.sa_handler = SIG_DFL;
@@ -93,7 +92,7 @@ void OnStop(int signal) {
   errno = error;
 }
 
-// Also behind a stop that could not be caught.
+// Follows every stop, also one by SIGSTOP, which cannot be caught.
 void OnContinue(int) {
   const int before = errno;
   if (isOurs != 0) TakeTerminal();
@@ -117,7 +116,7 @@ void OnFatal(int signal) {
   RaiseAsDefault(signal, before);
 }
 
-// Leaves alone what the process ignores and, for what is fatal, what somebody else looks after.
+// Does not replace an ignored signal, nor, with `onlyDefault`, another handler.
 void Catch(int signal, void (*handler)(int), bool onlyDefault) {
   struct sigaction action = {};
   if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) return;
@@ -136,8 +135,8 @@ void CatchAll() {
   for (const int signal : FatalSignals) Catch(signal, OnFatal, true);
 }
 
-// Keys come one by one and unseen, and as the bytes that they send. What is written goes the usual
-// way, since scripts write too.
+// Input is unbuffered, without echo and without translation. Output keeps the usual translation of
+// newlines, since scripts write too.
 void MakeModes() {
   ourModes = theirModes;
   ourModes.c_iflag &= ~static_cast<tcflag_t>(ICRNL | INLCR | IGNCR | IXON | ISTRIP);
@@ -207,8 +206,8 @@ void CluiTerminal::write(const std::string& bytes) {
   WriteAll(bytes.data(), bytes.size());
 }
 
-void CluiTerminal::letKeysSignal(bool let) {
-  if (let) {
+void CluiTerminal::enableSignalKeys(bool enable) {
+  if (enable) {
     ourModes.c_lflag |= ISIG;
   } else {
     ourModes.c_lflag &= ~static_cast<tcflag_t>(ISIG);
@@ -216,7 +215,7 @@ void CluiTerminal::letKeysSignal(bool let) {
   tcsetattr(STDIN_FILENO, TCSANOW, &ourModes);
 }
 
-// Any thread may be the one that stops, and the one that is told that the process goes on.
+// Waits until OnContinue has run, since another thread may receive the signals.
 void CluiTerminal::stop() {
   stopped = 0;
   kill(0, SIGTSTP);

@@ -1,14 +1,14 @@
-// The terminal: its modes, its signals, and the bytes that come and go.
+// The terminal: its modes, signals, input and output.
 
 #ifndef PROGRAM_TERMINAL_CLUITERMINAL_H_
 #define PROGRAM_TERMINAL_CLUITERMINAL_H_
 
 #include <string>
 
-// Standard input and output as a terminal from which single keys are read. One a process.
+// Standard input and output as a terminal from which single keys are read. One per process.
 //
-// However the process ends or stops, by a signal, by exit() or by abort(), the terminal gets its
-// modes back first, and its own again when the process goes on.
+// The former modes of the terminal are restored whenever the process ends or stops, by a signal,
+// exit() or abort(), and ours are set again when it continues.
 class CluiTerminal {
  public:
   enum class Event { Bytes, Nothing, Gone };
@@ -18,34 +18,34 @@ class CluiTerminal {
   CluiTerminal(const CluiTerminal&) = delete;
   CluiTerminal& operator=(const CluiTerminal&) = delete;
 
-  // False when it cannot be set up. The texts are written now and at each return to this terminal,
-  // and at the end and at each leave.
+  // False when the terminal cannot be set up. Writes `begin` whenever our modes are set, and `end`
+  // whenever the former ones are restored.
   bool open(const std::string& begin, const std::string& end);
   // May be called twice.
   void close();
 
-  // What the driver takes for the key that deletes.
+  // The erase character of the driver.
   char eraseKey() const;
-  // False when it does not tell.
+  // False when the driver does not know the size.
   bool size(int& width, int& height) const;
 
-  // Appends what was typed. Nothing when so many milliseconds have passed (-1 is for ever), or when
-  // there is something else to look after; Gone when there is no terminal any more.
+  // Waits for input, at most so many milliseconds, or without limit for -1. Nothing also means that
+  // a signal has arrived; Gone, that the terminal was closed.
   Event read(std::string& bytes, int milliseconds);
   void write(const std::string& bytes);
 
-  // While scripts run, Control-C and Control-Z are signals and not keys.
-  void letKeysSignal(bool let);
+  // Makes Control-C and Control-Z send signals, as they do while scripts run, or be keys.
+  void enableSignalKeys(bool enable);
   // Stops the process as Control-Z does.
   void stop();
 
-  // Whether the window has changed its size, or the process was stopped and goes on, since the last
-  // question.
+  // Whether the window was resized, or the process was stopped and has continued, since the last
+  // call.
   bool wasResized();
   bool wasStopped();
-  // The signal that asks the process to end, or 0. A second one ends it at once.
+  // The signal that requests the end of the process, or 0. A second one ends it at once.
   int endingSignal() const;
-  // Ends the process by that signal, as if nobody had caught it.
+  // Ends the process by the signal's default action.
   [[noreturn]] static void EndBy(int signal);
 };
 

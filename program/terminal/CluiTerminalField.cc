@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "foundation/YAscii.h"
 #include "foundation/YKanji.h"
 
 CluiTerminalField::~CluiTerminalField() {
@@ -14,8 +15,8 @@ void CluiTerminalField::SetText(const char* text) {
   characters_ = encoding_.fromSystem(text_);
 }
 
-// A blank stands between the line and the word.
-void CluiTerminalField::takeLine(const char* line) {
+// There is a blank between the line and the word.
+void CluiTerminalField::setLine(const char* line) {
   const std::size_t length = std::strlen(line);
   wordStart_ = length == 0 ? 0 : length + 1;
 }
@@ -23,8 +24,7 @@ void CluiTerminalField::takeLine(const char* line) {
 bool CluiTerminalField::type(std::string_view character) {
   const auto length = static_cast<std::uint32_t>(character.size());
   if (OfferModification(character.data(), length) == 0) return false;
-  const auto first = static_cast<unsigned char>(character.front());
-  if (first < ' ' || first == 0x7F) return true;
+  if (YIsControl(character.front())) return true;
   text_ += character;
   characters_ += encoding_.fromSystem(character);
   return true;
@@ -33,8 +33,8 @@ bool CluiTerminalField::type(std::string_view character) {
 bool CluiTerminalField::rubOut() {
   if (word().empty() || OfferModification(nullptr, 0) == 0) return false;
   const std::string last = word();
-  const int place = static_cast<int>(last.size()) - 1;
-  text_.resize(text_.size() - (YCheckKanji(last.c_str(), place) == 4 ? 2 : 1));
+  const int offset = static_cast<int>(last.size()) - 1;
+  text_.resize(text_.size() - (YCheckKanji(last.c_str(), offset) == 4 ? 2 : 1));
   characters_.pop_back();
   return true;
 }

@@ -1,4 +1,4 @@
-// The line that is typed, as the library sees it.
+// The text field of the terminal.
 
 #ifndef PROGRAM_TERMINAL_CLUITERMINALFIELD_H_
 #define PROGRAM_TERMINAL_CLUITERMINALFIELD_H_
@@ -9,26 +9,26 @@
 #include "platform/ui/YuiTextField.h"
 #include "program/text/CluiEncoding.h"
 
-// A text field that is changed at its end. It only keeps its text; showing it is somebody else's.
+// A text field that is edited at its end. It stores the text and does not draw it.
 class CluiTerminalField : public YuiTextField {
  public:
   explicit CluiTerminalField(CluiEncoding& encoding) : encoding_(encoding) {}
-  // Destroys what a script has attached.
+  // Deletes the binding that a script has attached.
   ~CluiTerminalField() override;
 
   void SetText(const char* text) override;
-  // The line as the parser sees it from now on; what stands behind it is the word being typed.
-  void takeLine(const char* line);
+  // Sets the command line of the parser; the text after it is the word being typed.
+  void setLine(const char* line);
 
-  // Offers one character or key. True when whoever is asked lets the field have it; a control
-  // character is not taken even then.
+  // Offers one character or control byte to the binding and returns whether the field may apply it.
+  // Appends the character then; a control byte is never appended.
   bool type(std::string_view character);
-  // Offers the deletion of the last character. False when there is none to be deleted.
+  // Deletes the last character. False when there is none, or the binding refuses the deletion.
   bool rubOut();
-  // Whether anything asks to see what is typed.
+  // Whether a binding is attached.
   bool isAttached() const { return ModificationCallBack() != nullptr; }
 
-  // The text, that of the system and as characters, and the word being typed in it.
+  // The text, in the system's encoding and as characters, and the word being typed at its end.
   const std::string& text() const { return text_; }
   const std::wstring& characters() const { return characters_; }
   std::string word() const;

@@ -25,7 +25,7 @@ void PushText(const std::string* text) {
   text == nullptr ? PushFalse() : Scm::StackPushString(text->c_str());
 }
 
-// Null with bit 0 clear when the argument is no live parser.
+// Argument 1 as a parser. Null, with a bad status, when it is not a live one.
 YcluiParser* PopParser(YStatus& status) {
   const long address = Scm::VMEAssertIsALong(1, status, -1);
   if (!YStatusIsGood(status)) return nullptr;
@@ -67,7 +67,7 @@ void TerminalLeave(std::uint32_t, YStatus&) {
   Scm::StackPushNull();
 }
 
-// --- Words that may come
+// --- Completion
 
 CluiTextState StateOf(const YcluiParser& parser) {
   return Session() == nullptr ? CluiStateOf(parser, true) : Session()->textState(parser);
@@ -100,7 +100,7 @@ void TerminalList(std::uint32_t, YStatus& status) {
   Scm::StackPushBoolean(listing.empty() ? 0 : 1);
 }
 
-// --- Lines of before
+// --- History
 
 void TerminalOlder(std::uint32_t, YStatus& status) {
   const char* word = Scm::VMEAssertIsAString(1, status, -1);
@@ -112,7 +112,7 @@ void TerminalNewer(std::uint32_t, YStatus&) {
   PushText(Session() == nullptr ? nullptr : Session()->history().newer());
 }
 
-// --- The command under way
+// --- The unfinished command
 
 void TerminalGiveUp(std::uint32_t, YStatus& status) {
   if (PopParser(status) == nullptr) return;
@@ -130,7 +130,7 @@ void TerminalEmpty(std::uint32_t, YStatus&) {
   Scm::StackPushBoolean(Session() == nullptr || Session()->isEmpty() ? 1 : 0);
 }
 
-// Behind the ":" of a word and behind a comma nothing of the argument has been typed.
+// False directly after the ":" of a word and after a comma, where the argument has not begun.
 bool EndsInArgument(const YcluiParser& parser, const std::string& word) {
   if (CluiEndOf(parser, word, StateOf(parser)).kind == CluiTextEnd::Quote) return true;
   const std::size_t last = word.find_last_not_of(' ');
@@ -138,7 +138,7 @@ bool EndsInArgument(const YcluiParser& parser, const std::string& word) {
   return parser.openToken() != nullptr || word.find(':') != std::string::npos;
 }
 
-// A comma that the lexer must not see becomes a blank, so that all places stay the same.
+// A leading comma, which the lexer would refuse, is replaced by a blank to keep all offsets.
 void TerminalEnded(std::uint32_t, YStatus& status) {
   const char* end = Scm::VMEAssertIsAString(3, status, -1);
   if (!YStatusIsGood(status)) return;
@@ -150,7 +150,8 @@ void TerminalEnded(std::uint32_t, YStatus& status) {
   if (parser == nullptr) return;
   const CluiTextState begin = StateOf(*parser);
   const CluiTextEnd::Kind kind = CluiEndOf(*parser, word, begin).kind;
-  const bool isLine = blank == "\n";  // as in a file, a line ends all but what a comma announces
+  // As in a file, an end of line ends everything but an argument announced by a comma.
+  const bool isLine = blank == "\n";
   if (isLine ? kind == CluiTextEnd::Comma : kind != CluiTextEnd::Whole) return PushFalse();
   const std::size_t comma = CluiLeadingComma(word, begin);
   if (comma != std::string::npos) word[comma] = ' ';
@@ -207,9 +208,11 @@ constexpr struct {
 }  // namespace
 
 bool CluiBindTerminalProcedures() {
-  for (const auto& row : Procedures) ScmVM::bindProcedure(row.name, row.procedure, row.required, 0);
+  for (const auto& entry : Procedures) {
+    ScmVM::bindProcedure(entry.name, entry.procedure, entry.required, 0);
+  }
   YStatus status = {0};
-  char answer[64];
-  ScmVMExternal::ExecuteString(CluiPrelude, answer, sizeof answer, status);
+  char result[64];
+  ScmVMExternal::ExecuteString(CluiPrelude, result, sizeof result, status);
   return YStatusIsGood(status);
 }

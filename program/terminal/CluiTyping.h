@@ -1,4 +1,4 @@
-// What a session at a terminal needs from its run.
+// The interface through which a terminal session reaches the parser and the diagnostics.
 
 #ifndef PROGRAM_TERMINAL_CLUITYPING_H_
 #define PROGRAM_TERMINAL_CLUITYPING_H_
@@ -9,20 +9,20 @@ class YcluiParser;
 
 class CluiTyping {
  public:
-  // The parser that is typed into, or null when it was deleted.
+  // Null when the parser was deleted.
   virtual YcluiParser* parser() = 0;
-  // Reports from now on are about this word, which may be sent to the parser with a blank.
+  // A key follows that may send this word to the parser; faults are reported in this text.
   virtual void beginWord(const std::string& word) = 0;
-  // Reports what is still pending.
+  // The key has been handled; reports the pending codes.
   virtual void endWord(bool wasSent) = 0;
-  // Reads a whole line, in the encoding of the terminal, the `number`th of those that were pasted.
+  // Reads line `number` of a paste, in the encoding of the terminal.
   virtual void readLine(std::string& bytes, std::size_t number) = 0;
-  // The lines of a paste that have not been read because an argument must follow, as text of the
-  // system. The caller types them or drops them.
+  // Removes and returns the lines of a paste that are held until the next argument, as text of the
+  // system.
   virtual std::string takeHeld() = 0;
-  // Whether the half-read token ends in a comma.
-  virtual bool isBehindComma() const = 0;
-  // How many words and lines have been refused so far.
+  // Whether the typed text of the open token ends in a comma.
+  virtual bool endsInComma() const = 0;
+  // The number of words and lines refused so far.
   virtual std::size_t refusals() const = 0;
 
  protected:

@@ -46,7 +46,7 @@ std::wstring ToWideWhole(YTextConverter& converter, std::string_view bytes) {
   return text;
 }
 
-// Of bytes or of characters; a NUL does not count as one.
+// For bytes and for characters; false for a NUL.
 template <typename Text>
 bool IsAscii(const Text& text) {
   return std::all_of(text.begin(), text.end(), [](auto c) { return c > 0 && c < 0x80; });
@@ -56,17 +56,17 @@ bool IsAscii(const Text& text) {
 
 bool CluiEncoding::open(const std::string& name, std::string& error) {
   if (!userToWide_.open(name.c_str(), Wide) || !wideToUser_.open(Wide, name.c_str())) {
-    error = "there is no encoding \"" + name + "\"";
+    error = "unknown encoding \"" + name + "\"";
     return false;
   }
   const char* const inside = YEncoding::Inside();
   if (!systemToWide_.open(inside, Wide) || !wideToSystem_.open(Wide, inside) ||
       !utf8ToWide_.open("UTF-8", Wide)) {
-    error = std::string("this machine cannot convert to and from ") + YEncoding::InsideInWords();
+    error = std::string("iconv cannot convert to and from ") + YEncoding::InsideInWords();
     return false;
   }
   if (!readsAs('\n')) {
-    error = "lines cannot be told apart in the encoding \"" + name + "\"";
+    error = "unsupported encoding \"" + name + "\": a line must end with the single byte 10";
     return false;
   }
   keepsAscii_ = true;

@@ -1,7 +1,7 @@
 // Text of the user and text of the system.
 //
 // Files, streams and messages are in an encoding of the user's choice; the system's text is in the
-// one of YEncoding::Inside. The conversion goes through wide characters, one element a character.
+// one of YEncoding::Inside. Conversions use wide characters, one element per character, in between.
 
 #ifndef PROGRAM_TEXT_CLUIENCODING_H_
 #define PROGRAM_TEXT_CLUIENCODING_H_
@@ -14,30 +14,30 @@
 // Why a line cannot be given to the system.
 struct CluiFault {
   enum Kind {
-    BadBytes,  // bytes that are no character of the user's encoding
-    Lacking,   // a character that the system's encoding does not have
+    BadBytes,  // bytes that are not a character in the user's encoding
+    Lacking,   // a character that does not exist in the system's encoding
     Nul,       // a NUL byte
   };
   Kind kind = BadBytes;
-  std::size_t character = 0;  // how many characters precede it
-  wchar_t code = 0;           // of Lacking: which one
+  std::size_t character = 0;  // the number of characters before it
+  wchar_t code = 0;           // for Lacking: the character
 };
 
 class CluiEncoding {
  public:
-  // False, with a reason in `error`, for a name that iconv does not know and for an encoding in
-  // which the end of a line is not the byte 10 alone.
+  // False, with a reason in `error`, for a name that iconv does not know and for an encoding that
+  // does not end a line with the single byte 10.
   bool open(const std::string& name, std::string& error);
 
-  // Converts the user's bytes to text of the system. False, with the reason in `fault`. A character
-  // that would come back as another one counts as lacking too.
+  // Converts the user's bytes to text of the system. False, with the reason in `fault`, when they
+  // cannot be converted. A character that does not convert back to itself is Lacking too.
   bool toSystem(std::string_view bytes, std::string& system, CluiFault& fault);
 
-  // For display: each byte that is part of no character becomes U+FFFD.
+  // For display: each byte that is not part of a character becomes U+FFFD.
   std::wstring fromUser(std::string_view bytes);
   std::wstring fromSystem(std::string_view text);
   std::wstring fromUtf8(std::string_view text);
-  // Back into the user's bytes, with "?" for a character that they cannot hold.
+  // To the user's bytes, with "?" for a character that does not exist in that encoding.
   std::string toUser(std::wstring_view text);
 
   // Whether the encoding is UTF-8, in which a file may begin with a byte order mark.
@@ -49,7 +49,7 @@ class CluiEncoding {
   YTextConverter systemToWide_;
   YTextConverter wideToSystem_;
   YTextConverter utf8ToWide_;
-  bool keepsAscii_ = false;  // every byte from 1 to 127 is that character and nothing else
+  bool keepsAscii_ = false;  // each byte from 1 to 127 is the ASCII character
   bool isUtf8_ = false;
 
   bool readsAs(char byte);

@@ -5,6 +5,7 @@
 
 #include "foundation/YEncoding.h"
 #include "foundation/YErrCodes.h"
+#include "program/text/CluiWidth.h"
 
 namespace {
 
@@ -14,47 +15,48 @@ struct CodeText {
 };
 
 constexpr CodeText Codes[] = {
-    {YErrNoMemory, L"there is no memory left"},
+    {YErrNoMemory, L"out of memory"},
     {YErrEndOfInput, L"unterminated string"},
     {YErrNotANumber, L"expected a number"},
-    {YErrTooDeep, L"texts are nested too deep; does one lead back to itself?"},
+    {YErrTooDeep, L"texts are nested too deeply; does one refer to itself?"},
     {YErrBadPoint, L"expected a point, two integers with a comma between them"},
-    {YErrNoSuchWord, L"there is no such word to delete"},
-    {YErrOutsideArray, L"there is no such element of the array"},
+    {YErrNoSuchWord, L"no such word"},
+    {YErrOutsideArray, L"array index out of range"},
     {YErrNoSyntax, L"the parser has no syntax yet"},
-    {YErrNotAlive, L"this is no live parser, fragment or binding"},
-    {YErrBadFormat, L"a format may hold no conversions but %s and %%"},
-    {YErrNameExists, L"the name is taken already"},
+    {YErrNotAlive, L"not a live parser, fragment or binding"},
+    {YErrBadFormat, L"invalid format: only %s and %% are allowed"},
+    {YErrNameExists, L"the name is already in use"},
     {YErrOutOfRange, L"expected an integer from -2147483648 to 2147483647"},
-    {YErrNoWordTable, L"there is no memory for the words"},
-    {YErrAmbiguous, L"the command can end here in more than one way"},
-    {YErrTextTooLong, L"with the values in it the text would be longer than 16 MiB"},
-    {YErrBadTokenArgument, L"an argument of clui-token will not do"},
-    {YErrBadSyntaxArgument, L"a piece of syntax will not do"},
-    {YErrBadTokenParser, L"the first argument of clui-token is no parser"},
-    {YErrIsAlias, L"the name is an alias already"},
-    {YErrIsWord, L"the name is a word already"},
-    {YErrNoSuchAlias, L"there is no such alias"},
-    {YErrNotDetached, L"the word could not be taken out"},
+    {YErrNoWordTable, L"out of memory for the words"},
+    {YErrAmbiguous, L"ambiguous syntax: more than one path ends the command here"},
+    {YErrTextTooLong, L"the expanded text would be longer than 16 MiB"},
+    {YErrBadTokenArgument, L"invalid argument of clui-token"},
+    {YErrBadSyntaxArgument, L"invalid syntax element"},
+    {YErrBadTokenParser, L"the first argument of clui-token is not a parser"},
+    {YErrIsAlias, L"the name is already an alias"},
+    {YErrIsWord, L"the name is already a word"},
+    {YErrNoSuchAlias, L"no such alias"},
+    {YErrNotDetached, L"the word could not be removed"},
     {YErrFileIsPlayed, L"the file is being played back"},
     {YErrFileIsLogged, L"the file is being recorded to"},
-    {YErrLogIsOpen, L"a recording is under way already"},
-    {YErrNotOpened, L"a file could not be opened"},
-    {YErrNotClosed, L"a file could not be written out or closed"},
-    {YErrInterruptRefused, L"the command under way does not let this one interrupt it"},
-    {YErrNoVariableTable, L"there is no memory for the variables"},
+    {YErrLogIsOpen, L"a recording is already in progress"},
+    {YErrNotOpened, L"cannot open the file"},
+    {YErrNotClosed, L"cannot write or close the file"},
+    {YErrInterruptRefused, L"the current command may not be interrupted by this one"},
+    {YErrNoVariableTable, L"out of memory for the variables"},
     {YErrNoText, L"the value of the variable has no text"},
-    {YErrWrongKind, L"an array cannot stand for a simple variable, nor the reverse"},
-    {YErrNoSuchVariable, L"there is no such variable"},
+    {YErrWrongKind, L"an array is used as a simple variable, or a simple variable as an array"},
+    {YErrNoSuchVariable, L"no such variable"},
     {YErrNoClosingBrace,
-     L"a variable's name is ASCII letters and digits and ends with \"}\", an index with \"]\""},
+     L"malformed variable: the name is ASCII letters and digits and ends with \"}\", an index "
+     L"with \"]\""},
 };
 
 constexpr std::size_t NamedAtMost = 12;
-constexpr std::size_t AnywhereAtLeast = 4;  // of these, when there are as many
+constexpr std::size_t AnywhereAtLeast = 4;  // of the named ones, if there are that many
 constexpr std::size_t QuotedAtMost = 72;
 
-// As many of the words as there is room for, those of the alphabet's beginning.
+// The alphabetically first words, at most `room` of them, and the number of the others.
 std::wstring ListOf(const wchar_t* head, std::vector<std::wstring>& words, std::size_t room) {
   std::wstring text;
   const std::size_t named = std::min(room, words.size());
@@ -82,9 +84,7 @@ std::wstring CluiTypeText(unsigned int valueType) {
 std::wstring CluiQuoted(const std::wstring& text) {
   const wchar_t quote = text.find(L'"') == std::wstring::npos ? L'"' : L'\'';
   std::wstring quoted = quote + text.substr(0, QuotedAtMost);
-  std::replace_if(
-      quoted.begin(), quoted.end(), [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); },
-      L'?');
+  std::replace_if(quoted.begin(), quoted.end(), CluiIsControl, L'?');
   return quoted + (text.size() > QuotedAtMost ? L"..." : L"") + quote;
 }
 
@@ -98,7 +98,7 @@ std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& lin
   const std::wstring text = CluiQuoted(word) + L" cannot come " +
                             (line.empty() ? L"here" : L"in the middle of " + CluiQuoted(line));
   if (possible.here.empty() && possible.anywhere.empty()) return text + L", and no word can";
-  // Neither kind leaves the other without room.
+  // Each kind leaves room for some words of the other.
   const std::size_t here = possible.here.size();
   const std::size_t anywhere = possible.anywhere.size();
   const std::size_t hereAtMost = NamedAtMost - std::min(anywhere, AnywhereAtLeast);
@@ -107,7 +107,7 @@ std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& lin
 }
 
 std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line) {
-  return CluiQuoted(line) + L" waits, and " + CluiQuoted(word) + L" may not interrupt it";
+  return CluiQuoted(word) + L" may not interrupt the command " + CluiQuoted(line);
 }
 
 std::wstring CluiArgumentText(const std::wstring& word, std::size_t wordLine, int index,
@@ -122,7 +122,7 @@ std::wstring CluiFaultText(const CluiFault& fault, const std::string& encoding) 
     case CluiFault::Nul:
       return L"a NUL byte";
     case CluiFault::BadBytes:
-      return L"this is no character of " + std::wstring(encoding.begin(), encoding.end());
+      return L"invalid bytes in " + std::wstring(encoding.begin(), encoding.end());
     case CluiFault::Lacking:
       break;
   }

@@ -27,13 +27,13 @@ struct CluiPossible {
   std::vector<std::wstring> anywhere;  // what is allowed at any point
 };
 
-// A word of the language that cannot come next: in the middle of a command, unless `line` is empty.
-// Of the words that could, a dozen are listed in alphabetical order, those that the syntax expects
-// first, with at least four that are allowed anywhere, and with the number of those left out.
+// A word of the language that cannot come next; `line` is the unfinished command, or empty. Lists
+// up to a dozen words that can come, alphabetically: first those that the syntax expects, then at
+// least four that are allowed anywhere, each with the number of those omitted.
 std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& line,
                                CluiPossible possible);
 
-// A word that may not interrupt the command that `line` has begun.
+// A word that may not interrupt the unfinished command `line`.
 std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line);
 
 // Argument `index` of a word, and what is wrong with it. `wordLine` is the line of the word when

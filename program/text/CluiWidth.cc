@@ -3,7 +3,7 @@
 #include <clocale>
 #include <cwchar>
 
-// wcwidth needs a locale that has all characters; the user's may have fewer.
+// wcwidth returns -1 for characters that the user's locale lacks, so a locale with all is used.
 int CluiWidthOf(wchar_t c) {
   static const locale_t all = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (c < 0x7F) return 1;

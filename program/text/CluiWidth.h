@@ -1,13 +1,18 @@
-// How wide text is on a screen.
+// The display width of text.
 
 #ifndef PROGRAM_TEXT_CLUIWIDTH_H_
 #define PROGRAM_TEXT_CLUIWIDTH_H_
 
 #include <string_view>
 
-// The columns that a character needs: 0, 1 or 2, in any locale. A control character counts as 1,
-// for the character that replaces it.
+// The number of columns of a character: 0, 1 or 2, in any locale. A control character is 1 wide,
+// since a printable character is shown in its place.
 int CluiWidthOf(wchar_t c);
 int CluiWidthOf(std::wstring_view text);
+
+// Whether the character is a control character, also one of U+0080 to U+009F.
+constexpr bool CluiIsControl(wchar_t c) {
+  return c < 0x20 || (c >= 0x7F && c < 0xA0);
+}
 
 #endif  // PROGRAM_TEXT_CLUIWIDTH_H_

@@ -35,7 +35,7 @@ bool MayBreakAt(std::wstring_view line, std::size_t i) {
 std::size_t EndOfRow(std::wstring_view line, std::size_t screen) {
   std::size_t column = 0;
   std::size_t breakable = 0;
-  bool isIndented = true;  // only blanks so far, where a break gains nothing
+  bool isIndented = true;  // only blanks so far; a break there would leave an empty row
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (!isIndented && MayBreakAt(line, i)) breakable = i;
     if (!IsBlank(line[i])) isIndented = false;

@@ -1,4 +1,4 @@
-// An encoding that is open.
+// An opened CluiEncoding.
 
 #ifndef TESTS_PROGRAM_OPENENCODING_H_
 #define TESTS_PROGRAM_OPENENCODING_H_

@@ -1,4 +1,4 @@
-// Runs the program on the rows of cases.txt, whose head tells their form.
+// Runs the program on the cases of cases.txt; its beginning describes the format.
 
 #include <sys/wait.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 class Program : public testing::TestWithParam<Row> {};
 
-TEST_P(Program, DoesAsItsRowSays) {
+TEST_P(Program, PrintsWhatItsCaseExpects) {
   const WorkingFolder folder;
   std::filesystem::copy(CASES "/tiny.scm", folder.path);
   std::map<char, std::string> given;  // the lines of each mark
@@ -25,12 +25,13 @@ TEST_P(Program, DoesAsItsRowSays) {
   }
   for (const auto& [name, text] : files) WriteFile(name, text);
   WriteFile("in", given['<']);
-  // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
+  // For a sanitized build: the garbage collector scans the real stack, and memory is not freed at
+  // the end of the process.
   const std::string shell =
       "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0 "
       "examples='" EXAMPLES "' faults='" FAULTS "'; clui() { '" CLUI_PROGRAM "' \"$@\"; } && { " +
       given['$'] + "} <in >out 2>errors";
-  std::signal(SIGINT, SIG_DFL);  // whoever started the tests may have it ignored
+  std::signal(SIGINT, SIG_DFL);  // it is ignored if the tests run in the background
   const int result = std::system(shell.c_str());
   EXPECT_EQ(ReadFile("out"), given['|']);
   EXPECT_EQ(ReadFile("errors"), given['!']);

@@ -1,4 +1,4 @@
-// The lines that a terminal remembers, and what it lists.
+// The history of a terminal, and the layout of listed words.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -6,16 +6,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 
-#include "parser/YcluiParser.h"
 #include "program/terminal/CluiHistory.h"
 #include "program/terminal/CluiListing.h"
-#include "syntax/YcluiSyntaxGraph.h"
 #include "tests/program/OpenEncoding.h"
 #include "tests/support/WorkingFolder.h"
-#include "tests/support/words.h"
 
 namespace {
 
@@ -31,7 +27,7 @@ class History : public testing::Test {
     fs::create_directories(fs::path(file_).parent_path());
     WriteFile(file_, text);
   }
-  // What a new run finds, newest first.
+  // The lines that a new run reads, newest first.
   Lines loaded(std::size_t maximum = 1000) const {
     CluiHistory history(file_, maximum);
     history.load();
@@ -41,7 +37,7 @@ class History : public testing::Test {
   }
 };
 
-TEST_F(History, KeepsEveryByteAndNothingTwice) {
+TEST_F(History, KeepsEveryByteAndNoRepetition) {
   const Lines lines = {"a\\n", "\x95\x5C\t\\x41", std::string("\0\x1B\x7F\r\n", 5) + "b\n\\", "\\"};
   CluiHistory history(file_);
   EXPECT_TRUE(history.load());
@@ -55,7 +51,7 @@ TEST_F(History, KeepsEveryByteAndNothingTwice) {
   EXPECT_EQ(loaded(), Lines(lines.rbegin(), lines.rend()));
 }
 
-TEST_F(History, IsBoundedWhoeverAddsToIt) {
+TEST_F(History, IsBoundedWhenTwoProgramsAdd) {
   CluiHistory one(file_, 3);
   CluiHistory other(file_, 3);
   for (int i = 0; i < 10; ++i) {
@@ -68,7 +64,7 @@ TEST_F(History, IsBoundedWhoeverAddsToIt) {
   EXPECT_EQ(loaded(2), (Lines{"z", "other9"}));
 }
 
-TEST_F(History, LosesNoLineOfProgramsThatShortenMeanwhile) {
+TEST_F(History, LosesNoLineWhenSeveralProgramsShortenTheFile) {
   std::string old;
   for (int i = 0; i < 400; ++i) old += "old\n";
   put(old);
@@ -88,7 +84,7 @@ TEST_F(History, LosesNoLineOfProgramsThatShortenMeanwhile) {
   EXPECT_LT(left, 400);  // or nothing was shortened
 }
 
-TEST_F(History, PutsUpWithAnyFile) {
+TEST_F(History, AcceptsAnyFile) {
   put("a\\q\\x4\n\n\\x41\xFF\nbroken");
   EXPECT_EQ(loaded(), (Lines{"broken", "A\xFF", "a\\q\\x4"}));
   CluiHistory(file_).add("b");
@@ -102,24 +98,6 @@ TEST_F(History, PutsUpWithAnyFile) {
   history.add("kept");
   EXPECT_EQ(*history.older(""), "kept");
   EXPECT_FALSE(history.save());
-}
-
-TEST(HistoryFile, IsWhereTheUserKeepsStates) {
-  const char* const rows[][3] = {
-      {"/s", "/h", "/s/clui/a.b.history"},
-      {"s", "/h", "/h/.local/state/clui/a.b.history"},
-      {"", "h", ""},
-      {nullptr, nullptr, ""},
-      {"/s", nullptr, "/s/clui/a.b.history"},
-  };
-  const auto set = [](const char* name, const char* value) {
-    value == nullptr ? unsetenv(name) : setenv(name, value, 1);
-  };
-  for (const auto& [state, home, file] : rows) {
-    set("XDG_STATE_HOME", state);
-    set("HOME", home);
-    EXPECT_EQ(CluiHistory::DefaultFile("x/a.b.scm"), file);
-  }
 }
 
 TEST(Listing, FillsColumnsDownwards) {
@@ -146,40 +124,6 @@ TEST(Listing, FillsColumnsDownwards) {
   for (const auto& row : rows) {
     const CluiCandidates candidates{row.words, row.words.size() + row.more};
     EXPECT_EQ(CluiColumns(candidates, encoding, row.width, row.rows), row.text) << row.width;
-  }
-}
-
-TEST(Listing, NamesWordsOrTheTypeOfAnArgument) {
-  YcluiParser parser;
-  YcluiLex& lex = *parser.lex();
-  Declare(lex, "move:/ips moth=mo ; \x83\x61", 1);
-  auto* graph = new YcluiSyntaxGraph;
-  for (std::uint32_t id = 1; id <= 4; ++id) graph->insertOr(new YcluiSyntaxNode(id));
-  parser.setSyntaxGraph(graph);
-  const struct {
-    const char *fed, *typed;
-    Lines candidates;
-  } rows[] = {
-      {"", "", {";", "moth", "move:", "\x83\x61"}},
-      {"", "MO", {"moth", "move:"}},
-      {"", "\x83\x41", {}},
-      {"", "x:", {}},
-      {"", "move:", {"(an integer)"}},
-      {"", "Move:1,2,", {"(a point)"}},
-      {"", "move:1,2,3,\"a,\\\",", {"(a string)"}},
-      {"move: 1, ", "2", {"(a point)"}},
-      {"2,3, ", "", {"(a string)"}},
-  };
-  for (const auto& row : rows) {
-    parser.interpret(row.fed);
-    Lines wanted = row.candidates;
-    for (const std::size_t most : {9, 1}) {
-      const CluiCandidates found =
-          CluiCandidatesOf(parser, row.typed, CluiStateOf(parser, true), most);
-      wanted.resize(std::min(most, wanted.size()));
-      EXPECT_EQ(found.words, wanted) << row.fed << row.typed;
-      EXPECT_EQ(found.count, row.candidates.size());
-    }
   }
 }
 

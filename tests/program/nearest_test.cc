@@ -1,4 +1,4 @@
-// The words that may be meant by one that is none.
+// Suggestions for an unknown word.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(Nearest, NamesOnlyWhatMayBeMeant) {
+TEST(Nearest, SuggestsTheMostSimilarWord) {
   const std::vector<std::wstring> words = {L"lime",       L"a",    L"line:", L"lane:", L"radius:",
                                            L"rectangle:", L"rage", L"lanez", L"lens:"};
   const wchar_t* const rows[][2] = {
@@ -22,33 +22,33 @@ TEST(Nearest, NamesOnlyWhatMayBeMeant) {
       {L"rdus:", L"radius:"},
       {L"rextnagl:", L"rectangle:"},
       {L"rafe", L"rage"},
-      {L"lixe:", L"line:"},  // ends alike
+      {L"lixe:", L"line:"},  // both end in a colon
       {L"lixe", L"lime"},
-      {L"lanes:", L"lane:"},  // which can come here
+      {L"lanes:", L"lane:"},  // allowed here, unlike "lanez" and "lens:"
       {L"lens", L"lens:"},
   };
   for (const auto& [typed, nearest] : rows)
     EXPECT_EQ(CluiNearest(typed, words, 6), nearest) << typed;
 }
 
-// Whatever is near enough may be meant; what is told at a glance is not near.
-TEST(Nearest, MissesNothingAtAGlance) {
+// The filter rejects only words that CluiNearest would not return.
+TEST(Nearest, FilterRejectsNoMatch) {
   std::mt19937 random(3);
   const auto word = [&] {
     std::string text(1 + random() % 10, ' ');
     for (char& c : text) c = "abABcd:\x95"[random() % (random() % 9 == 0 ? 8 : 6)];
     return text;
   };
-  int spared = 0;
+  int rejected = 0;
   OpenEncoding encoding;
   for (int i = 0; i < 5000; ++i) {
     const std::string typed = word();
     const std::string other = word();
-    if (CluiNearGlance(typed).mayBeMeant(other)) continue;
-    ++spared;
+    if (CluiNearFilter(typed).mayMatch(other)) continue;
+    ++rejected;
     EXPECT_EQ(CluiNearest(encoding.fromSystem(typed), {encoding.fromSystem(other)}, 1), L"");
   }
-  EXPECT_GT(spared, 1000);
+  EXPECT_GT(rejected, 1000);
 }
 
 }  // namespace

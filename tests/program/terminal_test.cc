@@ -1,4 +1,4 @@
-// The parts of a terminal that need none: bytes to keys, and a line to bytes for a screen.
+// Parsing keys and drawing the line, tested without a terminal.
 
 #include <gtest/gtest.h>
 
@@ -50,7 +50,7 @@ const struct {
     {"UTF-8", "a \r\n\t", "ta t  c13 c13 c9 "},
     {"UTF-8", "\x1BOA\x1BOB\x10", "c16 c14 c16 "},
     {"UTF-8", "\x7F\b", "x x "},
-    {"UTF-8", "\x1B[3~\x1B[1;5C\x1BOQa", "ta "},  // keys that mean nothing
+    {"UTF-8", "\x1B[3~\x1B[1;5C\x1BOQa", "ta "},  // keys without a function
     {"UTF-8", "\033fa", "ta "},                   // a character with Alt
     {"UTF-8", "\x1B\r\x1B\x1B", "c27 c13 c27 c27 "},
     {"UTF-8", "\xE8\xA1\xA8\xC2\xA5", "t\xE8\xA1\xA8 t\xC2\xA5 "},
@@ -60,9 +60,9 @@ const struct {
     {"UTF-8", "\x1B[200~a\x1B[A\rb\x03\x1B[201~c", "< pa\x1B[A\rb\x03 > tc "},
 };
 
-// Whatever the pieces in which they come, bytes make the same keys; what may be an Escape or the
-// beginning of more is one when time has passed.
-TEST(Keys, ComeOutOfBytes) {
+// The same bytes make the same keys however they are split. An Escape that may begin a longer key
+// is a key after settle().
+TEST(Keys, AreTheSameHoweverBytesAreSplit) {
   const CluiCapabilities capabilities = Capabilities();
   for (const auto& row : KeyRows) {
     SCOPED_TRACE(row.keys);
@@ -76,7 +76,7 @@ TEST(Keys, ComeOutOfBytes) {
     for (const char byte : row.bytes) shown += KeysOf(single, std::string(1, byte));
     single.settle();
     shown += KeysOf(single, "");
-    // The pieces of a paste are as they come.
+    // Joins the pieces of a paste.
     for (std::size_t cut; (cut = shown.find(" p", shown.find(" p") + 1)) != std::string::npos;) {
       shown.erase(cut, 2);
     }
@@ -84,7 +84,7 @@ TEST(Keys, ComeOutOfBytes) {
   }
 }
 
-TEST(Keys, WaitOnlyWhereMoreMayCome) {
+TEST(Keys, WaitOnlyForTheRestOfAKey) {
   const CluiCapabilities capabilities = Capabilities();
   OpenEncoding encoding;
   CluiKeys keys(capabilities, encoding, '\x7F');
@@ -95,7 +95,7 @@ TEST(Keys, WaitOnlyWhereMoreMayCome) {
   EXPECT_FALSE(keys.waits());
   EXPECT_EQ(KeysOf(keys, "\x1B[200~x\x1B[20"), "< px ");
   EXPECT_EQ(KeysOf(keys, "2"), "p\x1B[202 ");
-  // What is dropped ends where the paste does.
+  // drop() keeps the end of the paste.
   keys.feed("\x1B[201");
   keys.drop();
   EXPECT_EQ(KeysOf(keys, "~x\x1B[200~y"), "> tx < py ");
@@ -107,8 +107,7 @@ TEST(Keys, WaitOnlyWhereMoreMayCome) {
 
 // --- A screen
 
-// A terminal of a few rows with all that has scrolled out of it, which knows what the capabilities
-// above name.
+// A terminal with the capabilities above. Rows that have scrolled off are kept.
 class Emulator {
  public:
   Emulator(std::size_t width, std::size_t height) : width_(width), height_(height), rows_(1) {}
@@ -167,9 +166,9 @@ std::wstring Wide(const std::string& bytes) {
   return OpenEncoding().fromUser(bytes);
 }
 
-// After whatever has happened, the last rows are those of a terminal into which only the prompt and
-// the line were written, and so is the cursor. What was printed stands above, nothing else does.
-TEST(Screen, ShowsTheLineWhateverHappens) {
+// After any operation the last rows and the cursor are those of a terminal into which only the
+// prompt and the line were written, and the printed text is directly above.
+TEST(Screen, ShowsTheLineAfterAnyOperation) {
   std::mt19937 random(7);
   const auto any = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
   for (int round = 0; round < 300; ++round) {
@@ -194,16 +193,16 @@ TEST(Screen, ShowsTheLineWhateverHappens) {
         printed.emplace_back(L"p" + std::to_wstring(any(100)));
         screen.print(printed.back());
       }
-      if (what == 7) {  // somebody else writes, with or without an end of line
+      if (what == 7) {  // other output, with or without an end of line
         printed.emplace_back(L"o" + std::to_wstring(any(100)));
-        screen.giveWay();
+        screen.hideForOthers();
         terminal.write(Wide(screen.takeOutput()) + printed.back() + (any(2) == 0 ? L"\r\n" : L""));
       }
       const std::wstring prompt = any(4) == 0 ? L"... " : L"> ";
       screen.show(prompt, line);
       std::wstring output = Wide(screen.takeOutput());
       for (std::size_t i = 0; (i = output.find(L'\n', i)) != std::wstring::npos; i += 2) {
-        output.insert(i, 1, L'\r');  // as the terminal's driver does
+        output.insert(i, 1, L'\r');  // like the terminal's driver
       }
       terminal.write(output);
 
@@ -215,7 +214,7 @@ TEST(Screen, ShowsTheLineWhateverHappens) {
       const std::vector<std::wstring> wanted = plain.rows();
       const std::vector<std::wstring> rows = terminal.rows();
       ASSERT_EQ(terminal.column, column);
-      // Rows that the line has lost at the top of the screen are not drawn again.
+      // Rows of the line that have scrolled off the screen are not drawn again.
       const std::size_t first = row + 1 > height ? row + 1 - height : 0;
       ASSERT_GE(terminal.row + first, row);
       for (std::size_t i = first; i < wanted.size(); ++i) {
@@ -230,8 +229,7 @@ TEST(Screen, ShowsTheLineWhateverHappens) {
   }
 }
 
-// What is printed is broken where it may be read on, and none of it is lost.
-TEST(Screen, PrintsLinesThatFit) {
+TEST(Screen, WrapsPrintedLines) {
   const wchar_t* const rows[][2] = {
       {L"abcd efghi", L"abcd efghi\n"},
       {L"abcd efghij k", L"abcd\nefghij k\n"},
@@ -256,9 +254,9 @@ TEST(Screen, PrintsLinesThatFit) {
   }
 }
 
-// What has not changed is not drawn again. Without any capability a change is drawn over the row,
-// or in a row of its own.
-TEST(Screen, DrawsNoMoreThanItMust) {
+// Unchanged text is not drawn again. A terminal without capabilities draws a change over the row or
+// in a new one.
+TEST(Screen, DrawsOnlyChanges) {
   CluiCapabilities none;
   none.width = 10;
   OpenEncoding encoding;

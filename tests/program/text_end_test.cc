@@ -1,4 +1,4 @@
-// How a text ends, as the host sees it, held against what the lexer makes of it.
+// Compares CluiEndOf with the lexer on random texts.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-// How many tokens the lexer refuses, and whether that was for the end of the text.
+// The number of tokens that the lexer refuses, and whether the last one was not closed.
 struct Refusals {
   int count = 0;
   bool isUnclosed = false;
@@ -32,15 +32,15 @@ Refusals RefusalsOf(YcluiLex& lex, const std::string& text) {
   return refusals;
 }
 
-// Whether more text would spare the word at the end its refusal.
-bool GoesOn(YcluiLex& lex, const std::string& text, int refusals) {
+// Whether the last token is refused only because the text ends there.
+bool CanContinue(YcluiLex& lex, const std::string& text, int refusals) {
   for (const char* more : {"a", "1", ",1"}) {
     if (RefusalsOf(lex, text + more).count < refusals) return true;
   }
   return false;
 }
 
-TEST(TextEnd, IsThatOfTheLexer) {
+TEST(TextEnd, AgreesWithTheLexer) {
   YcluiParser parser;
   YcluiLex& lex = *parser.lex();
   Declare(lex, "a:/s b:/ip p:/p c:/fss d e=ee ;", 1);
@@ -59,12 +59,13 @@ TEST(TextEnd, IsThatOfTheLexer) {
     const bool isOpen = kind == CluiTextEnd::Quote || kind == CluiTextEnd::Escape;
     ASSERT_EQ(isOpen, refusals.isUnclosed) << text;
     ++kinds[kind];
-    // More text would go on in a comment. A word that no argument follows is refused at once.
+    // More text cannot continue a comment, nor a word without its argument, which is refused at
+    // once.
     const std::size_t last = text.find_last_not_of(" \n");
     const bool isOver = last != std::string::npos && text[last] == ':';
     if (isOpen || isOver || text.find('#') != std::string::npos) continue;
     const bool announces = kind == CluiTextEnd::Comma || kind == CluiTextEnd::HalfPoint;
-    ASSERT_EQ(announces, GoesOn(lex, text, refusals.count)) << text;
+    ASSERT_EQ(announces, CanContinue(lex, text, refusals.count)) << text;
     ASSERT_TRUE(kind != CluiTextEnd::Comma || CluiMayEndInComma(text)) << text;
   }
   for (const int count : kinds) EXPECT_GT(count, 50);

@@ -1,4 +1,4 @@
-;; A small language with a word of each kind.
+;; A small language with one word of each kind.
 (define p (clui-parser-new 7))
 (define (show . parts) (for-each display parts) (newline))
 

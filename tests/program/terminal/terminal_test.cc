@@ -1,5 +1,5 @@
-// Types into clui in a real terminal, that of tmux, and looks at the screen. The head of
-// drafting.txt tells the form of the rows.
+// Types into clui in a terminal of tmux and compares the screen. The beginning of drafting.txt
+// describes the format of the sessions.
 
 #include <chrono>
 #include <csignal>
@@ -18,13 +18,13 @@ using Lines = std::vector<std::string>;
 constexpr std::chrono::seconds Patience(20);
 constexpr std::chrono::milliseconds Pause(10);
 
-// What is done in one go, or what the screen must show then.
+// Lines of one mark: one action, or one expected screen.
 struct Step {
   char mark;
   Lines lines;
 };
 
-// Lines of the screen, and what is pasted, belong together.
+// Consecutive lines of the screen, or of a paste, are one step.
 std::vector<Step> StepsOf(const Row& row) {
   std::vector<Step> steps;
   for (const auto& [mark, line] : row.lines) {
@@ -41,13 +41,13 @@ std::string Quoted(const std::string& text) {
   return quoted + "'";
 }
 
-// What a command prints.
+// The output of a command.
 std::string OutputOf(const std::string& command) {
   [[maybe_unused]] const int status = std::system(("{ " + command + "\n} >printed 2>&1").c_str());
   return ReadFile("printed");
 }
 
-// The lines, without blanks at their ends and empty lines at the end of all.
+// The lines, without trailing blanks and trailing empty lines.
 Lines LinesOf(const std::string& text) {
   Lines lines;
   std::istringstream in(text);
@@ -69,11 +69,12 @@ class Terminal : public testing::TestWithParam<Row> {
   WorkingFolder folder_;
 
   void SetUp() override {
-    std::signal(SIGINT, SIG_DFL);  // whoever started the tests may have it ignored
+    std::signal(SIGINT, SIG_DFL);  // it is ignored if the tests run in the background
     const std::string& language = GetParam().table;
     const auto& [mark, line] = GetParam().lines.front();
     std::filesystem::copy(EXAMPLES "/" + language, folder_.path);
-    // In a sanitized build: the collector of the engine reads the real stack and frees nothing.
+    // For a sanitized build: the garbage collector scans the real stack, and memory is not freed at
+    // the end of the process.
     WriteFile(
         "run",
         "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0:replace_intrin=0\n"
@@ -84,25 +85,25 @@ class Terminal : public testing::TestWithParam<Row> {
   }
   void TearDown() override { tmux("kill-server"); }
 
-  // tmux reads what is typed as UTF-8 whatever the locale of the tests is.
+  // LC_ALL and -u make tmux use UTF-8 in any locale.
   std::string tmux(const std::string& words) const {
     return OutputOf("env -u TMUX LC_ALL=C.UTF-8 " TMUX " -u -S socket -f /dev/null " + words);
   }
   void start() {
     tmux("new-session -d -x 80 -y 24 'bash run'");
     tmux("set -g status off");
-    // What is typed before the program reads keys would be shown by the terminal itself.
+    // Wait for the prompt: the terminal itself would echo keys typed before.
     expect([&] { return seen(1).empty(); }, false);
   }
 
-  // The last lines of the screen, as many as are wanted.
+  // The last lines of the screen, at most `count`.
   Lines seen(std::size_t count) const {
     Lines lines = LinesOf(tmux("capture-pane -p"));
     if (lines.size() > count) lines.erase(lines.begin(), lines.end() - static_cast<long>(count));
     return lines;
   }
-  // What is looked at must stay as it is wanted, since keys that were sent may still be on their
-  // way.
+  // The value must be as expected several times in a row, since keys that were sent may arrive
+  // late.
   template <typename Look, typename Wanted>
   void expect(const Look& look, const Wanted& wanted) {
     const auto end = std::chrono::steady_clock::now() + Patience;
@@ -122,7 +123,7 @@ class Terminal : public testing::TestWithParam<Row> {
     WriteFile("pasted", text);
     tmux("load-buffer pasted ';' paste-buffer -p");
   }
-  // tmux tells the program a moment after it has changed the screen.
+  // Waits until the new size has reached the terminal, which is after tmux reports it.
   void resize(const std::string& options) {
     tmux("resize-window " + options);
     const std::string size = tmux("display -p '#{pane_height} #{pane_width}'");
@@ -143,7 +144,7 @@ class Terminal : public testing::TestWithParam<Row> {
   }
 };
 
-TEST_P(Terminal, ShowsWhatItsRowSays) {
+TEST_P(Terminal, ShowsWhatItsSessionExpects) {
   start();
   for (const Step& step : StepsOf(GetParam())) {
     take(step);
