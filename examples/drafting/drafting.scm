@@ -165,7 +165,7 @@
   (let ((turn (and (< (string-length text) 20)
                    (string-every (string->char-set "+-.0123456789") text)
                    (string->number text))))
-    (if turn (within "a turn" -360 turn 360) (refuse "\"" text "\" is no number of degrees"))))
+    (if turn (within "a turn" -360 turn 360) (refuse "\"" text "\" is not a number of degrees"))))
 
 (define (draw-group! arguments x y)
   (let ((turn (if (null? (cdr arguments)) 0 (turn-of (second arguments)))))
@@ -184,18 +184,19 @@
 
 (define (make-alias! parser name text)
   (if (not (clui-set-alias parser name text))
-      (refuse "\"" name "\" is a word or an alias already")))
+      (refuse "\"" name "\" is already a word or an alias")))
 
 (define (drop-alias! parser name)
   (if (not (clui-unset-alias parser name))
-      (refuse "\"" name "\" is no alias")))
+      (refuse "\"" name "\" is not an alias")))
 
 ;; A recording contains the words in order, with values instead of variables and texts instead of
 ;; aliases, so it draws the same again. It also contains `stop-recording`, which does nothing when
 ;; it is played.
 (define (record! parser file)
   (if (not (clui-start-logging parser file))
-      (refuse "cannot record to " file ", or a recording is under way or being played")))
+      (refuse "cannot record to " file
+              "; a recording may be in progress, or the file is being played")))
 
 (define (stop-recording! parser)
   (clui-shut-logging parser))
@@ -205,7 +206,7 @@
 (define (play! parser file)
   (clui-reset parser)
   (if (not (clui-playback-from-file parser file))
-      (refuse "cannot play " file ": it is not there, or is being recorded to or played")))
+      (refuse "cannot play " file "; it may be missing, being recorded to or being played")))
 
 ;;; 3. Syntax ------------------------------------------------------------------------------------
 ;;;
@@ -337,7 +338,7 @@
 
 (anywhere group: "(aside $p open-group! $p (token-argument $p -1 0) $$[1] $$[2])")
 
-;; Discards the half-typed command; what follows `cancel` starts a new one.
+;; Discards the unfinished command; what follows `cancel` starts a new one.
 (define (cancel! parser)
   (take-path!)
   (clui-reset parser))
@@ -365,7 +366,7 @@ Shapes      point: X,Y                        line: X,Y to: X,Y
             rect: X,Y to: X,Y                 circle: X,Y radius: R
             polyline: X,Y to: X,Y ... end     arc: X,Y radius: R angles: A,B
             (or close, for a closed one)      text: \"...\" at: X,Y
-            by: DX,DY is a step and goes wherever to: goes
+            by: DX,DY is a relative position in place of to:
 Building    wall: X,Y to: X,Y ... end         window: X,Y to: X,Y
             (or close)                        door: X,Y to: X,Y left (right, sliding, open)
             stairs: X,Y to: X,Y steps: N      dimension: X,Y to: X,Y ... off: D

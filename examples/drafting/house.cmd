@@ -11,7 +11,7 @@ unit: ${module}
 
 # Short words for frequent commands. An alias may break off before the arguments of its word.
 alias: w, "wall:"
-alias: b, "box"                      # an alias of an alias: box stands for rect:
+alias: b, "box"                      # an alias of an alias: box is replaced by rect:
 alias: t, "text:"
 alias: p, "place:"
 
@@ -153,7 +153,7 @@ door: 12,2.15 to: 12,3.85 sl
 layer: furniture
 stairs: 9.06,5.3 to: 9.94,7.9 steps: 13
 
-# --- Kitchen. Groups interrupt the half-typed worktop: hob and sink are drawn first, and then the
+# --- Kitchen. Groups interrupt the unfinished worktop: hob and sink are drawn first, and then the
 # worktop continues. They are on a layer of their own, since the worktop is drawn when it is
 # complete, and so above what was drawn before it on its layer. The end of a group restores layer,
 # unit and the like; the look belongs to the layer and is kept.

@@ -139,7 +139,7 @@
   (make-settings layer unit placement thickness round letters align) settings?
   (layer settings-layer set-settings-layer)             ; a name
   (unit settings-unit set-settings-unit)                ; millimetres of building per number typed
-  (placement settings-placement set-settings-placement) ; where 0,0 lies, and how it is turned
+  (placement settings-placement set-settings-placement) ; the position of 0,0 and the rotation
   (thickness settings-thickness set-settings-thickness) ; of walls, millimetres of building
   (round settings-round set-settings-round)             ; corners of rectangles, likewise
   (letters settings-letters set-settings-letters)       ; height, millimetres of paper

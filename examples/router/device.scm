@@ -43,15 +43,15 @@
 (define (octet part text)
   (let ((number (short-number part 3)))
     (cond ((> number 255)
-           (refuse (quoted text) " is no address: " part " is more than 255"))
+           (refuse (quoted text) " is not an address: " part " is more than 255"))
           ((not (string=? part (number->string number)))
-           (refuse (quoted text) " is no address: write " number ", and not " part))
+           (refuse (quoted text) " is not an address: write " number ", and not " part))
           (else number))))
 
 (define (address-of text)
   (let ((parts (string-split text #\.)))
     (if (not (and (= (length parts) 4) (every (lambda (part) (short-number part 3)) parts)))
-        (refuse (quoted text) " is no address; four numbers with dots between them are wanted, "
+        (refuse (quoted text) " is not an address: expected four numbers separated by dots, "
                 "such as 192.0.2.1"))
     (fold (lambda (part sum) (+ (* 256 sum) (octet part text))) 0 parts)))
 
@@ -60,9 +60,9 @@
   (let* ((address (address-of text))
          (first-octet (ash address -24)))
     (cond ((memv first-octet '(0 127))
-           (refuse text " is no address of a machine in a network"))
+           (refuse text " is not the address of a machine in a network"))
           ((> first-octet 223)
-           (refuse text " lies above 223.255.255.255, and so belongs to no single machine"))
+           (refuse text " is above 223.255.255.255 and so not the address of a single machine"))
           (else address))))
 
 (define (mask-of length) (logand #xFFFFFFFF (ash #xFFFFFFFF (- 32 length))))
@@ -72,7 +72,7 @@
   (if (string-index text #\.)
       (let ((zeros (- #xFFFFFFFF (address-of text))))
         (if (not (zero? (logand zeros (1+ zeros))))
-            (refuse text " is no mask: in a mask all ones stand in front of all zeros"))
+            (refuse text " is not a mask: in a mask all ones precede all zeros"))
         (- 32 (integer-length zeros)))
       (let ((length (short-number text 2)))
         (if (and length (<= length 32))
@@ -113,7 +113,7 @@
          (network (block-network block)))
     (if (= network (block-address block))
         block
-        (refuse (block-text block) " has bits behind its mask; the network is "
+        (refuse (block-text block) " has bits outside its mask; the network is "
                 (block-text (make-block network (block-length block)))))))
 
 (define (block-network block)
@@ -243,7 +243,7 @@
 (define (check-digest text)
   (if (and (= (string-length text) 16) (string-every char-set:hex-digit text))
       (string-downcase text)
-      (refuse (quoted text) " is no digest, 16 digits from 0 to f")))
+      (refuse (quoted text) " is not a digest, 16 digits from 0 to f")))
 
 (define (set-user! name privilege digest)
   (set-entry! 'users (name-of "a user" name)
@@ -353,7 +353,7 @@
 (define (side-of texts)
   (cond ((not (string-ci=? (first texts) "any")) (network-of texts 32))
         ((null? (cdr texts)) any-block)
-        (else (refuse "\"any\" takes no mask"))))
+        (else (refuse "\"any\" has no mask"))))
 
 (define (port-of number) (within "a port" 0 number 65535))
 
@@ -429,7 +429,7 @@
 (define (in-pool address)
   (if (in-block? (pool-network) address)
       address
-      (refuse (address-text address) " lies outside the pool's network, "
+      (refuse (address-text address) " is outside the pool's network, "
               (block-text (pool-network)))))
 
 (define (set-pool-network! texts)
@@ -438,7 +438,7 @@
         (gateway (of (this) 'gateway)))
     (for-each (lambda (address)
                 (if (not (in-block? network address))
-                    (refuse (address-text address) " of this pool lies outside "
+                    (refuse (address-text address) " of this pool is outside "
                             (block-text network) "; change it first")))
               (append (if range (list (car range) (cdr range)) '())
                       (if gateway (list gateway) '())))
@@ -544,7 +544,7 @@
                       (and (= (string-length part) width) (short-number part width)))
                     parts widths))
         (map string->number parts)
-        (refuse (quoted text) " will not do; write it like " example))))
+        (refuse (quoted text) " is invalid; expected a form like " example))))
 
 (define (set-clock! date-text time-text)
   (let ((date (numbers-of date-text #\- '(4 2 2) "2024-05-31"))

@@ -27,13 +27,13 @@
 (define a-whole 3)
 
 (define words (make-hash-table)) ; name -> (id value explanation)
-(define forms (make-hash-table)) ; each text that stands for a word -> the word's name
+(define forms (make-hash-table)) ; each text of a word -> the word's name
 
 ;; Checks that each form belongs to one word only. The dictionary does not always report a conflict:
 ;; the short form of a longer word can hide the full name of a shorter one.
 (define (claim! form name)
   (let ((owner (hash-ref forms form)))
-    (if owner (error "two words answer to one text:" form owner name))
+    (if owner (error "two words have the same text:" form owner name))
     (hash-set! forms form name)))
 
 (define (check-id id name)
@@ -76,72 +76,72 @@
 
 (for-each
  (lambda (row) (apply word row))
- '(("access" "ac" "access lists, which say what may pass")
+ '(("access" "ac" "access lists, which permit or deny packets")
    ("address" "addr" "the address of the interface")
    ("all" "all" "all ports")
-   ("auto" "au" "agreed upon with the other side")
-   ("banner" "ba" "the text that greets at the start")
-   ("cancel" "can" "gives up the command that is half typed")
+   ("auto" "au" "negotiated with the other side")
+   ("banner" "ba" "the text printed at the start")
+   ("cancel" "can" "drops the unfinished command")
    ("clock" "clo" "date and time")
    ("configure" "conf" "changes the settings")
    ("contact" "con" "whom to ask about the device")
    ("copy" "cop" "copies one configuration over another")
-   ("deny" "den" "does not let it pass")
+   ("deny" "den" "rejects a packet")
    ("description" "desc" "what the interface is for")
-   ("dhcp" "dh" "pools of addresses that are given out")
-   ("discard" "disc" "throws the packets away")
+   ("dhcp" "dh" "pools of addresses for clients")
+   ("discard" "disc" "drops the packets")
    ("dns" "dn" "names of machines")
    ("domain" "dom" "the domain of this device")
-   ("duplex" "dup" "whether both sides may speak at once")
+   ("duplex" "dup" "whether both sides may send at once")
    ("end" "en" "back to the outermost mode")
-   ("erase" "era" "forgets a configuration")
-   ("established" "est" "packets that answer others only")
+   ("erase" "era" "erases a configuration")
+   ("established" "est" "packets of established connections only")
    ("exit" "ex" "back by one mode")
-   ("forwarding" "forw" "passing packets on between interfaces")
+   ("forwarding" "forw" "forwarding packets between interfaces")
    ("full" "fu" "both sides at once")
-   ("gateway" "gate" "the way out that clients are told")
+   ("gateway" "gate" "the default gateway of the clients")
    ("half" "ha" "one side at a time")
    ("help" "he" "lists the commands of this mode")
-   ("helper" "helper" "where requests for addresses are passed on to")
+   ("helper" "helper" "the server to which DHCP requests are forwarded")
    ("hostname" "ho" "the name of this device")
    ("http" "ht" "the web page of the device")
    ("icmp" "ic" "ICMP, ping and the like")
    ("in" "in" "packets that come in")
    ("interface" "int" "the interfaces")
    ("ip" "ip" "addresses and routes, or: all protocols")
-   ("lease" "lea" "for how long an address is given out")
+   ("lease" "lea" "how long a client may use an address")
    ("level" "lev" "how much is logged")
    ("lists" "lis" "all access lists")
-   ("location" "loc" "where the device stands")
-   ("logging" "log" "what is told to other machines")
-   ("lookup" "look" "asking for the addresses of names")
+   ("location" "loc" "where the device is")
+   ("logging" "log" "log messages and the hosts that receive them")
+   ("lookup" "look" "whether names are looked up by DNS")
    ("mtu" "mt" "the size of the largest packet")
-   ("no" "no" "takes a setting away, or answers a question")
-   ("ntp" "nt" "machines that know the time")
+   ("no" "no" "removes a setting, or answers a question")
+   ("ntp" "nt" "time servers")
    ("out" "ou" "packets that go out")
-   ("permit" "pe" "lets it pass")
-   ("range" "ran" "the addresses that are given out")
-   ("read" "rea" "may look")
-   ("reload" "rel" "starts the device anew")
+   ("permit" "pe" "accepts a packet")
+   ("range" "ran" "the addresses for clients")
+   ("read" "rea" "read access")
+   ("reload" "rel" "restarts the device")
    ("renumber" "ren" "numbers the rules 10, 20, 30 and so on")
-   ("route" "ro" "the ways to other networks")
-   ("running" "ru" "the configuration in force")
+   ("route" "ro" "routes to other networks")
+   ("running" "ru" "the present configuration")
    ("secondary" "sec" "further addresses of the interface")
    ("service" "ser" "what the device offers: http, ssh, telnet")
    ("show" "sh" "shows settings and state")
-   ("shutdown" "shut" "takes the interface out of use")
-   ("snmp" "sn" "questions by machines that watch over others")
-   ("speed" "sp" "megabits in a second")
+   ("shutdown" "shut" "disables the interface")
+   ("snmp" "sn" "access for network management")
+   ("speed" "sp" "megabits per second")
    ("ssh" "ss" "the secure shell")
-   ("startup" "st" "the configuration that a reload brings back")
+   ("startup" "st" "the configuration after a reload")
    ("tcp" "tc" "TCP, connections")
-   ("telnet" "tel" "the shell that is not secure")
-   ("terminal" "t" "from here, by typing")
-   ("test" "tes" "asks what would become of a packet")
+   ("telnet" "tel" "the shell without encryption")
+   ("terminal" "t" "from this terminal")
+   ("test" "tes" "tests a packet against a list")
    ("udp" "ud" "UDP, single packets")
    ("user" "u" "who may use the device")
    ("version" "ve" "what this device is")
-   ("write" "w" "saves the settings, or: may change them")
+   ("write" "w" "saves the settings, or: write access")
    ("yes" "y" "answers a question")
    ("zone" "zo" "the time zone")))
 
@@ -154,26 +154,26 @@
  (lambda (row) (apply value-word row))
  `(("address:" "addr:" "ADDRESS/LENGTH" "the address and its network: 10.0.0.1/24" ,a-text)
    ("at:" "at:" "NUMBER" "the number of the rule that follows" ,a-whole)
-   ("banner:" "ban:" "TEXT" "the text that greets at the start" ,a-text)
-   ("community:" "com:" "TEXT" "the word that lets others ask" ,a-text)
+   ("banner:" "ban:" "TEXT" "the text printed at the start" ,a-text)
+   ("community:" "com:" "TEXT" "the community name" ,a-text)
    ("contact:" "con:" "TEXT" "whom to ask about the device" ,a-text)
    ("date:" "dat:" "YYYY-MM-DD" "the date" ,a-text)
    ("description:" "desc:" "TEXT" "what the interface is for" ,a-text)
    ("digest:" "dig:" "DIGITS" "a secret, as `show running` writes it" ,a-text)
-   ("distance:" "dist:" "NUMBER" "how far it is; the smaller one wins" ,a-whole)
+   ("distance:" "dist:" "NUMBER" "the distance; the smallest is used" ,a-whole)
    ("domain:" "dom:" "NAME" "the name of the domain" ,a-text)
    ("ethernet:" "eth:" "NUMBER" "an Ethernet port, 0 to 3" ,a-whole)
    ("file:" "fil:" "NAME" "a file" ,a-text)
-   ("from:" "fr:" "NETWORK" "where it comes from: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
-   ("gateway:" "gate:" "ADDRESS" "the way out that clients are told" ,a-text)
-   ("helper:" "hel:" "ADDRESS" "where requests for addresses are passed on to" ,a-text)
-   ("host:" "ho:" "ADDRESS" "a machine that is told" ,a-text)
+   ("from:" "fr:" "NETWORK" "the source: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
+   ("gateway:" "gate:" "ADDRESS" "the default gateway of the clients" ,a-text)
+   ("helper:" "hel:" "ADDRESS" "the server to which DHCP requests are forwarded" ,a-text)
+   ("host:" "ho:" "ADDRESS" "a host that receives log messages" ,a-text)
    ("hostname:" "hostn:" "NAME" "the name of this device" ,a-text)
    ("in:" "in:" "LIST" "an access list for packets that come in" ,a-text)
-   ("lease:" "lea:" "HOURS" "for how long an address is given out" ,a-whole)
+   ("lease:" "lea:" "HOURS" "how long a client may use an address" ,a-whole)
    ("level:" "lev:" "NUMBER" "how much is logged, 0 to 7" ,a-whole)
    ("list:" "lis:" "NAME" "an access list" ,a-text)
-   ("location:" "loc:" "TEXT" "where the device stands" ,a-text)
+   ("location:" "loc:" "TEXT" "where the device is" ,a-text)
    ("loopback:" "loo:" "NUMBER" "an address of the device itself, 0 to 99" ,a-whole)
    ("mtu:" "mt:" "BYTES" "the size of the largest packet" ,a-whole)
    ("name:" "na:" "NAME" "a user" ,a-text)
@@ -183,16 +183,16 @@
    ("port:" "port:" "NUMBER" "one port" ,a-whole)
    ("ports:" "ports:" "FIRST, LAST" "all ports between two" ,a-whole ,a-whole)
    ("privilege:" "priv:" "NUMBER" "how much the user may, 0 to 15" ,a-whole)
-   ("range:" "ran:" "FIRST, LAST" "the addresses that are given out" ,a-text ,a-text)
+   ("range:" "ran:" "FIRST, LAST" "the addresses for clients" ,a-text ,a-text)
    ("remark:" "rem:" "TEXT" "a note among the rules" ,a-text)
    ("route:" "ro:" "NETWORK/LENGTH" "a network, or in `show` an address in it" ,a-text)
    ("secondary:" "sec:" "ADDRESS/LENGTH" "a further address of the interface" ,a-text)
-   ("secret:" "secr:" "TEXT" "what the user has to know" ,a-text)
-   ("server:" "ser:" "ADDRESS" "a machine that answers" ,a-text)
-   ("speed:" "sp:" "NUMBER" "megabits in a second: 10, 100, 1000" ,a-whole)
+   ("secret:" "secr:" "TEXT" "the password of the user" ,a-text)
+   ("server:" "ser:" "ADDRESS" "the address of a server" ,a-text)
+   ("speed:" "sp:" "NUMBER" "megabits per second: 10, 100, 1000" ,a-whole)
    ("time:" "ti:" "HH:MM:SS" "the time of day" ,a-text)
-   ("to:" "to:" "NETWORK" "where it goes: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
-   ("via:" "vi:" "ADDRESS" "the next router on the way" ,a-text)
+   ("to:" "to:" "NETWORK" "the destination: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
+   ("via:" "vi:" "ADDRESS" "the next router" ,a-text)
    ("vlan:" "vl:" "NUMBER" "a virtual network, 1 to 4094" ,a-whole)
    ("zone:" "zo:" "NAME, HOURS" "the time zone, hours ahead of UTC" ,a-text ,a-whole)))
 
@@ -270,11 +270,11 @@
    (command "configure terminal" "(enter! 'config)" "changes the settings")
    (command "copy running file:" "(save-configuration (arg -1))" "writes the settings to a file")
    (command "copy running startup" "(save!)" "saves the settings for the next start")
-   (command "copy startup running" "(restore!)" "takes the saved settings back")
-   (command "erase startup" "(ask-to-erase!)" "forgets what was saved; asks")
+   (command "copy startup running" "(restore!)" "restores the saved settings")
+   (command "erase startup" "(ask-to-erase!)" "erases the saved settings; asks")
    (command "exit" "(refuse \"this is the outermost mode; the end of the input ends the session\")"
             #f)
-   (command "reload" "(ask-to-reload!)" "starts the device anew; asks")
+   (command "reload" "(ask-to-reload!)" "restarts the device; asks")
    (verdict-command "icmp" #f)
    (verdict-command "tcp" #t)
    (verdict-command "udp" #t)
@@ -323,37 +323,37 @@
             "sends packets for a network on")
    (command "logging host:" "(include! 'log-hosts (host-of (arg -1)))" "logs to a machine")
    (command "logging level:" "(set-to! 'log-level (within \"a level\" 0 (arg -1) 7))"
-            "says how much is logged")
+            "sets how much is logged")
    (command "ntp server:" "(include! 'ntp (host-of (arg -1)))" "adds a server for the time")
    (command "service http" "(include! 'services \"http\")" "offers the web page")
    (command "service ssh" "(include! 'services \"ssh\")" "offers the secure shell")
-   (command "service telnet" "(include! 'services \"telnet\")" "offers the other shell")
-   (command "snmp community: read" "(set-community! (arg -2) \"read\")" "lets others look")
-   (command "snmp community: write" "(set-community! (arg -2) \"write\")" "lets others change")
-   (command "snmp contact:" "(set-to! 'contact (note-of (arg -1)))" "says whom to ask")
-   (command "snmp location:" "(set-to! 'location (note-of (arg -1)))" "says where it stands")
+   (command "service telnet" "(include! 'services \"telnet\")" "offers telnet")
+   (command "snmp community: read" "(set-community! (arg -2) \"read\")" "gives read access")
+   (command "snmp community: write" "(set-community! (arg -2) \"write\")" "gives write access")
+   (command "snmp contact:" "(set-to! 'contact (note-of (arg -1)))" "sets whom to ask")
+   (command "snmp location:" "(set-to! 'location (note-of (arg -1)))" "sets where the device is")
    (command "user name: privilege: digest:"
             "(set-user! (arg 1) (arg 2) (check-digest (arg 3)))" "the same, from a listing")
    (command "user name: privilege: secret:"
             "(set-user! (arg 1) (arg 2) (digest-of (arg 1) (secret-of (arg 3))))"
-            "lets somebody use the device")
+            "adds a user")
    (step "user name: privilege:" "(ask-about-privilege! (arg 1) (arg 2))")
 
    (command "no access list:" "(ask-to-drop-list! (arg -1))" "drops a list; asks if it is used")
-   (command "no banner" "(set-to! 'banner #f)" "greets nobody")
+   (command "no banner" "(set-to! 'banner #f)" "removes the banner")
    (command "no clock zone" "(set-to! 'zone '(\"UTC\" 0))" "back to UTC")
    (command "no dhcp pool:" "(drop-named! 'pools \"pool\" (arg -1))" "drops a pool")
-   (command "no dns lookup" "(set-to! 'lookup #f)" "does not ask for names")
+   (command "no dns lookup" "(set-to! 'lookup #f)" "does not look names up")
    (command "no dns server:" "(exclude! 'dns (host-of (arg -1)) (arg -1))" "drops a server")
-   (command "no domain" "(set-to! 'domain #f)" "has no domain")
+   (command "no domain" "(set-to! 'domain #f)" "removes the domain")
    (command "no hostname" "(rename! \"router\")" "is called router again")
    (command "no interface loopback:" "(drop-interface! 'loopback (arg -1))" "drops a loopback")
    (command "no interface vlan:" "(drop-interface! 'vlan (arg -1))" "drops a virtual network")
-   (command "no ip forwarding" "(set-to! 'forwarding #f)" "passes nothing on")
+   (command "no ip forwarding" "(set-to! 'forwarding #f)" "forwards nothing")
    (command "no ip route:" "(drop-routes! (block -1))" "drops the routes to a network")
    (command "no logging host:" "(exclude! 'log-hosts (host-of (arg -1)) (arg -1))"
-            "logs there no more")
-   (command "no logging level" "(set-to! 'log-level 6)" "logs as at first")
+            "stops logging to that host")
+   (command "no logging level" "(set-to! 'log-level 6)" "restores the default level")
    (command "no ntp server:" "(exclude! 'ntp (host-of (arg -1)) (arg -1))" "drops a server")
    (command "no service http" "(exclude! 'services \"http\" \"http\")" "stops offering it")
    (command "no service ssh" "(exclude! 'services \"ssh\" \"ssh\")" "stops offering it")
@@ -366,29 +366,29 @@
 
 (define interface-commands
   (list
-   (command "access in:" "(attach-list! 'in (arg -1))" "a list for what comes in")
-   (command "access out:" "(attach-list! 'out (arg -1))" "a list for what goes out")
-   (command "description:" "(set-here! 'description (note-of (arg -1)))" "says what it is for")
-   (command "duplex auto" "(set-duplex! \"auto\")" "agrees with the other side")
+   (command "access in:" "(attach-list! 'in (arg -1))" "a list for incoming packets")
+   (command "access out:" "(attach-list! 'out (arg -1))" "a list for outgoing packets")
+   (command "description:" "(set-here! 'description (note-of (arg -1)))" "sets the description")
+   (command "duplex auto" "(set-duplex! \"auto\")" "negotiates with the other side")
    (command "duplex full" "(set-duplex! \"full\")" "both sides at once")
    (command "duplex half" "(set-duplex! \"half\")" "one side at a time")
-   (command "ip address:" "(set-address! (block -1))" "gives it its address")
-   (command "ip helper:" "(set-here! 'helper (host-of (arg -1)))" "passes DHCP requests on")
-   (command "ip secondary:" "(add-secondary! (block -1))" "gives it a further address")
+   (command "ip address:" "(set-address! (block -1))" "sets the address")
+   (command "ip helper:" "(set-here! 'helper (host-of (arg -1)))" "forwards DHCP requests")
+   (command "ip secondary:" "(add-secondary! (block -1))" "adds an address")
    (command "mtu:" "(set-here! 'mtu (within \"an MTU\" 68 (arg -1) 9216))"
             "sets the largest packet")
-   (command "shutdown" "(set-here! 'up #f)" "takes it out of use")
-   (command "speed auto" "(set-speed! \"auto\")" "agrees with the other side")
+   (command "shutdown" "(set-here! 'up #f)" "disables the interface")
+   (command "speed auto" "(set-speed! \"auto\")" "negotiates with the other side")
    (command "speed:" "(set-speed! (arg -1))" "sets the speed")
 
-   (command "no access in" "(set-here! 'in #f)" "lets all come in")
-   (command "no access out" "(set-here! 'out #f)" "lets all go out")
-   (command "no description" "(set-here! 'description #f)" "says nothing")
-   (command "no ip address" "(clear-address!)" "has no address")
-   (command "no ip helper" "(set-here! 'helper #f)" "passes no requests on")
+   (command "no access in" "(set-here! 'in #f)" "accepts all incoming packets")
+   (command "no access out" "(set-here! 'out #f)" "accepts all outgoing packets")
+   (command "no description" "(set-here! 'description #f)" "removes the description")
+   (command "no ip address" "(clear-address!)" "removes the address")
+   (command "no ip helper" "(set-here! 'helper #f)" "forwards no requests")
    (command "no ip secondary:" "(drop-secondary! (block -1))" "drops a further address")
    (command "no mtu" "(set-here! 'mtu 1500)" "back to 1500")
-   (command "no shutdown" "(set-here! 'up #t)" "puts it into use")))
+   (command "no shutdown" "(set-here! 'up #t)" "enables the interface")))
 
 ;; What can follow a protocol: the words, the code for the ports, and the index of `to:` from the
 ;; end.
@@ -397,7 +397,7 @@
     (" port:" "(port-range (list (arg -1) (arg -1)))" -2 "one port")
     (" ports:" "(port-range (args -1 2))" -2 "some ports")))
 (define tcp-endings
-  (append port-endings '((" established" "'established" -2 "answers only"))))
+  (append port-endings '((" established" "'established" -2 "established connections only"))))
 (define no-ending '(("" "#f" -1 "")))
 
 (define (rule-command front number action protocol ending)
@@ -408,9 +408,8 @@
                     " (side-of (block " (1- to) ")) (side-of (block " to ")) " (second ending)
                     ")"))
      (and (string-null? front)
-          (string-append (if (string=? action "permit") "lets " "keeps ")
+          (string-append (if (string=? action "permit") "accepts " "rejects ")
                          (if (string=? protocol "ip") "everything" (string-upcase protocol))
-                         (if (string=? action "permit") " through" " out")
                          (if (string-null? (fourth ending)) "" ", ")
                          (fourth ending))))))
 
@@ -430,7 +429,7 @@
    (rule-commands "at: " "(arg 0)")
    (list
     (command "at: remark:" "(add-rule! (arg 0) 'remark (note-of (arg -1)) #f #f #f)"
-             "at: NUMBER goes in front of a rule to give it its place")
+             "at: NUMBER before a rule sets its number")
     (command "remark:" "(add-rule! #f 'remark (note-of (arg -1)) #f #f #f)" "adds a note")
     (command "renumber" "(renumber!)" "numbers the rules by tens")
     (command "no at:" "(drop-rule! (arg -1))" "drops a rule"))))
@@ -438,20 +437,20 @@
 (define pool-commands
   (list
    (command "domain:" "(set-here! 'domain (name-of \"a domain\" (arg -1)))"
-            "the domain that clients are told")
+            "the domain of the clients")
    (command "gateway:" "(set-here! 'gateway (in-pool (host-of (arg -1))))"
-            "the way out that they are told")
+            "the default gateway of the clients")
    (command "lease:" "(set-here! 'lease (within \"a lease\" 1 (arg -1) 8760))"
-            "for how long they have an address")
-   (command "network:" "(set-pool-network! (block -1))" "the network; say this first")
-   (command "range:" "(set-pool-range! (args -1 2))" "the addresses that are given out")
+            "how long a client may use an address")
+   (command "network:" "(set-pool-network! (block -1))" "the network; set it first")
+   (command "range:" "(set-pool-range! (args -1 2))" "the addresses for clients")
    (command "server:" "(add-pool-server! (arg -1))" "a name server for the hosts")
 
    (command "no domain" "(set-here! 'domain #f)" "removes the domain")
    (command "no gateway" "(set-here! 'gateway #f)" "removes the gateway")
    (command "no lease" "(set-here! 'lease 24)" "back to a day")
    (command "no range" "(set-here! 'range #f)" "removes the range")
-   (command "no server:" "(drop-pool-server! (arg -1))" "tells that server no more")))
+   (command "no server:" "(drop-pool-server! (arg -1))" "removes a server")))
 
 (define (set-zone! values)
   (set-to! 'zone (list (name-of "a time zone" (first values))
@@ -500,7 +499,7 @@
 ;;; all modes, and code that refuses commands of other modes; but completion, `?` and the message
 ;;; about an unexpected word use the syntax, and would offer words that are then refused.
 ;;;
-;;; Setting a syntax discards the half-typed command and all frames, which does no harm here, since
+;;; Setting a syntax discards the unfinished command and all frames, which does no harm here, since
 ;;; a mode changes only at the end of a command. It also removes the words that work anywhere, so
 ;;; they are declared again each time.
 
@@ -555,14 +554,14 @@
 ;;; 4. Questions ---------------------------------------------------------------------------------
 ;;;
 ;;; A question pushes a frame: what is typed next is a new command, and the one that asked waits
-;;; below, half typed or finished. Priorities ensure that only an answer can come in between: each
+;;; below, unfinished or complete. Priorities ensure that only an answer can come in between: each
 ;;; command can be interrupted only by commands of a priority up to 10, which are the two answers.
 ;;; Anything else is refused, and the question stays open.
 
 (define (priority-of name)
   (if (member name '("yes" "no")) (clui-priority 10 10) (clui-priority 127 10)))
 
-(define question #f) ; (procedure of the answer . whether a half-typed command waits)
+(define question #f) ; (procedure of the answer . whether a unfinished command waits)
 
 (define (ask! text half-typed? then)
   (say text " (yes or no)")
@@ -570,7 +569,7 @@
   (clui-push parser))
 
 ;; The frame of a finished command is reset here, because the question left it as it was. After a
-;; `no`, a half-typed one is discarded as well.
+;; `no`, an unfinished one is discarded as well.
 (define (answer! yes?)
   (if (not question) (refuse "there is no question to answer"))
   (let ((then (car question))
@@ -666,7 +665,7 @@
                        (cons (string-join (map explained (row-words row)) " ") (row-help row))))
                 (assq-ref modes mode))
     '(("?" . "lists the words that can come next, also within a command")
-      ("cancel" . "gives up a half-typed command")
+      ("cancel" . "drops an unfinished command")
       ("help" . "this list")))))
 
 ;;; 6. In a terminal -----------------------------------------------------------------------------
@@ -681,7 +680,7 @@
 
 (define (escape!)
   (terminal-drop-word)
-  (cond (question (terminal-take-back parser) ; what is half read instead of an answer
+  (cond (question (terminal-take-back parser) ; an open token instead of an answer
                   (answer! #f))
         (else (terminal-give-up parser))))
 
