@@ -3,20 +3,18 @@
 #ifndef PROGRAM_TERMINAL_CLUITERMINALPROCEDURES_H_
 #define PROGRAM_TERMINAL_CLUITERMINALPROCEDURES_H_
 
-// Binds the procedures below and runs the prelude, which declares the keys. Without a session they
-// do nothing, and those that return something return #f, or a null handle for the field. P is a
-// parser, WORD the word being typed. REQUIRES: the engine has been started.
+// Binds the procedures below and runs the prelude, which declares the keys. Without a session,
+// those that concern it do nothing and return #f; terminal-empty? returns #t and terminal-field a
+// null handle. P is a parser, WORD the word being typed. REQUIRES: the engine has been started.
 //
 //   (terminal-field)              the field of the terminal
 //   (terminal-print TEXT)         prints TEXT above the line being typed
 //   (terminal-prompt READY OPEN)  sets the prompts: without and with an unfinished command
 //   (terminal-leave)              ends the session
-//   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is
-//   the
-//                                 only word that matches; #f when no word matches
-//   (terminal-list P WORD)        lists the words that can come next and begin with WORD, as many
-//   as
-//                                 fit into the window; #f when there are none
+//   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is a
+//                                 word and no other one matches; #f when no word matches
+//   (terminal-list P WORD)        lists the words that can come next and begin with WORD, up to the
+//                                 height of the window; #f when there are none
 //   (terminal-older WORD)         the previous line of the history, or #f; stores WORD as the last
 //   (terminal-newer)              the next line of the history, or #f
 //   (terminal-give-up P)          drops the unfinished command, or the frame when there is none

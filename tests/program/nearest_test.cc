@@ -1,4 +1,4 @@
-// Suggestions for an unknown word.
+// The filter of the words that are suggested for an unknown one.
 
 #include <gtest/gtest.h>
 
@@ -8,28 +8,6 @@
 #include "tests/program/OpenEncoding.h"
 
 namespace {
-
-TEST(Nearest, SuggestsTheMostSimilarWord) {
-  const std::vector<std::wstring> words = {L"lime",       L"a",    L"line:", L"lane:", L"radius:",
-                                           L"rectangle:", L"rage", L"lanez", L"lens:"};
-  const wchar_t* const rows[][2] = {
-      {L"line", L"line:"},
-      {L"lnie", L"line:"},
-      {L"lien:", L"line:"},
-      {L"lxne:", L"line:"},
-      {L"b", L""},
-      {L"lxyz", L""},
-      {L"rdus:", L"radius:"},
-      {L"rextnagl:", L"rectangle:"},
-      {L"rafe", L"rage"},
-      {L"lixe:", L"line:"},  // both end in a colon
-      {L"lixe", L"lime"},
-      {L"lanes:", L"lane:"},  // allowed here, unlike "lanez" and "lens:"
-      {L"lens", L"lens:"},
-  };
-  for (const auto& [typed, nearest] : rows)
-    EXPECT_EQ(CluiNearest(typed, words, 6), nearest) << typed;
-}
 
 // The filter rejects only words that CluiNearest would not return.
 TEST(Nearest, FilterRejectsNoMatch) {
