@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Draws what a terminal shows: tmux capture-pane -p -e | docs/screen-to-svg.py COLUMNS >picture.svg
+"""Draws the screen of a terminal: tmux capture-pane -p -e | docs/screen-to-svg.py COLUMNS >picture.svg
 
-Knows the colours of the first sixteen, bold and plain. Double-byte characters take two columns.
+Supports the first sixteen colours, bold and plain. Double-byte characters have two columns.
 """
 
 import re
@@ -23,7 +23,7 @@ def width_of(text):
 
 
 def changed(style, numbers):
-    """The style (colour, whether bold) behind the numbers of a sequence."""
+    """The style (colour, whether bold) after the numbers of a sequence."""
     colour, bold = style
     for number in [int(n or 0) for n in numbers.split(";")]:
         if number == 0:
@@ -43,13 +43,13 @@ def changed(style, numbers):
 
 def runs_of(line, style):
     """Pieces of one style and of one width of character: (column, text, style)."""
-    column, place, runs = 0, 0, []
+    column, offset, runs = 0, 0, []
     ends = [(m.start(), m.end(), m.group(1)) for m in SEQUENCE.finditer(line)]
     for start, end, numbers in ends + [(len(line), len(line), None)]:
-        for piece in re.findall(r"[ -~]+|[^ -~]", line[place:start]):
+        for piece in re.findall(r"[ -~]+|[^ -~]", line[offset:start]):
             runs.append((column, piece, style))
             column += width_of(piece)
-        place = end
+        offset = end
         if numbers is not None:
             style = changed(style, numbers)
     return runs, style

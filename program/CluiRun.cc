@@ -229,7 +229,7 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   diagnostics_.offered();
   if (CluiInterrupted()) {
     reading_.parser()->pausePlayback();
-    // A line that is played directly is finished.
+    // pausePlayback() lets the current line of a recording finish. A fed line is dropped here.
     if (reading_.line().number() > 0) {
       reading_.parser()->exhaust();
       return YcluiTokenDrop;
