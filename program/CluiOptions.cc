@@ -20,7 +20,7 @@ without a FILE, input is read as it is typed, word by word.
       --encoding NAME
                      encoding of files, standard input and messages; any
                      superset of ASCII that iconv knows (default: UTF-8)
-      --log FILE     record every word that is read in FILE, overwriting it
+      --log FILE     record to FILE every word that is read (overwrites it)
       --append       with --log: append to FILE instead
       --nest STYLE   how to record words of a playback: plain, as if typed
                      (default); comment, in comments; silent, not at all

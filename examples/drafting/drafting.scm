@@ -325,7 +325,7 @@
   (change-setting! set-settings-align (choice-of "alignment" name '("left" "middle" "right"))))
 
 ;; A group pushes a frame: the words that follow start new commands, even when a command below is
-;; half typed. `done` pops the frame, and the command below continues. Both frames use the same
+;; unfinished. `done` pops the frame, and the command below continues. Both frames use the same
 ;; syntax, so `done` is an ordinary command.
 (define (open-group! parser name x y)
   (enter-group! name x y)

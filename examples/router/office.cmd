@@ -26,7 +26,7 @@ snmp community: "watch \$ee" read   # a "$" before a "{" would start a variable 
 snmp community: tools write
 user name: ana privilege: 15 secret: "correct horse"
 user name: ben privilege: 5 secret: "battery staple"
-user name: eve privilege: 1 cancel  # half typed, then discarded
+user name: eve privilege: 1 cancel  # unfinished, then discarded
 
 # --- Access lists: rules are tried in the order of their numbers.
 access list: outside

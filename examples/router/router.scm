@@ -561,11 +561,11 @@
 (define (priority-of name)
   (if (member name '("yes" "no")) (clui-priority 10 10) (clui-priority 127 10)))
 
-(define question #f) ; (procedure of the answer . whether a unfinished command waits)
+(define question #f) ; (procedure of the answer . whether an unfinished command waits)
 
-(define (ask! text half-typed? then)
+(define (ask! text unfinished? then)
   (say text " (yes or no)")
-  (set! question (cons then half-typed?))
+  (set! question (cons then unfinished?))
   (clui-push parser))
 
 ;; The frame of a finished command is reset here, because the question left it as it was. After a
@@ -577,7 +577,7 @@
     (set! question #f)
     (clui-pop parser)
     (if (not goes-on?) (clui-reset parser))
-    (if yes? (then) (say "left as it was"))))
+    (if yes? (then) (say "nothing was changed"))))
 
 (define (ask-to-reload!)
   (ask! (if (saved?) "Reload?" "There are changes that were not saved. Reload all the same?")
