@@ -4,6 +4,10 @@
 #define FOUNDATION_YBLOCKPOOL_H_
 
 #include <cstddef>
+#include <new>
+
+#include "foundation/YMemory.h"
+#include "foundation/YPooled.h"
 
 // Allocates blocks of one size from slabs. The blocks are adjacent, without the headers that malloc
 // adds, and in the order of allocation, so that reading many objects touches fewer cache lines. A
@@ -43,5 +47,23 @@ class YBlockPool {
   bool addSlab();
   void releaseAll();
 };
+
+template <class T>
+constinit YBlockPool YPoolOf(sizeof(T));
+
+template <class T>
+void* YPooled<T>::operator new(std::size_t size) {
+  return YChecked(YPoolOf<T>.take(size));
+}
+
+template <class T>
+void* YPooled<T>::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return YPoolOf<T>.take(size);
+}
+
+template <class T>
+void YPooled<T>::operator delete(void* object, std::size_t size) {
+  YPoolOf<T>.give(object, size);
+}
 
 #endif  // FOUNDATION_YBLOCKPOOL_H_

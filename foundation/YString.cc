@@ -19,8 +19,6 @@ constexpr unsigned long LongestRoom = 0xFFFFFFFF;
 // an empty text.
 char NoText[1] = {'\0'};
 
-constinit YBlockPool Pool(sizeof(YString));
-
 unsigned long LengthOf(const char* text) {
   return text == nullptr ? 0 : std::strlen(text);
 }
@@ -38,6 +36,8 @@ YString& AppendInteger(YString& s, Integer value) {
 }
 
 }  // namespace
+
+template class YPooled<YString>;
 
 char YString::_out_range_rescue = '\0';
 
@@ -77,18 +77,6 @@ YString& YString::operator=(YString&& other) noexcept {
   std::swap(length, other.length);
   std::swap(capacity, other.capacity);
   return *this;
-}
-
-void* YString::operator new(std::size_t size) {
-  return YChecked(Pool.take(size));
-}
-
-void* YString::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Pool.take(size);
-}
-
-void YString::operator delete(void* string, std::size_t size) {
-  Pool.give(string, size);
 }
 
 std::uint32_t YString::writtenLength() const {

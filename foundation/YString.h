@@ -5,8 +5,8 @@
 
 #include <cstddef>
 #include <cstring>
-#include <new>
 
+#include "foundation/YPooled.h"
 #include "foundation/YTypes.h"
 
 // A growable text of bytes, NUL-terminated. Double-byte characters are two bytes of it.
@@ -16,7 +16,9 @@
 // so do copies, `index` and appending the string to another: when the NUL at `length` was
 // overwritten, the text extends to the next NUL. Running out of memory ends the process
 // (YMemory.h), so operations return 1 unless their comment says otherwise.
-class YQRT_API YString {
+//
+// Strings on the heap come from a pool, since a syntax has one for each of its commands.
+class YQRT_API YString : public YPooled<YString> {
  public:
   char* buffer;            // the text; never null, the empty text when nothing is allocated
   std::uint32_t length;    // bytes of text, as last set by an operation of this class
@@ -36,12 +38,6 @@ class YQRT_API YString {
 
   YString& operator=(const YString& other);
   YString& operator=(YString&& other) noexcept;
-
-  // Strings on the heap come from a pool, since a syntax has one for each of its commands.
-  static void* operator new(std::size_t size);
-  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-  static void* operator new(std::size_t, void* memory) noexcept { return memory; }
-  static void operator delete(void* string, std::size_t size);
 
   // Replace the text, reusing the memory when it is large enough. Null empties the string. The
   // source may be part of the string itself.

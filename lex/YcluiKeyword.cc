@@ -5,7 +5,6 @@
 
 #include "foundation/YBlockPool.h"
 #include "foundation/YErr.h"
-#include "foundation/YMemory.h"
 #include "platform/containers/YtString.h"
 
 namespace {
@@ -14,9 +13,6 @@ const char* TextOf(const void* text) {
   return text == nullptr ? "" : static_cast<const char*>(text);
 }
 
-// Plain words, of which there may be thousands, have the size of the class itself and fit the pool.
-constinit YBlockPool Pool(sizeof(YcluiKeyword));
-
 void* IdWord(std::uint32_t id, YcluiTokenType type) {
   const std::uint32_t word = (id & YcluiIdMask) | ((static_cast<std::uint32_t>(type) & 15) << 24);
   return reinterpret_cast<void*>(static_cast<std::uintptr_t>(word));
@@ -24,12 +20,14 @@ void* IdWord(std::uint32_t id, YcluiTokenType type) {
 
 }  // namespace
 
+template class YPooled<YcluiKeyword>;
+
 YcluiKeyword::YcluiKeyword(const char* name, std::uint32_t id, YcluiTokenType type)
     : YcluiKeyword(name, std::strlen(TextOf(name)) + 1, id, type) {}
 
 YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32_t id,
                            YcluiTokenType type)
-    : YAssoc(nullptr, IdWord(id, type)) {
+    : YAssoc(nullptr, IdWord(id, type)), lengthOfShortest(0), abbreviated(0) {
   char* buffer = bufferSize <= sizeof shortName ? shortName : new (std::nothrow) char[bufferSize];
   if (buffer == nullptr) {
     cluiFatal(YErrNoMemory);
@@ -40,18 +38,6 @@ YcluiKeyword::YcluiKeyword(const char* name, std::size_t bufferSize, std::uint32
   std::memcpy(buffer, TextOf(name), lengthOfName + std::size_t{1});
   Ycvl(buffer);
   key = buffer;
-}
-
-void* YcluiKeyword::operator new(std::size_t size) {
-  return YChecked(Pool.take(size));
-}
-
-void* YcluiKeyword::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Pool.take(size);
-}
-
-void YcluiKeyword::operator delete(void* record, std::size_t size) {
-  Pool.give(record, size);
 }
 
 YcluiKeyword::~YcluiKeyword() {

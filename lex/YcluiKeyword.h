@@ -4,9 +4,9 @@
 #define LEX_YCLUIKEYWORD_H_
 
 #include <cstddef>
-#include <new>
 #include <string_view>
 
+#include "foundation/YPooled.h"
 #include "foundation/YTypes.h"
 #include "foundation/YcluiLimits.h"
 #include "lex/YcluiToken.h"
@@ -16,9 +16,10 @@
 // key is the name and the value is the id with the type in bits 24 to 27.
 //
 // The YcluiWordTable of a lexer owns the records until their word is deleted; a token copies what
-// it needs. A short name is stored in the record, a longer one is allocated. When there is no
-// memory for it (YErrNoMemory), the name is empty.
-class YQRT_API YcluiKeyword : public YAssoc {
+// it needs. Records of plain words, of which there may be thousands, have the size of this class
+// and come from its pool. A short name is stored in the record, a longer one is allocated. When
+// there is no memory for it (YErrNoMemory), the name is empty.
+class YQRT_API YcluiKeyword : public YAssoc, public YPooled<YcluiKeyword> {
  public:
   // A null name is treated as empty. The second form reserves `bufferSize` bytes, at least the
   // length of the name and 1, for more text after the name.
@@ -27,11 +28,6 @@ class YQRT_API YcluiKeyword : public YAssoc {
   YcluiKeyword(const YcluiKeyword&) = delete;
   YcluiKeyword& operator=(const YcluiKeyword&) = delete;
   ~YcluiKeyword() override;
-
-  // Records come from a pool.
-  static void* operator new(std::size_t size);
-  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-  static void operator delete(void* record, std::size_t size);
 
   std::string_view nameView() const { return {name(), lengthOfName}; }
   const char* name() const { return key == nullptr ? "" : static_cast<const char*>(key); }
@@ -76,8 +72,8 @@ class YQRT_API YcluiKeyword : public YAssoc {
 
  private:
   std::uint32_t lengthOfName = 0;
-  std::uint32_t lengthOfShortest : 31 = 0;
-  std::uint32_t abbreviated : 1 = 0;
+  std::uint32_t lengthOfShortest : 31;
+  std::uint32_t abbreviated : 1;
   char shortName[24];  // holds the name, and its abbreviation, when they fit
   std::uint32_t numberInTable = 0;
 

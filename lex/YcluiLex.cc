@@ -12,13 +12,13 @@
 namespace {
 
 constexpr std::uint32_t FirstId = 5000;
-constexpr int FirstRoom = 128;
+constexpr int FirstCapacity = 128;
 
 }  // namespace
 
 YcluiLex::YcluiLex()
     : wordTable(new (std::nothrow) YcluiWordTable(FirstId)),
-      lineBuffer(FirstRoom),
+      lineBuffer(FirstCapacity),
       argIntroducers(":"),
       argSeparators(","),
       argStops(",") {
@@ -43,7 +43,7 @@ YWord YcluiLex::setString(const char* text) {
   return 1;
 }
 
-// The consumed part stays in front: where the text is exhausted, reading starts again with it.
+// The consumed part is kept, because reading an exhausted text starts again with it.
 YWord YcluiLex::putString(const char* text) {
   if (!usable()) return 0;
   const std::uint32_t offset = cursor == nullptr ? 0 : cursorOffset();
@@ -57,7 +57,7 @@ void YcluiLex::reset() {
   lineBuffer.truncate(cursorOffset());
 }
 
-// An exhausted text waits as one that has been read to its end.
+// An exhausted text is resumed at its end, so it stays exhausted.
 YWord YcluiLex::pushString(const char* text) {
   if (!usable()) return 0;
   if (bufferStack.count() >= YcluiMostSuspendedTexts) return cluiError(YErrTooDeep);
@@ -81,10 +81,10 @@ void YcluiLex::forgetOffsets() {
   firstStart = lastStart = 0;
 }
 
-YWord YcluiLex::seek() {
-  if (cursor == nullptr || *cursor == '\0') return 0;
+bool YcluiLex::seek() {
+  if (cursor == nullptr || *cursor == '\0') return false;
   cursor = SkipWhiteSpace(cursor);
-  return cursor == nullptr ? 0 : 1;
+  return cursor != nullptr;
 }
 
 std::uint32_t YcluiLex::cursorOffset() const {
@@ -98,12 +98,12 @@ char* YcluiLex::SkipWhiteSpace(char* p) {
       while (*p != '\0' && *p != '\n') ++p;
     }
     if (*p == '\0') return nullptr;
-    if (!IsWhiteSpace(*p)) return p;
+    if (!YIsWhiteSpace(*p)) return p;
   }
 }
 
 char* YcluiLex::RecoverError(char* p) {
-  while (IsWhiteSpace(*p)) ++p;
+  while (YIsWhiteSpace(*p)) ++p;
   return p;
 }
 

@@ -1,4 +1,4 @@
-// A text that waits while another one is read.
+// A text that is suspended while another one is read.
 
 #ifndef LEX_YCLUILEXBUFFER_H_
 #define LEX_YCLUILEXBUFFER_H_
@@ -7,8 +7,7 @@
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 
-// A suspended text: the whole text, the consumed part included, and how many bytes of it have been
-// read.
+// A suspended text: the whole text, the consumed part included, and the offset of the cursor.
 class YQRT_API YcluiLexBuffer {
  public:
   YcluiLexBuffer() : text_(0) {}

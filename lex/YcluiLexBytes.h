@@ -1,36 +1,29 @@
-// The bytes with a meaning of their own. Internal to the lexer.
+// The bytes that have a meaning for the lexer. Internal to the lexer.
 
 #ifndef LEX_YCLUILEXBYTES_H_
 #define LEX_YCLUILEXBYTES_H_
 
+#include "foundation/YAscii.h"
 #include "foundation/YKanji.h"
 #include "foundation/YTypes.h"
-
-constexpr bool IsWhiteSpace(char byte) {
-  return byte == ' ' || (byte >= '\t' && byte <= '\r');
-}
 
 inline bool IsQuote(char byte) {
   return byte == '"' || byte == '\'';
 }
 
-inline bool IsDigit(char byte) {
-  return byte >= '0' && byte <= '9';
-}
-
-// Whether a variable form opens at `p`.
+// Whether a variable form starts at `p`.
 inline bool OpensVariable(const char* p) {
   return p[0] == '$' && p[1] == '{';
 }
 
-// Whether the byte is one of the NUL-terminated set, which is short. The NUL is in none.
+// Whether the byte is in the NUL-terminated set, which is short. A NUL is in no set.
 inline bool IsIn(const char* set, char byte) {
   while (*set != '\0' && *set != byte) ++set;
   return *set != '\0';
 }
 
-// The bytes at which a scan has to look closer. All others stand for themselves and are passed over
-// in one go.
+// The bytes at which a scanner stops to examine the text. All others are copied as they are, so a
+// scanner skips runs of them.
 class YcluiByteSet {
  public:
   constexpr void add(char byte) { words[Index(byte) / 64] |= Bit(byte); }
@@ -38,7 +31,7 @@ class YcluiByteSet {
     for (; *bytes != '\0'; ++bytes) add(*bytes);
   }
   constexpr bool has(char byte) const { return (words[Index(byte) / 64] & Bit(byte)) != 0; }
-  char* passOthers(char* p) const {
+  char* skipOthers(char* p) const {
     while (!has(*p)) ++p;
     return p;
   }
@@ -50,8 +43,8 @@ class YcluiByteSet {
   std::uint64_t words[4] = {};
 };
 
-// What counts inside quotes, but for the quote: the end of the text, a backslash, the first byte of
-// a variable form, and bytes that may begin a character of two.
+// The special bytes inside quotes, except the quote: the NUL, the backslash, the first byte of a
+// variable form, and the lead bytes of double-byte characters.
 constexpr YcluiByteSet QuotedSpecials() {
   YcluiByteSet set;
   set.add('\0');
@@ -62,7 +55,7 @@ constexpr YcluiByteSet QuotedSpecials() {
   return set;
 }
 
-// What counts in a word: the same, and white space.
+// The special bytes of a word: the same and white space.
 constexpr YcluiByteSet WordSpecials() {
   YcluiByteSet set = QuotedSpecials();
   set.add(" \t\n\v\f\r");

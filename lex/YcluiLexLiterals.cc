@@ -1,8 +1,8 @@
 // The scanners of single literals.
 //
-// A string is scanned in runs of bytes that stand for themselves: `run` is where the present one
-// begins, and a backslash or a variable form ends it. Most strings are one run, which is taken from
-// the text as it lies there.
+// A string consists of runs of bytes that are copied unchanged: `run` is the start of the current
+// one, and a backslash or a variable form ends it. Most strings are a single run, which is used in
+// place; several runs are joined in `collected`.
 
 #include "foundation/YErr.h"
 #include "foundation/YKanji.h"
@@ -20,7 +20,7 @@ void Collect(YString& collected, const char* run, const char* end) {
   collected.concat(run, static_cast<unsigned long>(end - run));
 }
 
-// Reads a number, or answers null.
+// Returns the end of the number at `text`, or null.
 char* ReadNumber(char* text, double& number) {
   const char* end = YReadDecimal(text, number);
   return end == nullptr ? nullptr : text + (end - text);
@@ -43,30 +43,30 @@ char* YcluiLex::refuseKept(char* literal, YErrCode code) {
   return failAt(literal);
 }
 
-// The string whose last run is this one.
+// Returns the string whose last run is given.
 std::string_view YcluiLex::collect(const char* run, const char* end) {
   if (collected.length == 0) return {run, static_cast<std::size_t>(end - run)};
   Collect(collected, run, end);
   return {collected.buffer, collected.length};
 }
 
-char* YcluiLex::scanWord(char* text, std::string_view& scanned, YWord& flag,
+char* YcluiLex::scanWord(char* text, std::string_view& scanned, bool& announces,
                          const char* introducers, const char* stops) {
   YcluiByteSet special = WordBytes;
   special.add(introducers);
   special.add(stops);
-  flag = 0;
+  announces = false;
   collected.truncate(0);
   char* run = text;
   char* p = text;
-  while (flag == 0) {
-    p = special.passOthers(p);
-    if (*p == '\0' || IsIn(stops, *p) || IsWhiteSpace(*p) || OpensVariable(p)) break;
+  while (!announces) {
+    p = special.skipOthers(p);
+    if (*p == '\0' || IsIn(stops, *p) || YIsWhiteSpace(*p) || OpensVariable(p)) break;
     if (IsKanjiStart(p) != 0) {
       if (p[1] == '\0') return nullptr;
       p += 2;
     } else if (IsIn(introducers, *p)) {
-      flag = 1;
+      announces = true;
       ++p;
     } else if (*p == '\\') {
       if (p[1] == '\0') return nullptr;
@@ -84,7 +84,9 @@ char* YcluiLex::scanWord(char* text, std::string_view& scanned, YWord& flag,
 char* YcluiLex::GetUnquotedString(char* text, YAttribValue& value, YWord& flag,
                                   const char* introducers, const char* stops) {
   std::string_view scanned;
-  char* next = scanWord(text, scanned, flag, introducers, stops);
+  bool announces = false;
+  char* next = scanWord(text, scanned, announces, introducers, stops);
+  flag = announces ? 1 : 0;
   if (next == nullptr) return refuse(text, value, YErrEndOfInput);
   value.SetString(scanned.data(), scanned.size());
   return next;
@@ -98,7 +100,7 @@ char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
   bool expands = false;
   char* run = text + 1;
   char* p = run;
-  for (p = special.passOthers(p); *p != '\0' && *p != quote; p = special.passOthers(p)) {
+  for (p = special.skipOthers(p); *p != '\0' && *p != quote; p = special.skipOthers(p)) {
     if (IsKanjiStart(p) != 0) {
       p += p[1] == '\0' ? 1 : 2;
     } else if (OpensVariable(p)) {
@@ -141,7 +143,7 @@ char* YcluiLex::GetInteger(char* text, YAttribValue& value) {
   double number = 0;
   char* end = ReadNumber(text, number);
   if (end == nullptr) return refuse(text, value, YErrNotANumber);
-  return SetCutToLong(value, number) ? end : refuse(text, value, YErrOutOfRange);
+  return SetTruncated(value, number) ? end : refuse(text, value, YErrOutOfRange);
 }
 
 char* YcluiLex::GetPoint(char* text, YAttribValue& value) {

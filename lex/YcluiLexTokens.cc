@@ -11,12 +11,12 @@ YWord YcluiLex::getNextToken(YcluiToken& token) {
   if (more() == 0) return 0;
   tokenStart = cursorOffset();
   failed = cursor;
-  if (readToken(token) != 0) return 1;
+  if (readToken(token)) return 1;
   faultStart = failed - lineBuffer.buffer;
   return 0;
 }
 
-YWord YcluiLex::readToken(YcluiToken& token) {
+bool YcluiLex::readToken(YcluiToken& token) {
   if (token.underConstruction() != 0) {
     return getArgumentsOf(token, keyword(token.string()));
   }
@@ -27,27 +27,27 @@ YWord YcluiLex::readToken(YcluiToken& token) {
   if (bufferStack.isEmpty() != 0) beginExpansion();
   if (OpensVariable(cursor)) return getVariableToken(token);
 
-  YWord announces = 0;
+  bool announces = false;
   std::string_view text;
   if (isDelimiter(*cursor)) {
     text = {cursor, 1};
     ++cursor;
   } else {
     cursor = scanWord(cursor, text, announces, argIntroducers.buffer, delimiters.buffer);
-    if (cursor == nullptr) return cluiError(YErrEndOfInput);
+    if (cursor == nullptr) return cluiError(YErrEndOfInput) != 0;
   }
 
   const YcluiKeyword* record = wordTable->findInAnyCase(text);
-  if (record == nullptr) return getUnknownWord(token, text, announces != 0);
+  if (record == nullptr) return getUnknownWord(token, text, announces);
   token = *record;
   if (record->type() == YcluiTokenArgKeyword) return getArgumentsOf(token, record);
   if (record->type() == YcluiTokenAlias) {
     const std::uint32_t length = static_cast<const YcluiAlias*>(record)->aliasTextLength();
-    if (!mayReplace(length)) return cluiError(YErrTextTooLong);
+    if (!mayReplace(length)) return cluiError(YErrTextTooLong) != 0;
     word.SetString(record->aliasText());
     token.setValue(word, 1);
   }
-  return 1;
+  return true;
 }
 
 bool YcluiLex::mayReplace(std::size_t length) {
@@ -56,9 +56,9 @@ bool YcluiLex::mayReplace(std::size_t length) {
   return true;
 }
 
-YWord YcluiLex::getVariableToken(YcluiToken& token) {
+bool YcluiLex::getVariableToken(YcluiToken& token) {
   cursor = TouchVariable(cursor, word);
-  if (cursor == nullptr) return 0;
+  if (cursor == nullptr) return false;
   if (word.tag == YAttribString) {
     token.setType(YcluiTokenAlias);
     token.setID(YcluiIdAlias);
@@ -66,38 +66,37 @@ YWord YcluiLex::getVariableToken(YcluiToken& token) {
   } else {
     token.setID(YcluiIdVariable);
   }
-  return 1;
+  return true;
 }
 
-// A word that is not in the dictionary. Its type and its further arguments are those that the token
-// had before.
-YWord YcluiLex::getUnknownWord(YcluiToken& token, std::string_view text, bool announces) {
+// A word that is not in the dictionary. Type and other arguments of the token stay as they were.
+bool YcluiLex::getUnknownWord(YcluiToken& token, std::string_view text, bool announces) {
   token.setArg0(text);
   if (!announces) {
     token.setID(YcluiIdNone);
-    return 0;
+    return false;
   }
   token.setID(YcluiIdFreeWord);
   token.setNeedMore(1);
   return getArgumentsOf(token, nullptr);
 }
 
-// Reads the arguments that the word declares; a word that is not in the dictionary, or not any
-// more, declares none.
-YWord YcluiLex::getArgumentsOf(YcluiToken& token, const YcluiKeyword* record) {
+// Reads the arguments that the word declares. A word that is not, or no longer, in the dictionary
+// (null) declares none.
+bool YcluiLex::getArgumentsOf(YcluiToken& token, const YcluiKeyword* record) {
   const int wanted = record == nullptr ? 0 : record->argCount();
   const YcluiValueType* types = record == nullptr ? nullptr : record->argTypes();
   const int count = getArguments(token, static_cast<std::uint32_t>(wanted), types);
-  if (count < 0) return 0;
+  if (count < 0) return false;
   token.setArgC(static_cast<std::uint32_t>(count) + 1);
-  return 1;
+  return true;
 }
 
 int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiValueType* types) {
   const int declared = static_cast<int>(wanted);
   int n = declared != 0 ? token.argc() - 1 : 0;
   bool done = declared <= n;
-  argument.SetNull();  // a type that reads nothing leaves what is there
+  argument.SetNull();  // remains the value of an argument for whose type nothing is read
   for (;;) {
     failed = cursor;
     argumentIndex = n + 1;
@@ -107,7 +106,7 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
       return n;
     }
     noteArgument();
-    if (readArg(argument, done ? YcluiValueString : types[n]) == 0) return -1;
+    if (!readArg(argument, done ? YcluiValueString : types[n])) return -1;
     token.setValue(argument, ++n);
     afterSeparator = false;
     if (declared <= n) {
@@ -132,10 +131,10 @@ void YcluiLex::noteArgument() {
 }
 
 YWord YcluiLex::getNextArg(YAttribValue& value, YcluiValueType type) {
-  return more() == 0 ? 0 : readArg(value, type);
+  return more() != 0 && readArg(value, type) ? 1 : 0;
 }
 
-// An argument that is a variable form.
+// A string argument that is a variable form.
 char* YcluiLex::readStrVariable(YAttribValue& value) {
   char* next = GetStrVariable(cursor, value);
   if (next == nullptr) return nullptr;
@@ -145,8 +144,8 @@ char* YcluiLex::readStrVariable(YAttribValue& value) {
   return next;
 }
 
-// Reads an argument where the cursor stands on its first byte.
-YWord YcluiLex::readArg(YAttribValue& value, YcluiValueType type) {
+// Reads an argument whose first byte is at the cursor.
+bool YcluiLex::readArg(YAttribValue& value, YcluiValueType type) {
   const bool variable = OpensVariable(cursor);
   YWord flag = 0;
   switch (type) {
@@ -171,5 +170,5 @@ YWord YcluiLex::readArg(YAttribValue& value, YcluiValueType type) {
     default:
       break;
   }
-  return cursor == nullptr ? 0 : 1;
+  return cursor != nullptr;
 }

@@ -1,4 +1,4 @@
-// The forms by which a text reads and sets variables, and the variables by name.
+// Variable forms in texts, and the operations on variables by name.
 
 #include <charconv>
 #include <utility>
@@ -12,34 +12,30 @@
 
 namespace {
 
-bool IsNameByte(char byte) {
-  return IsDigit(byte) || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
-// Appends the name at `p` to `names` and answers the place of the byte that ended it. A backslash
-// in front of a byte is dropped, and also in front of the byte that ends the name.
+// Appends the name at `p` to `names` and returns the byte that ends it. A backslash before a byte
+// of the name is dropped, and so is one before the byte that ends it.
 char* ReadName(char* p, YString& names) {
   for (;; ++p) {
     if (*p == '\\') ++p;
-    if (!IsNameByte(*p)) return p;
+    if (!YIsDigit(*p) && !YIsLetter(*p)) return p;
     names << *p;
   }
 }
 
-// The code of a form that has this byte in place of a closing one.
+// The code for a form that has `byte` where a closing brace or bracket is expected.
 YErrCode UnclosedCode(char byte) {
   return byte == '\0' ? YErrEndOfInput : YErrNoClosingBrace;
 }
 
-// Sets an element, making the array longer as needed. False, and nothing happens, when it would be
-// longer than an array can be.
+// Sets an element and extends the array as needed. Returns false and changes nothing when the index
+// is too large for any array.
 bool SetElement(YcluiVariable& array, std::uint32_t index, const YAttribValue& value) {
   if (index >= YcluiMostElements) return false;
   if (index < array.elementCount()) {
     *array.element(index) = value;
     return true;
   }
-  YAttribValue kept(value);  // an element of the array would move
+  YAttribValue kept(value);  // `value` may be an element of the array, which is about to move
   array.growTo(index + 1);
   *array.element(index) = std::move(kept);
   return true;
@@ -59,17 +55,17 @@ char* YcluiLex::TouchVariable(char* text, YAttribValue& value) {
     value = *found;
     return StringifyValue(value) != 0 ? next : refuseKept(text, YErrNoText);
   }
-  settingName.assign(value.GetString());
+  assignedName.assign(value.GetString());
   next = GetVarSettingLiteral(next, value);
   if (next == nullptr) return nullptr;
-  YcluiVariable* known = variable(settingName.buffer);
+  YcluiVariable* known = variable(assignedName.buffer);
   const YWord set = known != nullptr ? SetVariable(value, *known, kind, index)
-                                     : NewVariable(value, settingName.buffer, kind, index);
+                                     : NewVariable(value, assignedName.buffer, kind, index);
   value.SetNull();
   return set != 0 ? next : failAt(text);
 }
 
-// The names of the forms that stand in each other's index lie behind one another in `names`.
+// The index of a form may contain another form, so `names` is used as a stack.
 char* YcluiLex::GetVariableLiteral(char* text, YAttribValue& value, YcluiVariableKind& kind,
                                    std::uint32_t& index) {
   const std::uint32_t start = names.length;
@@ -108,13 +104,12 @@ char* YcluiLex::GetVarSettingLiteral(char* text, YAttribValue& value) {
   if (*p == '\0') return refuse(p, value, YErrEndOfInput);
   if (OpensVariable(p)) return GetVariable(p, value);
   if (IsQuote(*p)) return GetStringLiteral(p, value, *p);
-  if (IsDigit(*p)) return GetFloat(p, value);
+  if (YIsDigit(*p)) return GetFloat(p, value);
   YWord flag = 0;
   return GetUnquotedString(p, value, flag, "", argStops.buffer);
 }
 
-// The value of the variable that `name` names. `name` becomes null, and null is returned with a
-// code when there is no such value.
+// Returns the value of the variable of that name, or null with a code. Makes `name` a null value.
 const YAttribValue* YcluiLex::valueOf(YAttribValue& name, YcluiVariableKind kind,
                                       std::uint32_t index) {
   YcluiVariable* known = variable(name.GetString());
@@ -161,7 +156,7 @@ char* YcluiLex::GetIntVariable(char* text, YAttribValue& value) {
   char* next = GetVariable(text, value);
   if (next == nullptr || value.tag == YAttribLong) return next;
   if (value.tag != YAttribDouble) return refuseKept(text, YErrNotANumber);
-  return SetCutToLong(value, value.GetDouble()) ? next : refuseKept(text, YErrOutOfRange);
+  return SetTruncated(value, value.GetDouble()) ? next : refuseKept(text, YErrOutOfRange);
 }
 
 YWord YcluiLex::NewVariable(YAttribValue& value, const char* name, YcluiVariableKind kind,
@@ -220,8 +215,8 @@ YWord YcluiLex::addVariable(const char* name, std::uint32_t count, const YAttrib
   if (known == nullptr) return variableTable->addArray(name, count, values) != nullptr ? 1 : 0;
   if (known->kind() != YcluiVariableArray) return 0;
   if (known->growTo(count) == 0) return cluiWarning(YErrOutsideArray);
-  // Elements of this array can only be given where it does not grow, and none is set before it is
-  // read.
+  // `values` may be elements of this array only if it did not grow. Each of them is read before it
+  // is set.
   for (std::uint32_t i = 0; i < count; ++i) *known->element(i) = values[i];
   return 1;
 }

@@ -9,8 +9,9 @@ set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
 # What a host may include, and what that needs.
 set(public_headers
   foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
-  foundation/YKanji.h foundation/YMemory.h foundation/YStack.h foundation/YStatus.h
-  foundation/YString.h foundation/YString_Array.h foundation/YTypes.h foundation/YcluiLimits.h
+  foundation/YKanji.h foundation/YMemory.h foundation/YPooled.h foundation/YStack.h
+  foundation/YStatus.h foundation/YString.h foundation/YString_Array.h foundation/YTypes.h
+  foundation/YcluiLimits.h
   platform/containers/YDictionary.h platform/containers/YLinkList.h platform/containers/YSet.h
   platform/engine/ScmVM.h platform/engine/ScmVMExternal.h
   platform/ui/YuiBase.h platform/ui/YuiModificationCallBack.h platform/ui/YuiTextField.h

@@ -1,4 +1,4 @@
-// A count of changes that the nodes of a graph share with what was computed from them.
+// A count of changes, shared by nodes and the caches that depend on them.
 
 #ifndef SYNTAX_YCLUICHANGECOUNT_H_
 #define SYNTAX_YCLUICHANGECOUNT_H_
@@ -7,10 +7,10 @@
 
 #include "foundation/YTypes.h"
 
-// A handle of a shared counter, or of none. Whoever keeps a result that depends on nodes makes a
-// counter and has each node that it read count its changes there; the result holds as long as the
-// count stays the same. The counter is freed with its last handle, so neither side needs to know
-// when the other one is destroyed. For one thread.
+// A handle of a shared counter, or of none. A cache makes a counter, and every node that it reads
+// counts its changes there. The cache is valid as long as the count is the same. The counter is
+// freed with its last handle, so a node may outlive the cache and the cache a node. Not
+// thread-safe.
 class YQRT_API YcluiChangeCount {
  public:
   YcluiChangeCount() = default;  // of no counter

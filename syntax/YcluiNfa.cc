@@ -1,28 +1,30 @@
 // The walker.
 //
-// Taken literally, a step pops nodes off one list, to which structural nodes add their successors
-// at the other end, and after every match it walks all paths to the end of the graph. On a graph
-// whose paths part and meet again, the number of paths, of matches and of entries in nextNodes
-// doubles with every parting. Three things keep a step linear without changing what it returns:
+// This is a simulation of a nondeterministic automaton. The simplest form of a step pops nodes off
+// one list; a structural node puts its successors at the other end of the list, and after every
+// match all paths to the end of the graph are followed. On a graph whose paths fork and join, the
+// numbers of paths, of matches and of entries in nextNodes double with every fork. Three measures
+// make a step linear and do not change its results:
 //
-// Each structural node is opened at its first visit (findMatches).
+// 1. A structural node contributes its successors at its first visit only (findMatches).
 //
-// Of a node that is visited several times among the matches, or is several times in nextNodes, only
-// the first and the last place are kept (KeepFirstAndLast). Nothing else can be observed:
-//   - The node returned is the one that was visited last of all.
-//   - A structural node is opened where it is visited first. nextNodes are read from the top, so
-//     that is its last place there.
-//   - Two matches of one node with a path to the end are more than one path, as any number above.
-//   - The places left out change nothing in later steps either. What is visited in a step are
-//     nextNodes, reversed, and a queue that depends on the order of the first openings only; the
-//     matches are picked from these, and the new nextNodes are their successor lists in a row. The
-//     first and the last place of a node in such a row are in the first and the last occurrence of
-//     some matched node, which are kept, and in the order of those.
+// 2. Of the occurrences of a node in the list of matches, and of those in nextNodes, only the first
+//    and the last are kept (KeepFirstAndLast). The others have no effect:
+//    - The node that is returned is the last match.
+//    - A structural node contributes its successors at its first visit. nextNodes is read from the
+//      top, so that is its last occurrence there.
+//    - Two matches of one node with a path to the end are more than one path already.
+//    - Later steps are the same too. A step visits nextNodes in reverse and then a queue, whose
+//      order depends only on the first visits of structural nodes. The matches are some of the
+//      visited nodes, and the new nextNodes is the concatenation of their successor lists. So the
+//      first and the last occurrence of a node in the new nextNodes come from the first or the last
+//      occurrence of a match, and those are kept in their order.
 //
-// Paths are counted up to 2, once for each node (endsAfter).
+// 3. Paths to the end are counted once for each node, and no further than 2 (endsAfter).
 //
-// What is visited in a step does not depend on the token, so the steps from one place can be cached
-// together (YcluiStepCache). Without the cache every operation returns the same, only later.
+// The nodes that a step visits do not depend on the token, so the steps of all tokens from one
+// place are cached together (YcluiStepCache). The cache changes no result. fuzz/walker_reference.cc
+// implements the simplest form, and tests compare both on random graphs.
 
 #include "syntax/YcluiNfa.h"
 
@@ -36,17 +38,19 @@
 
 namespace {
 
-// The number of a node whose paths are being counted: it is on the path that is looked at.
+// The number of a node whose paths are being counted: it is on the path that is being followed.
 constexpr std::int32_t Counting = -1;
-// More paths than this make no difference.
+// The number of paths above which counting stops.
 constexpr int MostEnds = 2;
-// Looking at so many links takes no longer than a search in a table.
+// A search through so many links takes no longer than a search in a table.
 constexpr int FewLinks = 16;
-// How far to follow nodes with one successor: more than fragments are nested, and an end to cycles.
+// The number of nodes with one successor that `here` follows. Fragments are nested less deeply, and
+// it ends a cycle.
 constexpr int MostHops = 64;
-// Lists that a large state needed while it was learned are freed, since they are not needed again.
+// Work lists that became longer than this while a state was learned are freed. The steps from a
+// cached state do not need them.
 constexpr int MostKept = 64;
-// For findMatches: nodes of all ids match.
+// For findMatches: token nodes of every id match.
 constexpr std::uint32_t AnyToken = 0;
 
 // The successor of a node with one link, null for any other.
@@ -56,21 +60,22 @@ YcluiSyntaxNode* OnlySuccessor(const YcluiSyntaxNode& node) {
   return static_cast<YcluiSyntaxNode*>(first->item());
 }
 
-// Whether the walk to the end of the graph passes the node.
+// Whether a path to the end of the graph may contain the node after its first one.
 bool IsPassable(const YcluiSyntaxNode& node) {
   return node.tokenId == 0 && node.kind != YcluiNodeClosure;
 }
 
-// Whether it is known where the step leads.
-bool HasPlaces(const YcluiCachedStep& step) {
-  return step.isSingle || (step.next != nullptr && step.next->placeCount > 0);
+// Whether the place to which the step leads is cached.
+bool LeadsToKnownPlace(const YcluiCachedStep& step) {
+  return step.isSingle || (step.next != nullptr && step.next->nodeCount > 0);
 }
 
 const char* TextOfAction(const YcluiSyntaxNode& node) {
   return node.action == nullptr ? nullptr : node.action->buffer;
 }
 
-// What the walk under way has noted. Walks neither nest nor call anybody.
+// The numbers of the nodes that the current operation has visited. It is shared by all walkers,
+// because no operation calls back or is called during another one.
 thread_local YcluiNodeNotes Notes;
 
 void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
@@ -86,7 +91,7 @@ void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
     YcluiSyntaxNode* node = nodes.at(i);
     std::int32_t& last = *Notes.find(node);
     if (last >= 0 || last == ~i) nodes.push(node);
-    if (last >= 0) last = ~last;  // the first place has been passed
+    if (last >= 0) last = ~last;  // the first occurrence is kept
   }
 }
 
@@ -108,7 +113,7 @@ YcluiSyntaxNode* YcluiNfa::indefiniteNode(const unsigned long& tokenId) const {
 }
 
 YWord YcluiNfa::reset() {
-  clearPlaces();
+  clearPlace();
   if (graph == nullptr || graph->start == nullptr) return 0;
   currentNode = graph->start;
   nextNodes.push(graph->start);
@@ -124,16 +129,16 @@ YcluiSyntaxNode* YcluiNfa::stepNext(const unsigned long& tokenId) {
   if (state == nullptr) return walk(id, nullptr);
   YcluiCachedStep* step = state->step(id);
   if (step == nullptr) return nullptr;
-  return step->ends >= 0 && HasPlaces(*step) ? take(*step) : walk(id, step);
+  return step->ends >= 0 && LeadsToKnownPlace(*step) ? follow(*step) : walk(id, step);
 }
 
 YcluiSyntaxNode* YcluiNfa::goBack(YcluiSyntaxNode* node) {
-  clearPlaces();
+  clearPlace();
   currentNode = node;
   terminated = 0;
   if (node == nullptr) return nullptr;
   if (node->tokenId != 0) {
-    behind = node;
+    predecessor = node;
   } else {
     nextNodes.pushSuccessors(*node);
     KeepFirstAndLast(nextNodes);
@@ -146,30 +151,31 @@ YcluiSyntaxNode* YcluiNfa::goBack(YcluiSyntaxNode* node) {
 
 const char* YcluiNfa::actionText(const YcluiSyntaxNode& accepted) const {
   const bool isCached =
-      taken != nullptr && taken->node == &accepted && takenGeneration == generation();
-  return isCached ? taken->action : TextOfAction(accepted);
+      lastStep != nullptr && lastStep->node == &accepted && lastGeneration == generation();
+  return isCached ? lastStep->action : TextOfAction(accepted);
 }
 
-// The order is that of one list whose top is popped and under which structural nodes put their
-// successors: first what is pushed here, then nextNodes, then the queue.
+// The order is that of a single list from whose top nodes are popped: a token node in a repeated
+// part pushes its successors on top, a structural node puts them at the bottom. Here these are
+// `pushed`, nextNodes and `queue`.
 YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   if (graph == nullptr || terminated != 0) return 0;
   YcluiSyntaxNodeStk found;
   YcluiSyntaxNodeStk pushed;
   YcluiSyntaxNodeStk queue;
-  if (behind != nullptr) {
-    depend(behind);
-    pushed.pushSuccessors(*behind);
+  if (predecessor != nullptr) {
+    dependOn(predecessor);
+    pushed.pushSuccessors(*predecessor);
   }
-  int waiting = behind != nullptr ? 0 : nextNodes.count();
-  int read = 0;
+  int unread = predecessor != nullptr ? 0 : nextNodes.count();
+  int fromQueue = 0;
   Notes.clear();
-  while (pushed.isEmpty() == 0 || waiting > 0 || read < queue.count()) {
+  while (pushed.isEmpty() == 0 || unread > 0 || fromQueue < queue.count()) {
     YcluiSyntaxNode* node = pushed.isEmpty() == 0 ? pushed.pop()
-                            : waiting > 0         ? nextNodes.at(--waiting)
-                                                  : queue.at(read++);
+                            : unread > 0          ? nextNodes.at(--unread)
+                                                  : queue.at(fromQueue++);
     if (!Notes.add(node)) continue;
-    depend(node);
+    dependOn(node);
     if (node->tokenId == 0) {
       queue.pushSuccessors(*node);
       continue;
@@ -190,39 +196,39 @@ std::uint64_t YcluiNfa::generation() const {
   return graph == nullptr ? 0 : steps().generation(graph->end);
 }
 
-// --- Places
+// --- The place
 
-void YcluiNfa::clearPlaces() {
+void YcluiNfa::clearPlace() {
   nextNodes.clear();
-  behind = nullptr;
-  taken = nullptr;
+  predecessor = nullptr;
+  lastStep = nullptr;
 }
 
 void YcluiNfa::listNext() {
-  if (behind == nullptr || nextNodes.isEmpty() == 0) return;
-  nextNodes.pushSuccessors(*behind);
+  if (predecessor == nullptr || nextNodes.isEmpty() == 0) return;
+  nextNodes.pushSuccessors(*predecessor);
   KeepFirstAndLast(nextNodes);
 }
 
-void YcluiNfa::standAfterMatches() {
-  clearPlaces();
+void YcluiNfa::moveAfterMatches() {
+  clearPlace();
   if (matchedNodes.count() == 1) {
-    behind = matchedNodes.at(0);
+    predecessor = matchedNodes.at(0);
     return;
   }
   for (int i = 0; i < matchedNodes.count(); ++i) nextNodes.pushSuccessors(*matchedNodes.at(i));
   KeepFirstAndLast(nextNodes);
 }
 
-// --- The plain walk
+// --- A step without the cache
 
-// The places are read from the top, then the queue that grows after them. Without a match the
-// walker stays where it is.
+// Visits nextNodes from the top, then workNodes as a queue to which structural nodes append their
+// successors. Does not change the place.
 void YcluiNfa::findMatches(std::uint32_t tokenId) {
   matchedNodes.clear();
   workNodes.clear();
   listNext();
-  if (behind != nullptr) depend(behind);
+  if (predecessor != nullptr) dependOn(predecessor);
   Notes.clear();
   for (int i = nextNodes.count(); i > 0; --i) visit(nextNodes.at(i - 1), tokenId);
   for (int i = 0; i < workNodes.count(); ++i) visit(workNodes.at(i), tokenId);
@@ -230,7 +236,7 @@ void YcluiNfa::findMatches(std::uint32_t tokenId) {
 }
 
 void YcluiNfa::visit(YcluiSyntaxNode* node, std::uint32_t tokenId) {
-  depend(node);
+  dependOn(node);
   if (node->tokenId == 0) {
     if (Notes.add(node)) workNodes.pushSuccessors(*node);
   } else if (node->tokenId == tokenId || tokenId == AnyToken) {
@@ -245,12 +251,13 @@ int YcluiNfa::endsAfterMatches() {
   return std::min(ends, MostEnds);
 }
 
-// The paths from the node to the end of the graph, up to MostEnds; what was counted since the notes
-// were cleared counts. Depth first: a node stays on the list below its successors, and its number
-// is worked out when it is on top again. A successor that is still Counting is then before the node
-// on the same path.
+// Returns the number of paths from the node to the end of the graph, at most MostEnds, and stores
+// the numbers of all nodes on these paths in Notes; numbers that are in Notes already are used. The
+// search is depth first: a node stays on workNodes below its successors, and its number is computed
+// when it is at the top again. A successor that is still Counting then is an earlier node of the
+// same path.
 int YcluiNfa::endsAfter(YcluiSyntaxNode* node) {
-  depend(node);
+  dependOn(node);
   if (node->kind == YcluiNodeClosure) return 0;
   workNodes.clear();
   workNodes.push(node);
@@ -258,7 +265,7 @@ int YcluiNfa::endsAfter(YcluiSyntaxNode* node) {
     YcluiSyntaxNode* top = workNodes.top();
     if (Notes.add(top, Counting)) {
       for (YcluiSuccessorIterator i(*top); i.ring != nullptr; ++i) {
-        depend(i.node());
+        dependOn(i.node());
         if (IsPassable(*i.node()) && Notes.find(i.node()) == nullptr) workNodes.push(i.node());
       }
       continue;
@@ -282,21 +289,21 @@ int YcluiNfa::sumOfEnds(const YcluiSyntaxNode& node) {
 YcluiSyntaxNode* YcluiNfa::walk(std::uint32_t tokenId, YcluiCachedStep* step) {
   findMatches(tokenId);
   if (matchedNodes.isEmpty() != 0) return nullptr;
-  YcluiSyntaxNode* answer = matchedNodes.top();
+  YcluiSyntaxNode* accepting = matchedNodes.top();
   const int ends = endsAfterMatches();
-  standAfterMatches();
+  moveAfterMatches();
   if (step != nullptr) {
     step->ends = static_cast<std::int8_t>(ends);
-    step->action = steps().keptText(TextOfAction(*answer));
-    taken = step;
+    step->action = steps().keptText(TextOfAction(*accepting));
+    lastStep = step;
   }
-  return arrive(answer, ends);
+  return arrive(accepting, ends);
 }
 
 YcluiSyntaxNode* YcluiNfa::arrive(YcluiSyntaxNode* node, int ends) {
   currentNode = node;
   if (ends > 0) terminated = 1;
-  // Last of all: the host's listener may use this walker.
+  // This comes last because a listener of the error manager may use the walker.
   if (ends > 1) cluiNote(YErrAmbiguous);
   return node;
 }
@@ -310,18 +317,19 @@ YcluiStepCache& YcluiNfa::steps() const {
   return *graph->steps_;
 }
 
-void YcluiNfa::depend(const YcluiSyntaxNode* node) const {
-  if (graph != nullptr) steps().depend(node);
+void YcluiNfa::dependOn(const YcluiSyntaxNode* node) const {
+  if (graph != nullptr) steps().dependOn(node);
 }
 
-// All places that lead on to one structural node only are that node, so that they share its state.
+// A place from which all paths lead through one structural node is identified by that node, so that
+// such places share a state.
 YcluiPlace YcluiNfa::here() const {
   const bool isNode =
-      behind != nullptr || (nextNodes.count() == 1 && nextNodes.at(0)->tokenId == 0);
+      predecessor != nullptr || (nextNodes.count() == 1 && nextNodes.at(0)->tokenId == 0);
   if (!isNode) return {nullptr, &nextNodes};
-  YcluiSyntaxNode* node = behind != nullptr ? behind : nextNodes.at(0);
+  YcluiSyntaxNode* node = predecessor != nullptr ? predecessor : nextNodes.at(0);
   for (int i = 0; i < MostHops; ++i) {
-    depend(node);
+    dependOn(node);
     YcluiSyntaxNode* next = OnlySuccessor(*node);
     if (next == nullptr || next->tokenId != 0) break;
     node = next;
@@ -329,14 +337,14 @@ YcluiPlace YcluiNfa::here() const {
   return {node, nullptr};
 }
 
-// Null where the step has to be walked.
+// Returns the cached state of the place; null when the step cannot use the cache.
 YcluiWalkState* YcluiNfa::cachedState() {
   if (graph == nullptr) return nullptr;
   YcluiStepCache& cache = steps();
   const std::uint64_t generation = cache.generation(graph->end);
-  if (takenGeneration != generation) taken = nullptr;
-  takenGeneration = generation;
-  if (taken != nullptr && taken->next != nullptr) return taken->next;
+  if (lastGeneration != generation) lastStep = nullptr;
+  lastGeneration = generation;
+  if (lastStep != nullptr && lastStep->next != nullptr) return lastStep->next;
   const YcluiPlace place = here();
   bool shouldLearn = false;
   YcluiWalkState* state = cache.find(place, shouldLearn);
@@ -349,18 +357,18 @@ YcluiWalkState* YcluiNfa::cachedState() {
       YcluiSyntaxNodeStk().swap(workNodes);
     }
   }
-  if (taken != nullptr) taken->next = state;
+  if (lastStep != nullptr) lastStep->next = state;
   return state;
 }
 
-YcluiSyntaxNode* YcluiNfa::take(YcluiCachedStep& step) {
-  clearPlaces();
-  taken = &step;
+YcluiSyntaxNode* YcluiNfa::follow(YcluiCachedStep& step) {
+  clearPlace();
+  lastStep = &step;
   if (step.isSingle) {
-    behind = step.node;
+    predecessor = step.node;
   } else {
     YcluiWalkState& next = *step.next;
-    for (std::uint32_t i = 0; i < next.placeCount; ++i) nextNodes.push(next.places()[i]);
+    for (std::uint32_t i = 0; i < next.nodeCount; ++i) nextNodes.push(next.nodes()[i]);
   }
   return arrive(step.node, step.ends);
 }

@@ -13,15 +13,16 @@ struct YcluiCachedStep;
 struct YcluiPlace;
 struct YcluiWalkState;
 
-// Takes token ids and follows every path through the graph that they allow at once, so that two
-// commands may begin with the same words and part only later. It owns neither the graph nor the
-// indefinite nodes, and a copy walks on from the same place by itself.
+// Consumes token ids and follows all paths through the graph that accept them at the same time, so
+// that several commands may begin with the same words. The place of a walker is the set of nodes
+// that it has reached; their successors can accept the next token. A walker owns neither the graph
+// nor the indefinite nodes. A copy has the same place and is independent of the original.
 //
-// Every operation is linear in the part of the graph that it reaches and does not recurse. What
-// steps have found is cached with the graph, for all walkers over it, until the graph changes:
-// where the cache has room, a step from a place that was visited twice costs one search, and
-// allocates nothing. All walkers of a process run, and all graphs that were walked are changed, in
-// one thread.
+// Every operation is linear in the part of the graph that it reaches and does not recurse. The
+// results of steps are cached with the graph, for all its walkers, until the graph changes. From
+// the third visit of a place on, a step that was made before is one search and does not allocate,
+// unless the cache is full. All walkers of a process, and all changes of graphs with walkers, must
+// be in one thread.
 class YQRT_API YcluiNfa {
  public:
   YcluiNfa() = default;
@@ -29,61 +30,63 @@ class YQRT_API YcluiNfa {
   YcluiNfa& operator=(const YcluiNfa&) = default;
   ~YcluiNfa() = default;
 
-  // Stores the graph, null for none, and resets. Returns what `reset` returns.
+  // Sets the graph, or none when null, and resets. Returns the result of `reset`.
   YWord syntaxGraph(YcluiSyntaxGraph* walked);
   YcluiSyntaxGraph* syntaxGraph() const { return graph; }
 
-  // Stores the structural node, null for none, whose successors are accepted anywhere in a line. A
-  // walk that is under way goes on.
+  // Sets the structural node whose successors are the indefinite nodes, which are accepted anywhere
+  // in a line; null for none. The place does not change.
   void setIndefiniteNode(YcluiSyntaxNode* root) { indefiniteRoot = root; }
-  // The first indefinite node for the token, or null.
+  // The first indefinite node that accepts the token, or null.
   YcluiSyntaxNode* indefiniteNode(const unsigned long& tokenId) const;
 
-  // Goes to the start of the graph and clears the termination. 0 without a graph, or with one whose
-  // nodes were moved to another: then nothing but indefinite nodes is accepted.
+  // Moves to the start of the graph and clears isTerminated. Returns 0 when there is no graph or
+  // its nodes were moved to another one; only indefinite nodes are accepted then.
   YWord reset();
 
-  // Takes a token and returns the node that accepted it; null for a refusal, which changes nothing
-  // and records no code.
+  // Consumes a token and returns the node that accepts it. Returns null when none does; then
+  // nothing changes and no code is recorded.
   //
-  // An indefinite node comes before every node of the graph and changes nothing either. Otherwise
-  // nodes are visited in this order: those at which the walker is, the one noted last first, then
-  // the successors of structural nodes, breadth first. Each structural node is opened at its first
-  // visit. Every visited node of the token's id matches, and the walk goes on after all of them;
-  // the one visited last is returned. Priorities play no part.
+  // An indefinite node takes precedence over the graph, and the place does not change. Otherwise
+  // the step visits nextNodes from the top, and then, breadth first, the successors of the
+  // structural nodes among them. A structural node contributes its successors at its first visit
+  // only. Every visited node with the token's id matches. The new place is after all matches, and
+  // the match visited last is returned. Priorities have no influence.
   //
-  // The line is terminated when a match has a token-free path to the end of the graph. Such a path
-  // neither begins at a closure member nor passes one, and goes round a cycle of plain structural
-  // nodes once. When there is more than one path in a step, YErrAmbiguous is recorded as YErrNote,
-  // last of all, and the step counts all the same.
+  // The line is terminated when a match has a path to the end of the graph that needs no token.
+  // Such a path contains no closure member, its first node included, and no node twice. When the
+  // matches of a step have more than one such path, YErrAmbiguous is recorded as YErrNote; the step
+  // is valid all the same.
   YcluiSyntaxNode* stepNext(const unsigned long& tokenId);
 
-  // Leaves the walker as if the node had just accepted a token, `isTerminated` included, and
-  // returns it. That is exact where one node matched in the step that is undone; where several did,
-  // only the paths after this one come back. The start of the graph gives what `reset` gives. Null
-  // refuses everything but indefinite nodes until the next reset or goBack.
+  // Moves to the place after the node, as if it alone had just accepted a token, and returns it.
+  // isTerminated is set accordingly. This undoes steps exactly when the node was the only match of
+  // its step; if there were others, the paths after them are lost. The start of the graph has the
+  // effect of `reset`. After null, only indefinite nodes are accepted until the next reset or
+  // goBack.
   YcluiSyntaxNode* goBack(YcluiSyntaxNode* node);
 
-  // 1 when an accepted token since the last reset, or the node gone back to, had a token-free path
-  // to the end. Later tokens do not clear it.
+  // 1 when the line is complete: a token accepted since the last reset, or the node of the last
+  // goBack, had a path to the end that needs no token. Later tokens do not clear it.
   YWord isTerminated() const { return terminated; }
 
-  // The node that accepted the last token; after a reset the start of the graph.
+  // The node of the graph that accepted the last token, or the node of goBack; after a reset the
+  // start of the graph.
   YcluiSyntaxNode* currentSyntaxNode() const { return currentNode; }
 
-  // The text of the action of a node that stepNext returned, null when it has none. Faster than
-  // asking the node, as long as no other token was taken.
+  // The text of the action of a node that stepNext returned, null when it has none. For the node of
+  // the last step this is faster than reading the node.
   const char* actionText(const YcluiSyntaxNode& accepted) const;
 
-  // Fills `nodes` with the token nodes that could accept the next token, each once; no indefinite
-  // ones. A member of a repeated part brings what follows it along, so of a sequence that repeats
-  // all is listed, though it is accepted in its order only. 0 without a graph or when terminated,
-  // and `nodes` stays as it was.
+  // Sets `nodes` to the token nodes that could accept the next token, each once, without indefinite
+  // ones. After a member of a repeated part its successors are listed too, so all words of a
+  // repeated sequence are, although they are accepted only in their order. Returns 0 and leaves
+  // `nodes` unchanged when there is no graph or the line is terminated.
   YWord possibleNodes(YcluiSyntaxNodeP_Array& nodes) const;
 
-  // A node that identifies the state of the walker: where this and the generation are the same, the
-  // same nodes are possible. Null where the state is more than one node. The generation is never
-  // the same for two graphs, nor for a graph before and after a change; 0 without a graph.
+  // A key for results that depend on the place: for the same node and generation, possibleNodes
+  // gives the same nodes. `place` is null when no single node identifies the place. No two graphs
+  // have the same generation, nor has a graph before and after a change; it is 0 without a graph.
   const YcluiSyntaxNode* place() const;
   std::uint64_t generation() const;
 
@@ -92,32 +95,34 @@ class YQRT_API YcluiNfa {
   YcluiSyntaxNode* indefiniteRoot = nullptr;
   YWord terminated = 0;
   YcluiSyntaxNode* currentNode = nullptr;
-  YcluiSyntaxNodeStk nextNodes;     // where the next token is sought, the top first; see listNext
-  YcluiSyntaxNodeStk workNodes;     // work list of a walk
+  YcluiSyntaxNodeStk nextNodes;     // the candidates for the next token; see listNext
+  YcluiSyntaxNodeStk workNodes;     // work list of a step
   YcluiSyntaxNodeStk matchedNodes;  // the matches of a step, in the order of their visits
 
-  // After a single match nextNodes stays empty until a walk needs the list.
+  // Fills nextNodes. After a single match this is postponed until a step needs the list.
   void listNext();
 
  private:
-  YcluiSyntaxNode* behind = nullptr;  // the token node whose successors are nextNodes, or null
-  // The cached step that led here, of that generation of the cache; null when there is none.
-  YcluiCachedStep* taken = nullptr;
-  std::uint64_t takenGeneration = 0;
+  // The single token node whose successors are nextNodes; null when there is none.
+  YcluiSyntaxNode* predecessor = nullptr;
+  // The cached step that led to this place, null when there is none. It is valid in that generation
+  // of the cache only.
+  YcluiCachedStep* lastStep = nullptr;
+  std::uint64_t lastGeneration = 0;
 
-  void clearPlaces();
-  void standAfterMatches();
+  void clearPlace();
+  void moveAfterMatches();
   void findMatches(std::uint32_t tokenId);
   void visit(YcluiSyntaxNode* node, std::uint32_t tokenId);
   int endsAfterMatches();
   int endsAfter(YcluiSyntaxNode* node);
   int sumOfEnds(const YcluiSyntaxNode& node);
   YcluiSyntaxNode* walk(std::uint32_t tokenId, YcluiCachedStep* step);
-  YcluiSyntaxNode* take(YcluiCachedStep& step);
+  YcluiSyntaxNode* follow(YcluiCachedStep& step);
   YcluiSyntaxNode* arrive(YcluiSyntaxNode* node, int ends);
 
   YcluiStepCache& steps() const;
-  void depend(const YcluiSyntaxNode* node) const;
+  void dependOn(const YcluiSyntaxNode* node) const;
   YcluiPlace here() const;
   YcluiWalkState* cachedState();
 };

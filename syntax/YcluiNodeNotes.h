@@ -1,4 +1,4 @@
-// What a walk over a graph has noted of the nodes that it visited. Internal to the walker.
+// The nodes that an operation of the walker has visited. Internal to the walker.
 
 #ifndef SYNTAX_YCLUINODENOTES_H_
 #define SYNTAX_YCLUINODENOTES_H_
@@ -10,36 +10,36 @@
 
 class YcluiSyntaxNode;
 
-// A set of nodes with a number for each.
+// A map from nodes to numbers.
 class YcluiNodeNotes {
  public:
-  // Forgets all nodes. Walks over few nodes allocate nothing after the first one.
-  void clear() { rows_.clear(); }
+  // Removes all nodes. The memory for few nodes is kept, so that most operations do not allocate.
+  void clear() { entries_.clear(); }
 
-  // Makes room for so many nodes.
-  void reserve(std::size_t nodes) { rows_.reserve(nodes); }
+  // Reserves memory for so many nodes.
+  void reserve(std::size_t nodes) { entries_.reserve(nodes); }
 
-  // The number of the node, or null when the node has none; until the next node is added.
+  // The number of the node, or null when the node has none. Valid until a node is added.
   std::int32_t* find(const YcluiSyntaxNode* node) {
-    Row* row =
-        rows_.find(Row{node}.hash(), [node](const Row& known) { return known.node == node; });
-    return row == nullptr ? nullptr : &row->number;
+    Entry* entry = entries_.find(Entry{node}.hash(),
+                                 [node](const Entry& known) { return known.node == node; });
+    return entry == nullptr ? nullptr : &entry->number;
   }
-  // Gives a node that has no number one; false, with no change, when it has one.
+  // Adds a node with a number. Returns false and changes nothing when the node has one.
   bool add(const YcluiSyntaxNode* node, std::int32_t number = 0) {
     if (find(node) != nullptr) return false;
-    rows_.add({node, number});
+    entries_.add({node, number});
     return true;
   }
 
  private:
-  struct Row {
+  struct Entry {
     const YcluiSyntaxNode* node = nullptr;
     std::int32_t number = 0;
     bool isEmpty() const { return node == nullptr; }
     std::uint64_t hash() const { return reinterpret_cast<std::uintptr_t>(node) >> 4; }
   };
-  YHashTable<Row> rows_;
+  YHashTable<Entry> entries_;
 };
 
 #endif  // SYNTAX_YCLUINODENOTES_H_

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The kind of a node that is in a set already.
+// Marks a node that is in a set.
 constexpr auto Collected = static_cast<YcluiNodeKind>(0xFFFF);
 
 }  // namespace
@@ -15,7 +15,8 @@ YcluiNodeSet::~YcluiNodeSet() {
   }
 }
 
-// The first link to each node stays and holds it; the node's own links then wait at the end.
+// The list of the set is also the work list: the first link to a node remains and the node's own
+// links are moved to the end; other links to the node are deleted.
 void YcluiNodeSet::collectNodes(YcluiSyntaxNode* node) {
   if (node == nullptr) return;
   YRing* before = last();

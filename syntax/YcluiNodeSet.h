@@ -1,4 +1,4 @@
-// The nodes of a graph that is being destroyed, each once.
+// Destruction of the nodes of a graph.
 
 #ifndef SYNTAX_YCLUINODESET_H_
 #define SYNTAX_YCLUINODESET_H_
@@ -7,16 +7,16 @@
 
 class YcluiSyntaxNode;
 
-// Owns its nodes, which are destroyed with it. All are collected before the first one is destroyed,
-// since any of them may lead to any other. Their links become those of the set, so collecting
-// allocates nothing but one link a call, and does not recurse.
+// A set of nodes that are destroyed with it. All nodes are collected before the first one is
+// destroyed, because a node may be reached by any number of links. Collecting moves the links of
+// the nodes into the set; it allocates one link for each call and does not recurse.
 class YcluiNodeSet final : private YLinkList {
  public:
   YcluiNodeSet() = default;
   ~YcluiNodeSet();
 
-  // Takes the node and all that can be reached from it, but for what is collected already. Nothing
-  // for null.
+  // Adds the node and all that can be reached from it, except those that are in the set. Does
+  // nothing for null.
   void collectNodes(YcluiSyntaxNode* node);
 };
 

@@ -7,10 +7,10 @@
 
 namespace {
 
-// A search through so many steps, which lie side by side, is as fast as that of a table.
+// A linear search through so many adjacent steps is as fast as a search in a table.
 constexpr std::uint32_t FewSteps = 8;
-// The bound of the memory: cached steps for each node that was read. Places that share no state
-// could otherwise fill the square of the graph.
+// The limit of the memory, in steps for each node that was read. Without it the cache could grow
+// with the square of the graph.
 constexpr std::uint64_t MostStepsPerNode = 2;
 constexpr std::uint64_t StepsOfSmallGraph = 64;
 constexpr std::size_t LongestKeptText = 128;
@@ -40,7 +40,7 @@ YcluiWalkState* YcluiStepCache::find(const YcluiPlace& place, bool& shouldLearn)
   }
   const List* known = lists_.find(HashOf(*place.list), [&place](const List& list) {
     YcluiWalkState& state = *list.state;
-    return std::equal(state.places(), state.places() + state.placeCount, (*place.list)(),
+    return std::equal(state.nodes(), state.nodes() + state.nodeCount, (*place.list)(),
                       (*place.list)() + place.list->count());
   });
   shouldLearn = known == nullptr && !isFull_;
@@ -49,28 +49,28 @@ YcluiWalkState* YcluiStepCache::find(const YcluiPlace& place, bool& shouldLearn)
 
 YcluiWalkState* YcluiStepCache::learn(const YcluiPlace& place, const YcluiSyntaxNodeStk& matches) {
   const auto steps = static_cast<std::uint32_t>(matches.count());
-  const auto places =
+  const auto nodes =
       place.node == nullptr ? static_cast<std::uint32_t>(place.list->count()) : std::uint32_t{0};
-  use(steps + places);
+  addUse(steps + nodes);
   if (isFull_) return nullptr;
-  YcluiWalkState& state = makeState(steps, places);
+  YcluiWalkState& state = makeState(steps, nodes);
   for (int i = 0; i < matches.count(); ++i) add(state, matches.at(i));
-  file(state, place);
+  store(state, place);
   return &state;
 }
 
-void YcluiStepCache::use(std::uint64_t steps) {
+void YcluiStepCache::addUse(std::uint64_t steps) {
   used_ += steps;
   if (used_ > MostStepsPerNode * nodesRead_ + StepsOfSmallGraph) isFull_ = true;
 }
 
-YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t places) {
+YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t nodes) {
   const std::uint32_t few = steps > FewSteps ? 0 : steps;
   void* memory = memory_.take(sizeof(YcluiWalkState) + few * sizeof(YcluiCachedStep) +
-                              places * sizeof(YcluiSyntaxNode*));
+                              nodes * sizeof(YcluiSyntaxNode*));
   auto* state = new (memory) YcluiWalkState;
   state->fewCount = few;
-  state->placeCount = places;
+  state->nodeCount = nodes;
   std::uninitialized_default_construct_n(state->few(), few);
   if (steps > FewSteps) {
     manySteps_.push_back(std::unique_ptr<Steps>(YChecked(new (std::nothrow) Steps)));
@@ -80,7 +80,7 @@ YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t pla
   return *state;
 }
 
-// A match after others of its id takes the step over.
+// Of several matches of one id, the last one accepts the token.
 void YcluiStepCache::add(YcluiWalkState& state, YcluiSyntaxNode* match) {
   YcluiCachedStep* step = state.step(match->tokenId);
   if (step != nullptr) {
@@ -92,11 +92,11 @@ void YcluiStepCache::add(YcluiWalkState& state, YcluiSyntaxNode* match) {
   if (state.many != nullptr) {
     state.many->add(added);
   } else {
-    *state.step(0) = added;  // an empty one
+    *state.step(0) = added;  // the first empty one
   }
 }
 
-void YcluiStepCache::file(YcluiWalkState& state, const YcluiPlace& place) {
+void YcluiStepCache::store(YcluiWalkState& state, const YcluiPlace& place) {
   if (place.node != nullptr) {
     singles_
         .find(Single{place.node}.hash(),
@@ -104,26 +104,26 @@ void YcluiStepCache::file(YcluiWalkState& state, const YcluiPlace& place) {
         ->state = &state;
     return;
   }
-  std::copy_n((*place.list)(), state.placeCount, state.places());
+  std::copy_n((*place.list)(), state.nodeCount, state.nodes());
   lists_.add({HashOf(*place.list), &state});
 }
 
 const char* YcluiStepCache::keptText(const char* text) {
   const std::size_t size = text == nullptr ? 0 : std::strlen(text) + 1;
   if (size == 0 || size > LongestKeptText || isFull_) return text;
-  use(1 + size / sizeof(YcluiCachedStep));
+  addUse(1 + size / sizeof(YcluiCachedStep));
   return static_cast<char*>(std::memcpy(memory_.take(size), text, size));
 }
 
 void YcluiStepCache::renew(const YcluiSyntaxNode* graphEnd) {
   static std::uint64_t lastGeneration = 0;
-  forget();
+  clear();
   seenChanges_ = changes_.changes();
   end_ = graphEnd;
   generation_ = ++lastGeneration;
 }
 
-void YcluiStepCache::forget() {
+void YcluiStepCache::clear() {
   singles_.clear();
   lists_.clear();
   manySteps_.clear();
@@ -142,9 +142,9 @@ YcluiSyntaxNode* YcluiStepCache::successor(const YcluiSyntaxNode& root, std::uin
 
 void YcluiStepCache::readSuccessors(const YcluiSyntaxNode& root) {
   successors_.clear();
-  depend(&root);
+  dependOn(&root);
   for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) {
-    depend(i.node());
+    dependOn(i.node());
     successors_.add({i.node()});
   }
   successorRoot_ = &root;

@@ -1,4 +1,4 @@
-// The steps of a walker over one graph, cached. Internal to the walker.
+// The cached steps of the walkers over one graph. Internal to the walker.
 
 #ifndef SYNTAX_YCLUISTEPCACHE_H_
 #define SYNTAX_YCLUISTEPCACHE_H_
@@ -16,33 +16,36 @@
 
 struct YcluiWalkState;
 
-// What one token leads to from a state. `node` is there from the beginning; the rest is filled in
-// when the step is taken for the first time.
+// A transition: the step from a state with one token. `id`, `isSingle` and `node` are set when the
+// state is made, the other fields when the step is made for the first time.
 struct YcluiCachedStep {
-  std::uint32_t id = 0;   // 0 in an empty row
+  std::uint32_t id = 0;   // of the token; 0 in an empty entry
   std::int8_t ends = -1;  // paths to the end of the graph, 0 to 2; -1 when not counted yet
-  bool isSingle = true;   // no other node matches the id
-  YcluiSyntaxNode* node = nullptr;  // the node that accepts the token
+  bool isSingle = true;   // whether `node` is the only match
+  YcluiSyntaxNode* node = nullptr;  // the node that accepts the token, the last match
   const char* action = nullptr;     // the text of its action; null when it has none
-  YcluiWalkState* next = nullptr;   // null when not known yet
+  YcluiWalkState* next = nullptr;   // the state of the new place; null when it has none yet
 
   bool isEmpty() const { return id == 0; }
   std::uint64_t hash() const { return id; }
 };
 
-// A state of the walker: a list of nodes from which the next token is sought, with the steps of all
-// tokens that are accepted there. Any other token is refused.
+// The state of a place: the steps of all tokens that are accepted there. Every other token is
+// refused.
 //
-// Few steps, and the list of a state that is no single place (see YcluiPlace), follow the state in
-// memory, so that a step at random in a large graph reads little of it.
+// A state is followed in memory by its steps, if they are few, and then by the nodes of its place,
+// if that is a list. So a step in a large graph touches few cache lines:
+//
+//   | YcluiWalkState | YcluiCachedStep * fewCount | YcluiSyntaxNode* * nodeCount |
 struct YcluiWalkState {
-  YHashTable<YcluiCachedStep>* many = nullptr;  // the steps, or null where there are few
+  YHashTable<YcluiCachedStep>* many = nullptr;  // the steps if they are many, else null
   std::uint32_t fewCount = 0;
-  std::uint32_t placeCount = 0;
+  std::uint32_t nodeCount = 0;
 
   YcluiCachedStep* few() { return reinterpret_cast<YcluiCachedStep*>(this + 1); }
-  YcluiSyntaxNode** places() { return reinterpret_cast<YcluiSyntaxNode**>(few() + fewCount); }
+  YcluiSyntaxNode** nodes() { return reinterpret_cast<YcluiSyntaxNode**>(few() + fewCount); }
 
+  // The step of a token, or null.
   YcluiCachedStep* step(std::uint32_t id) {
     if (many != nullptr) {
       return many->find(id, [id](const YcluiCachedStep& step) { return step.id == id; });
@@ -54,20 +57,26 @@ struct YcluiWalkState {
   }
 };
 
-// Where a walker is: at a structural node, after a token node, or, when `node` is null, at a list
-// of nodes, the last one being looked at first.
+// The place of a walker: at the structural node `node`, after the token node `node`, or, when
+// `node` is null, at the nodes of `list`, of which the last one is visited first.
 struct YcluiPlace {
   YcluiSyntaxNode* node = nullptr;
   const YcluiSyntaxNodeStk* list = nullptr;
 };
 
-// A deterministic automaton that is built as the walkers of a graph need it, as regular expression
-// engines keep one behind their nondeterministic walk: a place that is visited for the second time
-// becomes a state, whose steps cost one search each from then on.
+// A deterministic automaton that is built on demand from the nondeterministic one that the walker
+// simulates, as in regular expression engines:
+//   - The first visit of a place that is a single node is only recorded, since most places of a
+//     large syntax are visited once. The second visit makes a state. A place that is a list gets a
+//     state at its first visit.
+//   - A state has the accepting node of every token from the start. Where the step leads, and
+//     whether it ends the line, is added when the walker makes the step for the first time.
+//   - The walker reports every node that it reads. A change of such a node, or of the end of the
+//     graph, empties the cache.
+//   - The memory is limited in proportion to the number of nodes read. When the cache is full, it
+//     keeps what it has, and other steps are simulated.
 //
-// A change of any node that was read, or another end of the graph, empties the cache; the memory is
-// bounded in proportion to the nodes that were read, and where it is full, steps are walked. States
-// and steps are valid as long as `generation` is the same, texts and nodes of a step as well.
+// States, and the nodes and texts of steps, are valid as long as `generation` returns the same.
 class YcluiStepCache {
  public:
   YcluiStepCache() = default;
@@ -75,36 +84,38 @@ class YcluiStepCache {
   YcluiStepCache& operator=(const YcluiStepCache&) = delete;
   ~YcluiStepCache() = default;
 
-  // Empties the cache if something changed since it was filled. Returns the generation of what it
-  // holds: a number that no other content of any cache has.
+  // Empties the cache if a node or the end of the graph changed. Returns the generation of its
+  // content, a number that is different after each change and in each cache.
   std::uint64_t generation(const YcluiSyntaxNode* graphEnd) {
     if (changes_.changes() != seenChanges_ || graphEnd != end_) renew(graphEnd);
     return generation_;
   }
 
-  // The state of the place, or null. Sets `shouldLearn` when the caller should collect the matches
-  // of all tokens there and have them learned.
+  // The state of the place, or null. Sets `shouldLearn` to whether the caller should call `learn`.
   YcluiWalkState* find(const YcluiPlace& place, bool& shouldLearn);
-  // Makes a state of the place, given the nodes that match there, whatever the token, in the order
-  // of a step. Null when the cache is full.
+  // Makes and returns the state of a place for which `find` set `shouldLearn`. `matches` are the
+  // token nodes that a step from there visits, whatever the token, in their order. Returns null
+  // when the cache is full.
   YcluiWalkState* learn(const YcluiPlace& place, const YcluiSyntaxNodeStk& matches);
 
-  // The text to be kept in a cached step: a copy beside the states, where there is room for it.
+  // Copies the text next to the states, so that a step reads it without touching the node. Returns
+  // the copy; the text itself when it is null or long or the cache is full.
   const char* keptText(const char* text);
 
-  // Has the cache emptied when the node changes.
-  void depend(const YcluiSyntaxNode* node) {
+  // Records that the content depends on the node: a change of it empties the cache.
+  void dependOn(const YcluiSyntaxNode* node) {
     if (node->countChangesIn(changes_)) ++nodesRead_;
   }
 
-  // The first successor of the root that accepts the token, or null. The root may be any node.
+  // The first successor of the root that accepts the token, or null. This is a separate index of
+  // one node at a time, for the indefinite nodes of a parser.
   YcluiSyntaxNode* successor(const YcluiSyntaxNode& root, std::uint32_t tokenId);
 
  private:
   using Steps = YHashTable<YcluiCachedStep>;
   struct Single {
     const YcluiSyntaxNode* node = nullptr;
-    YcluiWalkState* state = nullptr;  // null after the first visit
+    YcluiWalkState* state = nullptr;  // null until the second visit
     bool isEmpty() const { return node == nullptr; }
     std::uint64_t hash() const { return reinterpret_cast<std::uintptr_t>(node) >> 4; }
   };
@@ -125,23 +136,23 @@ class YcluiStepCache {
   const YcluiSyntaxNode* end_ = nullptr;
   std::uint64_t generation_ = 0;
   std::uint64_t nodesRead_ = 0;
-  std::uint64_t used_ = 0;  // steps, and nodes of lists
+  std::uint64_t used_ = 0;  // memory in units of a step
   bool isFull_ = false;
-  YHashTable<Single> singles_;
-  YHashTable<List> lists_;
+  YHashTable<Single> singles_;  // places that are single nodes
+  YHashTable<List> lists_;      // places that are lists
   std::vector<std::unique_ptr<Steps>, YAllocator<std::unique_ptr<Steps>>> manySteps_;
-  YArena memory_;  // of states, their lists and few steps
+  YArena memory_;  // of states and texts
 
   const YcluiSyntaxNode* successorRoot_ = nullptr;
   std::uint64_t successorChanges_ = 0;
   YHashTable<Successor> successors_;
 
   void renew(const YcluiSyntaxNode* graphEnd);
-  void forget();
-  void use(std::uint64_t steps);
-  YcluiWalkState& makeState(std::uint32_t steps, std::uint32_t places);
+  void clear();
+  void addUse(std::uint64_t steps);
+  YcluiWalkState& makeState(std::uint32_t steps, std::uint32_t nodes);
   void add(YcluiWalkState& state, YcluiSyntaxNode* match);
-  void file(YcluiWalkState& state, const YcluiPlace& place);
+  void store(YcluiWalkState& state, const YcluiPlace& place);
   void readSuccessors(const YcluiSyntaxNode& root);
 };
 

@@ -13,8 +13,7 @@ YcluiSyntaxNode* NewStructuralNode() {
   return YChecked(new (std::nothrow) YcluiSyntaxNode);
 }
 
-// Stops at members of closures made before, so what can be reached only through them stays as it
-// is.
+// Stops at closure members, so that nodes that are reached only through them do not change.
 void MarkClosure(YcluiSyntaxNode* from) {
   YcluiSyntaxNodeStk work;
   work.push(from);
@@ -39,43 +38,43 @@ YcluiSyntaxGraph::~YcluiSyntaxGraph() {
 }
 
 YWord YcluiSyntaxGraph::insertAnd(YcluiSyntaxNode* node) {
-  if (isEmptied() != 0 || node == nullptr) return 0;
+  if (isEmptied() || node == nullptr) return 0;
   node->takeSuccessors(*start);
   start->append(node);
   return 1;
 }
 
 YWord YcluiSyntaxGraph::insertAnd(YcluiSyntaxGraph* graph) {
-  if (canTake(graph) == 0) return 0;
+  if (!canInsert(graph)) return 0;
   graph->end->takeSuccessors(*start);
   start->append(graph->start);
-  graph->handOver();
+  graph->releaseNodes();
   return 1;
 }
 
 YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxNode* node) {
-  if (isEmptied() != 0 || node == nullptr) return 0;
-  const bool thereWasNone = detachEnd();
+  if (isEmptied() || node == nullptr) return 0;
+  const bool hadNone = detachEnd();
   start->append(node);
   node->append(end);
-  if (thereWasNone) searched_ = start->last();
+  if (hadNone) searched_ = start->last();
   return 1;
 }
 
 YWord YcluiSyntaxGraph::insertOr(YcluiSyntaxGraph* graph) {
-  if (canTake(graph) == 0) return 0;
+  if (!canInsert(graph)) return 0;
   detachEnd();
   YcluiSyntaxNode* fork = NewStructuralNode();
   graph->end->append(end);
   fork->append(graph->start);
   fork->append(start);
   start = fork;
-  graph->handOver();
+  graph->releaseNodes();
   return 1;
 }
 
 YWord YcluiSyntaxGraph::makeClosure() {
-  if (isEmptied() != 0) return 0;
+  if (isEmptied()) return 0;
   YcluiSyntaxNode* newEnd = NewStructuralNode();
   MarkClosure(start);
   YcluiSyntaxNode* exit = end;
@@ -88,25 +87,24 @@ YWord YcluiSyntaxGraph::makeClosure() {
 }
 
 void YcluiSyntaxGraph::setPriority(unsigned char priority, unsigned char interruptLimit) {
-  if (isEmptied() != 0) return;
+  if (isEmptied()) return;
   for (YcluiSuccessorIterator i(*start); i.ring != nullptr; ++i) {
     i.node()->priority = priority;
     i.node()->interruptLimit = interruptLimit;
   }
 }
 
-YWord YcluiSyntaxGraph::canTake(const YcluiSyntaxGraph* graph) const {
-  if (isEmptied() != 0 || graph == nullptr || graph == this) return 0;
-  return graph->isEmptied() != 0 ? 0 : 1;
+bool YcluiSyntaxGraph::canInsert(const YcluiSyntaxGraph* graph) const {
+  return !isEmptied() && graph != nullptr && graph != this && !graph->isEmptied();
 }
 
-void YcluiSyntaxGraph::handOver() {
+void YcluiSyntaxGraph::releaseNodes() {
   start = nullptr;
   end = nullptr;
 }
 
-// Links are added at the end of a list, so behind a last link that was searched before nothing can
-// be found. Without that, each of many alternatives would look through all those before it.
+// Links are added at the end of the list. When the last link is the one of a former search, there
+// is nothing new to search. Without this, adding many alternatives would take quadratic time.
 bool YcluiSyntaxGraph::detachEnd() {
   const YRing* last = start->last();
   if (last != nullptr && last == searched_ && last->item() != end) return true;

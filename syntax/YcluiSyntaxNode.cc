@@ -4,13 +4,8 @@
 
 #include "foundation/YBlockPool.h"
 #include "foundation/YErr.h"
-#include "foundation/YMemory.h"
 
-namespace {
-
-constinit YBlockPool Pool(sizeof(YcluiSyntaxNode));
-
-}  // namespace
+template class YPooled<YcluiSyntaxNode>;
 
 YcluiSyntaxNode::YcluiSyntaxNode(unsigned long id, const char* actionText)
     : tokenId(static_cast<std::uint32_t>(id)) {
@@ -29,18 +24,6 @@ YcluiSyntaxNode::YcluiSyntaxNode(const YcluiSyntaxNode& other)
 YcluiSyntaxNode::~YcluiSyntaxNode() {
   changes_.note();
   delete action;
-}
-
-void* YcluiSyntaxNode::operator new(std::size_t size) {
-  return YChecked(Pool.take(size));
-}
-
-void* YcluiSyntaxNode::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Pool.take(size);
-}
-
-void YcluiSyntaxNode::operator delete(void* node, std::size_t size) {
-  Pool.give(node, size);
 }
 
 YWord YcluiSyntaxNode::setAction(const char* text) {

@@ -1,4 +1,4 @@
-// The containers of node pointers: the walker's stack, and the array in which it answers.
+// Containers of node pointers: the stack of the walker, and the array of its results.
 
 #ifndef SYNTAX_YCLUISYNTAXNODESTK_H_
 #define SYNTAX_YCLUISYNTAXNODESTK_H_
@@ -9,21 +9,22 @@ class YcluiSyntaxNode;
 
 using YcluiSyntaxNodeP_Array = YArray<YcluiSyntaxNode*>;
 
-// A stack of nodes that it does not own.
+// A stack of nodes. It does not own them.
 class YQRT_API YcluiSyntaxNodeStk : public YStack<YcluiSyntaxNode*> {
  public:
   YcluiSyntaxNodeStk() = default;
   explicit YcluiSyntaxNodeStk(int n) : YStack(n) {}
 
-  // As in every stack, but the room doubles at any size: a walk over a million nodes stays linear.
+  // Pushes a node. Unlike that of YStack, the capacity doubles at any size, so that pushing many
+  // nodes is linear.
   YWord push(YcluiSyntaxNode* node);
   // Pushes the successors of the node, in the order of its list.
   void pushSuccessors(const YcluiSyntaxNode& node);
 
-  // Puts the node under all others, which move up by one: costs the depth of the stack. Answers 1.
+  // Inserts the node at the bottom; linear in the size of the stack. Returns 1.
   YWord put(YcluiSyntaxNode* node);
 
-  // Exchanges entries and room with the other stack, without copying.
+  // Exchanges the contents of two stacks without copying them.
   void swap(YcluiSyntaxNodeStk& other) noexcept;
 };
 

@@ -3,25 +3,8 @@
 #include <utility>
 
 #include "foundation/YBlockPool.h"
-#include "foundation/YMemory.h"
 
-namespace {
-
-constinit YBlockPool Pool(sizeof(YRing));
-
-}  // namespace
-
-void* YRing::operator new(std::size_t size) {
-  return YChecked(Pool.take(size));
-}
-
-void* YRing::operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Pool.take(size);
-}
-
-void YRing::operator delete(void* ring, std::size_t size) {
-  Pool.give(ring, size);
-}
+template class YPooled<YRing>;
 
 YRing* YChain::attach(YRing* ring) {
   ring->next_ = last_ == nullptr ? ring : std::exchange(last_->next_, ring);

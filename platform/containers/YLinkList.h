@@ -3,21 +3,15 @@
 #ifndef PLATFORM_CONTAINERS_YLINKLIST_H_
 #define PLATFORM_CONTAINERS_YLINKLIST_H_
 
-#include <cstddef>
-#include <new>
-
+#include "foundation/YPooled.h"
 #include "foundation/YTypes.h"
 
-// One link, with its item. A ring is in at most one chain.
-class YQRT_API YRing {
+// One link, with its item. A ring is in at most one chain. Rings come from a pool, since a syntax
+// has more links than anything else.
+class YQRT_API YRing : public YPooled<YRing> {
  public:
   explicit YRing(void* item) : item_(item) {}
   void* item() const { return item_; }
-
-  // Rings come from a pool, since a syntax has more links than anything else.
-  static void* operator new(std::size_t size);
-  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-  static void operator delete(void* ring, std::size_t size);
 
  private:
   friend class YChain;

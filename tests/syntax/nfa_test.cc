@@ -199,7 +199,7 @@ TEST(StepCache, LearnsPlacesUntilItIsFull) {
   for (int filling = 0; filling < 2; ++filling) {
     EXPECT_NE(cache.generation(&nodes[0]), generation);
     generation = cache.generation(&nodes[0]);
-    cache.depend(&nodes[1]);
+    cache.dependOn(&nodes[1]);
     EXPECT_TRUE(cache.find({&nodes[0]}, shouldLearn) == nullptr && !shouldLearn);
     EXPECT_TRUE(cache.find({&nodes[0]}, shouldLearn) == nullptr && shouldLearn);
     YcluiWalkState* state = cache.learn({&nodes[0]}, matches);
