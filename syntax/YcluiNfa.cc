@@ -286,8 +286,14 @@ int YcluiNfa::sumOfEnds(const YcluiSyntaxNode& node) {
   return std::min(ends, MostEnds);
 }
 
+// Makes a step that is not cached completely, and completes `step` unless it is null.
 YcluiSyntaxNode* YcluiNfa::walk(std::uint32_t tokenId, YcluiCachedStep* step) {
-  findMatches(tokenId);
+  if (step != nullptr && step->isSingle) {
+    matchedNodes.clear();
+    matchedNodes.push(step->node);
+  } else {
+    findMatches(tokenId);
+  }
   if (matchedNodes.isEmpty() != 0) return nullptr;
   YcluiSyntaxNode* accepting = matchedNodes.top();
   const int ends = endsAfterMatches();

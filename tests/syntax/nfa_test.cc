@@ -276,6 +276,15 @@ void* WalkLargeGraphs(void*) {
     for (int i = 0; i < 3; ++i) EXPECT_NE(walker.stepNext(1), nullptr);
     EXPECT_EQ(walker.possible().empty(), false);
   }
+  // Each of many words once: the first step with a word does not visit the others.
+  std::string words = "1";
+  for (int id = 2; id <= 300000; ++id) words += " | " + std::to_string(id);
+  const auto language = SyntaxOf(words);
+  Walker walker;
+  for (unsigned long id = 1; id <= 300000; ++id) {
+    walker.syntaxGraph(language.get());
+    EXPECT_NE(walker.stepNext(id), nullptr);
+  }
   return nullptr;
 }
 
