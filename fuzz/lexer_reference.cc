@@ -1,5 +1,5 @@
-// The reference looks at one byte after the other, copies every text and asks every word. It uses
-// nothing of the lexer but the numbers of the tokens' contract.
+// The reference examines every byte, copies every text and compares with every word. It shares only
+// values, ids and codes with the lexer.
 
 #include "fuzz/lexer_reference.h"
 
@@ -19,9 +19,9 @@
 
 namespace {
 
-constexpr std::size_t LongestValue = 1U << 14;  // a run in which a value grows longer is given up
-constexpr int MostTokens = 4000;                // as is one that reads more tokens
-constexpr std::size_t MostExpanded = 1U << 20;  // or expands to a longer text in all
+constexpr std::size_t LongestValue = 1U << 14;  // a run with a longer value is given up
+constexpr int MostTokens = 4000;                // and one with more tokens
+constexpr std::size_t MostExpanded = 1U << 20;  // and one with longer expansions in all
 constexpr int MostExpansions = 3;               // aliases in each other's text
 
 using Value = YAttribValue;
@@ -45,7 +45,7 @@ Value StringValue(const std::string& text) {
   return {text.c_str(), 0};
 }
 
-// The text of a number or a string, none of any other value.
+// The text of a number or a string, nothing for any other value.
 std::optional<std::string> TextOf(const Value& value) {
   if (value.tag == YAttribLong) return std::to_string(value.GetLong());
   if (value.tag == YAttribString) return value.GetString();
@@ -95,7 +95,7 @@ struct Word {
   std::uint32_t type = YcluiTokenKeyword;
   std::uint32_t id = 0;
 
-  std::string filedUnder() const { return shortest.value_or(name); }
+  std::string shortestForm() const { return shortest.value_or(name); }
   bool accepts(const std::string& key) const {
     return shortest ? key.starts_with(*shortest) && name.starts_with(key) : key == name;
   }
@@ -143,7 +143,7 @@ struct Variable {
   std::vector<Value> values{1};
 };
 
-// A scanner takes the offset where it begins and returns the one where it ends; none on failure.
+// A scanner reads from an offset and returns the offset after what it read; nothing on failure.
 using Offset = std::optional<std::size_t>;
 
 class Reference {
@@ -151,7 +151,7 @@ class Reference {
   std::vector<std::pair<unsigned, unsigned>> codes;  // with their severities
   std::vector<Word> words;                           // first added first
   std::map<std::string, Variable> variables{{"presenttime", {}}};
-  bool gaveUp = false;  // what follows is not comparable
+  bool gaveUp = false;  // the rest is not comparable
   std::size_t tokenStart = 0;
   std::vector<long> argumentStarts;  // of the present text; -1 for arguments of others
   bool hasFault = false;             // of the token read last
@@ -240,7 +240,7 @@ class Reference {
 
  private:
   bool readToken(Token& token) {
-    if (token.isOpen) return takeArguments(token, find(Lower(token.args[0].GetString())));
+    if (token.isOpen) return readArguments(token, find(Lower(token.args[0].GetString())));
     argumentStarts.clear();
     if (opensForm(*cursor_)) return getForm(token);
     std::string text(1, at(*cursor_));
@@ -256,11 +256,11 @@ class Reference {
       token.setArg0(text);
       token.id = announces ? YcluiIdFreeWord : YcluiIdNone;
       if (announces) token.isOpen = true;
-      return announces && takeArguments(token, nullptr);
+      return announces && readArguments(token, nullptr);
     }
     token.setWord(*word);
     if (word->type == YcluiTokenAlias) token.setValue(StringValue(word->aliasText), 1);
-    return word->type != YcluiTokenArgKeyword || takeArguments(token, word);
+    return word->type != YcluiTokenArgKeyword || readArguments(token, word);
   }
 
   std::string text_;
@@ -295,29 +295,30 @@ class Reference {
     return std::nullopt;
   }
 
-  // A name is first sought in lower case under what words are filed under, then as it is given.
+  // First stage: the shortest form is the name in lower case. Second stage: the name as given is
+  // accepted.
   const Word* find(const std::string& name) const {
     const std::string key = Lower(name);
     for (const Word& word : words) {
-      if (word.filedUnder() == key && word.accepts(key)) return &word;
+      if (word.shortestForm() == key && word.accepts(key)) return &word;
     }
     for (const Word& word : words) {
       if (word.accepts(name)) return &word;
     }
     return nullptr;
   }
-  // A word that is filed where another one accepts its name cannot be kept.
+  // A word cannot be added when one of the same shortest form accepts its name.
   bool keep(Word word) {
     word.name = Lower(word.name);
     if (word.shortest) word.shortest = Lower(*word.shortest);
     for (const Word& other : words) {
-      if (other.filedUnder() == word.filedUnder() && other.accepts(word.name)) return false;
+      if (other.shortestForm() == word.shortestForm() && other.accepts(word.name)) return false;
     }
     words.push_back(word);
     return true;
   }
 
-  bool takeArguments(Token& token, const Word* word) {
+  bool readArguments(Token& token, const Word* word) {
     const std::string types = word == nullptr ? "" : word->types;
     std::size_t n = types.empty() ? 0 : token.args.size() - 1;
     bool done = types.size() <= n;
@@ -479,7 +480,7 @@ class Reference {
     const Offset digits = indexAt(*end + 1, index);
     if (!digits) return std::nullopt;
     form.kind = YcluiVariableArray;
-    form.index = static_cast<std::size_t>(index.GetLong());  // a negative one is beyond every array
+    form.index = static_cast<std::size_t>(index.GetLong());  // a negative index is in no array
     return closing(*digits, ']');
   }
   Offset indexAt(std::size_t p, Value& index) {
@@ -497,7 +498,7 @@ class Reference {
     const Variable& variable = known->second;
     if (variable.kind != form.kind) return fail(YErrWrongKind);
     if (form.index >= variable.values.size()) return fail(YErrOutsideArray);
-    if (form.name == "presenttime") gaveUp = true;  // the time goes on between the two lexers
+    if (form.name == "presenttime") gaveUp = true;  // the two lexers may see different times
     value = variable.values[form.index];
     return !gaveUp;
   }
@@ -527,7 +528,7 @@ class Reference {
     return cut(value.GetDouble(), value) ? end : std::nullopt;
   }
 
-  // A form where a token begins: the text of a variable, or a setting.
+  // A form that is a token: a reference or an assignment.
   bool getForm(Token& token) {
     Form read;
     cursor_ = form(*cursor_, read);
@@ -569,8 +570,7 @@ class Reference {
   }
 };
 
-// Carries out each operation with both. What can be seen after it is written down for each, in the
-// same form.
+// Carries out each operation with both lexers and compares the visible results as texts.
 class Comparison {
  public:
   std::string difference;
@@ -699,7 +699,7 @@ class Comparison {
     return read_ && expected_.type == YcluiTokenAlias && expected_.id == YcluiIdAlias;
   }
 
-  // Reads a text as a parser does, the text of an alias included.
+  // Reads a text as a parser does, including the texts of aliases.
   void read(const std::string& text, int nesting) {
     if (more()) {
       reference_.putString(text);

@@ -1,4 +1,4 @@
-// A slow lexer to compare the real one with.
+// A reference implementation of the lexer.
 
 #ifndef FUZZ_LEXER_REFERENCE_H_
 #define FUZZ_LEXER_REFERENCE_H_

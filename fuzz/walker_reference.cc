@@ -1,7 +1,7 @@
-// The reference does what the walker's contract says, word by word, with plain lists and sets and
-// without any bound on them. Where no structural node is visited twice, each of its steps is also
-// compared with one that opens structural nodes at every visit. Nothing of a graph is cached, and
-// the graph changes during the walk.
+// The reference implements the contract of the walker literally, with unlimited lists and sets and
+// without a cache, on graphs that change during the walk. When no structural node is visited twice,
+// each step is also compared with one in which structural nodes contribute their successors at
+// every visit.
 
 #include "fuzz/walker_reference.h"
 
@@ -23,12 +23,12 @@ namespace {
 using Node = YcluiSyntaxNode;
 using NodeList = std::vector<Node*>;
 
-constexpr int MostWork = 500;  // a walk with more visits in a step is given up
-constexpr unsigned Wide = 18;  // more successors than the walker searches one by one
+constexpr int MostWork = 500;  // a walk with more visits in one step is given up
+constexpr unsigned Wide = 18;  // more successors than the walker searches linearly
 
 class Walker : public YcluiNfa {
  public:
-  // Of a copy, so that the walker keeps its state.
+  // Uses a copy, because listNext changes the walker.
   NodeList next() const {
     Walker listed(*this);
     listed.listNext();
@@ -125,7 +125,7 @@ class Reference {
  private:
   const YcluiSyntaxGraph& graph_;
 
-  // The paths from each node are counted once; a cycle adds none.
+  // Counts the paths from each node once; a cycle adds none.
   int paths(const Node& node, std::map<const Node*, int>& known) const {
     known[&node] = -1;
     int sum = 0;
@@ -137,7 +137,7 @@ class Reference {
     return known[&node] = std::min(sum, 2);
   }
 
-  // Each path is walked by itself.
+  // Follows each path separately.
   int allPaths(const Node& node, int& work) const {
     int ends = 0;
     NodeList waiting = SuccessorsOf(node);
@@ -163,7 +163,8 @@ NodeList FirstAndLast(const NodeList& list) {
   return kept;
 }
 
-// New nodes between two others: some structural, some with ids of steps, most with neither.
+// Adds nodes between two others: some structural, some with ids that are used by steps, most with
+// other ids.
 void Widen(Node& from, Node& to, unsigned pattern) {
   for (unsigned i = 0; i < Wide; ++i) {
     auto* node = new Node(i % 4 == pattern % 4 ? i / 4 % 4 : 10 + i);
@@ -172,7 +173,7 @@ void Widen(Node& from, Node& to, unsigned pattern) {
   }
 }
 
-// A graph, which keeps the nodes that a change has cut off until it is destroyed.
+// A graph that also owns the nodes that a change has made unreachable.
 class KeptGraph {
  public:
   explicit KeptGraph(std::unique_ptr<YcluiSyntaxGraph> graph) : graph_(std::move(graph)) { keep(); }
@@ -305,7 +306,7 @@ class Trial {
     return true;
   }
 
-  // Adds or removes indefinite nodes, or takes another root, which may be a node of the graph.
+  // Adds or removes indefinite nodes, or sets another root, which may be a node of the graph.
   bool changeIndefinites(unsigned how) {
     switch (how % 4) {
       case 0:
@@ -329,7 +330,7 @@ class Trial {
   }
   Node& ownIndefiniteRoot() { return root_; }
 
-  // Not after every step, since it visits nodes that a step does not visit.
+  // Not called after every step, because possibleNodes makes the cache depend on more nodes.
   bool agreeOnPossible() {
     YcluiSyntaxNodeP_Array possible(3);
     const bool listed = walker_.possibleNodes(possible) != 0;
@@ -399,8 +400,8 @@ bool Move(Trial& trial, KeptGraph& graph, Choices& choices) {
   }
 }
 
-// Links as no fragment has them: cycles of structural nodes, paths out of the middle of a repeated
-// part, the same link many times.
+// A link that no fragment has: for cycles of structural nodes, paths out of the middle of a
+// repeated part, multiple links between two nodes.
 struct Link {
   bool isWide;
   unsigned from;

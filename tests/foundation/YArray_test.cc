@@ -27,7 +27,7 @@ std::vector<int> Items(const YArray<int>& a) {
   return std::vector<int>(a(), a() + a.size());
 }
 
-TEST(YArray, GrowsByItsCapacityAndNoMoreThan256) {
+TEST(YArray, GrowsByItsCapacityUpTo256) {
   Open<int> assigned;
   Open<int> appended;
   std::set<int> capacities[2];
@@ -40,11 +40,11 @@ TEST(YArray, GrowsByItsCapacityAndNoMoreThan256) {
   for (int i = 0; i < 1100; ++i) EXPECT_TRUE(assigned.at(i) == i && appended.at(i) == i) << i;
   std::set<int> steps = {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 768, 1024, 1280};
   EXPECT_EQ(capacities[0], steps);
-  steps.erase(1);  // an insertion asks for one slot more than it uses
+  steps.erase(1);  // an insertion reserves one slot more than it uses
   EXPECT_EQ(capacities[1], steps);
 }
 
-TEST(YArray, LivesAsFarAsItWasAsked) {
+TEST(YArray, SizeAndCapacity) {
   YString_Array a;
   a[5] = "five";
   EXPECT_TRUE(a.size() == 6 && a.capacity == 6 && a[0].length == 0);
@@ -75,8 +75,8 @@ TEST(YArray, InsertsAndRemovesInRangeOnly) {
   EXPECT_EQ(a.data[3], 4);  // the last slot keeps its content
 }
 
-// Whether the array grows or its elements move, what is inserted is what was given.
-TEST(YArray, TakesItsOwnElements) {
+// The inserted value may be an element that moves or whose array grows.
+TEST(YArray, InsertsItsOwnElements) {
   const auto compare = [](const void* a, const void* b) {
     return std::strcmp(static_cast<const YString*>(a)->buffer,
                        static_cast<const YString*>(b)->buffer);
@@ -113,13 +113,13 @@ TEST(YStack, KeepsItsSlots) {
   Open<YString> s;
   s.push("a long text");
   s.push("top");
-  const char* room = s.data[0].buffer;
+  const char* buffer = s.data[0].buffer;
   EXPECT_TRUE(s.top() == "top" && s.bottom() == "a long text");
   EXPECT_TRUE(s.pop() == "top" && s.pop() == "a long text");
   EXPECT_TRUE(s.pop() == "a long text" && s.top() == "a long text");  // of an empty stack: slot 0
   EXPECT_TRUE(s.isEmpty() == 1 && s.count() == 0 && s.size() == 2);
   s.push("short");
-  EXPECT_EQ(s.data[0].buffer, room);
+  EXPECT_EQ(s.data[0].buffer, buffer);
   EXPECT_TRUE(s.extend() == "top");
   s.topSlot() = "in place";
   const Open<YString> copy(s);

@@ -21,17 +21,16 @@ TEST(YErr, KeepsTheLatestAndCountsAll) {
   EXPECT_TRUE(m.code(0) == 299 && m.code(255) == 44 && m.code(256) == 0);
 }
 
-TEST(YErr, TellsTheListenerOnce) {
+TEST(YErr, CallsTheListenerOnce) {
   static YErrManager m;
   int calls = 0;
-  const auto listen = [](void* word, unsigned int, YErrSeverity severity) {
-    ++*static_cast<int*>(word);
+  const auto listen = [](void* data, unsigned int, YErrSeverity severity) {
+    ++*static_cast<int*>(data);
     if (severity == YErrWarning) m.pushError(YErrNoText, YErrError);
   };
   m.setListener(listen, &calls);
   m.pushError(YErrNotOpened, YErrWarning);
-  EXPECT_TRUE(calls == 1 &&
-              m.code(0) == YErrNoText);  // recorded by the listener, not reported to it
+  EXPECT_TRUE(calls == 1 && m.code(0) == YErrNoText);
   m.pushError(YErrBadPoint, YErrNote);
   EXPECT_EQ(calls, 2);
   m.setListener(nullptr, nullptr);
@@ -49,7 +48,7 @@ TEST(YMemory, EndsTheProcessWithOneLine) {
   EXPECT_EXIT(YAllocator<int>().allocate(~0UL), aborted, line);
 }
 
-TEST(YAttribValue, AnswersTheValueOfItsTagOnly) {
+TEST(YAttribValue, ReturnsTheValueOfItsTagOnly) {
   YStatus status = {0};
   YAttribValue v;
   EXPECT_TRUE(v.tag == YAttribNull && v.GetLong() == 0 && *v.GetString() == '\0');
@@ -66,15 +65,15 @@ TEST(YAttribValue, AnswersTheValueOfItsTagOnly) {
 TEST(YAttribValue, OwnsItsText) {
   YAttribValue whole("abc", 0);
   YAttribValue copy(whole);
-  const char* room = copy.GetString();
-  whole.SetString(whole.GetString() + 1);  // out of its own text
+  const char* buffer = copy.GetString();
+  whole.SetString(whole.GetString() + 1);  // a part of its own text
   EXPECT_STREQ(whole.GetString(), "bc");
   EXPECT_STREQ(copy.GetString(), "abc");
   copy.SetNull();
   const YAttribValue part("abc", 2);
   copy = part;
   EXPECT_STREQ(copy.GetString(), "ab");
-  EXPECT_EQ(copy.GetString(), room);  // in the room that it had
+  EXPECT_EQ(copy.GetString(), buffer);  // the memory is reused
   copy = std::move(whole);
   EXPECT_STREQ(copy.GetString(), "bc");
   EXPECT_STREQ(YAttribValue(nullptr, 0).GetString(), "");

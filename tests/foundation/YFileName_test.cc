@@ -6,7 +6,7 @@
 
 namespace {
 
-// File names are UTF-8 in a locale of UTF-8, and the same in one that has ASCII only.
+// File names are UTF-8 in a UTF-8 locale, and also in one that has ASCII only.
 class YFileNameTest : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override { ASSERT_NE(std::setlocale(LC_CTYPE, GetParam()), nullptr); }

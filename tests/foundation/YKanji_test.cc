@@ -19,15 +19,15 @@ std::string ClassesOf(const std::string& text) {
   return classes;
 }
 
-TEST(YKanji, LeadAndTrailBytesEndWhereTheyShould) {
+TEST(YKanji, RangesOfLeadAndTrailBytes) {
   for (const int byte : {0x81, 0x9F, 0xE0, 0xFC}) EXPECT_TRUE(YIsKanjiLead(byte)) << byte;
   for (const int byte : {0x80, 0xA0, 0xDF, 0xFD}) EXPECT_FALSE(YIsKanjiLead(byte)) << byte;
   for (const int byte : {0x40, 0x7E, 0x80, 0xFC}) EXPECT_TRUE(YIsKanjiTrail(byte)) << byte;
   for (const int byte : {0x3F, 0x7F, 0xFD}) EXPECT_FALSE(YIsKanjiTrail(byte)) << byte;
 }
 
-// Every text of up to six bytes out of one of each sort, asked for in one walk and byte by byte.
-TEST(YKanji, WalkAndSingleQuestionsAgree) {
+// All texts of up to six bytes, with one byte of each class, classified in one walk and one by one.
+TEST(YKanji, ClassesOfBytes) {
   const std::string sorts("\x81\xFC\x5C\x80 \xFD");
   for (int length = 0, count = 1; length <= 6; ++length, count *= 6) {
     for (int number = 0; number < count; ++number) {

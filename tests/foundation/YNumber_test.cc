@@ -20,7 +20,7 @@ std::string Printed(double value) {
   return room;
 }
 
-// The C library reads decimal forms likewise in this locale, and others besides.
+// In this locale the C library reads decimal forms in the same way, and other forms too.
 TEST(YNumber, ReadsDecimalForms) {
   const std::string zeros(400, '0');
   std::vector<std::string> pieces = {zeros, "." + zeros};
@@ -60,7 +60,7 @@ TEST(YNumber, PrintsShortestDigits) {
 TEST(YNumber, WhatIsPrintedReadsBack) {
   std::mt19937_64 random(7);
   for (int i = 0; i < 100000; ++i) {
-    // Any bits, and every other time with an exponent near those where the notation changes.
+    // Random bits, and every other time an exponent near those at which the notation changes.
     const std::uint64_t bits = random();
     const std::uint64_t near = (bits & ~(0x7FFULL << 52)) | ((1023 - 25 + bits % 85) << 52);
     const double value = std::bit_cast<double>(i % 2 == 0 ? bits : near);

@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(YString, HasRoomAsAskedFor) {
+TEST(YString, ReservesMemory) {
   YString zero(0);
   EXPECT_TRUE(zero == "" && zero.length == 0 && zero.capacity == 0);
   zero.expand(4);
@@ -27,7 +27,7 @@ TEST(YString, HasRoomAsAskedFor) {
   EXPECT_TRUE(YString(static_cast<const char*>(nullptr)) == "");
 }
 
-TEST(YString, SpareCharacterTakesWhatLiesOutside) {
+TEST(YString, OtherIndicesGiveTheSpareCharacter) {
   YString s("abc");
   for (const int i : {3, 4, -1, INT_MIN}) {
     s[i] = static_cast<char>('0' + i % 10);
@@ -49,7 +49,7 @@ TEST(YString, ComparesAndFoldsTexts) {
   a.toLower();
   EXPECT_TRUE(a == "name\x83\x41");
   EXPECT_FALSE(a != "name\x83\x41");
-  a.buffer[4] = '\0';  // a text that was cut is compared as its readers see it
+  a.buffer[4] = '\0';  // a NUL that the caller writes ends the text
   EXPECT_TRUE(a == YString("name"));
   EXPECT_TRUE(YString() == static_cast<const char*>(nullptr));
 }
@@ -66,9 +66,8 @@ TEST(YString, AppendingIsLinear) {
   EXPECT_LE(moves, 25);
 }
 
-// Random operations on a string and on the standard one, with sources inside the string, and with
-// borrowed room.
-TEST(YString, DoesAsTheModelDoes) {
+// Random operations on a string and on a standard one, also with sources inside the string.
+TEST(YString, TheSameAsAStandardString) {
   std::mt19937 random(11);
   const auto below = [&](std::size_t n) { return static_cast<int>(random() % n); };
   YString s;
@@ -86,7 +85,7 @@ TEST(YString, DoesAsTheModelDoes) {
       [&] { s = YString(s.buffer, n), model.resize(n); },
       [&] { s.assign(s); },
       [&] { s = YString(YString(std::move(s))); },
-      // Those above do not lengthen the text.
+      // The operations above do not lengthen the text.
       [&] { s.concat(s.buffer + from, n), model += model.substr(from, n); },
       [&] { s << s, model += model; },
       [&] { s << byte, model += byte; },

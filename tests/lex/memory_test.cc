@@ -1,4 +1,4 @@
-// Reading without allocating, and what happens when there is no memory.
+// Reading without allocating, and running out of memory.
 
 #include <gtest/gtest.h>
 
@@ -37,7 +37,7 @@ TEST(Memory, AWarmLexerDoesNotAllocate) {
   EXPECT_EQ(Allocations(), before);
 }
 
-TEST(Memory, ALexerWithoutTablesRefusesEverything) {
+TEST(Memory, AllOperationsFailWithoutTables) {
   for (const unsigned int code : {YErrNoWordTable, YErrNoVariableTable}) {
     FailAllocation(code == YErrNoWordTable ? 0 : 1);
     YcluiLex lex;
@@ -56,10 +56,10 @@ TEST(Memory, ALexerWithoutTablesRefusesEverything) {
   }
 }
 
-// Too long to be kept in its record.
+// Too long to be stored in its record.
 constexpr char Word[] = "a-word-of-thirty-two-characters!";
 
-// Whether the record or its name finds no memory, the code is pushed and the lexer goes on.
+// No memory for the record or for its name: the code is recorded and the lexer stays usable.
 TEST(Memory, RecordsWithoutMemory) {
   const YAttribValue value;
   const YcluiValueType type = YcluiValueString;
@@ -94,8 +94,8 @@ TEST(Memory, RecordsWithoutMemory) {
   EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
 }
 
-// Plain words share their memory, of which there is more now and then.
-TEST(Memory, PlainWordsUpToTheLastOfMemory) {
+// Plain words come from a pool, which allocates from time to time.
+TEST(Memory, NoMemoryForThePoolOfWords) {
   YcluiLex lex;
   FailAlignedAllocation();
   int words = 0;
@@ -104,7 +104,7 @@ TEST(Memory, PlainWordsUpToTheLastOfMemory) {
   EXPECT_NE(lex.addKeyword("more", nullptr, 0), 0U);
 }
 
-// A word whose name alone found no memory has the empty name, and there is only one of those.
+// A word for whose name there was no memory has the empty name; there can be only one such word.
 TEST(Memory, AWordWithoutAName) {
   YcluiLex lex;
   FailAllocation();

@@ -11,7 +11,7 @@
 
 namespace {
 
-// The texts in their order, with one lexer.
+// One lexer reads the texts in their order.
 void CheckInTurn(const std::vector<LexCase>& table) {
   LexReader reader;
   for (const LexCase& row : table) EXPECT_EQ(reader.read(row.text), row.shown) << row.text;
@@ -70,7 +70,7 @@ TEST(Variables, Arrays) {
   });
 }
 
-TEST(Variables, TextsDoNotGrowWithoutBound) {
+TEST(Variables, ExpansionIsLimited) {
   LexReader reader;
   const std::size_t bound = YcluiLongestExpansion;
   const std::string literal(bound + 1, 'x');
@@ -89,19 +89,20 @@ TEST(Variables, TextsDoNotGrowWithoutBound) {
   EXPECT_EQ(reader.read("name '" + many + "'"), "!too-long");
   EXPECT_EQ(length(), bound);
   EXPECT_EQ(reader.read("name ${a}").size(), bound + 7);
-  // What is to be read in place of a token counts together while a text is suspended.
+  // The texts of aliases and references are counted together while a text is suspended.
   EXPECT_EQ(reader.read("${a} ${a}").size(), 2 * bound + 5);
   reader.lex.pushString("");
   EXPECT_EQ(reader.read("go now ${a} now"), "!too-long now !too-long");
   reader.lex.popString();
   EXPECT_EQ(reader.read("go"), "{now ;}");
-  EXPECT_EQ(reader.read("${a}=\"" + literal + "\" ${b}=${a}"), "set set");  // given, not grown
+  EXPECT_EQ(reader.read("${a}=\"" + literal + "\" ${b}=${a}"),
+            "set set");  // the limit is for expansion only
   EXPECT_EQ(length(), bound + 1);
   EXPECT_EQ(reader.read("name ${a}"), "!too-long");
   EXPECT_EQ(reader.read("name '" + literal + "'").size(), bound + 8);
 }
 
-TEST(Variables, FormsInEachOthersIndex) {
+TEST(Variables, NestedForms) {
   LexReader reader;
   EXPECT_EQ(reader.read("${a}[0]=0"), "set");
   EXPECT_EQ(reader.read(Nested(1 + YcluiMostIndexNesting)), "{0}");
@@ -121,7 +122,7 @@ TEST(Variables, ByName) {
   const std::uint64_t codes = YErr.count();
   EXPECT_EQ(lex.addVariable("my_var", one, 0) + lex.addVariable("my_var", one, 70000), 0U);
   EXPECT_EQ(lex.addVariable("my_var", 2, both), 0U);
-  EXPECT_EQ(YErr.count(), codes);  // the kind is asked first
+  EXPECT_EQ(YErr.count(), codes);  // the kind is checked first
 
   EXPECT_EQ(lex.addVariable("arr", one, 2), 1U);
   YcluiVariable* array = lex.variable("arr");
@@ -129,7 +130,7 @@ TEST(Variables, ByName) {
   EXPECT_EQ(lex.addVariable("arr", 2, both), 1U);
   EXPECT_EQ(Shown(*array->element(1)) + Shown(*array->element(2)), "stwosone");
   EXPECT_TRUE(array->element(3) == nullptr && array->valuePointer() == nullptr);
-  EXPECT_EQ(lex.addVariable("arr", *array->element(1), 100), 1U);  // which moves
+  EXPECT_EQ(lex.addVariable("arr", *array->element(1), 100), 1U);  // the array moves
   EXPECT_EQ(lex.addVariable("arr", 100, array->element(1)), 1U);
   EXPECT_EQ(Shown(*array->element(0)) + Shown(*array->element(99)), "stwostwo");
   EXPECT_EQ(lex.addVariable("arr", one), 0U);

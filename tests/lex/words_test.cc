@@ -42,7 +42,7 @@ TEST(Words, AreFoundByTheirAcceptedForms) {
   }
 }
 
-TEST(Words, OfOneByteAndWithoutTypes) {
+TEST(Words, IdsDelimitersAndMissingTypes) {
   YcluiLex lex;
   EXPECT_EQ(lex.addKeyword("far", nullptr, 0x7000007), 7U);
   EXPECT_EQ(lex.addAlias("q", ""), 1U);
@@ -59,8 +59,8 @@ TEST(Words, OfOneByteAndWithoutTypes) {
   EXPECT_EQ(YcluiToken(*lex.keyword("bare")).type(), YcluiTokenArgKeyword);
 }
 
-// As in any set of records: the first one of that hash value that accepts the name of the probe.
-TEST(Words, AreSearchedByAProbe) {
+// Like any set of records: the first one of the same hash value that accepts the name of the probe.
+TEST(Words, SearchByProbe) {
   std::mt19937 random(5);
   YcluiWordTable table(5000);
   for (int step = 0; step < 3000; ++step) {
@@ -79,8 +79,8 @@ TEST(Words, AreSearchedByAProbe) {
   }
 }
 
-// So many that the keys of some meet, whose words then share a row of the index.
-TEST(Words, StayApartAmongMany) {
+// So many words that some have the same key and share an entry of the index.
+TEST(Words, ManyWordsWithCollisions) {
   YcluiWordTable table(1);
   const int count = 150000;
   const auto name = [](int i) { return "w" + std::to_string(i * 7919L); };
@@ -92,8 +92,8 @@ TEST(Words, StayApartAmongMany) {
   }
 }
 
-// Many words that share what they begin with, and look-ups between the changes.
-TEST(Words, AreFoundAsByTheReference) {
+// Many words with common prefixes, and look-ups between the changes.
+TEST(Words, TheSameAsTheReference) {
   std::mt19937 random(11);
   const auto word = [&random](std::size_t longest) {
     std::string text(random() % (longest + 1), 'a');

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <string>
 
-// Takes from the front, so that an input can be written by hand. When nothing is left every choice
-// is 0 and every text is empty.
+// Consumes the bytes from the front, so that an input can be written by hand. At the end every
+// choice is 0 and every text is empty.
 class Choices {
  public:
   Choices(const std::uint8_t* bytes, std::size_t count) : at_(bytes), end_(bytes + count) {}
@@ -18,14 +18,14 @@ class Choices {
   bool more() const { return at_ != end_; }
   unsigned byte() { return more() ? *at_++ : 0; }
   unsigned below(unsigned count) { return byte() % count; }
-  // The bytes up to the next 0, which is taken along.
+  // The bytes up to the next 0, which is consumed too.
   std::string text() {
     std::string text;
     while (more() && *at_ != 0) text += static_cast<char>(*at_++);
     byte();
     return text;
   }
-  // All that is left, zeros included.
+  // All remaining bytes, zeros included.
   std::string rest() {
     std::string all(at_, end_);
     at_ = end_;
@@ -37,7 +37,7 @@ class Choices {
   const std::uint8_t* end_;
 };
 
-// A finding is what ends the process.
+// Ends the process when the condition does not hold, which a fuzzer reports.
 inline void Require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);

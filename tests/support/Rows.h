@@ -1,5 +1,5 @@
-// Tables of tests that are text files. A row begins with "== name", and each line of it with a mark
-// and a blank; a mark alone is an empty line.
+// Tables of tests that are text files. A case begins with "== name"; each of its lines begins with
+// a mark and a blank. A mark alone is an empty line.
 
 #ifndef TESTS_SUPPORT_ROWS_H_
 #define TESTS_SUPPORT_ROWS_H_

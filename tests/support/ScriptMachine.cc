@@ -174,7 +174,7 @@ bool ScriptMachine::apply(const std::string& name, const std::vector<Ref>& argum
   return isGood;
 }
 
-// What each operation of the engine answers, or does.
+// The results and effects of the operations of the engine.
 #define CLUI_VM(Type, name, parameters, answer) \
   Type ScmVMExternal::name parameters {         \
     return answer;                              \

@@ -38,7 +38,7 @@ struct ScriptMachine {
   std::function<void(const std::string&)> executor;   // evaluates them, in place of the machine
   std::string report;                                 // " @n" for the last argument reported
 
-  // Evaluates the expressions of the text and answers the last value as text, or "bad" with what
+  // Evaluates the expressions of the text and returns the last value as text, or "bad" with what
   // the failing primitive pushed all the same; followed by "@n" for the argument that was reported
   // to the engine, and "!name" for each code; see tests/support/codes.h. Literals: 1 1.5 "text"
   // 'text'

@@ -1,4 +1,4 @@
-// Reads texts with a lexer as a parser does, and shows what came.
+// Reads texts with a lexer as a parser does, and returns the tokens as text.
 
 #ifndef TESTS_SUPPORT_LEX_READER_H_
 #define TESTS_SUPPORT_LEX_READER_H_
@@ -7,13 +7,13 @@
 
 #include "lex/YcluiLex.h"
 
-// A row of a table: a text and what the reader shows of it.
+// A case of a table: a text and the expected result.
 struct LexCase {
   const char* text;
   const char* shown;
 };
 
-// One lexer with these words, and one token that goes from text to text:
+// A lexer with these words, and one token, which is used for all texts:
 //   now, del(ete), line: (two integers), name (a string), scale (a float), at (a point),
 //   odd (an argument of no type), mix (integer, string, point, float), ";" (a delimiter),
 //   go and Nothing (aliases of "now ;" and of the empty text)
@@ -24,8 +24,8 @@ class LexReader {
 
   LexReader();
 
-  // Gives the text to the lexer, after what it has not read, and reads until nothing is left or a
-  // token is under construction. The answer has an item for each token, with blanks between:
+  // Appends the text to what the lexer has not read yet, and reads until nothing is left or a token
+  // is under construction. Returns an item for each token, with blanks between them:
   //   now                 a word
   //   line:(i5,d7,p1;2)   arguments: i long, d double, p point, s string, ~ null
   //   line:(i5)...        under construction

@@ -9,7 +9,7 @@ namespace {
 
 using Graph = std::unique_ptr<YcluiSyntaxGraph>;
 
-// What is inserted: a node or a fragment.
+// A node or a fragment that is to be inserted.
 struct Part {
   YcluiSyntaxNode* node = nullptr;
   Graph graph = nullptr;
@@ -46,11 +46,11 @@ class Reader {
   }
 
  private:
-  std::string text_;  // what is still to be read
+  std::string text_;  // the rest of the text, which is read from the back
   const IdOf& idOf_;
   int depth_ = 0;
 
-  // The last character that is read as something, 0 when nothing is left.
+  // The last character that has a meaning, 0 when there is none.
   char next() {
     const char* const passed = depth_ == 0 ? " ([" : " ";
     text_.resize(text_.find_last_not_of(passed) + 1);

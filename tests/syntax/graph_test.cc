@@ -16,7 +16,7 @@ TEST(Graph, Fragments) {
       {"( 1 2 )", "s>A; A>t1; t1>t2; t2>B; B>e; e>"},
       {"[ 1 ] | [ ]", "s>A B; A>t1; B>; t1>C; C>e; e>"},
       {"[ 2 ] | [ 1 ]", "s>A B; A>t2; B>t1; t2>C; t1>e; C>e; e>"},
-      // Repetition leads out first and back second; a new alternative takes the way out.
+      // Repetition leads out first and back second; a new alternative replaces the link to the end.
       {"[ 1 ]*", "s*>e A; e>; A*>t1; t1*>s"},
       {"2 | [ 1 ]*", "s*>A t2; A*>t1; t2>e; t1*>s; e>"},
       {"[ 1 ]**", "s*>e A; e>; A*>s B; B*>t1; t1*>A"},
@@ -26,8 +26,8 @@ TEST(Graph, Fragments) {
   for (const auto& [text, dump] : rows) EXPECT_EQ(Dump(*SyntaxOf(text)), dump) << text;
 }
 
-// Of the links to the end, wherever they are in the list, each insertion removes the first one.
-TEST(Graph, AlternativeTakesOutTheFirstLinkToTheEnd) {
+// Each insertion removes the first link to the end, wherever it is in the list.
+TEST(Graph, AnAlternativeRemovesTheFirstLinkToTheEnd) {
   const auto graph = SyntaxOf("3 | 2 | 1");
   graph->start->append(graph->end);
   graph->start->append(graph->end);
@@ -35,7 +35,7 @@ TEST(Graph, AlternativeTakesOutTheFirstLinkToTheEnd) {
   EXPECT_EQ(Listed(SuccessorsOf(*graph->start), NamesOf(*graph)), "t1 t2 t3 e t4");
   graph->insertOr(new YcluiSyntaxNode(5));
   graph->insertOr(new YcluiSyntaxNode(6));
-  // The link that is made is likely to get the memory of the one that is removed.
+  // The new link probably has the address of the removed one.
   auto* last = static_cast<YcluiSyntaxNode*>(graph->start->last()->item());
   graph->start->detach(static_cast<void*>(last));
   graph->start->append(graph->end);
@@ -44,7 +44,7 @@ TEST(Graph, AlternativeTakesOutTheFirstLinkToTheEnd) {
   EXPECT_EQ(Listed(SuccessorsOf(*graph->start), NamesOf(*graph)), "t1 t2 t3 t4 t5 t7");
 }
 
-TEST(Graph, RefusesWhatHasGoneElsewhere) {
+TEST(Graph, RefusesEmptiedGraphsAndItself) {
   YcluiSyntaxGraph whole;
   YcluiSyntaxGraph part;
   YcluiSyntaxNode node(1);
@@ -86,15 +86,15 @@ TEST(Node, CopyHasItsOwnActionAndNoSuccessors) {
 
 TEST(Node, ActionWithoutMemory) {
   FailAnyAllocation(0);
-  EXPECT_EQ(YcluiSyntaxNode(1, "(what finds no room in a node)").action, nullptr);
+  EXPECT_EQ(YcluiSyntaxNode(1, "(too long for the string itself)").action, nullptr);
   EXPECT_TRUE(YErr.code(0) == YErrNoMemory && YErr.severity(0) == YErrFatal);
 }
 
-TEST(NodeStack, PutGoesUnderAllOthers) {
+TEST(NodeStack, PutInsertsAtTheBottom) {
   YcluiSyntaxNode nodes[400];
   YcluiSyntaxNodeStk stack;
   for (YcluiSyntaxNode& node : nodes) stack.put(&node);
-  EXPECT_TRUE(stack.size() == 400 && stack.bottom() == &nodes[399]);  // slots in use only
+  EXPECT_TRUE(stack.size() == 400 && stack.bottom() == &nodes[399]);
   for (YcluiSyntaxNode& node : nodes) EXPECT_EQ(stack.pop(), &node);
 }
 

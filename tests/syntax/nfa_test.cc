@@ -7,7 +7,6 @@
 
 #include "foundation/YErr.h"
 #include "fuzz/walker_reference.h"
-#include "syntax/YcluiStepCache.h"
 #include "tests/support/syntax.h"
 
 namespace {
@@ -21,23 +20,23 @@ class Walker : public YcluiNfa {
   }
 };
 
-// Worked by hand; CompareWalkers does the rest. The node that accepts each token, with a "." once
-// the line is terminated, and a "!" where the step was noted as ambiguous. A walk that is repeated
-// is walked, then cached, then looked up.
+// Results worked out by hand: the node that accepts each token, with a "." once the line is
+// terminated and a "!" when the step is ambiguous. Each walk is repeated, so that it is simulated,
+// then cached, then looked up.
 TEST(Walker, Tables) {
   const char* const rows[][3] = {
       {"1 ( 2 | 3 4 ) ( 5 | 6 )* 7", "1345637", "t1 t3 t4 t5 t6 - t7."},
-      // A repeated part at the end never ends the line; at the beginning it may be left out.
+      // A repeated part at the end never terminates the line; at the beginning it may be omitted.
       {"2 ( 1 )*", "211", "t2 t1 t1"},
       {"( 1 )* 2", "2", "t2."},
-      // Of a sequence that repeats all is possible, though it is accepted in its order only.
+      // The words of a repeated sequence are accepted in their order only.
       {"3 ( 1 2 )*", "312", "t3 t1 t2"},
       // Two paths to the end; of nodes the one inserted later is returned, of fragments the one
       // inserted earlier. The shortest command wins, whatever else may follow.
       {"1 | 1", "11", "t1'.! -."},
       {"[ 1 ] | [ 1 ] | [ ]", "1", "t1'.!"},
       {"1 2 | [ 1 ] | [ ]", "12", "t1'. t2."},
-      // Several matches, of which only one goes on.
+      // Several matches, only one of which leads to the next token.
       {"1 2 4 | 1 3 5 | 1 2 3 6", "1236", "t1'' t2 t3' t6."},
       {"1 2 4 | 1 3 5 | 1 2 3 6", "135", "t1'' t3 t5."},
   };
@@ -73,14 +72,14 @@ TEST(Walker, WithoutAGraph) {
   }
   EXPECT_EQ(Walker().possibleNodes(nodes), 0U);
   EXPECT_EQ(nodes.size(), 2);
-  // No node ends a graph that there is not.
+  // Without a graph no node terminates the line.
   const auto graph = SyntaxOf("1");
   Walker other;
   other.goBack(SuccessorsOf(*graph->start)[0]);
   EXPECT_EQ(other.isTerminated(), 0U);
 }
 
-TEST(Walker, FollowsTheEndOfTheGraph) {
+TEST(Walker, NoticesANewEndOfTheGraph) {
   const auto graph = SyntaxOf("1 ( 2 | 3 )");
   YcluiSyntaxNode other;
   YcluiSyntaxNode* end = graph->end;
@@ -95,7 +94,7 @@ TEST(Walker, FollowsTheEndOfTheGraph) {
   graph->end = end;
 }
 
-TEST(Walker, CountsAsAChangeWhatMakesANodePossible) {
+TEST(Walker, GenerationDependsOnPossibleNodes) {
   const auto graph = SyntaxOf("1");
   YcluiSyntaxNode* word = SuccessorsOf(*graph->start)[0];
   word->kind = YcluiNodeClosure;
@@ -109,36 +108,13 @@ TEST(Walker, CountsAsAChangeWhatMakesANodePossible) {
   EXPECT_NE(walker.generation(), generation);
 }
 
-// A host may change a node by hand, and says so.
-TEST(Walker, SearchesManyIndefiniteNodes) {
-  const auto graph = SyntaxOf("1");
-  std::string words;
-  for (int id = 100; id < 120; ++id) words += std::to_string(id) + " | ";
-  const auto indefinite = SyntaxOf(words + "120 | 121 | 120");
-  const auto nodes = SuccessorsOf(*indefinite->start);
-  Walker walker;
-  walker.syntaxGraph(graph.get());
-  walker.setIndefiniteNode(indefinite->start);
-  for (int visit = 0; visit < 3; ++visit) {
-    EXPECT_EQ(walker.indefiniteNode(119), nodes[3]);
-    EXPECT_EQ(walker.stepNext(100), nodes.back());
-    EXPECT_EQ(walker.indefiniteNode(120), nodes[0]) << "the first of two";
-  }
-  nodes.back()->tokenId = 200;
-  nodes[0]->tokenId = 300;
-  YcluiSyntaxNode::NoteChange();
-  EXPECT_EQ(walker.indefiniteNode(100), nullptr);
-  EXPECT_EQ(walker.indefiniteNode(200), nodes.back());
-  EXPECT_EQ(walker.indefiniteNode(120), nodes[2]);
-}
-
-// Two languages of 20,000 words. A step of the one that changes is walked again, and no other.
-TEST(StepCache, IsEmptiedWithItsOwnGraphOnly) {
+// Two languages of 20,000 words. A change of one does not empty the cache of the other.
+TEST(StepCache, AChangeEmptiesTheCacheOfItsGraphOnly) {
   std::string words = "1{do}";
   for (int id = 2; id <= 20000; ++id) words += " | " + std::to_string(id) + "{do}";
   const std::unique_ptr<YcluiSyntaxGraph> graphs[] = {SyntaxOf(words), SyntaxOf(words)};
   Walker walkers[2];
-  // Whether the step is cached: the text of its action then is a copy.
+  // Whether the step is cached: then the text of its action is a copy.
   const auto isCached = [&walkers](int i, unsigned long id) {
     walkers[i].reset();
     const YcluiSyntaxNode* node = walkers[i].stepNext(id);
@@ -159,8 +135,8 @@ TEST(StepCache, IsEmptiedWithItsOwnGraphOnly) {
   EXPECT_TRUE(isCached(1, 30000) && isCached(1, 1));
 }
 
-// From each of these nodes all are possible, more steps than there is room for.
-TEST(StepCache, FullItStillFindsWhatItHasAndTheRestIsWalked) {
+// Every node is a successor of every other one, which makes more steps than the cache may hold.
+TEST(StepCache, StepsWithAFullCache) {
   constexpr unsigned long Words = 60;
   YcluiSyntaxGraph graph;
   std::vector<YcluiSyntaxNode*> nodes;
@@ -185,46 +161,16 @@ TEST(StepCache, FullItStillFindsWhatItHasAndTheRestIsWalked) {
   }
   EXPECT_GT(copies, 0);
   EXPECT_LT(copies, 10000) << "the cache was not full";
-}
-
-// What is kept for a place, without a walker: nothing at the first visit, from the second one on a
-// state; for a list of nodes a state at once.
-TEST(StepCache, LearnsPlacesUntilItIsFull) {
-  YcluiSyntaxNode nodes[3] = {YcluiSyntaxNode(1), YcluiSyntaxNode(2), YcluiSyntaxNode(2)};
-  YcluiSyntaxNodeStk matches;
-  for (YcluiSyntaxNode& node : nodes) matches.push(&node);
-  YcluiStepCache cache;
-  bool shouldLearn = true;
-  std::uint64_t generation = 0;
-  for (int filling = 0; filling < 2; ++filling) {
-    EXPECT_NE(cache.generation(&nodes[0]), generation);
-    generation = cache.generation(&nodes[0]);
-    cache.dependOn(&nodes[1]);
-    EXPECT_TRUE(cache.find({&nodes[0]}, shouldLearn) == nullptr && !shouldLearn);
-    EXPECT_TRUE(cache.find({&nodes[0]}, shouldLearn) == nullptr && shouldLearn);
-    YcluiWalkState* state = cache.learn({&nodes[0]}, matches);
-    EXPECT_TRUE(cache.find({&nodes[0]}, shouldLearn) == state && !shouldLearn);
-    EXPECT_TRUE(state->step(1)->node == &nodes[0] && state->step(1)->isSingle);
-    EXPECT_TRUE(state->step(2)->node == &nodes[2] && !state->step(2)->isSingle);
-    EXPECT_EQ(state->step(3), nullptr);
-    YcluiSyntaxNodeStk list;
-    int states = 0;
-    for (; states < 1000; ++states) {
-      list.push(&nodes[states % 3]);
-      if (cache.find({nullptr, &list}, shouldLearn) != nullptr || !shouldLearn) break;
-      if (cache.learn({nullptr, &list}, matches) == nullptr) break;
-    }
-    EXPECT_TRUE(states > 3 && states < 30) << states;
-    EXPECT_TRUE(cache.find({nullptr, &list}, shouldLearn) == nullptr && !shouldLearn);
-    const char* text = "kept";
-    EXPECT_EQ(cache.keptText(text), text);
-    EXPECT_EQ(cache.find({&nodes[0]}, shouldLearn), state);
-    EXPECT_EQ(cache.generation(&nodes[0]), generation);
-    nodes[1].append(&nodes[2]);
+  nodes[0]->append(graph.end);
+  for (int visit = 0; visit < 4; ++visit) {
+    walker.reset();
+    EXPECT_EQ(walker.stepNext(1), nodes[0]);
   }
+  EXPECT_NE(walker.actionText(*nodes[0]), nodes[0]->action->buffer)
+      << "the change did not empty it";
 }
 
-TEST(Walker, DoesAsTheReferenceOnRandomGraphs) {
+TEST(Walker, TheSameAsTheReference) {
   std::mt19937 random(20);
   for (int trial = 0; trial < 8000; ++trial) {
     std::vector<std::uint8_t> bytes(random() % 50 + 26);
@@ -239,7 +185,7 @@ TEST(Walker, DoesAsTheReferenceOnRandomGraphs) {
   }
 }
 
-// What follows runs on a small stack, and takes hours when it is not linear.
+// The rest runs on a small stack, and would take hours if it were not linear.
 
 std::unique_ptr<YcluiSyntaxGraph> Repeated(int n, const std::string& part) {
   std::string syntax = "1";
@@ -247,7 +193,7 @@ std::unique_ptr<YcluiSyntaxGraph> Repeated(int n, const std::string& part) {
   return SyntaxOf(syntax);
 }
 
-// One node that is reached by as many links as lead on from it.
+// One node with n links to it and n links from it.
 std::unique_ptr<YcluiSyntaxGraph> Crossroads(int n) {
   auto graph = SyntaxOf("1");
   YcluiSyntaxNode* node = SuccessorsOf(*graph->start)[0];
@@ -259,7 +205,7 @@ std::unique_ptr<YcluiSyntaxGraph> Crossroads(int n) {
 }
 
 void* WalkLargeGraphs(void*) {
-  // A chain, alternatives, paths that part and meet again without a token, one node with all links.
+  // A chain, alternatives, paths that fork and join without a token, one node with all links.
   const std::unique_ptr<YcluiSyntaxGraph> graphs[] = {
       Repeated(999999, " 1"), Repeated(499999, " | 1"), Repeated(100000, " ( | )"),
       Crossroads(100000)};
@@ -288,7 +234,7 @@ void* WalkLargeGraphs(void*) {
   return nullptr;
 }
 
-// Two caches that have read the same nodes both learn of a change.
+// A change of nodes that two caches have read empties both.
 TEST(Walker, IndefiniteNodesOfTwoGraphs) {
   const std::unique_ptr<YcluiSyntaxGraph> graphs[] = {SyntaxOf("1"), SyntaxOf("2")};
   YcluiSyntaxNode root;
