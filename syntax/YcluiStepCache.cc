@@ -143,10 +143,7 @@ YcluiSyntaxNode* YcluiStepCache::successor(const YcluiSyntaxNode& root, std::uin
 void YcluiStepCache::readSuccessors(const YcluiSyntaxNode& root) {
   successors_.clear();
   dependOn(&root);
-  for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) {
-    dependOn(i.node());
-    successors_.add({i.node()});
-  }
+  for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) successors_.add({i.node()});
   successorRoot_ = &root;
   successorChanges_ = changes_.changes();
 }
