@@ -49,7 +49,7 @@ constexpr const char* Tcl = "Tcl";
 
 class PeerBench {
  public:
-  // With languages of 10 commands, and ten times as many, up to `largest`.
+  // The languages have 10, 100, ... commands, up to `largest`.
   explicit PeerBench(int largest)
       : largest_(largest), lines_(10 * largest), fewLines_(2 * largest) {
     for (int size = Smallest; size <= largest; size *= 10) sizes_.push_back(size);
@@ -100,7 +100,7 @@ void PeerBench::measureAll() {
   allocations_ += AddWarmAllocations(results_);
 }
 
-// First of all, while this process is small.
+// Called first, while this process is small.
 void PeerBench::measureMemory() {
   for (const int size : sizes_) {
     const Language language(size);
@@ -114,8 +114,9 @@ void PeerBench::measureMemory() {
   }
 }
 
-// Size by size, each language as many times as makes the same number of commands: after a smaller
-// language the memory of a larger one would be new to the process each time.
+// The sizes are measured one after the other, because the memory of a large language would be new
+// to the process each time after a smaller one. Each language is built so many times that the
+// number of commands is the same.
 void PeerBench::measureBuilding() {
   for (const int size : sizes_) {
     const Language language(size);

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t Plane = 0x10000;  // all characters of the encoding are below
 constexpr char Wide[] = "UTF-16BE";     // all characters of the encoding are two bytes of it
 
-// NUL never crosses, so 0 means "none" in all three tables.
+// NUL is never converted, so 0 means "none" in all three tables.
 struct Tables {
   std::array<std::uint16_t, 256> single{};
   std::array<std::uint16_t, Plane> pair{};
@@ -24,7 +24,7 @@ struct Tables {
   void addLookAlikes(YTextConverter& encode);
 };
 
-// Replaces `out` by what `in` becomes; empty when that is no whole character.
+// Replaces `out` by the conversion of `in`; makes it empty when `in` is not a complete character.
 void ConvertOne(YTextConverter& converter, std::string_view in, std::string& out) {
   out.clear();
   if (converter.convert(in, out) < in.size()) out.clear();
@@ -55,7 +55,7 @@ Tables::Tables() {
   }
 }
 
-// Only what comes back as itself is a character.
+// Only codes that are converted back to themselves are characters.
 void Tables::addCharacter(YTextConverter& decode, YTextConverter& encode, std::string_view bytes) {
   std::string wide;
   std::string back;
@@ -117,7 +117,7 @@ void AppendUtf8Character(char32_t c, std::string& utf8) {
   }
 }
 
-// The length of a UTF-8 character by its first byte; 0 when no character begins with that.
+// The length of a UTF-8 character by its first byte; 0 when the byte starts no character.
 std::size_t Utf8Length(unsigned char first) {
   if (first < 0x80) return 1;
   if (first >= 0xC2 && first < 0xE0) return 2;
@@ -126,7 +126,7 @@ std::size_t Utf8Length(unsigned char first) {
   return 0;
 }
 
-// Reads the first character; 0 in `length` when there is none.
+// Reads the first character. Sets `length` to 0 when it is invalid.
 char32_t FirstOfUtf8(std::string_view utf8, std::size_t& length) {
   static constexpr std::array<char32_t, 5> Least = {0, 0, 0x80, 0x800, 0x10000};
   const auto first = static_cast<unsigned char>(utf8.front());

@@ -1,5 +1,4 @@
-// Unicode characters, between text inside the process, UTF-8 and those of a script engine. Internal
-// to the system.
+// Conversion between text inside the process, Unicode characters and UTF-8. Internal to the system.
 
 #ifndef FOUNDATION_YCHARACTERS_H_
 #define FOUNDATION_YCHARACTERS_H_
@@ -10,43 +9,45 @@
 
 #include "foundation/YTypes.h"
 
-// "Bytes" are text in the encoding inside (YEncoding::Inside). A byte that is part of no character,
-// or of a pair that would come back as another pair, is a character alone, the private-use one of
-// U+F700 plus its value: any bytes come back as they were. Double-byte text is converted through
-// tables that are made at first use.
+// "Bytes" are text in the encoding inside the process (YEncoding::Inside). A byte that is in no
+// character, or in a pair that would be converted back to another pair, becomes the private-use
+// character U+F700 plus its value. So any bytes can be converted to characters and back without
+// loss. Double-byte text is converted with tables that are made at first use.
 class YQRT_API YCharacters {
  public:
   // The private-use character of byte 0; those of the other bytes follow.
   static constexpr char32_t LoneByte = 0xF700;
 
-  // Whether this machine can convert the encoding inside. Without that nothing here works.
+  // Whether this machine can convert the encoding inside. Otherwise nothing else here may be
+  // called.
   static bool CanConvert();
 
-  // Whether every byte is below 128: such text is the same in all forms.
+  // Whether every byte is below 128. Such text is the same in all encodings used here.
   static bool IsAscii(std::string_view text);
 
   // Appends the characters of the bytes. Never fails.
   static void AppendFromBytes(std::string_view bytes, std::u32string& characters);
 
-  // The bytes of a character as a number: one byte, or lead * 256 + trail; -1 when the encoding has
-  // no such character. A character that has a double-byte look-alike in the encoding (the wave dash
-  // of other systems) becomes that; none becomes another single byte.
+  // The bytes of a character as a number: one byte, or lead * 256 + trail; -1 when the encoding
+  // does not have the character. A character for which other systems use another code point (the
+  // wave dash) is converted to its double-byte equivalent; no character is converted to the single
+  // byte of another one.
   static int CodeOf(char32_t character);
 
-  // Appends the bytes of the characters. False, at the first character outside the encoding.
+  // Appends the bytes of the characters. Stops at the first character that the encoding does not
+  // have, and returns false.
   static bool AppendBytes(std::u32string_view characters, std::string& bytes);
 
-  // Appends the characters of a UTF-8 text. Returns how many of its bytes were read: less than all
-  // when the text is no UTF-8 from there on.
+  // Appends the characters of a UTF-8 text. Returns the number of bytes read, which is the offset
+  // of the first invalid sequence if there is one.
   static std::size_t AppendFromUtf8(std::string_view utf8, std::u32string& characters);
   static void AppendUtf8(std::u32string_view characters, std::string& utf8);
 
   static std::string Utf8FromBytes(std::string_view bytes);
-  // A character outside the encoding becomes a question mark.
+  // A character that the encoding does not have becomes a question mark.
   static std::string BytesFromUtf8(std::string_view utf8);
 
-  // The length of the longest part of the bytes that has at most `room` of them and ends between
-  // two characters.
+  // The length of the longest prefix of at most `room` bytes that ends between two characters.
   static std::size_t CutBetween(std::string_view bytes, std::size_t room);
 };
 

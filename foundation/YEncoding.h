@@ -1,22 +1,22 @@
-// Which encodings the process works in. Internal to the system.
+// The encodings of the process. Internal to the system.
 
 #ifndef FOUNDATION_YENCODING_H_
 #define FOUNDATION_YENCODING_H_
 
 #include "foundation/YTypes.h"
 
-// The names are those that iconv knows.
+// Names of encodings for iconv.
 class YQRT_API YEncoding {
  public:
-  // Of text inside the process. Shift_JIS is called CP932 here, since iconv's SHIFT_JIS turns a
-  // backslash into a yen sign.
+  // The encoding of text inside the process: Shift_JIS as CP932, because iconv's SHIFT_JIS converts
+  // a backslash to a yen sign.
   static const char* Inside() { return "CP932"; }
-  // The same for messages.
+  // Its name in messages.
   static const char* InsideInWords() { return "code page 932"; }
 
-  // Of the locale: file names, and what scripts read and write. A locale that has ASCII only, as in
-  // a process that never calls setlocale, counts as UTF-8: ASCII is a part of it, and names with
-  // other characters come from programs that use UTF-8.
+  // The encoding of the locale: of file names and of the files that scripts read and write. A
+  // locale with ASCII only, as in a process that never calls setlocale, is treated as UTF-8,
+  // because file names with other characters are made by programs that use UTF-8.
   static const char* OfLocale();
 };
 

@@ -14,7 +14,8 @@ std::size_t PassByte(std::string_view rest, std::string& to) {
   return 1;
 }
 
-// Passes a whole character of the encoding inside: converted, its second byte would be another one.
+// Copies a whole character of the encoding inside, because its second byte alone would be converted
+// as another character.
 std::size_t PassCharacter(std::string_view rest, std::string& to) {
   const bool isDouble = rest.size() > 1 && YIsKanjiLead(static_cast<unsigned char>(rest[0])) &&
                         YIsKanjiTrail(static_cast<unsigned char>(rest[1]));
@@ -22,7 +23,7 @@ std::size_t PassCharacter(std::string_view rest, std::string& to) {
   return isDouble ? 2 : 1;
 }
 
-// What cannot be converted passes as it is.
+// Bytes that cannot be converted are copied.
 std::string Converted(const char* from, const char* to, std::string_view text,
                       YTextConverter::Replace pass) {
   YTextConverter converter(from, to);
@@ -32,7 +33,7 @@ std::string Converted(const char* from, const char* to, std::string_view text,
   return converted;
 }
 
-// The text itself when not all of it can be converted.
+// Returns the text itself when not all of it can be converted.
 std::string ConvertedWhole(const char* from, const char* to, std::string_view text) {
   YTextConverter converter(from, to);
   std::string converted;

@@ -1,5 +1,5 @@
-// File names between text and the file system, which has them in the encoding of the locale
-// (YEncoding::OfLocale). Internal to the system.
+// Conversion of file names, which are in the encoding of the locale (YEncoding::OfLocale). Internal
+// to the system.
 
 #ifndef FOUNDATION_YFILENAME_H_
 #define FOUNDATION_YFILENAME_H_
@@ -9,17 +9,17 @@
 
 #include "foundation/YTypes.h"
 
-// Every conversion accepts any bytes.
+// All conversions accept any bytes.
 class YQRT_API YFileName {
  public:
-  // The name of the file that a text means. A character without a counterpart passes byte for byte.
+  // The file name for a text. The bytes of a character that cannot be converted are copied.
   static std::string FromText(std::string_view text);
-  // The text that means the file of that name. False, and `text` is left alone, when there is none:
-  // the name has a character that the encoding inside lacks.
+  // The text for a file name. Returns false and leaves `text` unchanged when the name has a
+  // character that the encoding inside does not have.
   static bool ToText(std::string_view name, std::string& text);
 
-  // The same in UTF-8, for scripts: any name has a text, from which it comes back as it was. Bytes
-  // that are no text of the locale become the private-use characters of YCharacters.
+  // The same in UTF-8, for scripts. Any name can be converted to UTF-8 and back without loss: bytes
+  // that are invalid in the locale become the private-use characters of YCharacters.
   static std::string FromUtf8(std::string_view utf8);
   static std::string ToUtf8(std::string_view name);
 };

@@ -1,4 +1,4 @@
-// Conversion between two encodings. Internal to the system: hosts have no need of it.
+// Conversion between two encodings. Internal to the system.
 
 #ifndef FOUNDATION_YTEXTCONVERTER_H_
 #define FOUNDATION_YTEXTCONVERTER_H_
@@ -9,7 +9,7 @@
 
 #include "foundation/YTypes.h"
 
-// One direction of iconv, which is called nowhere else.
+// A conversion by iconv in one direction. No other code calls iconv.
 class YQRT_API YTextConverter {
  public:
   YTextConverter() = default;
@@ -18,17 +18,17 @@ class YQRT_API YTextConverter {
   YTextConverter(const YTextConverter&) = delete;
   YTextConverter& operator=(const YTextConverter&) = delete;
 
-  // False, and nothing is open, when this machine's iconv has no such conversion.
+  // Returns false, and the converter is closed, when iconv does not have the conversion.
   bool open(const char* from, const char* to);
   bool isOpen() const { return handle_ != nullptr; }
 
-  // Appends the conversion of `bytes` to `to`, from the initial shift state back to it. Returns how
-  // many bytes were converted: all of them, or those before the first that cannot be.
-  // REQUIRES: isOpen()
+  // Appends the conversion of `bytes` to `to`. It starts and ends in the initial shift state.
+  // Returns the number of bytes that were converted, which is the offset of the first invalid ones
+  // if there are any. REQUIRES: isOpen()
   std::size_t convert(std::string_view bytes, std::string& to);
 
-  // Appends something to `to` in place of the first bytes of `rest`, which cannot be converted, and
-  // returns how many bytes it has replaced, at least 1.
+  // Appends a replacement for the first bytes of `rest`, which cannot be converted, and returns how
+  // many bytes it replaces, at least 1.
   using Replace = std::size_t (*)(std::string_view rest, std::string& to);
   // Converts all of `bytes`, with replacements. REQUIRES: isOpen()
   void convertAll(std::string_view bytes, std::string& to, Replace replace);

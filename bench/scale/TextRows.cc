@@ -50,7 +50,7 @@ Work Playback(long lines, long times) {
   });
 }
 
-// The cost of a played line without the reader of files.
+// A played line, without the time to read a file.
 Work LinesWithoutFile(long lines, long times) {
   const auto parser = std::make_shared<DraftingParser>();
   return ForEachPiece(lines * times,
@@ -78,7 +78,7 @@ Work Aliases(long count, long times) {
   });
 }
 
-// A frame that only grows, while callbacks are given its text, and is emptied token by token.
+// A frame grows while callbacks receive its text, and is then emptied token by token.
 Work FrameWork(const SharedParser& parser, const std::string& text, long tokens, long times) {
   parser->setEchoProcedure([](void*, const char*) {}, nullptr);
   parser->setSynCallback([](void*, const char*, const char*) {}, nullptr);
@@ -95,8 +95,8 @@ Work LongFrame(long tokens, long times) {
   return FrameWork(std::make_shared<DraftingParser>(), text, tokens, times);
 }
 
-// Each token of the upper frame makes the parser look for the first word of the command in both
-// frames, and no command has begun in either.
+// For each token of the upper frame the parser searches both frames for the first word of the
+// command, and no command has begun in either.
 Work InterruptingFrame(long tokens, long times) {
   const auto parser = std::make_shared<DraftingParser>();
   const std::string text = Repeated("; ", tokens);

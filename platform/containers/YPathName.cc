@@ -11,10 +11,10 @@
 
 namespace {
 
-// How many links to links are followed, as many as the file system follows.
+// The number of links to links that are followed; the file system follows as many.
 constexpr int LongestChain = 40;
 
-// Puts a name of the file system into `path`, if there is a text that means it.
+// Sets `path` to the text of a file name, if it can be converted.
 bool TakeName(const char* name, YString& path) {
   std::string text;
   if (!YFileName::ToText(name, text)) return false;
@@ -22,22 +22,22 @@ bool TakeName(const char* name, YString& path) {
   return true;
 }
 
-// Frees a text that the C library has allocated; empty for null.
+// Copies and frees a text that the C library has allocated; null gives an empty string.
 YString Taken(char* text) {
   YString s(text);
   std::free(text);
   return s;
 }
 
-// Where the link `name` leads; empty when it is no link.
+// The target of the link `name`; empty when it is not a link.
 YString LinkTarget(const YString& name) {
   char target[PATH_MAX];
   const ssize_t n = readlink(name.buffer, target, sizeof target);
   return n < 1 ? YString() : YString(target, static_cast<int>(n));
 }
 
-// The resolved name of the file, which need not exist yet, neither under that name nor where a link
-// leads. Empty when its folder cannot be resolved.
+// The resolved name of a file. Neither the file nor the target of a link needs to exist. Empty when
+// the folder cannot be resolved.
 YString Resolve(YString name) {
   for (int links = 0; links < LongestChain; ++links) {
     YString whole = Taken(realpath(name.buffer, nullptr));
@@ -58,8 +58,8 @@ YString Resolve(YString name) {
   return YString();
 }
 
-// The path without doubled slashes and single dots. Double dots stay, since a link may precede
-// them, and so does a slash at the end, which says that a folder is meant.
+// The path without doubled slashes and single dots. Double dots are kept, because the part before
+// them may be a link, and so is a slash at the end, because it means a folder.
 YString Tidy(const char* path) {
   YString tidy;
   for (const char* p = path; *p != '\0';) {

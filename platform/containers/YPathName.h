@@ -13,13 +13,13 @@ class YQRT_API YPathName {
 
   explicit YPathName(const char* text) : path(text) {}
 
-  // Makes the path absolute, from the present working folder. An empty path stays empty, and a
-  // relative one relative while the working folder has no name in the encoding of texts.
+  // Makes the path absolute. An empty path remains empty. A relative path remains relative when the
+  // working folder has no name in the encoding of texts.
   void expand();
-  // Resolves the folder of an absolute path (links, dots, doubled slashes) and a link in the last
-  // part, even to a file that does not exist yet. Where the folder cannot be resolved, or has no
-  // name in the encoding of texts, doubled slashes and single dots are removed, which does not
-  // change which file is meant. "~" has no meaning.
+  // Resolves links, dots and doubled slashes in the folder of an absolute path, and a link in the
+  // last part, even one to a file that does not exist yet. When the folder cannot be resolved, or
+  // has no name in the encoding of texts, only doubled slashes and single dots are removed. "~" has
+  // no special meaning.
   void pack();
 };
 

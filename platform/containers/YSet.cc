@@ -91,8 +91,7 @@ YWord YSet::contains(const void* item) const {
   return search(item) == nullptr ? 0 : 1;
 }
 
-// The set is emptied first, so that a destructor of an item that uses the set finds no deleted
-// item.
+// The set is emptied first, so that the destructor of an item can use the set.
 void YSet::deleteAll() {
   const Items* items = std::exchange(items_, nullptr);
   if (items == nullptr) return;
