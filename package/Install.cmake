@@ -1,12 +1,12 @@
-# What `cmake --install` puts where: the libraries, their headers in the folders of the tree, a CMake
-# package and a pkg-config file. The program installs itself (program/).
+# The files that `cmake --install` copies: the libraries, their headers in the folders of the tree, a
+# CMake package and a pkg-config file. The program has install rules of its own (program/).
 
 include(CMakePackageConfigHelpers)
 
 set(header_root ${CMAKE_INSTALL_INCLUDEDIR}/yqrtClui)
 set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
 
-# What a host may include, and what that needs.
+# The headers that a host may include, and those that they include.
 set(public_headers
   foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
   foundation/YKanji.h foundation/YMemory.h foundation/YPooled.h foundation/YStack.h
@@ -41,7 +41,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cma
                                  COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cmake DESTINATION ${package_root})
 
-# The file finds its prefix from its own place: an installation may be moved.
+# The prefix is relative to the file's location, so that an installation can be moved.
 set(pkgconfig_root ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_root} /)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/yqrtClui.pc.in ${PROJECT_BINARY_DIR}/yqrtClui.pc @ONLY)

@@ -1,9 +1,9 @@
-// All of the library for a host, in one include:
-//   YcluiParser      a command line with all its state: text goes in here
-//   YcluiSyntaxGraph the syntax that a parser walks, built of nodes or by scripts
-//   YcluiLex         words, aliases and variables of a parser
+// Includes the whole library for a host:
+//   YcluiParser      a command line with all its state; a host passes text to it
+//   YcluiSyntaxGraph the syntax that a parser walks, built from nodes
+//   YcluiLex         the words, aliases and variables of a parser
 //   YErr             the errors that were recorded
-//   YuiTextField     what a text field of the host derives from
+//   YuiTextField     the base class of a host's text field
 //   CluiLibrary...   the entry points for a script engine
 
 #ifndef YQRTCLUI_H_

@@ -1,7 +1,7 @@
 // The handles of scripts for syntax fragments and indefinite nodes. Internal to script/.
 //
 // A handle is a plain address, so a set of the existing fragments distinguishes a valid one from
-// one that was consumed already and from other kinds of handles. A look-up takes constant time.
+// one that was consumed already and from other kinds of handles. A look-up has constant cost.
 
 #ifndef SCRIPT_YCSCMHANDLES_H_
 #define SCRIPT_YCSCMHANDLES_H_

@@ -66,7 +66,7 @@ struct Text {
   std::size_t firstPlace = 0;
   SCM module = SCM_BOOL_F;  // the current module before the text
   SCM stop = SCM_BOOL_F;    // the continuation that ends the text
-  std::string printed;      // the value, in Shift_JIS
+  std::string printed;      // the value, in the encoding inside (YEncoding)
   ScmVMError error;
 };
 
@@ -161,8 +161,8 @@ void DropTo(std::size_t height);
 SCM FromUtf8(std::string_view utf8);
 void ToUtf8(SCM string, std::string& utf8);
 SCM FromBytes(std::string_view bytes);
-// The string in Shift_JIS, valid until the running primitive returns. Null, with the expected type
-// in `expected`, when the string cannot be converted.
+// The string in the encoding inside (YEncoding), valid until the running primitive returns. Null,
+// with the expected type in `expected`, when the string cannot be converted.
 const char* ToBytes(SCM string, const char*& expected);
 void FreeStrings(std::size_t first);
 

@@ -13,8 +13,8 @@ namespace {
 
 // The functions from here to EnterText are called from Scheme and may raise.
 
-// Writes the values that most commands return without a port, because a port takes as long as the
-// rest of a plain call. Returns false for any other value.
+// Writes the values that most commands return without a port, because a port costs as much time as
+// the rest of a plain call. Returns false for any other value.
 bool WriteCommon(SCM value, std::string& printed) {
   if (SCM_I_INUMP(value)) {
     printed = std::to_string(SCM_I_INUM(value));

@@ -1,5 +1,5 @@
 // Reading the text of most commands: a single call of a name with constant arguments. Guile's
-// reader takes ten times as long as the rest of such a call.
+// reader is ten times slower than the rest of such a call.
 //
 // The result is always what Guile would read. Text whose meaning could differ, or can be changed by
 // the options of Guile's reader, is left to Guile: a name with a capital letter or a colon, a

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 #include "platform/engine/YseEngine.h"
 
 namespace yse {
@@ -220,10 +221,11 @@ double ScmVMExternal::StackPopDouble(YStatus& status) {
 long ScmVMExternal::StackPopChar(YStatus& status) {
   const Popped popped = Pop(status);
   if (!popped.isThere()) return 0;
+  static const std::string inEncoding = std::string("a character of ") + YEncoding::InsideInWords();
   const bool isChar = SCM_CHARP(popped.value);
   const int code = isChar ? YCharacters::CodeOf(SCM_CHAR(popped.value)) : -1;
   if (code >= 0) return code;
-  ReportBadType(status, popped.argNum, isChar ? "a Shift_JIS character" : NameOfType(YScmArgChar),
+  ReportBadType(status, popped.argNum, isChar ? inEncoding.c_str() : NameOfType(YScmArgChar),
                 popped.value);
   return 0;
 }

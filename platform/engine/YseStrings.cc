@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 #include "platform/engine/YseEngine.h"
 
 namespace yse {
@@ -16,7 +17,6 @@ namespace {
 constexpr std::size_t ShortString = 64;
 
 constexpr const char* WithNul = "a string without NUL characters";
-constexpr const char* OutsideEncoding = "a string of Shift_JIS characters";
 
 // Guile raises an error when there is no memory for its copy, which would skip C++ destructors
 // here.
@@ -93,7 +93,9 @@ const char* ToBytes(SCM string, const char*& expected) {
   }
   engine.bytes.clear();
   if (!YCharacters::AppendBytes(engine.characters, engine.bytes)) {
-    expected = OutsideEncoding;
+    static const std::string inEncoding =
+        std::string("a string of characters of ") + YEncoding::InsideInWords();
+    expected = inEncoding.c_str();
     return nullptr;
   }
   return Keep(engine.bytes);
