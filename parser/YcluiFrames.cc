@@ -12,7 +12,8 @@ YcluiFrames::~YcluiFrames() {
 // --- Syntax
 
 void YcluiFrames::replaceSyntax(YcluiSyntaxGraph* graph) {
-  if (graph_ != nullptr && graph_ != graph) retiredGraphs_.push(graph_);
+  if (graph_ != nullptr) retiredGraphs_.push(graph_);
+  recall(*graph);
   graph_ = graph;
   dropAll();
   replaceIndefiniteRoot();
@@ -25,8 +26,18 @@ void YcluiFrames::addIndefinite(YcluiSyntaxNode* node) {
   indefiniteRoot_->append(node);
 }
 
-// The previous root keeps its nodes until it is freed, since a token that is being processed still
-// steps through them.
+// A graph that is set again before it is destroyed is in use again.
+void YcluiFrames::recall(const YcluiSyntaxGraph& graph) {
+  for (int i = 0; i < retiredGraphs_.count(); ++i) {
+    if (retiredGraphs_.at(i) != &graph) continue;
+    retiredGraphs_.at(i) = retiredGraphs_.topSlot();
+    retiredGraphs_.drop();
+    return;
+  }
+}
+
+// The previous root keeps its nodes until it is freed, since the token that is being processed may
+// be at one of them.
 void YcluiFrames::replaceIndefiniteRoot() {
   auto* root = YChecked(new (std::nothrow) YcluiSyntaxNode);
   if (indefiniteRoot_ != nullptr) retiredRoots_.push(indefiniteRoot_);
@@ -38,14 +49,14 @@ void YcluiFrames::freeRetired() {
   for (; retiredRoots_.isEmpty() == 0; retiredRoots_.drop()) freeRoot(retiredRoots_.topSlot());
 }
 
-// Its nodes are kept under another root.
+// Destroys the root only; its nodes become successors of formerRoot_.
 void YcluiFrames::freeRoot(YcluiSyntaxNode* root) {
   if (formerRoot_ == nullptr) formerRoot_ = YChecked(new (std::nothrow) YcluiSyntaxNode);
   formerRoot_->takeSuccessors(*root);
   delete root;
 }
 
-// All of them at once: a node may have been added to several syntaxes.
+// Destroys them in one call, since a node may be a successor of several roots.
 void YcluiFrames::deleteIndefinites() {
   if (formerRoot_ != nullptr) indefiniteRoot_->append(formerRoot_);
   deleteNodesFrom(indefiniteRoot_);

@@ -1,4 +1,4 @@
-// The frames of a parser and the syntax that they walk.
+// The frames of a parser and their syntax. Internal to the parser.
 
 #ifndef PARSER_YCLUIFRAMES_H_
 #define PARSER_YCLUIFRAMES_H_
@@ -11,9 +11,9 @@
 #include "syntax/YcluiSyntaxGraph.h"
 
 // Owns the frames, the graph and the indefinite nodes. Callbacks and commands may replace any of
-// them while an operation of the parser goes on with the former ones: a frame that is in use is
-// destroyed by its last user, and a graph that was replaced, with its indefinite nodes, when
-// freeRetired is called.
+// them while an operation of the parser still uses the previous ones. So a frame in use is
+// destroyed by its last user, and a replaced graph is retired: it is destroyed by freeRetired.
+// Replaced indefinite nodes live as long as this object.
 class YcluiFrames {
  public:
   YcluiFrames() = default;
@@ -21,29 +21,32 @@ class YcluiFrames {
   YcluiFrames& operator=(const YcluiFrames&) = delete;
   ~YcluiFrames();
 
-  // Owns the graph from now on. There are no frames then, and no indefinite nodes.
+  // Takes ownership of the graph, which may be the present or a retired one, and removes all frames
+  // and indefinite nodes.
   void replaceSyntax(YcluiSyntaxGraph* graph);
-  // Owns the node from now on. Nothing without a syntax, or for null.
+  // Takes ownership of the node. Does nothing without a syntax, or for null.
   void addIndefinite(YcluiSyntaxNode* node);
-  // The indefinite nodes are its successors; null without a syntax.
+  // The node whose successors are the indefinite nodes; null without a syntax.
   const YcluiSyntaxNode* indefiniteRoot() const { return indefiniteRoot_; }
+  // Destroys the retired graphs. Called when no operation of the parser is running.
   void freeRetired();
 
-  // Puts an empty frame on top. False when there is no memory for it.
+  // Puts an empty frame on top. Returns false when there is no memory for it.
   bool push(const char* prefix);
-  // There must be a frame.
+  // Removes the top. There must be a frame.
   void drop();
   // The top; null without a frame.
   YcluiLineParser* current() const { return stack_.isEmpty() != 0 ? nullptr : stack_.topSlot(); }
   int depth() const { return stack_.count(); }
 
-  // The node on which the command began that the current frame interrupts; null without one.
+  // The first node of the command that the current frame interrupts; null without one.
   const YcluiSyntaxNode* interruptedNode() const;
-  // Whether the interrupted command admits the one in `frame`, which holds the accepted token.
+  // Whether the interrupted command admits the one in `frame`, whose last token was accepted by the
+  // node.
   bool admits(const YcluiLineParser& frame, const YcluiSyntaxNode& accepted) const;
 
-  // An operation continues with a frame after it has called out. While a frame is in use no other
-  // one can have its address.
+  // Keeps a frame for an operation that uses it again after a callback or command. Until then no
+  // other frame can have its address.
   class Use {
    public:
     explicit Use(YcluiLineParser& frame) : frame_(frame) { ++frame_.own.users; }
@@ -52,14 +55,14 @@ class YcluiFrames {
     ~Use() {
       if (--frame_.own.users == 0 && frame_.own.isGone) delete &frame_;
     }
-    // Whether it is still one of the frames.
+    // Whether the frame is still on the stack.
     bool isThere() const { return !frame_.own.isGone; }
 
    private:
     YcluiLineParser& frame_;
   };
 
-  // Callbacks look at the texts of a frame.
+  // Keeps the texts of a frame unchanged for a callback that receives them.
   class TextUse {
    public:
     explicit TextUse(YcluiLineParser& frame)
@@ -80,9 +83,10 @@ class YcluiFrames {
   YcluiSyntaxNode* indefiniteRoot_ = nullptr;
   YStack<YcluiSyntaxGraph*> retiredGraphs_;
   YStack<YcluiSyntaxNode*> retiredRoots_;
-  YcluiSyntaxNode* formerRoot_ = nullptr;  // its successors are the indefinite nodes of before
+  YcluiSyntaxNode* formerRoot_ = nullptr;  // its successors are the replaced indefinite nodes
 
   void dropAll();
+  void recall(const YcluiSyntaxGraph& graph);
   void replaceIndefiniteRoot();
   void freeRoot(YcluiSyntaxNode* root);
   void deleteIndefinites();

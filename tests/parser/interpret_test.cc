@@ -117,6 +117,21 @@ TEST(Interpret, TheSystemsSettersReturnTheHosts) {
   EXPECT_TRUE(syn != nullptr && syn == line.setSynCallback(nullptr, nullptr));
 }
 
+// A graph that was replaced or set already may be set again while an operation runs.
+TEST(Interpret, AGraphCanBeSetAgain) {
+  CommandLine line("go", "go{first}");
+  line.trace("run");
+  YcluiSyntaxGraph* graphs[] = {SyntaxOf(*line.lex(), "go{a}").release(),
+                                SyntaxOf(*line.lex(), "go{b}").release()};
+  line.at["run(first)"] = [&] {
+    for (const int i : {0, 1, 0, 0, 1, 0}) line.setSyntaxGraph(graphs[i]);
+  };
+  line.perform("go");
+  line.setSyntaxGraph(graphs[0]);
+  line.perform("go");
+  EXPECT_EQ(line.traced(), "run(first) run(a)");
+}
+
 // Where a step was looked up, the node itself is not asked for its action.
 TEST(Interpret, AnActionThatANodeGetsLaterFires) {
   CommandLine line("a b c");
