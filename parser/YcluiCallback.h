@@ -1,12 +1,12 @@
-// A callback of the host.
+// A callback of the host. Internal to the parser.
 
 #ifndef PARSER_YCLUICALLBACK_H_
 #define PARSER_YCLUICALLBACK_H_
 
 #include <utility>
 
-// A function and the data it was registered with, which is its first argument. Calling an unset
-// callback does nothing. The function may replace the callback while it runs.
+// A function and the data that is its first argument. Calling an unset callback does nothing. The
+// function may replace the callback while it runs.
 template <class Proc>
 struct YcluiCallback {
   Proc proc = nullptr;

@@ -9,10 +9,10 @@ namespace {
 
 using Words = YcluiCandidates::Words;
 
-// A list of so many words is made as fast as it is found.
+// Up to this length a list is made as fast as it is found in the cache.
 constexpr int FewWords = 32;
 
-// As std::strcmp compares, with no more of the word than the prefix is long.
+// Compares like std::strcmp, but only as many bytes of the word as the prefix has.
 int CompareBeginning(const char* word, std::string_view prefix) {
   return std::strncmp(word, prefix.data(), prefix.size());
 }
@@ -27,12 +27,12 @@ struct Id {
   std::uint64_t hash() const { return id; }
 };
 
-// Removes the nodes of those ids whose last node begins a command that may not interrupt.
+// Removes all nodes of an id when the last of them begins a command that may not interrupt.
 void KeepAdmitted(const YcluiSyntaxNode& interrupted, YcluiSyntaxNodeP_Array& nodes) {
   YHashTable<Id> seen;
   YHashTable<Id> barred;
   const auto contains = [](const YHashTable<Id>& ids, std::uint32_t id) {
-    return ids.find(id, [id](const Id& row) { return row.id == id; }) != nullptr;
+    return ids.find(id, [id](const Id& entry) { return entry.id == id; }) != nullptr;
   };
   for (int i = nodes.size() - 1; i >= 0; --i) {
     const YcluiSyntaxNode& node = *nodes.at(i);
@@ -109,7 +109,7 @@ void YcluiCandidates::findCached(std::string_view prefix, Words& found) {
   const auto end = std::partition_point(first, sorted_.end(), [prefix](const Sorted& sorted) {
     return CompareBeginning(sorted.word, prefix) == 0;
   });
-  // Looking at every word takes less time than sorting many of them.
+  // Comparing every word is faster than sorting many indexes.
   if (static_cast<std::size_t>(end - first) > words_.size() / 16) {
     for (const char* word : words_) AddMatching(word, prefix, found);
     return;

@@ -1,4 +1,4 @@
-// The words that could come next. Internal to the parser.
+// The words that can come next. Internal to the parser.
 
 #ifndef PARSER_YCLUICANDIDATES_H_
 #define PARSER_YCLUICANDIDATES_H_
@@ -12,32 +12,30 @@
 #include "lex/YcluiLex.h"
 #include "syntax/YcluiNfa.h"
 
-// Lists the words of the dictionary that the walker could accept next. The longest lists take long
-// to make and are asked for again with each letter that is typed, so the last one that was long is
-// cached, and sorted when it is asked for a second time. It is used where the walker's state, the
-// syntax and the dictionary are as they were.
+// Lists the words of the dictionary that the walker can accept next. A long list is slow to make,
+// and a host requests it again after each letter that is typed. So the last long list is cached,
+// and sorted at the second request. It is used as long as the walker's state, the syntax and the
+// dictionary have not changed.
 class YcluiCandidates {
  public:
   // Names of the lexer's words; null for a node without a word.
   using Words = std::vector<const char*, YAllocator<const char*>>;
 
-  // Fills `found` with the words that begin with the prefix, one for each node, in the order of
-  // possibleNodes; with null for a node without a word when the prefix is empty. False when the
-  // walker is terminated or has no graph.
+  // Replaces `found` by the words that begin with the prefix, one for each node, in the order of
+  // possibleNodes. A node without a word is null for an empty prefix and left out for another one.
+  // Returns false when the walker is terminated or has no graph.
   bool find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix, Words& found);
-  // The same, followed by those of the successors of `root`, and none without a word. Where a
-  // command that began with `interrupted` waits, words whose command it does not admit are left
-  // out. Of several nodes of one id, a step leads to the last.
+  // The same without nulls, followed by the words of the successors of `root`. `interrupted` is the
+  // first node of the command that the current one would interrupt, or null; words of commands that
+  // it does not admit are left out. Where several nodes have one id, a step leads to the last.
   void findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
                const YcluiSyntaxNode* interrupted, const YcluiLex& lexer, std::string_view prefix,
                Words& found);
-  // Discards the cached list.
-  void forget() { key_ = {}; }
 
  private:
   struct Key {
     const YcluiSyntaxNode* place = nullptr;  // null: nothing is cached
-    std::uint64_t generation = 0;
+    std::uint64_t generation = 0;            // differs for any two graphs
     std::uint64_t wordChanges = 0;
     bool operator==(const Key&) const = default;
   };
@@ -49,8 +47,8 @@ class YcluiCandidates {
 
   Key key_;
   Words words_;                                     // the cached list
-  std::vector<Sorted, YAllocator<Sorted>> sorted_;  // the same by name; empty until asked for
-  std::vector<std::size_t, YAllocator<std::size_t>> indexes_;  // of the words found in it
+  std::vector<Sorted, YAllocator<Sorted>> sorted_;  // the same by name; empty until it is needed
+  std::vector<std::size_t, YAllocator<std::size_t>> indexes_;  // indexes in words_ of those found
 
   void findCached(std::string_view prefix, Words& found);
   void sort();

@@ -19,19 +19,19 @@ constexpr char ClosingLines[] =
 
 }  // namespace
 
-YWord YcluiCommandLog::start(YcluiLogFile file, YWord append) {
+bool YcluiCommandLog::start(YcluiLogFile file, bool isAppended) {
   if (isOpen()) return cluiWarning(YErrLogIsOpen);
-  if (file.open(append != 0 ? "a" : "w") == 0) return cluiWarning(YErrNotOpened);
+  if (file.open(isAppended ? "a" : "w") == 0) return cluiWarning(YErrNotOpened);
   file_ = file;
   std::fputs(OpeningLines, file_);
   std::fflush(file_);
-  return 1;
+  return true;
 }
 
-YWord YcluiCommandLog::shut() {
-  if (!isOpen()) return 0;
+bool YcluiCommandLog::shut() {
+  if (!isOpen()) return false;
   std::fputs(ClosingLines, file_);
-  return file_.close();
+  return file_.close() != 0;
 }
 
 void YcluiCommandLog::giveUp() {
@@ -39,11 +39,11 @@ void YcluiCommandLog::giveUp() {
   file_.giveUp();
 }
 
-YWord YcluiCommandLog::write(const char* text, bool isPlayed) {
-  if (!isOpen()) return 0;
+bool YcluiCommandLog::write(const char* text, bool isPlayed) {
+  if (!isOpen()) return false;
   put(text, isPlayed);
   std::fflush(file_);
-  return 1;
+  return true;
 }
 
 void YcluiCommandLog::putToken(const YcluiToken& token, bool isPlayed) {

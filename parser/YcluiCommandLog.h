@@ -1,4 +1,4 @@
-// The command log.
+// The command log. Internal to the parser.
 
 #ifndef PARSER_YCLUICOMMANDLOG_H_
 #define PARSER_YCLUICOMMANDLOG_H_
@@ -8,9 +8,9 @@
 #include "parser/YcluiLogFile.h"
 #include "parser/YcluiLogNestStyle.h"
 
-// Writes the log file of a parser: opening lines, the text of tokens, closing lines. Text of a
-// playback is written as the nest style says. Everything is flushed at once, so that the file is
-// complete up to the last token at any moment.
+// Writes the log file of a parser: opening lines, the text of tokens, closing lines. For the text
+// of a playback the nest style decides. Each token is flushed, so the file is always complete up to
+// the last token.
 class YcluiCommandLog {
  public:
   bool isOpen() const { return file_.isOpenning() != 0; }
@@ -18,16 +18,19 @@ class YcluiCommandLog {
   bool writes(const YcluiLogFile& file) const { return isOpen() && file_ == file; }
   void setNestStyle(YcluiLogNestStyle style) { nestStyle_ = style; }
 
-  // 0 with YErrLogIsOpen or YErrNotOpened, as YErrWarning.
-  YWord start(YcluiLogFile file, YWord append);
-  // 0 without a log, and what YcluiLogFile::close returns.
-  YWord shut();
-  // Shuts the log; when it cannot be written out, it is closed all the same.
+  // Opens the log, at the end of the file when `isAppended`, and writes the opening lines. Returns
+  // false with YErrLogIsOpen or YErrNotOpened, as YErrWarning.
+  bool start(YcluiLogFile file, bool isAppended);
+  // Writes the closing lines and closes the file. Returns false when no log is open, and with
+  // YErrNotClosed when YcluiLogFile::close fails.
+  bool shut();
+  // Shuts the log, and closes the file even when not everything could be written.
   void giveUp();
 
-  // Adds a text, null adding none. 0 when no log is open.
-  YWord write(const char* text, bool isPlayed);
-  // Adds a token and its blank in one write to the file.
+  // Adds a text; null adds nothing. Returns false when no log is open. `isPlayed` says whether the
+  // text comes from a playback.
+  bool write(const char* text, bool isPlayed);
+  // Adds a token and a blank, with one flush.
   void writeToken(const YcluiToken& token, bool isPlayed) {
     if (isOpen()) putToken(token, isPlayed);
   }

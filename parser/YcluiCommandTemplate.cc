@@ -3,31 +3,24 @@
 #include <cstdint>
 #include <cstring>
 
+#include "foundation/YAscii.h"
 #include "foundation/YcluiLimits.h"
 
 namespace {
 
-// Larger than any number of tokens or arguments: where a number is read, counting on is of no use.
+// Larger than any number of tokens or arguments, so further digits make no difference.
 constexpr long Beyond = 1L << 40;
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool IsSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-// Reads white space, a sign and digits, and answers the place behind them; without a digit the
-// number is 0 and the place the one given.
+// Reads white space, a sign and digits, and returns their end. Without a digit the number is 0 and
+// the result is `from`.
 const char* ReadNumber(const char* from, long& number) {
   number = 0;
   const char* at = from;
-  while (IsSpace(*at)) ++at;
+  while (YIsWhiteSpace(*at)) ++at;
   const bool isNegative = *at == '-';
   if (*at == '-' || *at == '+') ++at;
-  if (!IsDigit(*at)) return from;
-  for (; IsDigit(*at); ++at) {
+  if (!YIsDigit(*at)) return from;
+  for (; YIsDigit(*at); ++at) {
     if (number < Beyond) number = number * 10 + (*at - '0');
   }
   if (isNegative) number = -number;
@@ -41,7 +34,7 @@ class TemplateFiller {
 
   // False when the result would be too long.
   bool fill(const char* commandTemplate) {
-    const char* plain = commandTemplate;  // where text begins that is not in the result yet
+    const char* plain = commandTemplate;  // start of the text that is not in the result yet
     const char* at = plain;
     while (*at != '\0' && !tooLong_) {
       if (*at == '$' && OpensForm(at[1])) {
@@ -60,7 +53,7 @@ class TemplateFiller {
   }
 
  private:
-  // Numbers of arguments that mean another part of a token.
+  // Argument numbers that select another part of a token.
   static constexpr long TheWord = -1;
   static constexpr long TheId = -2;
 
@@ -72,7 +65,7 @@ class TemplateFiller {
   bool tooLong_ = false;
 
   static bool OpensForm(char c) {
-    return c == 'c' || c == 'p' || c == '$' || c == '-' || IsDigit(c);
+    return c == 'c' || c == 'p' || c == '$' || c == '-' || YIsDigit(c);
   }
 
   void checkLength(std::size_t more) {
@@ -84,7 +77,7 @@ class TemplateFiller {
   }
   void append(const char* text) { append(text, std::strlen(text)); }
 
-  // Fills in the form whose "$" stands in front of `at`; answers the place behind it.
+  // Fills in the form whose "$" is before `at`, and returns its end.
   const char* fillForm(const char* at) {
     if (*at == 'c') {
       result_ << static_cast<std::int32_t>(context_);
@@ -101,7 +94,8 @@ class TemplateFiller {
     return fillSelected(number, at);
   }
 
-  // Reads the selector at `at` and fills in what it selects of the token with that number.
+  // Reads the selector at `at`, fills in the part that it selects of the token with that number,
+  // and returns the selector's end.
   const char* fillSelected(long number, const char* at) {
     long part = TheWord;
     if (*at == '#') {
@@ -151,7 +145,7 @@ class TemplateFiller {
 
 }  // namespace
 
-YWord YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
-                        const YcluiToken_Stack& tokens, YString& result) {
-  return TemplateFiller(context, parserNumber, tokens, result).fill(commandTemplate) ? 1 : 0;
+bool YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
+                       const YcluiToken_Stack& tokens, YString& result) {
+  return TemplateFiller(context, parserNumber, tokens, result).fill(commandTemplate);
 }

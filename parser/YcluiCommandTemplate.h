@@ -1,4 +1,5 @@
-// Command templates: the script text of a syntax node, with forms that stand for what was typed.
+// Command templates: the script text of a syntax node, with forms that are replaced by what was
+// typed. Internal to the parser.
 
 #ifndef PARSER_YCLUICOMMANDTEMPLATE_H_
 #define PARSER_YCLUICOMMANDTEMPLATE_H_
@@ -12,21 +13,21 @@
 //   $c        the context, as a signed decimal number
 //   $p        the number by which scripts know the parser
 //   $n        token number n
-//   $-n       the token n places before the last; $-0 is $0
+//   $-n       the token with the number of the last one minus n; but $-0 is $0
 //   $$        the last token
-//   \x        stays as it is, both bytes, so that \$ keeps a form from being one
-// Behind the last three of the forms a selector may stand:
+//   \x        both bytes unchanged, so that \$ does not begin a form
+// The three forms of tokens may be followed by a selector:
 //   none      the word of the token, without arguments
 //   #         its id
 //   [k]       its argument k, counted from 0: a long or a double as a number, a point as "X Y", a
-//             string as it is, without quotes and without escaping. [-1] is the word, [-2] the id
-// What does not exist is filled in as the empty text, and a "$" before anything else stays plain.
-// Bytes are looked at one by one; double-byte characters are not known here.
+//             string unchanged, without quotes or escaping. [-1] is the word, [-2] the id
+// A token or an argument that does not exist is replaced by the empty text. A "$" before any other
+// byte is copied. The template is read byte by byte, without regard to double-byte characters.
 //
-// Returns 1, or 0 when a form would make the result longer than YcluiLongestExpansion; then it is
-// of no use. A template without forms may be of any length. Linear in the template and in what is
-// filled in. `result` must not be part of the arguments.
-YWord YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
-                        const YcluiToken_Stack& tokens, YString& result);
+// Returns false when a form makes the result longer than YcluiLongestExpansion; `result` is then
+// incomplete. A template without forms may have any length. Linear in the lengths of template and
+// result. `result` must not be part of the arguments.
+bool YcluiFillTemplate(const char* commandTemplate, YWord context, long parserNumber,
+                       const YcluiToken_Stack& tokens, YString& result);
 
 #endif  // PARSER_YCLUICOMMANDTEMPLATE_H_

@@ -1,9 +1,9 @@
-// A bounded recursion.
+// The depth of a recursion. Internal to the parser.
 
 #ifndef PARSER_YCLUIDEPTH_H_
 #define PARSER_YCLUIDEPTH_H_
 
-// Counts one call of a recursion for its own lifetime.
+// Increments the count during its lifetime: one object per call that is running.
 class YcluiDepth {
  public:
   explicit YcluiDepth(int& count) : count_(count) { ++count_; }

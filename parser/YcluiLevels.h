@@ -1,4 +1,4 @@
-// Room for nested calls.
+// One object per level of a recursion. Internal to the parser.
 
 #ifndef PARSER_YCLUILEVELS_H_
 #define PARSER_YCLUILEVELS_H_
@@ -8,8 +8,8 @@
 #include "foundation/YArray.h"
 #include "foundation/YMemory.h"
 
-// One T for each level of a recursion. A level uses its T until it returns; the T stays where it is
-// and keeps its memory for the next call that comes to this depth.
+// Keeps one T for each level of a recursion, and reuses it, with its memory, for the next call at
+// that depth. A T does not move.
 template <class T>
 class YcluiLevels {
  public:
@@ -20,7 +20,7 @@ class YcluiLevels {
     for (int i = 0; i < items_.size(); ++i) delete items_.at(i);
   }
 
-  // Takes the T of the next level for its own lifetime.
+  // Borrows the T of the next level during its lifetime.
   class Use {
    public:
     explicit Use(YcluiLevels& levels) : levels_(levels), item_(levels.enter()) {}

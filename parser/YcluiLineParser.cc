@@ -62,18 +62,18 @@ YWord YcluiLineParser::removeToken(YWord index) {
   YcluiToken_Array saved(tokens.count());
   for (int i = 0; i < saved.size(); ++i) saved[i] = tokens.at(i);
   reset();
-  if (takeAgain(saved, static_cast<int>(index)) != 0) return 1;
+  if (stepAgain(saved, static_cast<int>(index))) return 1;
   reset();
   for (int i = 0; i < saved.size(); ++i) next(saved[i]);
   return 0;
 }
 
-// 0 as soon as a token is refused.
-YWord YcluiLineParser::takeAgain(const YcluiToken_Array& saved, int without) {
+// Stops and returns false at the first token that is refused.
+bool YcluiLineParser::stepAgain(const YcluiToken_Array& saved, int without) {
   for (int i = 0; i < saved.size(); ++i) {
-    if (i != without && next(saved.at(i)) == nullptr) return 0;
+    if (i != without && next(saved.at(i)) == nullptr) return false;
   }
-  return 1;
+  return true;
 }
 
 const char* YcluiLineParser::currentLine() const {
@@ -117,9 +117,9 @@ void YcluiLineParser::hideToken() {
 }
 
 void YcluiLineParser::storeToken(const YcluiToken& token) {
-  // In steps of half the size, since those of the stack end at 256 and a line may be much longer.
+  // Grows by half, since the steps of the stack are at most 256 and a line may be much longer.
   if (tokens.count() == tokens.size()) {
-    YcluiToken kept(token);  // a token of this frame would move
+    YcluiToken kept(token);  // `token` may be one of `tokens`, which are about to move
     tokens.resize(tokens.count() + tokens.count() / 2 + 1);
     tokens.extend() = std::move(kept);
   } else {
@@ -167,18 +167,18 @@ std::uint32_t YcluiLineParser::holdTexts() {
   showAll();
   ++own.holders;
   ++own.presentHolders;
-  return own.textSerial;
+  return own.textVersion;
 }
 
 void YcluiLineParser::releaseTexts(std::uint32_t held) {
-  if (held == own.textSerial) --own.presentHolders;
+  if (held == own.textVersion) --own.presentHolders;
   if (--own.holders == 0) own.keptTexts.removeAll();
 }
 
 void YcluiLineParser::keepHeldTexts() const {
   if (own.presentHolders == 0) return;
   own.presentHolders = 0;
-  ++own.textSerial;
+  ++own.textVersion;
   for (YString* text : {&line, &whole}) {
     YString copy(*text);
     own.keptTexts.end() = std::move(*text);

@@ -45,8 +45,8 @@ bool YcluiLogReader::endLine(bool follows) {
   return follows;
 }
 
-// A log holds strings with nothing escaped, while the lexer reads a backslash and the next byte as
-// that byte: a quote or a backslash after a backslash gets two more.
+// In a log nothing in a string is escaped, while the lexer reads a backslash and the next byte as
+// that byte. So two backslashes are added before a quote or backslash that follows a backslash.
 void YcluiLogReader::readEscaped() {
   const int byte = get();
   if (byte == EOF) return;
@@ -58,7 +58,8 @@ void YcluiLogReader::readEscaped() {
   add(byte);
 }
 
-// Adds the second byte of a double-byte character, whatever it looks like.
+// Adds the second byte of a double-byte character, even when it has the value of a quote or a
+// backslash.
 void YcluiLogReader::readTrail(int lead) {
   const int byte = get();
   if (byte == EOF) return;

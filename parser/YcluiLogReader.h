@@ -1,4 +1,4 @@
-// The lines of a log that is played.
+// The lines of a log that is played. Internal to the parser.
 
 #ifndef PARSER_YCLUILOGREADER_H_
 #define PARSER_YCLUILOGREADER_H_
@@ -10,25 +10,25 @@
 #include "foundation/YMemory.h"
 #include "foundation/YString.h"
 
-// Reads a file from its beginning, line by line, and reverses how a log was written, so that its
-// strings come out of the lexer as they went in.
+// Reads a file from its beginning, line by line, and adds backslashes where the lexer would remove
+// some, so that it reads the strings of a log as they were logged.
 class YcluiLogReader {
  public:
   using Escapes = std::vector<long, YAllocator<long>>;
 
-  // The stream stays the caller's.
+  // The caller owns the stream, which must outlive this object.
   explicit YcluiLogReader(std::FILE* stream) : stream_(stream) {}
 
-  // All that was read so far.
+  // The number of bytes and of ends of lines that were read so far.
   long bytes() const { return bytes_; }
   long ends() const { return ends_; }
 
-  // Reads up to an end of line outside double quotes, which is not stored. False at the end of the
-  // file, where what was read is the last line.
+  // Reads up to an end of line outside double quotes, which is not stored. Returns false at the end
+  // of the file; the last line, possibly empty, has been read then.
   bool read();
 
-  // What was read last: the text for the lexer, the text of the file, and the offsets in the former
-  // at which two backslashes were added.
+  // The last line: the text for the lexer, the text in the file, and the offsets in the former at
+  // which two backslashes were added.
   const char* line() const { return line_.buffer; }
   const char* inFile() const { return inFile_.buffer; }
   const Escapes& escapes() const { return escapes_; }
@@ -38,7 +38,7 @@ class YcluiLogReader {
   YString line_;
   YString inFile_;
   Escapes escapes_;
-  char run_[256];  // bytes that are still to be added to both
+  char run_[256];  // bytes that are not yet appended to line_ and inFile_
   std::size_t runLength_ = 0;
   bool inString_ = false;
   long bytes_ = 0;

@@ -1,4 +1,4 @@
-// The operations of a parser: each forwards to the part that does the work.
+// The operations of a parser. Each forwards to the part that implements it.
 
 #include "parser/YcluiParser.h"
 
@@ -29,11 +29,11 @@ void YcluiParser::exhaust() {
 }
 
 YWord YcluiParser::pushToken(YcluiToken& token) {
-  return core->pushToken(token);
+  return core->pushToken(token) ? 1 : 0;
 }
 
 YWord YcluiParser::pushToken(const char* text) {
-  return core->pushToken(text);
+  return core->pushToken(text) ? 1 : 0;
 }
 
 YWord YcluiParser::pushDummyToken(const char* text) {
@@ -216,16 +216,16 @@ YWord YcluiParser::startLogging(const char* path, YWord append) {
   const YcluiParserCore::Running scope(*core);
   const YcluiLogFile file(path);
   if (core->playback.reads(file)) return cluiWarning(YErrFileIsPlayed);
-  return core->log.start(file, append);
+  return core->log.start(file, append != 0) ? 1 : 0;
 }
 
 YWord YcluiParser::shutLogging() {
   const YcluiParserCore::Running scope(*core);
-  return core->log.shut();
+  return core->log.shut() ? 1 : 0;
 }
 
 YWord YcluiParser::writeToLog(const char* text) {
-  return core->writeToLog(text);
+  return core->writeToLog(text) ? 1 : 0;
 }
 
 YWord YcluiParser::isLogging() const {
@@ -240,7 +240,7 @@ YWord YcluiParser::playbackFromLog(const char* path) {
   const YcluiParserCore::Running scope(*core);
   const YcluiLogFile file(path);
   if (core->log.writes(file)) return cluiWarning(YErrFileIsLogged);
-  return core->playback.play(file);
+  return core->playback.play(file) ? 1 : 0;
 }
 
 void YcluiParser::pausePlayback() {
@@ -249,7 +249,7 @@ void YcluiParser::pausePlayback() {
 
 YWord YcluiParser::continuePlayback() {
   const YcluiParserCore::Running scope(*core);
-  return core->playback.resume();
+  return core->playback.resume() ? 1 : 0;
 }
 
 YWord YcluiParser::isPlaybackRun() const {
@@ -269,11 +269,11 @@ long YcluiParser::playbackPosition() const {
 }
 
 YWord YcluiParser::playedToken(YcluiPlayedToken& token) const {
-  return core->playback.find(core->offsets.token(), token);
+  return core->playback.find(core->offsets.token(), token) ? 1 : 0;
 }
 
 YWord YcluiParser::playedToken(YcluiPlayedToken& token, int offset) const {
-  return core->playback.find(offset, token);
+  return core->playback.find(offset, token) ? 1 : 0;
 }
 
 int YcluiParser::playbackReadErrors() const {

@@ -1,4 +1,4 @@
-// The parser: one command line with all its state, and the only way in for text.
+// The parser: a command line with all its state. A host passes text to it.
 
 #ifndef PARSER_YCLUIPARSER_H_
 #define PARSER_YCLUIPARSER_H_
@@ -18,294 +18,341 @@
 #include "parser/YcluiPlayedToken.h"
 #include "syntax/YcluiSyntaxGraph.h"
 
-// The callbacks: plain functions, called with the data that was registered with them. A token
-// callback may change the token, for instance its echo text, and the frame then stores the changed
-// one. Texts are never null. The arguments stay valid until the callback returns, whatever it
-// calls.
+// Types of callbacks. The first argument is the data that was set with the function. Texts are
+// never null. The other arguments are valid until the callback returns, whatever it calls.
+
+// A new token. The callback may change it, for instance its echo text; the frame stores the changed
+// token. YcluiTokenDrop drops the token, any other result lets it pass.
 using YcluiTokProc = YcluiTokenCtrl (*)(void* data, YcluiToken& token);
+// A token that was refused. `code` is the latest code of the error manager; for an unknown word and
+// for a token that the syntax refuses it is an older one, since nothing is recorded for them.
 using YcluiTokRefuseProc = void (*)(void* data, const YcluiToken& token, std::uint32_t code);
+// The whole line of the current frame, which may have changed.
 using YcluiEchoProc = void (*)(void* data, const char* wholeLine);
+// The line of a complete command, without and with the lines of the commands that it interrupts.
 using YcluiSynProc = void (*)(void* data, const char* line, const char* wholeLine);
+// The parser is being destroyed.
 using YcluiGoneProc = void (*)(void* data);
+// A word of a list. `name` is valid until the callback returns.
 using YcluiWordProc = void (*)(void* data, const char* name);
 
 class YcluiParser;
 class YcluiParserCore;
 using pYcluiParser_Stack = YStack<YcluiParser*>;
 
-// A parser owns a lexer, a syntax graph, the indefinite nodes and a stack of frames, of which the
-// top is the current one. `interpret` reads tokens from its text and offers each to the current
-// frame. A token is processed in this order:
+// A parser owns a lexer, a syntax graph, the indefinite nodes and a stack of frames; the top is the
+// current frame. A host declares words, sets a syntax and passes text:
+//
+//   YcluiParser parser;
+//   const auto go = parser.lex()->addKeyword("go", nullptr, 0);
+//   auto* syntax = new YcluiSyntaxGraph;
+//   syntax->insertAnd(new YcluiSyntaxNode(go, "(display \"$0\")"));
+//   parser.setSyntaxGraph(syntax);              // the parser now owns it
+//   parser.interpret("go stop ");               // 1: "go" was accepted, and its command has run
+//
+// `interpret` reads tokens from its text and offers each to the current frame. A token is processed
+// in this order:
 //
 //   1. the token callback, which can drop the token
-//   2. an alias or a reference to a variable: its text is read instead, and nothing below happens
-//   3. the step through the syntax
+//   2. an alias or a reference to a variable: its text is read instead; the steps below are for the
+//      tokens of that text
+//   3. the step through the syntax, which accepts or refuses the token
 //   4. the log, whether or not the token was accepted
-//   5. the priority check against the command that the frame interrupts; where it fails, the token
-//      is taken back, YErrInterruptRefused is recorded as YErrNote, and the token counts as refused
-//   6. the echo procedures; then, for a refused token, the refuse callback, and nothing below
-//   7. the syntax callbacks, when the frame is terminated: the command is complete
-//   8. the command of the accepted node
-//   9. the reset of the frame, when it is still the current one and still terminated
+//   5. the priority check against the command that the frame interrupts; when it fails, the token
+//      is removed again, YErrInterruptRefused is recorded as YErrNote, and the token is refused
+//   6. the echo procedures; then, for a refused token, the refuse callback and nothing else
+//   7. the syntax callbacks, if the frame is terminated, that is, the command is complete
+//   8. the command of the accepting node
+//   9. the reset of the frame, if it is still the current one and still terminated
 //
-// A refused token leaves the frame unchanged and records no code of its own. A command ends with
-// the first token that has a path to the end of the syntax; line ends mean nothing, so a command
-// may span several texts and a text may hold several commands. Unread text, a token whose arguments
-// are incomplete and all frames persist from one call of `interpret` to the next.
+// A refused token leaves the frame unchanged; except in step 5 no code is recorded. A command ends
+// with the first token that has a path to the end of the syntax. Ends of lines have no meaning: a
+// command may span several texts, and a text may contain several commands. Unread text, a token
+// whose arguments are incomplete and all frames persist from one call of `interpret` to the next.
 //
 // Re-entry. Callbacks and commands may call any operation of the same parser. Frames and graphs
-// that are removed while a token is processed are destroyed when nothing uses them any more. A
-// parser must not be destroyed while it runs: AddDeadBody is the way to delete it then. While the
-// command of a line's last token runs, its frame is still terminated and refuses tokens; such a
-// command resets the parser or pushes a frame before it feeds text.
+// that they remove are destroyed when no running operation uses them any more. A parser must not be
+// destroyed while one of its operations runs; AddDeadBody deletes it afterwards. While the command
+// of a line's last token runs, its frame is still terminated and refuses tokens, so such a command
+// resets the parser or pushes a frame before it passes text to it.
 //
-// Before the first setSyntaxGraph there is no frame. Then a text records YErrNoSyntax as
-// YErrWarning and returns 0, and questions for tokens, lines or candidates return null, the empty
-// text, 0 or -1.
+// Without a frame, that is before the first setSyntaxGraph, operations that read text return 0 and
+// record YErrNoSyntax as YErrWarning. Those for tokens, frames and candidates do nothing and return
+// null, the empty text, 0 or -1 without recording a code. All others work.
+//
+// A YWord that says whether something succeeded or is true is 1 or 0. All parsers of a process must
+// be used in one thread.
 class YQRT_API YcluiParser {
  public:
-  // Command templates read `context` as $c.
+  // `context` is a number of the host's, which command templates read as $c.
   //
-  // When there is no memory for the lexer or for the working token, nothing is recorded and the
-  // parser never gets a frame.
+  // When there is no memory for the lexer or for the token that it reads, nothing is recorded, and
+  // setSyntaxGraph will create no frame.
   explicit YcluiParser(YWord context = 0);
   YcluiParser(const YcluiParser&) = delete;
   YcluiParser& operator=(const YcluiParser&) = delete;
-  // Writes the log's closing lines and closes the files of a paused playback; a failure is recorded
-  // as YErrNotClosed. Not virtual: a derived parser must not be destroyed through this class.
+  // Calls the gone procedure, writes the log's closing lines and closes all files; a failure to
+  // close is recorded as YErrNotClosed, as YErrError. Not virtual: a derived parser must not be
+  // destroyed through this class.
   ~YcluiParser();
 
   // Input.
 
-  // Reads the unread text of before, then this one. Returns for how many tokens pushToken returned
-  // 1; an alias is one token, whatever its text does. Null is the empty text.
+  // Reads the text that is still unread from previous calls, then this text. Returns the number of
+  // tokens for which pushToken returned 1; an alias counts as one token, whatever its text does.
+  // Null is the empty text. The text is copied.
   //
-  // A nested call, from a command or a callback, first reads the unread text of the outer call,
-  // then its own; the outer call then finds nothing left. At YcluiMostNestedCommands nested calls
-  // the text is only appended when there is unread text, for an outer call to read; otherwise it is
-  // refused with YErrTooDeep, as YErrError. Texts of aliases do not count; one word of the
-  // outermost text may expand to YcluiMostExpansions of them, of YcluiLongestExpansion bytes
-  // together.
+  // A text that ends inside a token's arguments leaves the token open: it is shown in one echo, and
+  // the next text continues it. Texts are joined with nothing between, so an end of line that ends
+  // a word must be part of the text.
   //
-  // Where the text ends in the middle of a token's arguments, the token is shown in one echo and
-  // waits for the next text.
+  // For a word that is no token (it is unknown, or an argument is invalid) the refuse callback is
+  // called first and the line echoed then. The word is neither logged nor stored, and reading
+  // continues after it.
   //
-  // A word that the lexer cannot make a token of is reported to the refuse callback first and
-  // echoed then; it is neither logged nor stored, and reading continues after it.
+  // A nested call, from a command or a callback, reads the unread text of the outer call first and
+  // its own text then; the outer call finds nothing left to read. When YcluiMostNestedCommands
+  // calls are running, a further call does not read: it appends its text for an outer call and
+  // returns 0, or, when no text is unread, refuses it and returns 0 with YErrTooDeep, as YErrError.
+  // Texts of aliases do not count as calls. The words to which one word of the outermost text can
+  // expand are limited too: see YcluiMostExpansions and YcluiLongestExpansion.
   virtual int interpret(const char* text);
-  // Drops the unread text. Frames, tokens and an open token stay.
+  // Drops the unread text. Frames, their tokens and an open token are unchanged.
   virtual void exhaust();
 
-  // Processes a token as described above. 1 when the frame accepted it, or when it was replaced by
-  // text and that was read. A token of id YcluiIdNone is added to the line without a step, is
-  // echoed only, and returns 0.
+  // Processes a token as described above. Returns 1 when the frame accepted it, or when it was
+  // replaced by a text and that was read; else 0. A token of id YcluiIdNone is added to the line
+  // without a step, echoed and nothing else, and 0 is returned.
   YWord pushToken(YcluiToken& token);
-  // Reads the whole text ahead of anything that is unread. 0 when texts are nested too deep.
+  // Reads the whole text now, before any unread text. Returns 1 when it was read, even if tokens
+  // were refused. Returns 0 with YErrTooDeep, as YErrError, when YcluiMostSuspendedTexts texts are
+  // suspended.
   YWord pushToken(const char* text);
-  // Adds a word without meaning to the line of the current frame, where templates count it and
-  // echoes show it. Returns 0.
+  // Adds a word without meaning to the line of the current frame: templates count it and echoes
+  // show it. Returns 0.
   YWord pushDummyToken(const char* text);
 
-  // Whether a token waits for the rest of its arguments.
+  // Whether a token is open, that is, some of its arguments are still missing.
   YWord tokenIsOpen() const;
-  // That token, with the arguments that are read, or null. Valid until the next text.
+  // The open token, with the arguments read so far; null when there is none. Valid until the next
+  // text.
   const YcluiToken* openToken() const;
-  // Drops such a token. The unread text after it stays.
+  // Drops the open token. The unread text is unchanged.
   void dropOpenToken();
 
   // The offset of the last token, in bytes from the start of the text that was given to the
-  // outermost `interpret`. Negative when it began in unread text of before; the length of the text
-  // or more for a token of a text that a command appended. The tokens of an alias have the offset
-  // of the alias.
+  // outermost `interpret`. It is negative for a token that began in the unread text of a previous
+  // call, and the text's length or more for a token of text that a command appended. The tokens of
+  // an alias have the offset of the alias.
   int lastTokenOffset() const;
-  // The same for what the lexer could not read, while the refuse callback runs for it, and for an
-  // argument of that token, from 1, until the token is offered to the syntax; see YcluiLex. Where
-  // the lexer does not know, and in the text of an alias, the offset of the token.
+  // The offset, counted in the same way, at which the lexer failed. Known while the refuse callback
+  // runs for that word; otherwise, and in the text of an alias, the offset of the token.
   int lastFaultOffset() const;
+  // The offset, counted in the same way, of an argument of the last token, from 1. Known until the
+  // token is offered to the syntax; otherwise, and in the text of an alias, the offset of the
+  // token.
   int lastArgumentOffset(int index) const;
 
-  // Tokens of the current frame. Pointers are null when there is no token and stay valid until the
-  // frame changes.
+  // Tokens of the current frame. Pointers to tokens and texts are valid until the frame changes; a
+  // pointer to a token is null when there is none.
 
-  const YcluiToken* currentToken() const;  // the last one
-  const YcluiToken* tokenAt(YWord index) const;
+  const YcluiToken* currentToken() const;        // the last one
+  const YcluiToken* tokenAt(YWord index) const;  // from 0
   YWord numberOfToken() const;
-  // Whether the last one was accepted by an indefinite node.
+  // Whether an indefinite node accepted the last token.
   YWord lastIsIndefinite() const;
+  // The echo texts of the tokens, joined by blanks.
   const char* currentLine() const;
-  // The same after the lines of the commands that it interrupts.
+  // The lines of the commands that this one interrupts, then its own, joined by blanks.
   const char* wholeLine() const;
   // The index of the first token with the same id, or -1.
   int findToken(const YcluiToken& token) const;
+  // The same for the token of makeToken(text).
   int findToken(const char* text) const;
-  // Removes the last token, echoes, and returns the token that is last then; null also when the
-  // echo removed the frame.
+  // Removes the last token, echoes, and returns the token that is last then. Returns null when none
+  // is left, or the echo procedure removed the frame.
   const YcluiToken* popToken();
-  // Removes a token by walking the others again, without callbacks, log and commands; then echoes.
-  // 0 when one of the others is refused without it (see YcluiLineParser::removeToken).
+  // Removes a token, steps again with the others, without callbacks, log and commands, and echoes.
+  // Returns 0 when there is no such token, or when the others are not all accepted without it; see
+  // YcluiLineParser::removeToken for the tokens that the frame has then.
   YWord removeToken(YWord index);
-  // A token of the dictionary's word for the text, or one of id YcluiIdNone when it has none.
+  // A token of the word that the dictionary finds for the text, without arguments; one of id
+  // YcluiIdNone when there is no such word.
   YcluiToken makeToken(const char* text) const;
-  // Empties the current frame, echoes, and ends the line of an open log.
+  // Removes all tokens of the current frame, echoes, and ends the line of an open log.
   void reset();
-  // Writes each token of the frame as "[word]." and one end of line.
+  // Writes each token of the frame as "[word]." and then one end of line.
   void dmpCommandLine(std::ostream& out) const;
 
   // Syntax.
 
-  // Owns the graph from now on and starts again with one empty frame; unread text is matched
-  // against the new syntax. Nothing is echoed or logged. Previous indefinite nodes match nothing
-  // any more, but live as long as the parser. Null is ignored, and the present graph is kept when
-  // it is given again. When there is no memory for the frame, YErrNoMemory is recorded as YErrFatal
-  // and the parser has none.
+  // Takes ownership of the graph, removes all frames and pushes an empty one. Unread text is
+  // matched against the new syntax. Nothing is echoed or logged. The previous graph is destroyed
+  // when no operation of the parser is running any more; until then it may be set again, and so may
+  // the present one at any time. Previous indefinite nodes match nothing any more, but live as long
+  // as the parser. Null is ignored. Without memory for the frame the parser has none, and
+  // YErrNoMemory is recorded as YErrFatal.
   void setSyntaxGraph(YcluiSyntaxGraph* newGraph);
-  // Owns a node from now on that is matched anywhere in a line, in every frame, ahead of the
-  // syntax. Nothing happens before the first setSyntaxGraph, or for null, and the node stays the
-  // caller's.
+  // Takes ownership of a node that is matched anywhere in a line, in every frame, before the nodes
+  // of the graph. Before the first setSyntaxGraph it does nothing, and the caller still owns the
+  // node. Null is ignored.
   void addIndefiniteNode(YcluiSyntaxNode* node);
 
-  // Frames: one command interrupts another. All walk the same graph.
+  // Frames, by which one command interrupts another. All frames walk the same graph.
 
-  // Puts an empty frame on top, with the whole line of the one below as its prefix. Neither echoed
-  // nor logged. 0 when there is no memory for it, with YErrNoMemory as YErrFatal.
+  // Puts an empty frame on top, with the whole line of the one below as its prefix; echoes and logs
+  // nothing. Returns 0 with YErrNoMemory, as YErrFatal, when there is no memory for it.
   YWord pushFrame();
   // Removes the top frame, ends the line of an open log, and echoes the frame below, which is
-  // unchanged. The bottom frame is reset instead. Returns 0.
+  // unchanged. The bottom frame is reset instead. Returns 0 in any case.
   YWord popFrame();
   // The number of frames.
   int nestingDepth() const;
 
-  // Callbacks. Each setter stores function and data and returns the previous function; null removes
-  // it.
+  // Callbacks. Each setter stores the function with its data and returns the previous function.
+  // Null removes it.
 
   YcluiTokProc setTokCallback(YcluiTokProc proc, void* data);
   YcluiTokRefuseProc setTokRefuseCallback(YcluiTokRefuseProc proc, void* data);
   YcluiEchoProc setEchoProcedure(YcluiEchoProc proc, void* data);
   YcluiSynProc setSynCallback(YcluiSynProc proc, void* data);
-  // The system's pair, called after the host's, by which a field follows the parser. They return
-  // the host's present function.
+  // A second pair for the binding of a text field, called after the host's pair. These two return
+  // the present function of the host's pair.
   YcluiEchoProc sysSetEchoProcedure(YcluiEchoProc proc, void* data);
   YcluiSynProc sysSetSynCallback(YcluiSynProc proc, void* data);
-  // Called once when the parser is destroyed, while all its operations still work. Returns the
-  // previous function.
+  // Called once by the destructor, while all operations of the parser still work.
   YcluiGoneProc sysSetGoneProcedure(YcluiGoneProc proc, void* data);
-  // 0 disables both echo procedures, anything else enables them. Syntax callbacks are always
-  // called.
+  // 0 disables both echo procedures, any other value enables them. They are enabled at first.
+  // Syntax callbacks are always called.
   void enableEcho(YWord flag);
 
-  // The lexer, null when there was no memory for it, and its operations under other names.
-
+  // The lexer, which holds words, aliases and variables; null when there was no memory for it. The
+  // parser owns it.
   YcluiLex* lex() const;
+  // YcluiLex::addAlias, delAlias and addVariable. Without a lexer they return 0.
   YWord setAlias(const char* name, const char* text);
   YWord unsetAlias(const char* name);
   YWord setVariable(const char* name, const YAttribValue& value);
   YWord setVariable(const char* name, const YAttribValue& value, YWord index);
   YWord setVariable(const char* name, YWord count, const YAttribValue* values);
 
-  // The log: a text file of the tokens, accepted or not, each followed by a blank. Each reset and
-  // each popFrame ends a line, and so does a text that brings the count of bytes above 1024. Every
-  // token is flushed at once.
+  // The log, a text file of the tokens, accepted or not, each followed by a blank. Each reset and
+  // each popFrame ends a line, and so does a text after which more than YcluiLongestLogLine bytes
+  // were written since the last such break. Every token is flushed.
 
-  // Opens a log, at the end of an existing file when `append` is not 0, and writes three lines of
-  // comment. 0 with YErrFileIsPlayed when that file is being read by the innermost playback, with
-  // YErrLogIsOpen when there is a log already, with YErrNotOpened when it cannot be opened; all as
-  // YErrWarning, the last after the YErrError of YcluiLogFile::open.
+  // Opens a log and writes three lines of comment. `append` other than 0 keeps the content of an
+  // existing file. Returns 0 and records, as YErrWarning, YErrFileIsPlayed when the innermost
+  // playback is reading that file, YErrLogIsOpen when there is a log already, or YErrNotOpened when
+  // the file cannot be opened; before the last one YErrNotOpened is also recorded as YErrError.
   YWord startLogging(const char* path, YWord append);
-  // Writes the closing lines and closes. 0 without an open log, and when not everything could be
-  // written since it was started or last reported: then YErrNotClosed is recorded as YErrError, and
-  // the log is still open unless it was the closing itself that failed.
+  // Writes the closing lines and closes the log. Returns 0 when no log is open. Returns 0 with
+  // YErrNotClosed, as YErrError, when something could not be written since the log was started or
+  // this was last reported: the log then stays open, except when only the closing itself failed.
   YWord shutLogging();
-  // Adds text to the log, null adding none; 1 when one is open, else 0. During a playback the nest
-  // style decides what is written.
+  // Adds text to the log; null adds nothing. Returns 1 when a log is open, else 0. During a
+  // playback the nest style decides what is written.
   YWord writeToLog(const char* text);
   YWord isLogging() const;
-  // How playbacks are logged from now on; YcluiLogNestSilent at first.
+  // Sets how playbacks are logged; YcluiLogNestSilent at first.
   void nestStyle(YcluiLogNestStyle style);
 
-  // Playback: the lines of a log are given to `interpret` one by one, and have every effect of
-  // typed text. A line may start another playback, which is finished first.
+  // Playback: the lines of a log are given to `interpret` one by one, with all the effects of typed
+  // text. A line may start another playback, which ends before the next line is read.
 
-  // Plays the file to its end or to a pause. 0 with YErrFileIsLogged or YErrFileIsPlayed when the
-  // file is the log, or is being played at any level, paused ones included; with YErrTooDeep, as
-  // YErrError, inside YcluiMostNestedPlaybacks others; with YErrNotOpened, as for a log; and with
-  // YErrNotClosed, when it was played but could not be closed.
+  // Plays the file to its end or to a pause and returns 1. Returns 0 and records
+  //   YErrFileIsLogged, as YErrWarning   when the file is the open log
+  //   YErrFileIsPlayed, as YErrWarning   when it is being played, at any level, or is paused
+  //   YErrTooDeep, as YErrError          when YcluiMostNestedPlaybacks playbacks are running
+  //   YErrNotOpened, as for a log        when it cannot be opened
+  //   YErrNotClosed, as YErrError        when it was played, but cannot be closed
   //
   // A line ends at an end of line outside double quotes, however long it is. Two backslashes are
   // inserted between a backslash and a quote or backslash that follows it, so that the lexer reads
   // a string of a log as the text that was logged.
   YWord playbackFromLog(const char* path);
-  // Stops all playbacks after the line that is running, or the next playback after its first line.
+  // Stops all playbacks after the line that is running; when none is running, the next playback
+  // stops after its first line.
   void pausePlayback();
-  // Continues the paused files, innermost first. 0 when nothing was paused or a file could not be
-  // closed. The lines are then given in pieces of YcluiLongestPiece bytes at most, with their ends,
-  // as they are in the file, without the empty ones.
+  // Continues the paused files, innermost first, and returns 1 when all ended or were paused again.
+  // Returns 0 when nothing was paused; with YErrTooDeep, as YErrError, when
+  // YcluiMostNestedPlaybacks playbacks are running; with YErrNotClosed, as YErrError, when a file
+  // could not be closed. A continued file is read in pieces of at most YcluiLongestPiece bytes; a
+  // piece includes its end of line, an empty line is skipped, and no backslashes are inserted.
   YWord continuePlayback();
+  // Whether a playback is running; 0 while it is paused.
   YWord isPlaybackRun() const;
-  // The position of the innermost playback, running or paused: the full name of its file, null when
-  // there is none; the line of the file, from 1, in which the last text given to `interpret` began;
-  // and how many bytes of the file are read. The numbers are 0 when there is none. The name stays
-  // valid until a playback begins or ends.
+  // The position of the innermost playback, running or paused. playbackName is the full name of its
+  // file, valid until a playback begins or ends; playbackLine is the number, from 1, of the line in
+  // which the last text given to `interpret` began; playbackPosition is the number of bytes read.
+  // Without a playback they return null and 0.
   const char* playbackName() const;
   long playbackLine() const;
   long playbackPosition() const;
-  // Describes the last token, if it is from a line that is being played: of nested playbacks the
-  // one whose line it is. The tokens of an alias have the offset of the alias. 0, and `token`
-  // unchanged, when it is not from such a line, or began in an earlier one of the file. The
-  // pointers stay valid until the parser reads on.
+  // Describes the last token if it is from a line that is being played; with nested playbacks, from
+  // a line of any of them. The tokens of an alias have the offset of the alias. Returns 0 and
+  // leaves `token` unchanged when the token is from no such line, or began in an earlier one. The
+  // pointers in `token` are valid until the parser reads further.
   YWord playedToken(YcluiPlayedToken& token) const;
-  // The same for what lastFaultOffset or lastArgumentOffset returned, which may be in a later line
-  // than the token's beginning.
+  // The same for an offset from lastFaultOffset or lastArgumentOffset, which may be in a later line
+  // than the start of the token.
   YWord playedToken(YcluiPlayedToken& token, int offset) const;
-  // How many files so far ended by a read error, which a playback treats as the end of the file.
+  // The number of played files that ended by a read error. A playback treats it as the end of the
+  // file.
   int playbackReadErrors() const;
-  // Whether the text of an alias is being read; 0 from the end of a nested one on.
+  // Whether the text of an alias is being read. When the text of an alias inside it ends, this is 0
+  // for the rest of the outer text.
   YWord isAliasRun() const;
 
-  // Completion, from the state of the current frame. Exact bytes: the case of `prefix` counts. A
-  // candidate whose id has no word in the dictionary is the empty text for an empty prefix and no
-  // candidate for another one. Indefinite nodes are not offered.
+  // Completion, from the state of the current frame. Nothing here records a code.
   //
-  // The first question in a state of the walker costs the words that could come there. The second
-  // one sorts them; from then on a question costs the words that it finds, until the state changes,
-  // or the syntax or the dictionary.
+  // The first request in a state of the walker costs the number of words that can come next. The
+  // second one sorts them. Further requests cost the number of words that they find, until the
+  // state, the syntax or the dictionary changes.
 
-  // Adds the words that could come next and begin with `prefix` to `list`, which is given empty, in
-  // the walker's order, one for each node. Returns the number of elements of `list`; 0 when nothing
-  // can come, and `list` is unchanged.
+  // Adds the words that can come next and begin with `prefix` to `list`, which should be empty: one
+  // for each node, in the walker's order, without those of indefinite nodes. Bytes are compared, so
+  // the case of letters matters. A node whose id has no word gives an empty text for an empty
+  // prefix, and nothing for another one. Returns the number of elements of `list`. Returns 0 and
+  // leaves `list` unchanged when the command is complete.
   int completionList(const char* prefix, YString_Array& list) const;
-  // The longest common beginning of these words, by bytes: 1 when it is not empty. `unique` is 1
-  // when there was one candidate only, else 0. Without a candidate `completed` is unchanged.
+  // Sets `completed` to the longest common beginning of these words, in bytes, and returns 1 when
+  // it is not empty. Sets `unique` to 1 when there is only one word, else to 0. Without a word
+  // returns 0 and leaves `completed` unchanged.
   YWord completionString(const char* prefix, YString& completed, unsigned long& unique) const;
-  // Replaces `words` by the distinct words that could come next and begin with `prefix`, in any
-  // case of ASCII letters, in the walker's order, those of indefinite nodes after the others.
-  // Words that the interrupted command would not admit are left out; where one is interrupted, each
-  // question costs all the words that could come there.
+  // Replaces `words` by the distinct words that can come next and begin with `prefix`, in any case
+  // of ASCII letters: in the walker's order, then those of indefinite nodes. Words that the
+  // interrupted command does not admit are left out; inside an interrupted command each request
+  // costs the number of all words that can come next.
   void possibleWords(YString_Array& words, const char* prefix = nullptr) const;
-  // Calls `take` with each of these words in that order, a word once for each node that has it. The
-  // function must not call the parser.
-  void eachPossibleWord(const char* prefix, YcluiWordProc take, void* data) const;
+  // Calls `report` with each of these words in that order, with a word once for each node that has
+  // it. The function must not call the parser.
+  void eachPossibleWord(const char* prefix, YcluiWordProc report, void* data) const;
 
-  // Deletion by scripts, also from a command of the parser itself. A condemned parser works as
-  // before until the mortuary is cleaned up. Only a YcluiParser made by new is destroyed there; a
-  // parser of a derived class is removed from the mortuary, and its host destroys it.
+  // Deletion by scripts, even from a command of the parser itself. A condemned parser is in the
+  // mortuary and works as before until CleanupMortuary destroys it. It must be a YcluiParser made
+  // by new. One of a derived class is only removed from the mortuary, and its host destroys it.
 
-  static void CreateMortuary();   // nothing when there is one
-  static void DestroyMortuary();  // the bodies stay alive
-  // Condemns a parser; nothing without a mortuary, for null, or when it is in there already.
+  // Does nothing when there is a mortuary. Without memory there is none.
+  static void CreateMortuary();
+  // Destroys the mortuary, but not the parsers in it.
+  static void DestroyMortuary();
+  // Condemns a parser. Does nothing without a mortuary, for null, or when it is in the mortuary.
   static void AddDeadBody(YcluiParser* parser);
-  // Destroys the bodies, the last one first, but for those that are still running, which wait for
-  // the next call.
+  // Destroys the condemned parsers, the last condemned first. A parser with a running operation
+  // stays for the next call.
   static void CleanupMortuary();
   YWord isCondemned() const;
 
-  // The parser at that address, if it is alive and not condemned; else null. Any number is allowed.
+  // The parser at that address if it is alive and not condemned, else null. The address may be any
+  // number. Linear in the number of parsers.
   static YcluiParser* FindLive(long address);
-  // All parsers that are alive and not condemned, in the order of construction; null after the
-  // last.
+  // The parsers that are alive and not condemned, in the order of construction, from 0; null after
+  // the last.
   static YcluiParser* Live(int index);
 
  private:
-  // Runs a finished command text in the script engine; 1 when that went well. 0 without an engine.
+  // Runs the text of a command in the script engine. Returns 1 on success; 0 also without an
+  // engine. A host that runs commands itself overrides this.
   virtual YWord evaluate(const char* text);
 
   friend class YcluiParserCore;

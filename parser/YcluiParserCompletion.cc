@@ -1,4 +1,4 @@
-// Completion: what could come next.
+// Completion: the words that can come next.
 
 #include <functional>
 #include <string_view>
@@ -9,8 +9,8 @@
 
 namespace {
 
-// Words, each once. Views of the lexer's names, which stay where they are while nothing is added or
-// deleted.
+// A list in which each word is once. It holds views of the lexer's names, which are valid until a
+// word is added or deleted.
 class DistinctWords {
  public:
   void add(const char* word) {
@@ -25,8 +25,9 @@ class DistinctWords {
       seen_;
 };
 
-// At once, where growing word by word would move a long list many times.
-void MakeRoom(YString_Array& list, int count) {
+// Allocates the whole list at once, since growing by single words would move a long list many
+// times.
+void Reserve(YString_Array& list, int count) {
   const int size = list.size();
   if (count <= size) return;
   list.resize(count);
@@ -50,7 +51,7 @@ int YcluiParser::completionList(const char* prefix, YString_Array& list) const {
   if (!core->findCandidates(prefix, found)) return 0;
   const int first = prefix == nullptr || *prefix == '\0' ? 0 : list.size();
   const int count = static_cast<int>(found.size());
-  MakeRoom(list, first + count);
+  Reserve(list, first + count);
   for (int i = 0; i < count; ++i) list[first + i].assign(found[static_cast<std::size_t>(i)]);
   return list.size();
 }
@@ -69,7 +70,6 @@ YWord YcluiParser::completionString(const char* prefix, YString& completed,
   return 1;
 }
 
-// False when nothing can come.
 bool YcluiParserCore::findCandidates(const char* prefix, YcluiCandidates::Words& found) const {
   const YcluiLineParser* frame = frames.current();
   if (frame == nullptr) return false;
@@ -82,22 +82,22 @@ void YcluiParser::possibleWords(YString_Array& words, const char* prefix) const 
       prefix, [](void* data, const char* name) { static_cast<DistinctWords*>(data)->add(name); },
       &distinct);
   words.resize(0);
-  MakeRoom(words, static_cast<int>(distinct.words().size()));
+  Reserve(words, static_cast<int>(distinct.words().size()));
   for (const char* name : distinct.words()) words.end().assign(name);
 }
 
-void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc take, void* data) const {
+void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc report, void* data) const {
   const YcluiLineParser* frame = core->frames.current();
   if (frame == nullptr) return;
   YString folded(prefix);
-  folded.toLower();  // as the names of the dictionary are
+  folded.toLower();  // the dictionary's names are in lower case
   YcluiCandidates::Words found;
-  // A command that has begun was admitted with its first word.
+  // The first word of a command decides whether it may interrupt; later words are not checked.
   const YcluiSyntaxNode* interrupted =
       frame->firstNode() == nullptr ? core->frames.interruptedNode() : nullptr;
   core->candidates.findAll(*frame, *core->frames.indefiniteRoot(), interrupted, *core->lexer,
                            ViewOf(folded.buffer), found);
   for (const char* name : found) {
-    if (*name != '\0') take(data, name);
+    if (*name != '\0') report(data, name);
   }
 }

@@ -42,26 +42,26 @@ void YcluiParserCore::takeLeave() {
 int YcluiParserCore::interpret(const char* text) {
   const Running scope(*this);
   if (text == nullptr) text = "";
-  if (interpretDepth_ - suspendedDepth_ >= YcluiMostNestedCommands) return leaveToLoopOutside(text);
+  if (interpretDepth_ - suspendedDepth_ >= YcluiMostNestedCommands) return leaveToOuterLoop(text);
   takeText(text);
   const YcluiDepth depth(interpretDepth_);
-  int taken = 0;
+  int accepted = 0;
   while (lexer->more() != 0) {
-    if (readToken() == 0) {
+    if (!readToken()) {
       refuseWord();
     } else if (workToken.isOpen()) {
       showOpenToken();
       break;
     } else if (workToken->id() == YcluiIdVariable) {
       echo();
-    } else if (pushWorkToken() == 1) {
-      ++taken;
+    } else if (pushWorkToken()) {
+      ++accepted;
     }
   }
-  return taken;
+  return accepted;
 }
 
-int YcluiParserCore::leaveToLoopOutside(const char* text) {
+int YcluiParserCore::leaveToOuterLoop(const char* text) {
   if (lexer->more() == 0) return static_cast<int>(cluiError(YErrTooDeep));
   appendText(text);
   return 0;
@@ -85,17 +85,17 @@ void YcluiParserCore::appendText(const char* text) {
   lexer->putString(text);
 }
 
-YWord YcluiParserCore::readToken() {
+bool YcluiParserCore::readToken() {
   YcluiToken& token = workToken.forReading();
-  // The texts of aliases are not part of the text that offsets count in.
+  // Offsets count in the outermost text, and the texts of aliases are no part of it.
   const bool begins = suspendedDepth_ == outerSuspended_ && token.underConstruction() == 0;
   if (begins) {
     lexer->beginExpansion();
     expansions_ = 0;
   }
-  const YWord good = lexer->getNextToken(token);
+  const bool isRead = lexer->getNextToken(token) != 0;
   if (begins) offsets.setToken(lexer->tokenOffset());
-  return good;
+  return isRead;
 }
 
 int YcluiParserCore::outerOffset(long lexerOffset) const {
@@ -110,9 +110,9 @@ void YcluiParserCore::refuseWord() {
   workToken.dropOpen();
 }
 
-YWord YcluiParserCore::pushWorkToken() {
+bool YcluiParserCore::pushWorkToken() {
   const YcluiWorkToken::Use token(workToken);
-  if (tokenCallback.isSet()) workToken.renew();  // a callback may change the one it gets
+  if (tokenCallback.isSet()) workToken.renew();  // the callback may change its token
   return pushToken(*token);
 }
 
@@ -135,18 +135,18 @@ long YcluiParserCore::nextOffset() const {
 
 // --- Tokens
 
-YWord YcluiParserCore::pushToken(YcluiToken& token) {
+bool YcluiParserCore::pushToken(YcluiToken& token) {
   YcluiLineParser* frame = frames.current();
-  if (frame == nullptr) return 0;
+  if (frame == nullptr) return false;
   const Running scope(*this);
   const YcluiFrames::Use use(*frame);
   if (token.id() == YcluiIdNone) {
     frame->pushToken(token);
     echo();
-    return 0;
+    return false;
   }
   if (tokenCallback.isSet() && tokenCallback.proc(tokenCallback.data, token) == YcluiTokenDrop) {
-    return 0;
+    return false;
   }
   if (token.id() == YcluiIdAlias) return expand(token);
 
@@ -154,16 +154,16 @@ YWord YcluiParserCore::pushToken(YcluiToken& token) {
   echo();
   if (accepted == nullptr) {
     reportRefused(token);
-    return 0;
+    return false;
   }
   if (frame->isTerminated() != 0) reportCommand();
   const char* command = frame->actionText(*accepted);
   if (command != nullptr) runCommand(command, frame->tokens);
   if (frame == frames.current() && frame->isTerminated() != 0) reset();
-  return 1;
+  return true;
 }
 
-// The step, the log and the priority check. Null when the token is refused.
+// Makes the step, writes the log and checks the priority. Returns null when the token is refused.
 const YcluiSyntaxNode* YcluiParserCore::stepInto(YcluiLineParser& frame, const YcluiToken& token) {
   const YcluiSyntaxNode* accepted = frame.next(token);
   log.writeToken(token, playback.isRunning());
@@ -173,46 +173,45 @@ const YcluiSyntaxNode* YcluiParserCore::stepInto(YcluiLineParser& frame, const Y
   return nullptr;
 }
 
-YWord YcluiParserCore::expand(const YcluiToken& token) {
+bool YcluiParserCore::expand(const YcluiToken& token) {
   const YAttribValue* value = token[1];
   if (value == nullptr) {
     echo();
     reportRefused(token);
-    return 0;
+    return false;
   }
   if (expansions_ >= YcluiMostExpansions) return cluiError(YErrTooDeep);
   ++expansions_;
   const YcluiLevels<YString>::Use text(levelTexts_);
   text->assign(value->GetString());
   isAliasRun = true;
-  const YWord taken = pushToken(text->buffer);
+  const bool isRead = pushToken(text->buffer);
   isAliasRun = false;
-  return taken;
+  return isRead;
 }
 
-YWord YcluiParserCore::pushToken(const char* text) {
+bool YcluiParserCore::pushToken(const char* text) {
   if (frames.current() == nullptr) return cluiWarning(YErrNoSyntax);
   const Running scope(*this);
-  if (lexer->pushString("") == 0) return 0;
-  int taken = 0;
+  if (lexer->pushString("") == 0) return false;
+  int accepted = 0;
   {
     const YcluiTextOffsets::Suspended offsetsOfText(offsets);
     const YcluiDepth depth(suspendedDepth_);
-    taken = parser_.interpret(text);
+    accepted = parser_.interpret(text);
   }
   lexer->popString();
-  return taken >= 0 ? 1 : 0;
+  return accepted >= 0;
 }
 
 void YcluiParserCore::runCommand(const char* commandTemplate, const YcluiToken_Stack& tokens) {
   const YcluiLevels<YString>::Use text(levelTexts_);
   text->truncate(0);
-  const YWord filled =
-      YcluiFillTemplate(commandTemplate, context_, reinterpret_cast<long>(&parser_), tokens, *text);
-  if (filled == 0) {
-    cluiError(YErrTextTooLong);
-  } else {
+  if (YcluiFillTemplate(commandTemplate, context_, reinterpret_cast<long>(&parser_), tokens,
+                        *text)) {
     parser_.evaluate(text->buffer);
+  } else {
+    cluiError(YErrTextTooLong);
   }
 }
 
@@ -251,7 +250,6 @@ void YcluiParserCore::popFrame() {
 void YcluiParserCore::setSyntaxGraph(YcluiSyntaxGraph* graph) {
   const Running scope(*this);
   frames.replaceSyntax(graph);
-  candidates.forget();
   const bool canRead = lexer != nullptr && workToken.exists();
   if (!canRead || !frames.push("")) cluiFatal(YErrNoMemory);
 }
@@ -273,7 +271,7 @@ void YcluiParserCore::echo() {
   systemEcho(whole);
 }
 
-// The frame is terminated.
+// Called when the frame is terminated.
 void YcluiParserCore::reportCommand() {
   if (!hostSyntax.isSet() && !systemSyntax.isSet()) return;
   YcluiLineParser* frame = frames.current();

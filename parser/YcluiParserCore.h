@@ -1,4 +1,4 @@
-// What is behind the operations of YcluiParser.
+// The implementation of YcluiParser. Internal to the parser.
 
 #ifndef PARSER_YCLUIPARSERCORE_H_
 #define PARSER_YCLUIPARSERCORE_H_
@@ -16,20 +16,21 @@
 #include "parser/YcluiTextOffsets.h"
 #include "parser/YcluiWorkToken.h"
 
-// Brings each token through the callbacks, the syntax and the log to its command, with one part for
-// each other task. An operation that concerns one part alone is called on the part. Text and
-// commands go through the virtual operations of the parser, which a host may override.
+// Passes each token through the callbacks, the syntax and the log to its command; every other task
+// has a part of its own. An operation that needs one part only is called on that part. Text and
+// commands are passed to the virtual operations of the parser, which a host may override.
 class YcluiParserCore final : private YcluiPlayback::Input {
  public:
   YcluiParserCore(YcluiParser& parser, YWord context);
   YcluiParserCore(const YcluiParserCore&) = delete;
   YcluiParserCore& operator=(const YcluiParserCore&) = delete;
   ~YcluiParserCore() = default;
-  // Calls the gone callback, then closes log and files. The parser is complete until it returns.
+  // Calls the gone callback, then closes log and files. All operations of the parser work until it
+  // returns.
   void takeLeave();
 
-  // An operation of the parser is on the call stack: the mortuary waits, and what is retired is
-  // kept until the outermost one returns.
+  // Marks an operation of the parser that is on the call stack. Until the outermost one returns,
+  // the mortuary does not destroy the parser, and retired graphs are kept.
   class Running {
    public:
     explicit Running(YcluiParserCore& core) : core_(core) { ++core_.life.running; }
@@ -43,23 +44,23 @@ class YcluiParserCore final : private YcluiPlayback::Input {
     YcluiParserCore& core_;
   };
 
-  // The operations of the same names. `interpret` needs a frame.
+  // The operations of the same names; success is true. `interpret` needs a frame.
   int interpret(const char* text);
-  YWord pushToken(YcluiToken& token);
-  YWord pushToken(const char* text);
+  bool pushToken(YcluiToken& token);
+  bool pushToken(const char* text);
   const YcluiToken* popToken();
   void reset();
   void popFrame();
   void setSyntaxGraph(YcluiSyntaxGraph* graph);
   void echo();
-  YWord writeToLog(const char* text) { return log.write(text, playback.isRunning()); }
-  // That offset of the lexer's text, for a caller of the outermost interpret; that of the last
-  // token when it is -1 or belongs to the text of an alias.
+  bool writeToLog(const char* text) { return log.write(text, playback.isRunning()); }
+  // Converts an offset in the lexer's text to one in the text of the outermost interpret. Returns
+  // the offset of the last token for -1 and in the text of an alias.
   int outerOffset(long lexerOffset) const;
-  // False when nothing can come.
+  // Returns false when the command cannot continue: without a frame, or when it is complete.
   bool findCandidates(const char* prefix, YcluiCandidates::Words& found) const;
 
-  // The parts, in the order in which they depend on one another.
+  // The parts. Each depends only on those before it.
   YcluiWorkToken workToken;
   YcluiFrames frames;
   std::unique_ptr<YcluiLex> lexer;
@@ -82,25 +83,25 @@ class YcluiParserCore final : private YcluiPlayback::Input {
  private:
   YcluiParser& parser_;
   YWord context_;
-  int interpretDepth_ = 0;  // calls of interpret on the call stack
-  int suspendedDepth_ = 0;  // texts that wait for a nested one to be read
-  int outerSuspended_ = 0;  // of these, those that waited when the outermost interpret began
-  int expansions_ = 0;      // since the last word of the outermost text
+  int interpretDepth_ = 0;  // number of running calls of interpret
+  int suspendedDepth_ = 0;  // number of texts that are suspended while a nested one is read
+  int outerSuspended_ = 0;  // suspendedDepth_ when the outermost interpret began
+  int expansions_ = 0;      // number of aliases expanded since the last word of the outermost text
   YcluiLevels<YString> levelTexts_;  // texts of aliases and commands
 
   void interpretPlayed(const char* text) override;
   long nextOffset() const override;
 
-  int leaveToLoopOutside(const char* text);
+  int leaveToOuterLoop(const char* text);
   void takeText(const char* text);
   void appendText(const char* text);
-  YWord readToken();
+  bool readToken();
   void refuseWord();
-  YWord pushWorkToken();
+  bool pushWorkToken();
   void showOpenToken();
 
   const YcluiSyntaxNode* stepInto(YcluiLineParser& frame, const YcluiToken& token);
-  YWord expand(const YcluiToken& token);
+  bool expand(const YcluiToken& token);
   void runCommand(const char* commandTemplate, const YcluiToken_Stack& tokens);
   void reportRefused(const YcluiToken& token);
   void reportCommand();

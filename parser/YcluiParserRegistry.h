@@ -1,4 +1,4 @@
-// All parsers of the process.
+// All parsers of the process. Internal to the parser.
 
 #ifndef PARSER_YCLUIPARSERREGISTRY_H_
 #define PARSER_YCLUIPARSERREGISTRY_H_
@@ -7,16 +7,16 @@
 
 class YcluiParser;
 
-// Lists the live parsers in the order of their construction, and in the mortuary those that were
-// condemned, which wait for their destruction. The registry destroys nothing itself.
+// Lists the live parsers in the order of construction, and in the mortuary those that are condemned
+// and wait for their destruction. The registry itself destroys no parser.
 class YcluiParserRegistry {
  public:
-  // What is recorded of a parser; a part of it.
+  // The entry of a parser, which owns it.
   struct Entry {
     explicit Entry(YcluiParser& parserOfThis) : parser(&parserOfThis) {}
 
     YcluiParser* parser;
-    int running = 0;  // its operations on the call stack
+    int running = 0;  // number of its operations on the call stack
     bool isCondemned = false;
     Entry* previous = nullptr;
     Entry* next = nullptr;
@@ -24,24 +24,26 @@ class YcluiParserRegistry {
 
   static void Join(Entry& entry);
   static void Leave(Entry& entry);
-  // The live parser at that address, which need not be that of any object; null when there is none
-  // or it is condemned.
+  // The live parser at that address; null when there is none or it is condemned. The address may be
+  // any number.
   static YcluiParser* Find(long address);
   // The live parsers that are not condemned, by index; null after the last.
   static YcluiParser* At(int index);
 
-  static void CreateMortuary();   // nothing when there is one
-  static void DestroyMortuary();  // the bodies stay alive
-  // Nothing without a mortuary, or when the parser is in it already.
+  // Does nothing when there is one. Without memory there is none.
+  static void CreateMortuary();
+  // The parsers in it stay alive.
+  static void DestroyMortuary();
+  // Puts the parser into the mortuary. Does nothing when there is none, or the parser is in it.
   static void Condemn(Entry& entry);
   // Removes the parser from the mortuary, if it is there.
   static void Exhume(const Entry& entry);
-  // Removes the last body that is not running from the mortuary, and returns it; null when there is
-  // none.
+  // Removes the youngest entry whose parser is not running, and returns the parser; null when there
+  // is none.
   static YcluiParser* TakeBody();
 
  private:
-  static YStack<Entry*>* Mortuary;
+  static YStack<Entry*>* Mortuary;  // null when there is none
   static Entry* First;
   static Entry* Last;
 

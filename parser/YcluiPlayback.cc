@@ -10,7 +10,7 @@
 
 namespace {
 
-// The offset in the text of the file, given that in the text for the lexer.
+// Converts an offset in the text for the lexer to one in the text of the file.
 long OffsetInFile(long offset, const YcluiLogReader::Escapes* escapes) {
   if (escapes == nullptr) return offset;
   const auto added = std::lower_bound(escapes->begin(), escapes->end(), offset) - escapes->begin();
@@ -19,7 +19,7 @@ long OffsetInFile(long offset, const YcluiLogReader::Escapes* escapes) {
 
 }  // namespace
 
-YWord YcluiPlayback::play(YcluiLogFile file) {
+bool YcluiPlayback::play(YcluiLogFile file) {
   if (isPlayed(file)) return cluiWarning(YErrFileIsPlayed);
   if (depth_ >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
   if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
@@ -39,21 +39,21 @@ bool YcluiPlayback::isPlayed(const YcluiLogFile& file) const {
   return false;
 }
 
-// A line of one file may itself continue the others.
-YWord YcluiPlayback::resume() {
-  if (!isPaused_) return 0;
+// A line of one file may call resume itself and finish the others.
+bool YcluiPlayback::resume() {
+  if (!isPaused_) return false;
   if (depth_ >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
   const YcluiDepth depth(depth_);
   isPaused_ = false;
   for (int levels = files_.count(); levels > 0 && files_.isEmpty() == 0; --levels) {
-    if (isPaused_) return 1;
-    if (resumeTop() == 0) return 0;
+    if (isPaused_) return true;
+    if (!resumeTop()) return false;
   }
-  return 1;
+  return true;
 }
 
 // Plays the top file from its beginning.
-YWord YcluiPlayback::playTop() {
+bool YcluiPlayback::playTop() {
   isRunning_ = true;
   const std::uint64_t number = files_.topSlot().number;
   std::FILE* stream = files_.topSlot().file;
@@ -66,13 +66,13 @@ YWord YcluiPlayback::playTop() {
     file.bytes = reader.bytes();
     if (!follows) endReading(stream);
     playText(reader.line(), reader.inFile(), &reader.escapes());
-    if (stopsAfterLine(number)) return 1;
+    if (stopsAfterLine(number)) return true;
   }
   return finishTop();
 }
 
 // Plays the rest of the top file, in pieces.
-YWord YcluiPlayback::resumeTop() {
+bool YcluiPlayback::resumeTop() {
   isRunning_ = true;
   const std::uint64_t number = files_.topSlot().number;
   std::FILE* stream = files_.topSlot().file;
@@ -84,7 +84,7 @@ YWord YcluiPlayback::resumeTop() {
     file.bytes += static_cast<long>(length);
     if (length > 0 && piece[length - 1] == '\n') ++file.ends;
     if (piece[0] != '\n') playText(piece, piece, nullptr);
-    if (stopsAfterLine(number)) return 1;
+    if (stopsAfterLine(number)) return true;
   }
   endReading(stream);
   return finishTop();
@@ -104,27 +104,27 @@ void YcluiPlayback::playText(const char* text, const char* inFile, const Escapes
   if (isThere) files_.at(level).text = nullptr;
 }
 
-// A read error ends the file, and is no failure of a later close.
+// A read error ends the file; closing it later is then no failure.
 void YcluiPlayback::endReading(std::FILE* stream) {
   if (std::ferror(stream) != 0) ++readErrors_;
   std::clearerr(stream);
 }
 
-// Whether the file is not to be read further: for a pause, or because a command of the line has
-// continued it and finished it.
+// Whether reading of the file ends here: at a pause, or when a command of the line has continued
+// and finished the file.
 bool YcluiPlayback::stopsAfterLine(std::uint64_t fileNumber) {
   if (files_.isEmpty() != 0 || files_.topSlot().number != fileNumber) return true;
   if (isPaused_) isRunning_ = false;
   return isPaused_;
 }
 
-YWord YcluiPlayback::finishTop() {
+bool YcluiPlayback::finishTop() {
   YcluiLogFile file = files_.topSlot().file;
   files_.drop();
   if (files_.isEmpty() != 0) isRunning_ = false;
-  const YWord closed = file.close();
+  const bool isClosed = file.close() != 0;
   file.giveUp();
-  return closed;
+  return isClosed;
 }
 
 void YcluiPlayback::giveUp() {
@@ -146,13 +146,13 @@ long YcluiPlayback::position() const {
   return files_.isEmpty() != 0 ? 0 : files_.topSlot().bytes;
 }
 
-YWord YcluiPlayback::find(long offset, YcluiPlayedToken& token) const {
+bool YcluiPlayback::find(long offset, YcluiPlayedToken& token) const {
   for (int i = files_.count() - 1; i >= 0; --i) {
     const PlayedFile& file = files_.at(i);
     if (file.text == nullptr || offset < file.begin) continue;
     token = {file.file.filename(), file.line, file.textNumber, file.text,
              OffsetInFile(offset - file.begin, file.escapes)};
-    return 1;
+    return true;
   }
-  return 0;
+  return false;
 }

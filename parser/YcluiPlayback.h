@@ -13,16 +13,16 @@
 
 struct YcluiPlayedToken;
 
-// Keeps the files that are being played, innermost on top, and how far each is read. Whoever
-// receives a line may start another playback, pause, continue, and finish files that a loop further
-// out is reading.
+// Holds the files that are being played, innermost on top, and how far each is read. The receiver
+// of a line may start another playback, pause, and continue; so it may finish files that an outer
+// loop is reading.
 class YcluiPlayback {
  public:
-  // Receives the lines.
+  // The receiver of the lines.
   class Input {
    public:
     virtual void interpretPlayed(const char* text) = 0;
-    // The offset that the first byte of a text given now has.
+    // The offset of the first byte of a text that would be passed now.
     virtual long nextOffset() const = 0;
 
    protected:
@@ -33,13 +33,14 @@ class YcluiPlayback {
   YcluiPlayback(const YcluiPlayback&) = delete;
   YcluiPlayback& operator=(const YcluiPlayback&) = delete;
 
-  // Plays the file to its end or to a pause. 0 with YErrFileIsPlayed or YErrNotOpened as
-  // YErrWarning, with YErrTooDeep as YErrError, and when the file cannot be closed.
-  YWord play(YcluiLogFile file);
+  // Plays the file to its end or to a pause. Returns false with YErrFileIsPlayed or YErrNotOpened
+  // as YErrWarning, with YErrTooDeep as YErrError, and with YErrNotClosed when the file was played
+  // and cannot be closed.
+  bool play(YcluiLogFile file);
   void pause() { isPaused_ = true; }
-  // Continues the paused files, innermost first. 0 when nothing was paused or a file could not be
-  // closed, and with YErrTooDeep.
-  YWord resume();
+  // Continues the paused files, innermost first. Returns false when nothing was paused, with
+  // YErrTooDeep, and with YErrNotClosed when a file cannot be closed; outer files then wait.
+  bool resume();
   // Closes all files without reading further.
   void giveUp();
 
@@ -49,50 +50,50 @@ class YcluiPlayback {
   bool reads(const YcluiLogFile& file) const {
     return isRunning_ && files_.isEmpty() == 0 && file == files_.topSlot().file;
   }
-  // How many files ended by a read error.
+  // Number of files that ended by a read error.
   int readErrors() const { return readErrors_; }
 
-  // Of the innermost file, running or paused: its full name, the line in which the last text began,
-  // and how many bytes are read; null and 0 when there is none.
+  // Of the innermost file, running or paused: its full name, the number of the line in which the
+  // last text began, from 1, and the number of bytes read. Null and 0 when there is none.
   const char* name() const;
   long line() const;
   long position() const;
-  // Describes the token at an offset, when a text that holds it is being interpreted. 0, and
-  // `token` unchanged, when none does.
-  YWord find(long offset, YcluiPlayedToken& token) const;
+  // Describes the token at an offset of a text that is being interpreted. Returns false, and leaves
+  // `token` unchanged, when no text contains that offset.
+  bool find(long offset, YcluiPlayedToken& token) const;
 
  private:
   using Escapes = YcluiLogReader::Escapes;
   struct PlayedFile {
     YcluiLogFile file;
     std::uint64_t number = 0;  // among all files that were played
-    long line = 0;             // in which the last text began
-    long ends = 0;             // of lines that are read
-    long bytes = 0;            // that are read
+    long line = 0;             // number of the line in which the last text began
+    long ends = 0;             // number of ends of lines read
+    long bytes = 0;            // number of bytes read
 
     // The text that is being interpreted.
     std::uint64_t textNumber = 0;      // among all texts that were played
-    const char* text = nullptr;        // as the file has it; null between two
-    const Escapes* escapes = nullptr;  // added for the lexer, null when there are none
-    long begin = 0;                    // its offset
+    const char* text = nullptr;        // as it is in the file; null between two texts
+    const Escapes* escapes = nullptr;  // added for the lexer; null when there are none
+    long begin = 0;                    // offset of the text
   };
 
   Input& input_;
   YStack<PlayedFile> files_;
   bool isRunning_ = false;
   bool isPaused_ = false;
-  int depth_ = 0;  // loops that read lines of a file
+  int depth_ = 0;  // number of running calls of play and resume
   std::uint64_t filesPlayed_ = 0;
   std::uint64_t textsPlayed_ = 0;
   int readErrors_ = 0;
 
   bool isPlayed(const YcluiLogFile& file) const;
-  YWord playTop();
-  YWord resumeTop();
+  bool playTop();
+  bool resumeTop();
   void playText(const char* text, const char* inFile, const Escapes* escapes);
   void endReading(std::FILE* stream);
   bool stopsAfterLine(std::uint64_t fileNumber);
-  YWord finishTop();
+  bool finishTop();
 };
 
 #endif  // PARSER_YCLUIPLAYBACK_H_

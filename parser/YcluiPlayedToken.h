@@ -5,13 +5,15 @@
 
 #include <cstdint>
 
+// Filled by YcluiParser::playedToken. A text is one line of the file, or several when a string
+// contains ends of lines, or a piece of a line after a pause.
 struct YcluiPlayedToken {
-  const char* file;      // the full name
-  long line;             // of the file, from 1, in which the text begins
-  std::uint64_t number;  // of the text, among all that this parser has played
-  const char* text;      // as the file has it
-  long offset;           // in the text, where the token begins; at its length or after it for a
-                         // token of text that a command appended
+  const char* file;      // full name of the file
+  long line;             // number of the line, from 1, in which the text begins
+  std::uint64_t number;  // number of the text, from 1, among all that this parser has played
+  const char* text;      // the text as it is in the file
+  long offset;           // offset in `text`, in bytes, at which the token begins; the text's length
+                         // or more for a token of text that a command appended
 };
 
 #endif  // PARSER_YCLUIPLAYEDTOKEN_H_

@@ -1,4 +1,4 @@
-// The token that the lexer reads into.
+// The token that the lexer reads into. Internal to the parser.
 
 #ifndef PARSER_YCLUIWORKTOKEN_H_
 #define PARSER_YCLUIWORKTOKEN_H_
@@ -6,9 +6,9 @@
 #include "foundation/YStack.h"
 #include "lex/YcluiToken.h"
 
-// A token keeps its arguments from one text to the next until they are complete. While it is
-// processed, a nested text is read into another one, which starts as a copy of it, since what a
-// token held before is visible in the next one read into it.
+// The token keeps its arguments from one text to the next until they are complete. While it is
+// being processed, a nested text is read into another token. That starts as a copy, because reading
+// a word leaves the previous arguments in a token and hosts can see them.
 class YcluiWorkToken {
  public:
   YcluiWorkToken();
@@ -16,23 +16,24 @@ class YcluiWorkToken {
   YcluiWorkToken& operator=(const YcluiWorkToken&) = delete;
   ~YcluiWorkToken();
 
-  // Whether there was memory for it. Without, only isOpen and dropOpen may be called.
+  // Whether there was memory for the token. If not, only isOpen and dropOpen may be called.
   bool exists() const { return token_ != nullptr; }
   const YcluiToken& operator*() const { return *token_; }
   const YcluiToken* operator->() const { return token_; }
-  // The token to read into; not the one that is in use.
+  // The token to read into; never one that is in use.
   YcluiToken& forReading() {
     if (isUsed_) renew();
     return *token_;
   }
 
-  // Whether it waits for the rest of its arguments.
+  // Whether some of its arguments are still missing.
   bool isOpen() const { return exists() && token_->underConstruction() != 0; }
+  // Ends that state; the arguments read so far stay in the token.
   void dropOpen() {
     if (exists()) token_->setNeedMore(0);
   }
 
-  // Keeps the present token unchanged for its own lifetime.
+  // Marks the present token as in use during its lifetime, so that nothing is read into it.
   class Use {
    public:
     explicit Use(YcluiWorkToken& work) : work_(work), token_(*work.token_) { work_.isUsed_ = true; }
@@ -52,7 +53,7 @@ class YcluiWorkToken {
     YcluiToken& token_;
   };
 
-  // Replaces the token, which is in use, by a copy.
+  // Replaces the token by a copy; the previous one belongs to its user until that ends.
   void renew();
 
  private:
