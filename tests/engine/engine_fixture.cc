@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-// The collector looks for values on the real stack and keeps what is reachable at the end, and a
-// continuation is a copy of the whole stack.
+// For the collector: it scans the real stack, keeps what is reachable at the end, and copies the
+// whole stack for a continuation.
 extern "C" const char* __asan_default_options();
 extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
   return "detect_leaks=0:detect_stack_use_after_return=0:replace_intrin=0";
@@ -20,8 +20,8 @@ void EngineTest::SetUp() {
   setenv("HOME", "/nowhere", 1);
   ASSERT_EQ(ScmVM::start(MemoryLimit, error), 1U) << error;
   ASSERT_EQ(ScmVM::openLibrary(SOUND_LIBRARY, "lib-TEST", error), 1U) << error;
-  ScmVM::setErrorListener([](void*, const ScmVMError& told) { EngineTest::errors.push_back(told); },
-                          nullptr);
+  ScmVM::setErrorListener(
+      [](void*, const ScmVMError& reported) { EngineTest::errors.push_back(reported); }, nullptr);
 }
 
 std::string Eval(const std::string& text) {

@@ -1,5 +1,5 @@
-// The engine in a test: started once in the program, with the test library open and a listener that
-// keeps what is reported.
+// The engine for tests: started once in the program, with the test library open and a listener that
+// records the reported errors.
 
 #ifndef TESTS_ENGINE_ENGINE_FIXTURE_H_
 #define TESTS_ENGINE_ENGINE_FIXTURE_H_
@@ -12,7 +12,7 @@
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 
-// How a text ended: "+" and the printed value, or "-" and the message.
+// Runs a text. Returns "+" and the printed value, or "-" and the message.
 std::string Eval(const std::string& text);
 
 class EngineTest : public testing::Test {

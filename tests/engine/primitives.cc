@@ -1,5 +1,5 @@
-// A script library for the tests: primitives that use the argument stack in every way.
-// LIBRARY_NAME, WITHOUT_CLEANUP and BAD_ROW make the broken ones of it.
+// A script library for the tests: primitives that use the argument stack in all ways. The broken
+// libraries are made with LIBRARY_NAME, WITHOUT_CLEANUP and BAD_ROW.
 
 #include <cstdint>
 #include <stdexcept>
@@ -28,7 +28,7 @@ const YScmProc Rows[] = {
        if (YStatusIsGood(status)) Vm::StackPushLong(first + second);
      },
      2, 0},
-    // Three strings that are all used after the last pop.
+    // All strings are used after the last pop.
     {"t-join",
      [](auto, YStatus& status) {
        const char* parts[3];
@@ -39,7 +39,7 @@ const YScmProc Rows[] = {
        Vm::StackPushString((std::string(parts[0]) + parts[1] + parts[2]).c_str());
      },
      3, 0},
-    // The printed value or message of a text, and a mark for bit 0.
+    // The result of a text, as the function Eval of the tests returns it.
     {"t-eval",
      [](auto, YStatus& status) {
        const char* const text = Vm::VMEAssertIsAString(1, status, -1);
@@ -50,16 +50,16 @@ const YScmProc Rows[] = {
        Vm::StackPushString(((YStatusIsGood(inner) ? "+" : "-") + std::string(buffer)).c_str());
      },
      1, 0},
-    // What the predicates say of each argument, last first.
+    // One letter for each predicate that is true of an argument, last argument first.
     {"t-types",
      [](std::uint32_t argc, YStatus& status) {
        std::string types;
        for (; argc > 0; --argc) {
-         const YWord answers[] = {Vm::StackLongP(),   Vm::StackSmallLongP(), Vm::StackDoubleP(),
+         const YWord results[] = {Vm::StackLongP(),   Vm::StackSmallLongP(), Vm::StackDoubleP(),
                                   Vm::StackFloatP(),  Vm::StackCharP(),      Vm::StackStringP(),
                                   Vm::StackHandleP(), Vm::StackPairP(),      Vm::StackNullP()};
          for (int i = 0; i < 9; ++i) {
-           if (answers[i] != 0) types += "lsdfcthpn"[i];
+           if (results[i] != 0) types += "lsdfcthpn"[i];
          }
          types += ".";
          Vm::StackPop(status);
@@ -67,7 +67,7 @@ const YScmProc Rows[] = {
        Vm::StackPushString(types.c_str());
      },
      0, 1},
-    // The numbers of a pair, taken apart as libraries do it, as a list.
+    // A list of the numbers of a pair, which is read as libraries read it.
     {"t-pair->list",
      [](auto, YStatus& status) {
        Vm::StackDuplicate();
@@ -119,7 +119,7 @@ const YScmProc Rows[] = {
      [](std::uint32_t argc, YStatus& status) {
        Vm::VMESetErrorArgNum(static_cast<YArgNum>(argc), status);
        Vm::VMESetErrorBadType(YScmArgSyntaxElement, status, -1);
-       Vm::StackPopLong(status);  // may fail too, and the first failure is reported
+       Vm::StackPopLong(status);  // may fail too; the first failure is reported
        Vm::StackPushLong(0);
      },
      1, 1},

@@ -1,4 +1,4 @@
-// Any bytes go into a Scheme string and come back as they were.
+// Conversion between bytes and Scheme strings.
 
 #include <random>
 
@@ -15,7 +15,7 @@ void Give(std::uint32_t, YStatus&) {
   ScmVMExternal::StackPushString(Given[Next].c_str());
 }
 
-// True while there is more to give.
+// Pushes #t until all strings were given.
 void Take(std::uint32_t, YStatus& status) {
   const char* const text = ScmVMExternal::StackPopString(status);
   EXPECT_TRUE(text != nullptr && text == Given[Next]) << Given[Next];
@@ -23,7 +23,7 @@ void Take(std::uint32_t, YStatus& status) {
   ScmVMExternal::StackPushBoolean(++Next < Given.size() ? 1 : 0);
 }
 
-TEST_F(StringsTest, AnyBytesComeBack) {
+TEST_F(StringsTest, AllBytesReturnUnchanged) {
   ScmVM::bindProcedure("give", &Give, 0, 0);
   ScmVM::bindProcedure("take", &Take, 1, 0);
   for (int first = 1; first < 256; ++first) {
@@ -36,7 +36,7 @@ TEST_F(StringsTest, AnyBytesComeBack) {
   for (int i = 0; i < 2000; ++i) {
     std::string text;
     for (std::size_t length = random() % 200; text.size() < length;) {
-      // Mostly around the lead bytes, where one byte decides what the next one is.
+      // Mostly bytes near the first lead byte, since a lead byte decides about the next byte.
       text.push_back(
           static_cast<char>(random() % 4 == 0 ? 1 + random() % 255 : 0x81 + random() % 8));
     }
@@ -47,16 +47,16 @@ TEST_F(StringsTest, AnyBytesComeBack) {
   EXPECT_EQ(Next, Given.size());
 }
 
-TEST_F(StringsTest, CharactersAreTheEncodings) {
-  const char* const rows[][2] = {
+TEST_F(StringsTest, BytesAreCharactersOfTheEncoding) {
+  const char* const cases[][2] = {
       {"(map char->integer (string->list \"\\\\~\x82\xA0\xB1\x87\x40\x81\x5F\"))",
        "+(92 126 12354 65393 9312 65340)"},
-      // A lead byte alone, and one of two pairs that stand for one character.
+      // A lead byte alone, and a pair whose character has another pair too.
       {"(map char->integer (string->list \"\x87\x90\"))", "+(63367 63376)"},
       {"(t-join \"\" (string #\\x301C) \"\")", "+\"\x81\x60\""},
       {"(string-length \"\x95\\\")", "+1"},
   };
-  for (const auto& [text, ending] : rows) EXPECT_EQ(Eval(text), ending) << text;
+  for (const auto& [text, ending] : cases) EXPECT_EQ(Eval(text), ending) << text;
 }
 
 }  // namespace

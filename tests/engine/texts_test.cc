@@ -1,10 +1,9 @@
-// Texts: values, messages, escapes, and what they print.
+// Running texts: values, messages and output.
 
 #include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <random>
-#include <sstream>
 #include <string>
 
 #include "tests/engine/engine_fixture.h"
@@ -16,7 +15,7 @@ using TextsTest = EngineTest;
 
 class TextsOfTable : public EngineTest, public testing::WithParamInterface<Row> {};
 
-TEST_P(TextsOfTable, EndAsTheirRowSays) {
+TEST_P(TextsOfTable, HaveTheExpectedResult) {
   std::string given;
   for (const auto& [mark, text] : GetParam().lines) {
     if (mark == '<') given = text;
@@ -27,38 +26,28 @@ TEST_P(TextsOfTable, EndAsTheirRowSays) {
 
 INSTANTIATE_TEST_SUITE_P(, TextsOfTable, testing::ValuesIn(RowsOf({TEXTS})), NameOfRow);
 
-// A call on constants is read and applied at once, any other expression goes to Guile's reader and
-// is expanded first.
-TEST_F(TextsTest, BothWaysOfACallAgree) {
+// A call with constant arguments is applied without the expander; inside `begin` it is expanded.
+TEST_F(TextsTest, PlainCallsHaveTheResultOfGuile) {
   Eval("(define (rest-of . all) all) (define var 1)");
   Eval("(define-syntax mac (syntax-rules () ((_ x) 'x)))");
-  const std::string heads =
-      "rest-of|car|var|nothing|mac|t-add|t-refuse|string-append|quote|REST-OF";
-  const std::string rests =
-      "|1|5|'()|1 \"a\" #\\b #t 'c '(d . e) 1/2 2.5|1 2|1 \"a\"|\"a\" 'b|1 . 2|()|'a 'b . c|"
-      "(quote 1 2)|1) (rest-of 2|9223372036854775808 1/2|#t #f 'a-b.c!|#true #:key 'A '5";
-  std::istringstream eachHead(heads);
-  for (std::string head, rest; std::getline(eachHead, head, '|');) {
-    std::istringstream eachRest(rests);
-    while (std::getline(eachRest, rest, '|')) {
-      std::string call = "(" + head + " ";
-      call += rest + ")";
-      EXPECT_EQ(Eval(call), Eval("(begin " + call + ")")) << call;
-    }
-  }
   for (const char* call : {"(values)", "(exit 4)", "(string-set! \"abc\" 0 #\\x)", "\n ( car '(1))",
-                           "\n (car '(1)) "}) {
+                           "\n (car '(1)) ", "(rest-of 'a 'b . c)", "(var 1)", "(nothing 1)",
+                           "(mac a)", "(quote a)", "(quote 1 2)", "(t-add 1 2)", "(t-refuse 'a)"}) {
     EXPECT_EQ(Eval(call), Eval("(begin " + std::string(call) + ")")) << call;
   }
   EXPECT_EQ(Eval("(define (vector-copy . all) 'mine) (vector-copy 1 2)"), "+mine");
   Eval("(read-hash-extend #\\t (lambda (c port) 5))");
   EXPECT_EQ(Eval("(rest-of #t #f)"), "+(5 #f)");
   Eval("(read-hash-extend #\\t #f)");
+  Eval("(define-syntax quote (syntax-rules () ((_ x) 7)))");
+  EXPECT_EQ(Eval("(rest-of 'a)"), "+(7)");
+  Eval("(module-remove! (current-module) (string->symbol \"quote\"))");
+  EXPECT_EQ(Eval("(rest-of 'a)"), "+(a)");
 }
 
-// What a text does when the short way reads it, and as the second expression of a text, which
-// leaves it to Guile: "agree", or the two results.
-std::string ReadBothWays(const std::string& text) {
+// Runs a call as a plain call, and as the second expression of a text, which Guile reads. Returns
+// "agree" or the two results.
+std::string ReadTwice(const std::string& text) {
   Eval("(start)");
   const std::string plain = Eval(text);
   Eval("(start)");
@@ -75,22 +64,18 @@ TEST_F(TextsTest, PlainCallsAreReadAsGuileReadsThem) {
   const std::string zeros(320, '0');
   const std::string numbers[] = {digits,
                                  digits + ".5",
-                                 "0." + digits,
                                  "1." + digits,
                                  "0." + zeros + "1",
-                                 "0." + zeros + "0",
                                  "1" + zeros + ".0",
-                                 "17976931348623158" + std::string(292, '0') + ".5",
                                  "9007199254740993.0",
-                                 "0.500000000000000166533453693773481063544750213623046875",
                                  "123456789012345678",
                                  "12345678901234567890"};
   for (const std::string& number : numbers) {
     for (const char* sign : {"", "-", "+"}) {
-      EXPECT_EQ(ReadBothWays("(keep " + (sign + number) + ")"), "agree") << number;
+      EXPECT_EQ(ReadTwice("(keep " + (sign + number) + ")"), "agree") << number;
     }
   }
-  // An argument is made of the signs of one kind; the last kind is anything.
+  // An argument has characters of one kind; the last kind is a mixture.
   const std::string kinds[] = {"+-..0012359e/", "ab-+.@!$%&*/<=>?^_~09", "ab\x83\x5C \\\\\"\n;'#",
                                "tfTe()", "()'\"\\#;:|,`[]{}.aA1 \v\xA0\x83\x5C"};
   const std::string opening[] = {"", "'", "\"", "#", ""};
@@ -110,11 +95,11 @@ TEST_F(TextsTest, PlainCallsAreReadAsGuileReadsThem) {
       text += opening[kind] + some(kinds[kind], 6) + closing[kind];
     }
     text += some(blanks, 2) + (random() % 8 != 0 ? ")" : "") + some(blanks, 2);
-    EXPECT_EQ(ReadBothWays(text), "agree") << text;
+    EXPECT_EQ(ReadTwice(text), "agree") << text;
   }
 }
 
-TEST_F(TextsTest, AFailureIsToldOnceFromTheInnermostPlace) {
+TEST_F(TextsTest, AFailureIsReportedOnceByTheInnermostText) {
   Eval("(list (t-eval \"(t-eval \\\"(car 1)\\\")\") 2)");
   ASSERT_EQ(errors.size(), 1U);
   EXPECT_EQ(errors[0].text, "(car 1)");
@@ -126,7 +111,7 @@ TEST_F(TextsTest, AFailureIsToldOnceFromTheInnermostPlace) {
   EXPECT_EQ(errors[1].message, "t-refuse: refused its arguments");
 }
 
-TEST_F(TextsTest, TheTextListenerSeesEveryText) {
+TEST_F(TextsTest, TheTextListenerReceivesEveryText) {
   static std::string seen;
   ScmVM::setTextListener([](void*, const char* text) { seen += std::string(text) + ";"; }, nullptr);
   Eval("(t-eval \"1\")");
@@ -153,7 +138,7 @@ TEST_F(TextsTest, TheBufferIsNeverOverrun) {
   EXPECT_FALSE(YStatusIsGood(status));
 }
 
-// What scripts print and what C++ prints arrives in the order in which it was written.
+// Output of scripts and of C++ code is in the order of writing.
 void SayInCpp(std::uint32_t, YStatus&) {
   std::fputs("[c++]", stdout);
 }

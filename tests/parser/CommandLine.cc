@@ -11,7 +11,7 @@
 
 namespace {
 
-// Tests run side by side. Removed at the end of the process.
+// Removed at the end of the process.
 const WorkingFolder Folder;
 
 using Operation = YWord (*)(CommandLine& line, const std::string& given);
@@ -28,12 +28,12 @@ const std::map<std::string, Operation> Operations = {
      }},
 };
 
-// A token whose word was bad, and one for a variable, may have none.
+// An invalid word and a variable may have a token without a word.
 const char* WordOf(const YcluiToken& token) {
   return token.string() == nullptr ? "" : token.string();
 }
 
-// What a callback is given must still be there when it is done.
+// The text must be unchanged after the steps that it triggers.
 void Hear(void* self, const char* kind, const char* text) {
   const std::string before(text);
   static_cast<CommandLine*>(self)->record(kind, before);
@@ -93,9 +93,9 @@ void CommandLine::perform(const std::string& steps, char separator) {
       continue;
     }
     const auto own = Operations.find(name);
-    const YWord answer = own != Operations.end() ? own->second(*this, given)
+    const YWord result = own != Operations.end() ? own->second(*this, given)
                                                  : ParserOperations.at(name)(*this, given);
-    if (name != "on") record("answer", std::to_string(static_cast<int>(answer)), name);
+    if (name != "on") record("result", std::to_string(static_cast<int>(result)), name);
   }
 }
 
@@ -123,7 +123,7 @@ YWord CommandLine::evaluate(const char* text) {
   return 1;
 }
 
-// What an entry does may end in this entry again.
+// The steps at an entry may lead to the same entry again.
 void CommandLine::record(const std::string& kind, const std::string& text,
                          const std::string& name) {
   const std::string entry = (name.empty() ? kind : name) + "(" + text + ")";

@@ -1,5 +1,4 @@
-// A parser that is driven by short scripts and records what it does, in a working folder of its
-// own.
+// A parser for tests: executes short scripts and records a trace, in a working folder of its own.
 
 #ifndef TESTS_PARSER_COMMANDLINE_H_
 #define TESTS_PARSER_COMMANDLINE_H_
@@ -13,34 +12,35 @@
 #include "parser/YcluiParser.h"
 #include "tests/support/WorkingFolder.h"
 
-// What happens leaves a trace, one entry each, of which those of the kinds asked for are kept:
+// The trace has one entry for each event of the kinds that `trace` selects:
 //   tok(a)  echo(a b)  field(a b)  syn(a|p a)  refuse(x)  run(command)   callbacks and commands
-//   err(not-opened)   a code, with its severity when it is no error; see tests/support/codes.h
-//   push(1)       the kind "answer": what a step of a script answered
-//   tokens(a b)   the tokens, at a step ^tokens; followed by "!" when the line does not agree
+//   err(not-opened)   a code; a severity other than error follows it; see tests/support/codes.h
+//   push(1)       of the kind "result": what an operation of a script returned
+//   tokens(a b)   the tokens, at a step ^tokens; followed by "!" when the line differs from them
 class CommandLine final : public YcluiParser {
  public:
-  // Words as Declare reads them, and "help!" for one that is accepted anywhere and runs "help"
-  // followed by its number in the frame. A syntax as SyntaxOf reads it.
+  // Words as Declare reads them; "help!" is an indefinite word whose command is "help" and the
+  // context. A syntax as SyntaxOf reads it.
   explicit CommandLine(const std::string& words, const std::string& syntax = "");
   ~CommandLine() { YErr.setListener(nullptr, nullptr); }
 
   void setSyntax(const std::string& syntax);
 
-  // Takes steps, with "; " between them: texts for interpret, and operations under the names of
-  // tests/support/steps.cc, such as "^push" or "^remove 1", or of this class: "^on run(a) ^reset &
-  // b" performs the steps after the entry once, when the entry is made; "^syntax" and "^tokens".
+  // Performs steps that are separated by "; ": texts for interpret, and operations under the names
+  // of tests/support/steps.cc, such as "^push" or "^remove 1", or of this class. "^on run(a) ^reset
+  // & b" performs the steps after run(a) once, at that entry; "^syntax a b" sets a syntax;
+  // "^tokens" records the tokens.
   void perform(const std::string& steps, char separator = ';');
-  // Keeps the entries of these kinds.
+  // Selects the kinds of entries.
   void trace(const std::string& kinds) { kinds_ = " " + kinds + " "; }
-  // What has been traced since the last call, with blanks between the entries.
+  // The entries since the last call, separated by blanks.
   std::string traced();
   std::string tokens() const;
   void record(const std::string& kind, const std::string& text, const std::string& name = "");
 
-  std::map<std::string, std::function<void()>> at;  // what to do, once, at an entry
+  std::map<std::string, std::function<void()>> at;  // called once at that entry
 
-  std::string texts;  // what interpret was given, in brackets
+  std::string texts;  // the texts given to interpret, each in brackets
 
   int interpret(const char* text) override;
 

@@ -1,4 +1,4 @@
-// What could come next.
+// The words that can come next.
 
 #include <algorithm>
 #include <functional>
@@ -7,6 +7,7 @@
 #include "gtest/gtest.h"
 #include "syntax/YcluiNfa.h"
 #include "tests/parser/CommandLine.h"
+#include "tests/support/words.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ Words WordsOf(const YString_Array& list) {
   return words;
 }
 
-// The longest beginning that all have.
+// The longest common beginning.
 std::string CommonOf(const Words& words) {
   std::string common = words.empty() ? "" : words.front();
   for (const std::string& word : words) {
@@ -28,9 +29,9 @@ std::string CommonOf(const Words& words) {
   return common;
 }
 
-// Held against what the walker and the dictionary say, however often and in between what was asked,
-// at more wide places in turn than are kept and at narrow ones.
-TEST(Completion, IsUpToDateAtEveryQuestion) {
+// Compared with the walker and the dictionary, at states with long and with short lists in turn,
+// and after each kind of change.
+TEST(Completion, TheCachedListIsUpToDate) {
   YcluiParser parser;
   YcluiLex& words = *parser.lex();
   auto* syntax = new YcluiSyntaxGraph;
@@ -42,41 +43,41 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
   };
   for (unsigned id = 1; id <= 60; ++id) add(id % 50 + 1);  // some twice
   syntax->insertAnd(new YcluiSyntaxNode(1));
-  for (unsigned way = 61; way <= 66; ++way) {
-    words.addKeyword(("go" + std::to_string(way)).c_str(), nullptr, way);
+  for (unsigned first = 61; first <= 66; ++first) {
+    words.addKeyword(("go" + std::to_string(first)).c_str(), nullptr, first);
     auto* graph = new YcluiSyntaxGraph;
-    for (unsigned id = way - 60; id <= way - 20; ++id) graph->insertOr(new YcluiSyntaxNode(id));
-    graph->insertAnd(new YcluiSyntaxNode(way));
+    for (unsigned id = first - 60; id <= first - 20; ++id) graph->insertOr(new YcluiSyntaxNode(id));
+    graph->insertAnd(new YcluiSyntaxNode(first));
     syntax->insertOr(graph);
     delete graph;
   }
   parser.setSyntaxGraph(syntax);
   walker.syntaxGraph(syntax);
   std::vector<unsigned> anywhere;
-  // A word that has been deleted is empty. In the list of all there are no such ones, each word
-  // is listed once, and those that may come anywhere follow the others.
-  const auto expected = [&](const std::string& prefix, bool isOfAll) {
+  // A deleted word is empty. The list of possibleWords has no empty words, each word once, and the
+  // indefinite words at its end.
+  const auto expected = [&](const std::string& prefix, bool isPossibleWords) {
     YcluiSyntaxNodeP_Array nodes;
     walker.possibleNodes(nodes);
     std::vector<unsigned> ids;
     ids.reserve(static_cast<std::size_t>(nodes.size()));
     for (int i = 0; i < nodes.size(); ++i) ids.push_back(nodes.at(i)->tokenId);
-    if (isOfAll) ids.insert(ids.end(), anywhere.begin(), anywhere.end());
+    if (isPossibleWords) ids.insert(ids.end(), anywhere.begin(), anywhere.end());
     Words list;
     for (const unsigned id : ids) {
       const char* name = words.keyword(id);
       const std::string word = name == nullptr ? "" : name;
       const bool isThere = std::find(list.begin(), list.end(), word) != list.end();
-      if (isOfAll && (isThere || word.empty())) continue;
+      if (isPossibleWords && (isThere || word.empty())) continue;
       if (word.starts_with(prefix)) list.push_back(word);
     }
     return list;
   };
-  const auto goTo = [&](unsigned place) {
+  const auto enter = [&](unsigned first) {
     parser.reset(), walker.reset();
-    if (place == 0) return;
-    parser.interpret(place == 1 ? "abh1" : ("go" + std::to_string(place)).c_str());
-    walker.stepNext(place);
+    if (first == 0) return;
+    parser.interpret(first == 1 ? "abh1" : ("go" + std::to_string(first)).c_str());
+    walker.stepNext(first);
   };
   const std::function<void()> changes[] = {
       [] {},
@@ -87,12 +88,12 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
       [&] { syntax->insertOr(new YcluiSyntaxNode(19)); },
   };
   for (const auto& change : changes) {
-    goTo(0);
+    enter(0);
     change();
-    for (const unsigned place : {1, 61, 1, 0, 61, 62, 63, 64, 1, 0, 65, 66, 61, 65, 66, 1, 1}) {
-      goTo(place);
+    for (const unsigned first : {1, 61, 1, 0, 61, 62, 63, 64, 1, 0, 65, 66, 61, 65, 66, 1, 1}) {
+      enter(first);
       for (const char* prefix : {"ab", "abd", "abd1", "abz", "abd", "b", "", "go", "AB", "ab"}) {
-        SCOPED_TRACE(std::to_string(place) + prefix);
+        SCOPED_TRACE(std::to_string(first) + prefix);
         YString_Array list;
         YString completed;
         unsigned long unique = 7;
@@ -110,28 +111,20 @@ TEST(Completion, IsUpToDateAtEveryQuestion) {
   }
 }
 
-// What is offered where another command waits is what is then accepted there, whichever of several
-// alternatives a word leads to, and as long as the command has not begun.
-TEST(Completion, OffersWhatMayInterrupt) {
+// In an interrupting frame exactly the words are offered that it accepts, before its command has
+// begun and after that.
+TEST(Completion, OffersTheWordsThatMayInterrupt) {
   std::mt19937 random(3);
-  for (int round = 0; round < 200; ++round) {
+  for (int trial = 0; trial < 200; ++trial) {
     YcluiParser parser;
-    auto* syntax = new YcluiSyntaxGraph;
-    for (unsigned id = 1; id <= 6; ++id) {
-      parser.lex()->addKeyword(std::string(1, "?abcdef"[id]).c_str(), nullptr, id);
-    }
+    Declare(*parser.lex(), "a b c d e f", 1);
+    std::string syntax = "( f f";
     for (int i = 0; i < 6; ++i) {
-      auto* command = new YcluiSyntaxGraph;
-      command->insertAnd(new YcluiSyntaxNode(6));
-      auto* node = new YcluiSyntaxNode(random() % 5 + 1);
-      node->priority = static_cast<std::uint8_t>(random() % 4);
-      node->interruptLimit = static_cast<std::uint8_t>(random() % 4);
-      command->insertAnd(node);
-      syntax->insertOr(command);
-      delete command;
+      syntax += std::string(" | ") + "abcde"[random() % 5] + "^" + std::to_string(random() % 4) +
+                "," + std::to_string(random() % 4) + " f";
     }
-    parser.setSyntaxGraph(syntax);
-    if (round % 3 == 0) parser.addIndefiniteNode(new YcluiSyntaxNode(5));
+    parser.setSyntaxGraph(SyntaxOf(*parser.lex(), syntax + " )").release());
+    if (trial % 3 == 0) parser.addIndefiniteNode(new YcluiSyntaxNode(5));
     parser.interpret("a b c");
     parser.pushFrame();
     for (const char* begun : {"", "a", "b", "c"}) {
@@ -148,12 +141,12 @@ TEST(Completion, OffersWhatMayInterrupt) {
       }
       Words offered = WordsOf(list);
       std::sort(offered.begin(), offered.end());
-      ASSERT_EQ(offered, accepted) << round << begun;
+      ASSERT_EQ(offered, accepted) << trial << begun;
     }
   }
 }
 
-TEST(Completion, EndsWithTheLine) {
+TEST(Completion, ACompleteCommandHasNoCandidates) {
   CommandLine line("a he!", "a");
   line.at["syn(a|a)"] = [&] {
     YString_Array list;

@@ -1,5 +1,5 @@
-// Each allocation of a run fails in turn: the run goes on and reports it, or ends with one line and
-// never in the middle of a command.
+// Each allocation of a run fails in turn. The run continues and reports the failure, or it ends
+// with one line of error, and never in the middle of a command.
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -35,7 +35,7 @@ class Writer : public YcluiParser {
   }
 };
 
-// Builds a language, reads commands, writes a log, completes, and writes down the results.
+// Builds a language, reads commands, writes a log, completes words, and writes the results.
 void Run() {
   YcluiParser::CreateMortuary();
   Writer parser;
@@ -99,22 +99,23 @@ Outcome RunWithout(long allocation) {
   return {ReadFile("output"), ReadFile("errors"), ReadFile("log"), status};
 }
 
-// The commands of a run that went on without what it did not get: whole ones, in their order, and
-// a code or an answer that says so.
+// For a run that continued after the failure: its commands are those of the whole run in the same
+// order, some possibly missing, and a code or a result reports the failure.
 void ExpectReported(const std::string& whole, const std::string& output) {
   std::istringstream expected(whole);
   std::istringstream lines(output);
-  bool isSaid = false;
+  bool isReported = false;
   for (std::string line; std::getline(lines, line);) {
-    isSaid |= std::regex_match(line, std::regex("no .*|code 20(49|61|83)4"));
+    isReported |= std::regex_match(line, std::regex("no .*|code 20(49|61|83)4"));
     if (!line.starts_with("go ") && !line.starts_with("put ") && line != "gone") continue;
     std::string next;
-    while (next != line) ASSERT_TRUE(std::getline(expected, next)) << line << " is no command";
+    while (next != line)
+      ASSERT_TRUE(std::getline(expected, next)) << line << " is not a command of the whole run";
   }
-  EXPECT_TRUE(isSaid);
+  EXPECT_TRUE(isReported);
 }
 
-TEST(Faults, EachAllocationFails) {
+TEST(Faults, EachFailedAllocationIsReportedOrEndsTheProcess) {
   const Outcome whole = RunWithout(-1);
   ASSERT_TRUE(whole.output.starts_with("put 1 \"a text of some length\"\ngo ;\nput 2"));
   const int all = std::stoi(ReadFile("made"));

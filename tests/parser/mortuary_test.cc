@@ -8,7 +8,7 @@ namespace {
 // The names in the order of destruction.
 std::string Gone;
 
-YcluiParser* Telling(YcluiParser* parser, const char* name) {
+YcluiParser* Reporting(YcluiParser* parser, const char* name) {
   parser->sysSetGoneProcedure([](void* word) { Gone += static_cast<const char*>(word); },
                               const_cast<char*>(name));
   return parser;
@@ -18,16 +18,16 @@ YcluiParser* Found(const YcluiParser* parser) {
   return YcluiParser::FindLive(reinterpret_cast<long>(parser));
 }
 
-TEST(Mortuary, BuriesOnceFromTheLast) {
+TEST(Mortuary, DestroysEachParserOnceTheLastFirst) {
   Gone.clear();
   YcluiParser early;
-  Telling(&early, "early ");
+  Reporting(&early, "early ");
   YcluiParser::CleanupMortuary();
   YcluiParser::AddDeadBody(&early);
-  EXPECT_EQ(early.isCondemned(), 0u) << "there is no mortuary yet";
+  EXPECT_EQ(early.isCondemned(), 0u) << "without a mortuary";
   YcluiParser::CreateMortuary();
-  YcluiParser* parsers[] = {Telling(new YcluiParser, "a "), Telling(new YcluiParser, "b "),
-                            Telling(new YcluiParser, "c "), Telling(new YcluiParser, "d ")};
+  YcluiParser* parsers[] = {Reporting(new YcluiParser, "a "), Reporting(new YcluiParser, "b "),
+                            Reporting(new YcluiParser, "c "), Reporting(new YcluiParser, "d ")};
   CommandLine derived("go");
   EXPECT_EQ(YcluiParser::Live(1), parsers[0]);
   for (YcluiParser* parser : parsers) YcluiParser::AddDeadBody(parser);
@@ -36,11 +36,11 @@ TEST(Mortuary, BuriesOnceFromTheLast) {
   YcluiParser::AddDeadBody(nullptr);
   EXPECT_TRUE(Found(parsers[2]) == nullptr && Found(&early) == &early);
   EXPECT_TRUE(YcluiParser::Live(0) == &early && YcluiParser::Live(1) == nullptr);
-  parsers[2]->YcluiParser::~YcluiParser();  // its host's doing
+  parsers[2]->YcluiParser::~YcluiParser();  // by its host
   ::operator delete(parsers[2]);
   YcluiParser::CleanupMortuary();
   EXPECT_EQ(Gone, "c d b a ");
-  EXPECT_EQ(derived.isCondemned(), 1u) << "alive, but no script's any more";
+  EXPECT_EQ(derived.isCondemned(), 1u) << "still condemned, but alive";
   YcluiParser::AddDeadBody(&early);
   YcluiParser::DestroyMortuary();
   EXPECT_EQ(Gone, "c d b a ");

@@ -1,10 +1,8 @@
-// Random languages, spoken at random: what is recorded plays as it was spoken.
+// Random commands in random languages: the playback of their log has the same effects.
 
 #include <cmath>
 #include <map>
-#include <memory>
 #include <random>
-#include <regex>
 #include <sstream>
 
 #include "gtest/gtest.h"
@@ -13,7 +11,6 @@
 namespace {
 
 using Random = std::mt19937;
-using Graph = std::unique_ptr<YcluiSyntaxGraph>;
 
 // A number below `count`, the same with every compiler.
 unsigned Below(Random& random, unsigned count) {
@@ -25,14 +22,19 @@ struct Word {
   std::vector<YcluiValueType> types;
 };
 
-// Speaks the language of its seed, and keeps what is accepted and what is run.
+// A parser for the language of the seed, which records the commands that run.
 class Speaker : public YcluiParser {
  public:
-  explicit Speaker(unsigned seed) : pauses_(seed) {
+  explicit Speaker(unsigned seed) {
     Random random(seed);
     for (unsigned i = 0; i < 12; ++i) addWord(random, i);
     auto* syntax = new YcluiSyntaxGraph;
-    for (int i = 0; i < 4; ++i) syntax->insertOr(sequence(random, 0).get());
+    for (unsigned id = 10; id < 22; ++id) {  // commands of two words
+      YcluiSyntaxGraph command;
+      command.insertAnd(new YcluiSyntaxNode(10 + Below(random, 12), "run $0 $$[0] $$[2] $-1#"));
+      command.insertAnd(new YcluiSyntaxNode(id));
+      syntax->insertOr(&command);
+    }
     lex()->addKeyword("in", nullptr, 1);
     lex()->addKeyword("out", nullptr, 2);
     lex()->addKeyword("anywhere", nullptr, 3);
@@ -41,21 +43,13 @@ class Speaker : public YcluiParser {
     setSyntaxGraph(syntax);
     addIndefiniteNode(new YcluiSyntaxNode(3, "anywhere $-1"));
     setAlias("al", "in out anywhere");
-    YcluiParser::interpret("${n}=12 ${s}=\"a \x95\x5C b\"");
+    interpret("${n}=12 ${s}=\"a \x95\x5C b\"");
   }
 
   std::vector<std::string> events;
   std::map<std::string, Word> words;
-  bool isPausing = false;
-
-  int interpret(const char* text) override {
-    if (isPausing && Below(pauses_, 3) == 0) pausePlayback();
-    return YcluiParser::interpret(text);
-  }
 
  private:
-  Random pauses_;
-
   void addWord(Random& random, unsigned index) {
     const char* const syllables[] = {"ka", "\x95\x5C", "ro", "\x83\x7B", "x9", "\xB1"};
     Word word;
@@ -74,24 +68,6 @@ class Speaker : public YcluiParser {
     words[name] = word;
   }
 
-  Graph sequence(Random& random, int depth) {
-    auto made = std::make_unique<YcluiSyntaxGraph>();
-    for (unsigned i = 0; i <= Below(random, 3); ++i) {
-      const bool isPlain = depth == 2 || Below(random, 2) == 0;
-      if (!isPlain) made->insertAnd(alternatives(random, depth + 1).get());
-      if (isPlain || i == 0) {
-        made->insertAnd(new YcluiSyntaxNode(10 + Below(random, 12), "run $0 $$[0] $$[2] $-1#"));
-      }
-    }
-    return made;
-  }
-  Graph alternatives(Random& random, int depth) {
-    auto made = std::make_unique<YcluiSyntaxGraph>();
-    for (int i = 0; i < 3; ++i) made->insertOr(sequence(random, depth).get());
-    if (Below(random, 3) == 0) made->makeClosure();
-    return made;
-  }
-
   YWord evaluate(const char* text) override {
     events.push_back(std::string(text) + " <- " + currentToken()->wholeString());
     for (int i = 1; i < currentToken()->argc(); ++i) {
@@ -103,13 +79,12 @@ class Speaker : public YcluiParser {
   }
 };
 
-// What a speaker of the same language says: words that may come, some that may not, and values of
-// all kinds in all spellings.
+// Texts in that language: words that are possible, some that are not, and values of all types in
+// all spellings.
 class Speech {
  public:
-  // A simple speech has values and lines that a resumed playback reads too.
-  Speech(unsigned seed, bool isSimple) : random_(seed), isSimple_(isSimple), listener_(seed) {
-    for (int i = isSimple ? 250 : 0; i < 300; ++i) {
+  explicit Speech(unsigned seed) : random_(seed), listener_(seed) {
+    for (int i = 0; i < 300; ++i) {
       say(nextWord());
       if (Below(random_, 3) == 0) say("\n"), texts.emplace_back();
     }
@@ -119,7 +94,6 @@ class Speech {
 
  private:
   Random random_;
-  bool isSimple_;
   Speaker listener_;
 
   void say(const std::string& text) {
@@ -176,7 +150,7 @@ class Speech {
     if (Below(random_, 8) == 0) return "\"a ${s} ${n}\"";
     std::string text(1, quote);
     for (unsigned i = Below(random_, 9); i > 0; --i) {
-      for (const char* p = pieces[Below(random_, isSimple_ ? 18 : 21)]; *p != '\0'; ++p) {
+      for (const char* p = pieces[Below(random_, 21)]; *p != '\0'; ++p) {
         const bool isTrail = *p == '\\' && (text.back() == '\x95' || text.back() == '\x83');
         if ((*p == quote || *p == '\\') && !isTrail) text += '\\';
         text += *p;
@@ -186,38 +160,25 @@ class Speech {
   }
 };
 
-TEST(RoundTrip, OfRandomLanguages) {
+TEST(RoundTrip, APlaybackRunsTheSameCommands) {
   std::size_t spoken = 0;
-  int resumed = 0;
-  for (unsigned seed = 1; seed <= 60; ++seed) {
+  for (unsigned seed = 1; seed <= 30; ++seed) {
     SCOPED_TRACE(seed);
-    const bool isSimple = seed % 2 == 0;
-    const Speech speech(seed, isSimple);
+    const Speech speech(seed);
     Speaker first(seed);
     ASSERT_EQ(first.startLogging("first", 0), 1u);
     for (const std::string& text : speech.texts) first.interpret(text.c_str());
     ASSERT_EQ(first.shutLogging(), 1u);
     spoken += first.events.size();
-    const auto plays = [&](const char* from, const char* to, bool isPausing) {
-      Speaker speaker(seed);
-      speaker.nestStyle(YcluiLogNestPlain);
-      speaker.isPausing = isPausing;
-      EXPECT_EQ(speaker.startLogging(to, 0), 1u);
-      EXPECT_EQ(speaker.playbackFromLog(from), 1u);
-      while (speaker.continuePlayback() != 0) {
-      }
-      EXPECT_EQ(speaker.shutLogging(), 1u);
-      EXPECT_EQ(speaker.events, first.events);
-      EXPECT_EQ(ReadFile(to), ReadFile(from));
-    };
-    plays("first", "second", false);
-    plays("second", "third", false);
-    if (!isSimple || std::regex_search(ReadFile("first"), std::regex("[^\n]{1024}"))) continue;
-    plays("first", "resumed", true);
-    ++resumed;
+    Speaker second(seed);
+    second.nestStyle(YcluiLogNestPlain);
+    ASSERT_EQ(second.startLogging("second", 0), 1u);
+    EXPECT_EQ(second.playbackFromLog("first"), 1u);
+    ASSERT_EQ(second.shutLogging(), 1u);
+    EXPECT_EQ(second.events, first.events);
+    EXPECT_EQ(ReadFile("second"), ReadFile("first"));
   }
   EXPECT_GT(spoken, 3000u);
-  EXPECT_GT(resumed, 20);
 }
 
 }  // namespace

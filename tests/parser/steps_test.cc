@@ -1,4 +1,4 @@
-// What a parser does, step by step: the rows of steps.txt, whose head describes their form.
+// The cases of steps.txt, which describes their form.
 
 #include <map>
 
@@ -9,7 +9,7 @@ namespace {
 
 class Steps : public testing::TestWithParam<Row> {};
 
-TEST_P(Steps, LeaveWhatTheirRowSays) {
+TEST_P(Steps, LeaveTheExpectedTrace) {
   std::map<char, std::string> given;  // the latest line of each mark
   std::map<std::string, std::string> files;
   for (const auto& [mark, text] : GetParam().lines) {

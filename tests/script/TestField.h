@@ -1,4 +1,4 @@
-// A text field as a host makes it, and a user in front of it.
+// A text field of a host, and the keys of its user.
 
 #ifndef TESTS_SCRIPT_TESTFIELD_H_
 #define TESTS_SCRIPT_TESTFIELD_H_
@@ -15,7 +15,7 @@
 class TestField : public YuiTextField {
  public:
   std::string shown;
-  std::function<void()> onSetText;  // what the host does when it is given a text
+  std::function<void()> onSetText;  // called when a text was set
 
   void SetText(const char* text) override {
     const std::string given = text;
@@ -25,8 +25,8 @@ class TestField : public YuiTextField {
   }
   void endBinding() { delete ModificationCallBack(); }
 
-  // Types a character, or deletes the last one with "<", and answers what became of it. The field
-  // shows no control characters. It may have been destroyed when it was refused.
+  // Types a character, or with "<" deletes the last one. Returns 1 when the field applied it; after
+  // 0 the field may have been destroyed. Control characters are not shown.
   YWord key(const std::string& character) {
     const bool isDeletion = character == "<";
     const std::string sent = character + "x";  // not terminated

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What leaves the shared library: the classes and functions of the list, and nothing else. Members,
-# tables and type information count for their class, template instances for their template.
+# Compares the exported classes and functions of the shared library with the list. Members, tables
+# and type information count as their class, template instances as their template.
 set -euo pipefail
 library=$1 list=$2
 nm --dynamic --defined-only --demangle --format=posix "$library" |

@@ -29,10 +29,10 @@ class Primitives : public testing::Test {
 
   std::string run(const std::string& text) { return machine.run(text); }
 
-  // The parser p, as long as it is alive.
+  // The parser p, while it is alive.
   YcluiParser& parser() { return *YcluiParser::Live(0); }
 
-  // The tokens of the fragment in the variable, with their actions, as far as it is a sequence.
+  // The tokens of the fragment in the variable, with their actions; the fragment is a sequence.
   std::string sequence(const std::string& variable) {
     const long handle = machine.variables[variable]->number;
     const YcluiSyntaxNode* node = reinterpret_cast<YcluiSyntaxGraph*>(handle)->start;
@@ -49,26 +49,22 @@ class Primitives : public testing::Test {
   }
 };
 
-// Hosts of other makers bind the rows by their places too.
-TEST(PrimitiveTable, HasItsRowsInOrder) {
-  std::string table;
+// Hosts may bind the rows by their index.
+TEST(PrimitiveTable, TheOrderOfRowsIsFixed) {
+  std::string names;
   for (std::uint32_t i = 0; i < CluiLibraryNProcs(); ++i) {
-    const YScmProc& row = CluiLibraryProcs()[i];
-    EXPECT_EQ(std::string(row.name).substr(0, 5), "clui-");
-    table += std::string(row.name).substr(5) + std::to_string(row.required);
-    table += row.rest == 1 ? "+ " : " ";
+    names += std::string(CluiLibraryProcs()[i].name).substr(4);
   }
-  EXPECT_EQ(table,
-            "token1+ syntax1+ oneof1+ anyof1+ indefinite-syntax3 priority1+ parser-new1 "
-            "parser-delete1 reset1 set-syntax2 delete-last1 eval2 push1 pop1 depth1 "
-            "attach-field2+ put-dummy-token2 start-logging2+ shut-logging1 "
-            "playback-from-file2 set-alias3 unset-alias2 set-variable3+ "
-            "set-keystroke-action3 find-possible-token1+ refer-current-word1 "
-            "replace-current-word1+ complete-token2 ");
+  EXPECT_EQ(names,
+            "-token-syntax-oneof-anyof-indefinite-syntax-priority-parser-new-parser-delete-reset"
+            "-set-syntax-delete-last-eval-push-pop-depth-attach-field-put-dummy-token-start-logging"
+            "-shut-logging-playback-from-file-set-alias-unset-alias-set-variable"
+            "-set-keystroke-action-find-possible-token-refer-current-word-replace-current-word"
+            "-complete-token");
 }
 
-TEST_F(Primitives, SequencesReadAsWritten) {
-  const char* const rows[][2] = {
+TEST_F(Primitives, SequencesKeepTheOrderOfArguments) {
+  const char* const cases[][2] = {
       {"(clui-syntax 1 'A' 2 'B' 'lost')", " 1A 2B"},
       {"(clui-syntax 'lost')", ""},
       {"(clui-syntax 1 (clui-syntax 2 (clui-syntax '')) 'B' 3)", " 1B 2 3"},
@@ -77,15 +73,15 @@ TEST_F(Primitives, SequencesReadAsWritten) {
       {"(clui-syntax 1 (clui-priority 3) 2)", " 1 2!3?3"},
       {"(clui-syntax 16777217)", " 1"},
   };
-  for (const auto& [expression, outcome] : rows) {
+  for (const auto& [expression, outcome] : cases) {
     EXPECT_EQ("handle", run(std::string("(define f ") + expression + ')')) << expression;
     EXPECT_EQ(outcome, sequence("f")) << expression;
   }
 }
 
-// What a failing fragment primitive has built or taken is freed, and its handle is null.
-TEST_F(Primitives, RefusedCallsLeaveNothing) {
-  const char* const rows[][2] = {
+// A failing fragment primitive frees what it has built or consumed and pushes a null handle.
+TEST_F(Primitives, RefusedCallsFreeTheirFragments) {
+  const char* const cases[][2] = {
       {"(define f (clui-syntax 1))", "handle"},
       {"(clui-syntax 1 #t f)", "bad null handle @2 !syntax-argument/warning"},
       {"(clui-oneof f)", "bad null handle @1 !not-alive/warning"},
@@ -95,7 +91,7 @@ TEST_F(Primitives, RefusedCallsLeaveNothing) {
       {"(clui-token p 'big')", "5000"},
       {"(clui-parser-new 'x')", "bad 0 @1"},
   };
-  for (const auto& [expression, outcome] : rows) EXPECT_EQ(outcome, run(expression)) << expression;
+  for (const auto& [expression, outcome] : cases) EXPECT_EQ(outcome, run(expression)) << expression;
 }
 
 TEST_F(Primitives, NoMemoryGivesNoParser) {
@@ -103,7 +99,7 @@ TEST_F(Primitives, NoMemoryGivesNoParser) {
   EXPECT_EQ("0", run("(clui-parser-new 0)"));
 }
 
-TEST_F(Primitives, AParserIsDeletedBehindItsOwnLine) {
+TEST_F(Primitives, AParserIsDestroyedAfterItsOwnText) {
   for (const char* word : {"a", "b"}) parser().lex()->addKeyword(word, nullptr, YWord(*word));
   run("(define q (clui-parser-new 0)) (clui-set-syntax q (clui-syntax 1))"
       "(clui-set-syntax p (clui-oneof 97 \"(clui-parser-delete p) (clui-eval q 'x')\" 98 'B'))");

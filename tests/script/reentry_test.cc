@@ -1,5 +1,5 @@
-// Everything from everywhere: in each callback and command of a parser, at three depths, each
-// operation and each primitive, alone and followed by each other one.
+// Re-entry: in each callback and command of a parser, at three depths, each action (operations and
+// primitives) alone and followed by each action.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@
 #include "tests/support/steps.h"
 #include "tests/support/words.h"
 
-// Of the sanitizers, where there are any. Their traces are costly.
+// Of the sanitizers, if the build has them. Recording longer traces is slow.
 extern "C" {
 __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
 const char* __asan_default_options() {
@@ -34,28 +34,28 @@ namespace {
 
 constexpr char Words[] = "a b c box:/ii go op d al->b_c_";
 constexpr int Levels = 3;
-constexpr int Ways = 3;           // to get from one level to the next
-constexpr int MostEvents = 3000;  // of a case that has an end
+constexpr int Ways = 3;           // of passing text at the next level: see Desk::dive
+constexpr int MostEvents = 3000;  // of a case; more means that it does not end
 
 class Desk;
 
-enum Kind { Tok, Refuse, Echo, SysEcho, Syn, SysSyn, Command, Gone, Error, Show };
+enum Kind { Tok, Refuse, Echo, SysEcho, Syn, Command, Gone, Error, Show };
 enum Around { Plain, WithField, WithFormats };
 
 struct Place {
   const char* name;
-  std::string_view event;  // how the text of the event ends
-  std::string drive;       // the text that leads there; keys, when it begins with "@"
+  std::string_view event;  // the end of the event's text
+  std::string drive;       // the text that causes the event; keys if it begins with "@"
   Kind kind;
   Around around = Plain;
-  const char* operate = nullptr;  // the steps that the command "op" takes
+  const char* operate = nullptr;  // the steps that the command "op" performs
 };
 
 void PrintTo(const Place& place, std::ostream* out) {
   *out << place.name;
 }
 
-// Steps of which each is a text for p, an operation of it, or expressions of scripts.
+// Steps; each is a text for p, an operation of p, or script expressions.
 using Action = const char*;
 
 Desk* TheDesk = nullptr;
@@ -63,14 +63,14 @@ long Combinations = 0;
 std::string Case;
 const WorkingFolder Folder;
 
-void tellCase() {
+void printCase() {
   std::cerr << Case << std::endl;
 }
 
-// What there is for one case: two parsers that scripts call p and q, a field f, and a binding k.
+// The objects of one case: two parsers that scripts call p and q, a field f, and a binding k.
 class Desk {
-  std::set<YcluiParser*> parsers_;  // those not destroyed yet
-  YcluiLex words_;                  // as all parsers learn them at first
+  std::set<YcluiParser*> parsers_;  // those that are not destroyed yet
+  YcluiLex words_;                  // the words that all parsers have at first
 
  public:
   YcluiParser* const p;
@@ -107,12 +107,12 @@ class Desk {
       YcluiParser::AddDeadBody(parser);
     }
     YcluiParser::CleanupMortuary();
-    EXPECT_TRUE(parsers_.empty()) << "a body is left";
+    EXPECT_TRUE(parsers_.empty()) << "a parser was not destroyed";
     EXPECT_EQ(YcluiParser::Live(0), nullptr);
     YErr.setListener(nullptr, nullptr);
   }
 
-  // Goes to the place and does the two there. Whether it came there.
+  // Causes the event of the place and performs the two actions there. Returns whether it occurred.
   bool perform(Action first, Action second) {
     first_ = first;
     second_ = second;
@@ -126,7 +126,7 @@ class Desk {
     if (made != binding_) bindings_.push_back(binding_ = made);
   }
 
-  // A parser that is missed when it is not destroyed.
+  // A parser whose destruction is checked.
   YcluiParser* newParser() {
     auto* parser = new YcluiParser;
     parsers_.insert(parser);
@@ -157,8 +157,9 @@ class Desk {
   long bindingThere_ = 0;
 
   void attach() {
-    const bool tells = place_.around == WithFormats;
-    auto* made = YcluiFieldBinding::Attach(field.get(), p, tells ? "E%s" : "", tells ? "S%s" : "");
+    const bool hasFormats = place_.around == WithFormats;
+    auto* made =
+        YcluiFieldBinding::Attach(field.get(), p, hasFormats ? "E%s" : "", hasFormats ? "S%s" : "");
     made->setKeyAction('!', "key");
     TheMachine->define("k", 'h', made);
     bindings_.push_back(binding_ = reinterpret_cast<long>(made));
@@ -185,7 +186,6 @@ class Desk {
     p->setEchoProcedure(hear<Echo>, nullptr);
     p->sysSetEchoProcedure(hear<SysEcho>, nullptr);
     p->setSynCallback(hear<Syn, const char*>, nullptr);
-    p->sysSetSynCallback(hear<SysSyn, const char*>, nullptr);
   }
   template <Kind kind, class... Whole>
   static void hear(void*, const char* line, Whole...) {
@@ -208,7 +208,8 @@ class Desk {
     d.parsers_.erase(static_cast<YcluiParser*>(parser));
   }
 
-  // Each level in a way of its own.
+  // Passes the text of the next level: the innermost text causes the event, "go" leads one level
+  // deeper.
   void dive() {
     if (level_ == wanted_) return;
     YcluiParser& runner = place_.kind == Gone ? *q : *p;
@@ -230,26 +231,26 @@ class Desk {
   void command(const std::string& text) {
     event(Command, text);
     if (text == "go") dive();
-    if (text == "op" && place_.operate != nullptr) takeSteps(place_.operate);
+    if (text == "op" && place_.operate != nullptr) performSteps(place_.operate);
   }
 
   void event(Kind kind, std::string_view text = "") {
-    if (++events_ == MostEvents) tellCase(), std::abort();  // it would never end
+    if (++events_ == MostEvents) printCase(), std::abort();
     if (first_ == nullptr || kind != place_.kind || level_ != wanted_) return;
     if (!text.ends_with(place_.event)) return;
-    take(std::exchange(first_, nullptr));
-    if (second_ != nullptr) take(second_);
+    act(std::exchange(first_, nullptr));
+    if (second_ != nullptr) act(second_);
   }
 
-  void take(Action action) {
-    if (*action == '(' || isThere(p)) takeSteps(action);
+  void act(Action action) {
+    if (*action == '(' || isThere(p)) performSteps(action);
     if (isThere(p)) watch(*p);
   }
-  void takeSteps(Action action);
-  void takeOwn(const std::string& step);
-  void look() const;
+  void performSteps(Action action);
+  void performOwn(const std::string& step);
+  void readState() const;
 
-  // Whatever it was: the line is that of its tokens, and the parser does what it did.
+  // After any actions the line is that of the tokens, and the parser runs commands as before.
   void expectOrder() {
     std::string line;
     for (YWord i = 0; i < p->numberOfToken(); ++i) {
@@ -280,12 +281,10 @@ const Place Places[] = {
     {"EchoOfToken", "b", "a b c ", Echo},
     {"EchoOfOpenToken", "1", "box: 1 ", Echo},
     {"EchoOfReset", "", "op c ", Echo, Plain, "^reset"},
-    {"EchoOfPopFrame", "", "op c ", Echo, Plain, "^pop"},
     {"EchoOfPopToken", "", "op c ", Echo, Plain, "^untoken"},
     {"EchoOfRemoveToken", "", "op c ", Echo, Plain, "^remove 0"},
     {"SystemsEcho", "b", "a b c ", SysEcho},
     {"Syntax", "b c", "a b c ", Syn},
-    {"SystemsSyntax", "b c", "a b c ", SysSyn},
     {"Command", "C", "a b c b ", Command},
     {"CommandOfAnAlias", "C", "al al ", Command},
     {"CommandAnywhere", "op", "b op c ", Command},
@@ -298,7 +297,7 @@ const Place Places[] = {
     {"KeyAction", "key", "@b c! ", Command, WithField},
 };
 
-void Desk::takeSteps(Action action) {
+void Desk::performSteps(Action action) {
   for (const auto& [name, given] : StepsOf(action, '&')) {
     const auto known = ParserOperations.find(name);
     if (given[0] == '(') {
@@ -308,26 +307,25 @@ void Desk::takeSteps(Action action) {
     } else if (known != ParserOperations.end()) {
       known->second(*p, given);
     } else {
-      takeOwn(name);
+      performOwn(name);
     }
   }
 }
 
-// What no other test asks of a parser, and what is done around it.
-void Desk::takeOwn(const std::string& step) {
+// Steps that tests/support/steps.cc does not have.
+void Desk::performOwn(const std::string& step) {
   if (step == "again") {
     const YcluiToken* last = p->currentToken();
     if (last == nullptr) return;
     YcluiToken token(*last);
     p->pushToken(token);
-  } else if (step == "look") {
-    look();
+  } else if (step == "state") {
+    readState();
   } else if (step == "syntax") {
     p->setSyntaxGraph(syntax());
-  } else if (step == "syntax-twice") {
+  } else if (step == "syntax-again") {
     YcluiSyntaxGraph* graph = syntax();
     p->setSyntaxGraph(graph);
-    p->setSyntaxGraph(nullptr);
     p->setSyntaxGraph(graph);
   } else if (step == "pop-all") {
     while (p->nestingDepth() > 1) p->popFrame();
@@ -354,7 +352,7 @@ void Desk::takeOwn(const std::string& step) {
   }
 }
 
-void Desk::look() const {
+void Desk::readState() const {
   YString_Array words;
   YString completed;
   unsigned long unique = 0;
@@ -379,12 +377,12 @@ const Action Actions[] = {
     "^again",
     "^dummy dummy",
     "^drop",
-    "^look",
+    "^state",
     "^untoken",
     "^remove 99 & ^remove 0",
     "^reset",
     "^syntax",
-    "^syntax-twice",
+    "^syntax-again",
     "^push",
     "^pop",
     "^pop-all",
@@ -396,10 +394,8 @@ const Action Actions[] = {
     "^play play",
     "^pause",
     "^continue",
-    "^condemn",
+    "^condemn & ^condemn",
     "^bury",
-    "^condemn & ^condemn & ^bury",
-    "(clui-parser-delete q) & ^bury",
     "^another-mortuary",
     "^another-parser",
     "^unword a & ^unword b & ^unword c & ^unword box: & ^unword op",
@@ -422,21 +418,16 @@ const Action Actions[] = {
     "(clui-indefinite-syntax p 7 'D')",
     "(clui-parser-delete q) (clui-eval p 'a ')",
     "(clui-parser-delete p) (clui-eval q 'a')",
-    "(clui-reset p)",
-    "(clui-delete-last p)",
+    "(clui-reset p) (clui-delete-last p) (clui-put-dummy-token p 'dummy')",
     "(clui-eval p 'a ')",
     "(clui-eval p 'op b al ')",
-    "(clui-push p)",
-    "(clui-pop p)",
+    "(clui-push p) (clui-pop p)",
     "(define k (clui-attach-field p f))",
     "(define k (clui-attach-field p f 'E%s' 'S%s'))",
     "(define k (clui-attach-field 0 f))",
-    "(clui-put-dummy-token p 'dummy')",
-    "(clui-start-logging p 'log' #t)",
-    "(clui-shut-logging p)",
+    "(clui-start-logging p 'log' #t) (clui-shut-logging p)",
     "(clui-playback-from-file p 'play')",
-    "(clui-set-alias p 'al' 'c b')",
-    "(clui-unset-alias p 'al')",
+    "(clui-unset-alias p 'al') (clui-set-alias p 'al' 'c b')",
     "(clui-set-variable p 'v' (list 1 'b' 2.5))",
     "(clui-set-keystroke-action k #\\! 'key %s')",
     "(clui-replace-current-word k 'b c ' #t)",
@@ -444,13 +435,13 @@ const Action Actions[] = {
     "(clui-depth p) (clui-find-possible-token p '') (clui-complete-token p 'b')",
 };
 
-class EverythingFrom : public testing::TestWithParam<Place> {
+class ReentryFrom : public testing::TestWithParam<Place> {
  protected:
   static void SetUpTestSuite() {
     WriteFile("play", "a\nb op c\nbox: 1\n, 2 al\n");
     WriteFile("deeper", "go \n");
     CluiLibInitialize();
-    if (__sanitizer_set_death_callback != nullptr) __sanitizer_set_death_callback(tellCase);
+    if (__sanitizer_set_death_callback != nullptr) __sanitizer_set_death_callback(printCase);
   }
   static void TearDownTestSuite() {
     CluiLibCleanup();
@@ -465,7 +456,7 @@ class EverythingFrom : public testing::TestWithParam<Place> {
     Case = std::string(GetParam().name) + ", level " + std::to_string(level) + ", way " +
            std::to_string(way) + ": " + first + "; " + (second == nullptr ? "" : second);
     Desk desk(GetParam(), level, way);
-    ASSERT_TRUE(desk.perform(first, second)) << "never came there";
+    ASSERT_TRUE(desk.perform(first, second)) << "the event did not occur";
     ++Combinations;
   }
 
@@ -473,7 +464,7 @@ class EverythingFrom : public testing::TestWithParam<Place> {
   ScriptMachine machine_;
 };
 
-TEST_P(EverythingFrom, AtEachLevel) {
+TEST_P(ReentryFrom, AtEachLevel) {
   for (int level = 1; level <= Levels; ++level) {
     int way = 0;
     for (const Action first : Actions) {
@@ -486,7 +477,7 @@ TEST_P(EverythingFrom, AtEachLevel) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, EverythingFrom, testing::ValuesIn(Places),
+INSTANTIATE_TEST_SUITE_P(, ReentryFrom, testing::ValuesIn(Places),
                          [](const auto& one) { return std::string(one.param.name); });
 
 }  // namespace

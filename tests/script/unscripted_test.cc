@@ -7,7 +7,7 @@
 #include "tests/script/TestField.h"
 #include "tests/support/allocations.h"
 
-TEST(Unscripted, FormatsRunNothing) {
+TEST(Unscripted, FormatsAreNotRun) {
   TestField field;
   YcluiParser parser;
   auto* binding = YcluiFieldBinding::Attach(&field, &parser, "E %s", "S %s");
@@ -15,7 +15,7 @@ TEST(Unscripted, FormatsRunNothing) {
   EXPECT_EQ(1U, field.key("a"));
   EXPECT_EQ(0U, field.key("k"));
   EXPECT_EQ(0U, field.key(" ")) << "the parser has no syntax yet";
-  EXPECT_EQ("a", field.shown) << "the echo format would show the rest";
+  EXPECT_EQ("a", field.shown) << "with an echo format the binding does not set the field";
   EXPECT_STREQ("a ", binding->text().buffer);
   delete binding;
 }
