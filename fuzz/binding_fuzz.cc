@@ -1,5 +1,5 @@
 // The field binding: random keys, deletions, echoes, replaced words, deleted parsers, and scripts
-// that do the same in the middle of it. What the field shows is what the binding holds.
+// that do the same during such a call. The field must show the text of the binding.
 
 #include <memory>
 #include <utility>
@@ -33,7 +33,7 @@ class Desk {
     YcluiParser* parser = YcluiParser::Live(0);
     YcluiFieldBinding* live = YcluiFieldBinding::FindLive(binding_);
     const unsigned choice = choices_.byte();
-    if (choice >= 32 && telling_ == 0) return type(choices_.byte());
+    if (choice >= 32 && settingText_ == 0) return type(choices_.byte());
     if (choice == 1 && parser != nullptr) parser->interpret(choices_.text().c_str());
     if (choice == 2 && parser != nullptr) parser->reset();
     if (choice == 3 && parser != nullptr) parser->pushFrame();
@@ -55,8 +55,8 @@ class Desk {
   void check() {
     const YcluiFieldBinding* live = YcluiFieldBinding::FindLive(binding_);
     if (live == nullptr) return;
-    Require(live->wordStart() <= live->text().length, "the word lies in the text");
-    if (isTied_) {
+    Require(live->wordStart() <= live->text().length, "the current word is in the text");
+    if (fillsField_) {
       Require(field_->shown == std::string(live->text().buffer, live->text().length),
               "field and copy agree");
     }
@@ -67,9 +67,9 @@ class Desk {
   ScriptMachine machine_;
   std::unique_ptr<TestField> field_;
   YcluiFieldBinding* binding_ = nullptr;
-  bool isTied_ = false;  // the binding fills the present field
+  bool fillsField_ = false;  // the binding sets the text of the present field
   int depth_ = 0;
-  int telling_ = 0;  // nobody types while the field is given a text
+  int settingText_ = 0;  // no keys are typed while the text of the field is being set
 
   void event() {
     if (depth_ == 20 || choices_.below(3) != 2) return;
@@ -81,11 +81,11 @@ class Desk {
   void newField() {
     field_ = std::make_unique<TestField>();
     field_->onSetText = [this] {
-      ++telling_;
+      ++settingText_;
       event();
-      --telling_;
+      --settingText_;
     };
-    isTied_ = false;
+    fillsField_ = false;
   }
 
   static void newParser() {
@@ -103,12 +103,12 @@ class Desk {
     parser->setSyntaxGraph(syntax);
   }
 
-  // The former binding goes first: this field would forget it, and nobody else would destroy it.
+  // Deletes the previous binding first: the field would replace it, and then it would leak.
   void attach() {
     dropBinding();
-    const bool hasFormat = choices_.below(2) != 0;  // the field then is the script's to fill
+    const bool hasFormat = choices_.below(2) != 0;  // then the script would set the field's text
     if (depth_ == 0) field_->shown.clear();
-    isTied_ = !hasFormat && depth_ == 0;
+    fillsField_ = !hasFormat && depth_ == 0;
     YcluiFieldBinding* made = YcluiFieldBinding::Attach(field_.get(), YcluiParser::Live(0),
                                                         hasFormat ? "E %s" : "", "S %s %s");
     if (binding_ != nullptr) {
@@ -117,14 +117,14 @@ class Desk {
       binding_ = made;
     }
   }
-  // A script has attached another one while this one was being made.
+  // Deletes a new binding, because a script attached another one during its construction.
   void dropMade(YcluiFieldBinding* made) {
     delete YcluiFieldBinding::FindLive(made);
-    isTied_ = false;
+    fillsField_ = false;
   }
   void dropBinding() {
     delete YcluiFieldBinding::FindLive(std::exchange(binding_, nullptr));
-    isTied_ = false;
+    fillsField_ = false;
   }
 
   void replace(YcluiFieldBinding& live) {

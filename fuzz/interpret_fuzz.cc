@@ -1,5 +1,5 @@
-// The parser: a random language, texts cut at any byte, and commands and callbacks that do anything
-// to the parser that runs them.
+// The parser: a random language, texts cut at any byte, and commands and callbacks that call any
+// operation of the parser that runs them.
 
 #include "parser/YcluiParser.h"
 #include "tests/support/Choices.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int MostEvents = 3000;  // aliases that name themselves twice have no end
+constexpr int MostEvents = 3000;  // more means an alias that contains itself twice
 
 class Restless : public YcluiParser {
  public:
@@ -126,7 +126,7 @@ class Restless : public YcluiParser {
   YcluiSyntaxNode* newNode() {
     return new YcluiSyntaxNode(1 + choices_.below(6), "f $0[0] $$ $-1#");
   }
-  // From a text of the input; nodes get commands and priorities.
+  // Makes a syntax from a text of the input and gives commands and priorities to its nodes.
   void newSyntax() {
     auto graph = SyntaxOf(choices_.text());
     for (YcluiSyntaxNode* node : NodesOf(*graph)) {
@@ -150,13 +150,13 @@ class Restless : public YcluiParser {
   }
 
   void check() {
-    Require(nestingDepth() > 0, "a frame is there");
+    Require(nestingDepth() > 0, "there is a frame");
     std::string line;
     for (YWord i = 0; i < numberOfToken(); ++i) {
       const char* echo = tokenAt(i)->echoString();
       line += (i == 0 ? "" : " ") + std::string(echo == nullptr ? "" : echo);
     }
-    Require(line == currentLine(), "the line is that of its tokens");
+    Require(line == currentLine(), "the line has the echo texts of its tokens");
   }
 };
 

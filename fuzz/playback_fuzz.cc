@@ -1,5 +1,5 @@
-// Both readers of a playback over any file, which pauses at any line: the texts that come are those
-// that a reader of the whole file at once would give.
+// Both readers of a playback, with any file and pauses after any line. The texts are compared with
+// those of a reference implementation that reads the whole file first.
 
 #include <vector>
 
@@ -25,7 +25,7 @@ class Player : public YcluiParser {
 
   bool pausesAfter(std::size_t line) const { return (pauses_ >> (line % 8) & 1U) != 0; }
   int interpret(const char* text) override {
-    if (isAliasRun() != 0) return YcluiParser::interpret(text);  // it is none of the file's
+    if (isAliasRun() != 0) return YcluiParser::interpret(text);  // not a text of the file
     if (pausesAfter(texts.size())) pausePlayback();
     texts.emplace_back(text);
     return YcluiParser::interpret(text);
@@ -37,7 +37,7 @@ class Player : public YcluiParser {
   YWord evaluate(const char* /*text*/) override { return 1; }
 };
 
-// The first line from `at` on as the first reader gives it.
+// The line at offset `at` as the first reader passes it. Sets `at` to its end.
 std::string LineAt(const std::string& log, std::size_t& at, bool& inString) {
   std::string line;
   for (; at < log.size() && (log[at] != '\n' || inString); ++at) {

@@ -1,5 +1,5 @@
-// The primitives: random calls that keep, reuse, drop and confuse every value they get. What the
-// contract of the stack asks of a primitive the machine sees to.
+// The primitives: random calls with values that are stored, reused, dropped and of wrong types. The
+// script machine checks that a primitive keeps the rules of the stack.
 
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
@@ -13,7 +13,7 @@ namespace {
 
 constexpr unsigned Kept = 16;
 constexpr int MostDepth = 12;
-constexpr int MostCommands = 500;  // aliases that name themselves twice have no end
+constexpr int MostCommands = 500;  // more means an alias that contains itself twice
 
 std::string NameOf(unsigned value) {
   return "v" + std::to_string(value % Kept);
@@ -51,7 +51,7 @@ class Script {
   int depth_ = 0;
   int commands_ = 0;
 
-  // What a script has when it has begun well.
+  // Makes a parser with words, a syntax and a bound field.
   void furnish() {
     machine_.run("(define v0 (clui-parser-new 0))");
     teach();
@@ -74,7 +74,7 @@ class Script {
     --depth_;
   }
 
-  // A value of a script's own, or one next to one that a primitive made.
+  // Stores a new value, or a number close to one that a primitive returned.
   void keepValue() {
     Value value{.kind = "nbldcshpl"[choices_.below(9)]};
     const unsigned choice = choices_.byte();
@@ -88,7 +88,7 @@ class Script {
     }
     any() = std::make_shared<Value>(value);
   }
-  // It may come to name a file.
+  // Without slashes, since the text may be used as a file name.
   std::string safeText() {
     std::string text = choices_.text();
     for (char& c : text) {
@@ -110,7 +110,7 @@ class Script {
     if (isBinding && made != before) bindings_.push_back(made);
     if (std::string(row.name) == "clui-parser-new") teach();
   }
-  // The words a, b and c for the youngest parser.
+  // Declares the words a, b and c for the youngest parser.
   static void teach() {
     YcluiParser* parser = nullptr;
     for (int i = 0; YcluiParser::Live(i) != nullptr; ++i) parser = YcluiParser::Live(i);

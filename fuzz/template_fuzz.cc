@@ -12,7 +12,7 @@ namespace {
 constexpr int Context = -2;
 constexpr long Number = 4711;
 
-// Numbers of that many digits select nothing.
+// A number of more than 9 digits selects nothing.
 long NumberOf(const std::string& digits) {
   if (digits.empty()) return 0;
   const std::size_t first = digits.find_first_not_of("0-+ \t\n\v\f\r");
@@ -73,6 +73,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
   }
   YString result;
   YcluiFillTemplate(given.c_str(), static_cast<YWord>(Context), Number, tokens, result);
-  Require(result.buffer == Expected(given, tokens), "what the forms stand for");
+  Require(result.buffer == Expected(given, tokens), "the text that replaces the forms");
   return 0;
 }
