@@ -3,6 +3,10 @@
 constinit YErrManager YErr;
 
 void YErrManager::pushError(unsigned int code, YErrSeverity severity) {
+  if (aside_ != nullptr) {
+    aside_->code_ = code;
+    return;
+  }
   entries_[count_ % YcluiKeptErrors] = {code, severity};
   ++count_;
   if (listener_ == nullptr || listening_) return;

@@ -17,6 +17,8 @@ enum YErrSeverity : std::uint32_t {
 // Called for each error as it is recorded, with the data given to setListener.
 using YErrListener = void (*)(void* data, unsigned int code, YErrSeverity severity);
 
+class YErrAside;
+
 // Keeps the last YcluiKeptErrors errors and counts all of them. It is never cleared.
 //
 // Not every failure records a code: a refused token, for instance, records none. To find out
@@ -48,12 +50,36 @@ class YQRT_API YErrManager {
   YErrListener listener_ = nullptr;
   void* listenerData_ = nullptr;
   bool listening_ = false;  // while the listener runs
+  YErrAside* aside_ = nullptr;
+
+  friend class YErrAside;
 
   const Entry* entry(int index) const;
 };
 
 // The one manager of the process.
 extern YQRT_API YErrManager YErr;
+
+// As long as one exists, it receives the errors that would be recorded: the manager does not keep
+// or count them, and the listener is not called. For operations that try what would happen. They
+// end in the reverse order of their creation.
+class YQRT_API YErrAside {
+ public:
+  YErrAside() : outer_(YErr.aside_) { YErr.aside_ = this; }
+  YErrAside(const YErrAside&) = delete;
+  YErrAside& operator=(const YErrAside&) = delete;
+  ~YErrAside() { YErr.aside_ = outer_; }
+
+  // The latest code since `clear`, YErrNothing without one.
+  unsigned int code() const { return code_; }
+  void clear() { code_ = YErrNothing; }
+
+ private:
+  friend class YErrManager;
+
+  YErrAside* outer_;
+  unsigned int code_ = YErrNothing;
+};
 
 // Record a code with the severity in the name. Each returns 0, so that a failing operation can
 // `return` the call.

@@ -30,8 +30,26 @@ YcluiLex::YcluiLex()
   if (variableTable == nullptr) cluiFatal(YErrNoVariableTable);
 }
 
+YcluiLex::YcluiLex(const YcluiLex& shared, Trial /*tag*/)
+    : ownsWords(false), lineBuffer(FirstRoom), argIntroducers(":"), argSeparators(",") {
+  if (!shared.usable()) return;
+  variableTable = new (std::nothrow) YcluiVariableTable(shared.variableTable);
+  if (variableTable != nullptr) wordTable = shared.wordTable;
+}
+
+void YcluiLex::beginTrial(const YcluiLex& shared) {
+  if (!usable()) return;
+  variableTable->discardOwn();
+  while (popString() != 0) {
+  }
+  setString("");
+  if (delimiters.length == shared.delimiters.length && argStops.length > 0) return;
+  delimiters = shared.delimiters;
+  argStops = shared.argStops;
+}
+
 YcluiLex::~YcluiLex() {
-  delete wordTable;
+  if (ownsWords) delete wordTable;
   delete variableTable;
 }
 
@@ -77,8 +95,8 @@ YWord YcluiLex::popString() {
 }
 
 void YcluiLex::forgetOffsets() {
-  faultStart = -1;
-  firstStart = lastStart = 0;
+  faultStart = wordStop = -1;
+  firstSpan = lastSpan = 0;
 }
 
 bool YcluiLex::seek() {

@@ -84,6 +84,8 @@ class YQRT_API YcluiLex {
   // getNextToken read last, and of the cursor (the length of the text when it is exhausted).
   std::uint32_t tokenOffset() const { return tokenStart; }
   std::uint32_t cursorOffset() const;
+  // The text from there on.
+  const char* unreadText() const { return cursor == nullptr ? "" : cursor; }
   // The number of suspended texts.
   int suspendedTexts() const { return bufferStack.count(); }
 
@@ -138,9 +140,15 @@ class YQRT_API YcluiLex {
   // The offset of an argument, with indices from 1, the one that failed included. -1 when it was
   // read from another text, and when the token has no such argument.
   long argumentOffset(int index) const {
-    const bool isKnown = firstStart != 0 && index >= firstStart && index <= lastStart;
-    return isKnown ? argumentStarts[static_cast<std::size_t>(index) - 1] : -1;
+    return hasOffsets(index) ? argumentSpans[static_cast<std::size_t>(index) - 1].begin : -1;
   }
+  // Where it ends. For the one that failed, its offset.
+  long argumentEnd(int index) const {
+    return hasOffsets(index) ? argumentSpans[static_cast<std::size_t>(index) - 1].end : -1;
+  }
+  // Where the word of the token ends, or the variable form in the place of one. -1 when the token
+  // began in another text, and when the word or the form is what failed.
+  long wordEnd() const { return wordStop; }
 
   // --- Words; results and codes are those of YcluiWordTable
 
@@ -179,8 +187,18 @@ class YQRT_API YcluiLex {
   YWord addVariable(const char* name, std::uint32_t count, const YAttribValue* values);
   // The variable of that name, or null. Valid until the lexer is destroyed.
   YcluiVariable* variable(const char* name) const;
+  // All variables, first added first, as records of YcluiVariable. Null when the lexer has no
+  // tables.
+  const YDictionary* variables() const;
 
  protected:
+  // A lexer with the words and the variables of another one, which must outlive it. It declares no
+  // words, and the variables that its texts set are its own.
+  struct Trial {};
+  YcluiLex(const YcluiLex& shared, Trial /*tag*/);
+  // Discards these variables and the texts, and takes over new delimiters.
+  void beginTrial(const YcluiLex& shared);
+
   // The scanners. Each one reads from `text`, which is NUL-terminated, stores the result in
   // `value`, and returns the end of what it read. On failure it records a code, makes `value` a
   // null value unless its comment says otherwise, and returns null. The cursor does not move.
@@ -238,6 +256,7 @@ class YQRT_API YcluiLex {
  private:
   YcluiWordTable* wordTable = nullptr;
   YcluiVariableTable* variableTable = nullptr;
+  bool ownsWords = true;
   YString lineBuffer;      // the text, the consumed part included
   char* cursor = nullptr;  // the next byte of it; null when the text is exhausted
   YString delimiters;      // every one-byte keyword, once
@@ -255,10 +274,15 @@ class YQRT_API YcluiLex {
   char* failed = nullptr;       // start of what a scanner could not read
   int argumentIndex = 0;        // see faultArgument
   bool afterSeparator = false;  // a separator follows the argument read last
-  // The offset of argument i is in slot i - 1; firstStart to lastStart are valid, none when 0.
-  std::vector<long, YAllocator<long>> argumentStarts;
-  int firstStart = 0;
-  int lastStart = 0;
+  long wordStop = -1;           // see wordEnd
+  // Argument i is in slot i - 1; firstSpan to lastSpan are valid, none when 0.
+  struct Span {
+    long begin;
+    long end;
+  };
+  std::vector<Span, YAllocator<Span>> argumentSpans;
+  int firstSpan = 0;
+  int lastSpan = 0;
 
   // Reused by every token.
   YAttribValue word;
@@ -268,6 +292,9 @@ class YQRT_API YcluiLex {
   YString assignedName;  // the name of the variable that is being assigned to
 
   bool usable() const { return variableTable != nullptr; }
+  bool hasOffsets(int index) const {
+    return firstSpan != 0 && index >= firstSpan && index <= lastSpan;
+  }
   void forgetOffsets();
   void noteArgument();
   // The null result of a scanner that fails at `literal`: failAt leaves code and value to the

@@ -7,7 +7,7 @@
 #include "lex/YcluiWordTable.h"
 
 YWord YcluiLex::getNextToken(YcluiToken& token) {
-  faultStart = -1;
+  faultStart = wordStop = -1;
   if (more() == 0) return 0;
   tokenStart = cursorOffset();
   failed = cursor;
@@ -23,7 +23,7 @@ bool YcluiLex::readToken(YcluiToken& token) {
   expanded = 0;
   afterSeparator = false;
   argumentIndex = 0;
-  firstStart = lastStart = 0;
+  firstSpan = lastSpan = 0;
   if (bufferStack.isEmpty() != 0) beginExpansion();
   if (OpensVariable(cursor)) return getVariableToken(token);
 
@@ -36,6 +36,7 @@ bool YcluiLex::readToken(YcluiToken& token) {
     cursor = scanWord(cursor, text, announces, argIntroducers.buffer, delimiters.buffer);
     if (cursor == nullptr) return cluiError(YErrEndOfInput) != 0;
   }
+  wordStop = cursor - lineBuffer.buffer;
 
   const YcluiKeyword* record = wordTable->findInAnyCase(text);
   if (record == nullptr) return getUnknownWord(token, text, announces);
@@ -59,6 +60,7 @@ bool YcluiLex::mayReplace(std::size_t length) {
 bool YcluiLex::getVariableToken(YcluiToken& token) {
   cursor = TouchVariable(cursor, word);
   if (cursor == nullptr) return false;
+  wordStop = cursor - lineBuffer.buffer;
   if (word.tag == YAttribString) {
     token.setType(YcluiTokenAlias);
     token.setID(YcluiIdAlias);
@@ -107,6 +109,7 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
     }
     noteArgument();
     if (!readArg(argument, done ? YcluiValueString : types[n])) return -1;
+    argumentSpans[static_cast<std::size_t>(n)].end = cursor - lineBuffer.buffer;
     token.setValue(argument, ++n);
     afterSeparator = false;
     if (declared <= n) {
@@ -124,10 +127,11 @@ int YcluiLex::getArguments(YcluiToken& token, std::uint32_t wanted, const YcluiV
 
 void YcluiLex::noteArgument() {
   const std::size_t index = static_cast<std::size_t>(argumentIndex);
-  if (argumentStarts.size() < index) argumentStarts.resize(2 * index);
-  argumentStarts[index - 1] = cursor - lineBuffer.buffer;
-  if (firstStart == 0 || argumentIndex < firstStart) firstStart = argumentIndex;
-  lastStart = argumentIndex;
+  if (argumentSpans.size() < index) argumentSpans.resize(2 * index);
+  const long begin = cursor - lineBuffer.buffer;
+  argumentSpans[index - 1] = {begin, begin};
+  if (firstSpan == 0 || argumentIndex < firstSpan) firstSpan = argumentIndex;
+  lastSpan = argumentIndex;
 }
 
 YWord YcluiLex::getNextArg(YAttribValue& value, YcluiValueType type) {

@@ -58,7 +58,7 @@ char* YcluiLex::TouchVariable(char* text, YAttribValue& value) {
   assignedName.assign(value.GetString());
   next = GetVarSettingLiteral(next, value);
   if (next == nullptr) return nullptr;
-  YcluiVariable* known = variable(assignedName.buffer);
+  YcluiVariable* known = usable() ? variableTable->findToSet(assignedName.buffer) : nullptr;
   const YWord set = known != nullptr ? SetVariable(value, *known, kind, index)
                                      : NewVariable(value, assignedName.buffer, kind, index);
   value.SetNull();
@@ -223,6 +223,10 @@ YWord YcluiLex::addVariable(const char* name, std::uint32_t count, const YAttrib
 
 YcluiVariable* YcluiLex::variable(const char* name) const {
   return usable() ? variableTable->find(name) : nullptr;
+}
+
+const YDictionary* YcluiLex::variables() const {
+  return variableTable;
 }
 
 YWord StringifyValue(YAttribValue& value) {

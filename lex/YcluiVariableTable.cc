@@ -24,6 +24,10 @@ YcluiVariableTable::YcluiVariableTable() {
   keep(new (std::nothrow) YcluiPresentTimeVariable);
 }
 
+YcluiVariableTable::YcluiVariableTable(const YcluiVariableTable* base) : base_(base) {
+  keep(new (std::nothrow) YcluiPresentTimeVariable);
+}
+
 YcluiVariableTable::~YcluiVariableTable() {
   deleteAll();
 }
@@ -32,9 +36,33 @@ YcluiVariable* YcluiVariableTable::find(const char* key) const {
   folded.assign(key);
   folded.toLower();
   const unsigned int hash = SetHash(YHashText({folded.buffer, folded.length}));
-  void* found = YSet::find(
-      hash, [this](const void* item) { return RecordOf(item)->matches(folded.buffer) != 0; });
+  YcluiVariable* own = findFolded(folded.buffer, hash);
+  return own != nullptr || base_ == nullptr ? own : base_->findFolded(folded.buffer, hash);
+}
+
+YcluiVariable* YcluiVariableTable::findFolded(const char* name, unsigned int hash) const {
+  void* found =
+      YSet::find(hash, [name](const void* item) { return RecordOf(item)->matches(name) != 0; });
   return static_cast<YcluiVariable*>(static_cast<YAssoc*>(found));
+}
+
+YcluiVariable* YcluiVariableTable::findToSet(const char* key) {
+  YcluiVariable* found = find(key);
+  if (found == nullptr || base_ == nullptr) return found;
+  if (findFolded(folded.buffer, SetHash(YHashText({folded.buffer, folded.length}))) != nullptr) {
+    return found;
+  }
+  if (found->kind() == YcluiVariableSimple) {
+    return keep(new (std::nothrow) YcluiSimpleVariable(found->name(), *found->valuePointer()));
+  }
+  return keep(new (std::nothrow)
+                  YcluiArrayVariable(found->name(), found->elementCount(), found->elements()));
+}
+
+void YcluiVariableTable::discardOwn() {
+  if (count() <= 1) return;
+  deleteAll();
+  keep(new (std::nothrow) YcluiPresentTimeVariable);
 }
 
 YcluiVariable* YcluiVariableTable::addSimple(const char* name, const YAttribValue& value) {

@@ -13,12 +13,19 @@
 class YcluiVariableTable final : public YDictionary {
  public:
   YcluiVariableTable();
+  // A table that finds its own variables first, then those of the other table, which must outlive
+  // it.
+  explicit YcluiVariableTable(const YcluiVariableTable* base);
   YcluiVariableTable(const YcluiVariableTable&) = delete;
   YcluiVariableTable& operator=(const YcluiVariableTable&) = delete;
   ~YcluiVariableTable();
 
   // The variable of that name, or null. Linear in the length of the name.
   YcluiVariable* find(const char* key) const;
+  // The same for one whose value is to change: a variable of the other table is copied first.
+  YcluiVariable* findToSet(const char* key);
+  // Removes the own variables but "presentTime".
+  void discardOwn();
 
   // Create and return a variable. Return null with YErrNameExists when there is one of that name,
   // with YErrNoMemory when there is no memory, and with YErrOutsideArray for more than
@@ -29,8 +36,10 @@ class YcluiVariableTable final : public YDictionary {
   unsigned int hashValue(const void* item) const override;
 
  private:
+  const YcluiVariableTable* base_ = nullptr;
   mutable YString folded;  // the key of the current `find` in lower case
 
+  YcluiVariable* findFolded(const char* name, unsigned int hash) const;
   YcluiVariable* keep(YcluiVariable* record);
 };
 

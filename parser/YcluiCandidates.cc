@@ -63,7 +63,7 @@ bool YcluiCandidates::find(const YcluiNfa& walker, const YcluiLex& lexer, std::s
     return true;
   }
   YcluiSyntaxNodeP_Array nodes;
-  if (walker.possibleNodes(nodes) == 0) return false;
+  if ((walker.*nodes_)(nodes) == 0) return false;
   const bool isCached = key.place != nullptr && nodes.size() > FewWords;
   if (isCached) {
     key_ = key;
@@ -78,20 +78,23 @@ bool YcluiCandidates::find(const YcluiNfa& walker, const YcluiLex& lexer, std::s
   return true;
 }
 
-void YcluiCandidates::findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
-                              const YcluiSyntaxNode* interrupted, const YcluiLex& lexer,
-                              std::string_view prefix, Words& found) {
-  YcluiSyntaxNodeP_Array nodes;
+void YcluiCandidates::findAdmitted(const YcluiNfa& walker, const YcluiSyntaxNode* interrupted,
+                                   const YcluiLex& lexer, std::string_view prefix, Words& found) {
   if (interrupted == nullptr) {
     find(walker, lexer, prefix, found);
     std::erase(found, nullptr);
-  } else {
-    found.clear();
-    if (walker.possibleNodes(nodes) != 0) KeepAdmitted(*interrupted, nodes);
+    return;
   }
+  found.clear();
+  YcluiSyntaxNodeP_Array nodes;
+  if ((walker.*nodes_)(nodes) != 0) KeepAdmitted(*interrupted, nodes);
   for (int i = 0; i < nodes.size(); ++i) {
     AddMatching(lexer.keyword(nodes.at(i)->tokenId), prefix, found);
   }
+}
+
+void YcluiCandidates::AddSuccessors(const YcluiSyntaxNode& root, const YcluiLex& lexer,
+                                    std::string_view prefix, Words& found) {
   for (YcluiSuccessorIterator i(root); i.ring != nullptr; ++i) {
     AddMatching(lexer.keyword(i.node()->tokenId), prefix, found);
   }

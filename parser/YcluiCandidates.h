@@ -20,17 +20,23 @@ class YcluiCandidates {
  public:
   // Names of the lexer's words; null for a node without a word.
   using Words = std::vector<const char*, YAllocator<const char*>>;
+  using Nodes = YWord (YcluiNfa::*)(YcluiSyntaxNodeP_Array& nodes) const;
 
-  // Replaces `found` by the words that begin with the prefix, one for each node, in the order of
-  // possibleNodes. A node without a word is null for an empty prefix and left out for another one.
-  // Returns false when the walker is terminated or has no graph.
+  // `nodes` is the operation of the walker that lists them: possibleNodes or acceptingNodes.
+  explicit YcluiCandidates(Nodes nodes) : nodes_(nodes) {}
+
+  // Replaces `found` by the words that begin with the prefix, one for each node, in the walker's
+  // order. A node without a word is null for an empty prefix and left out for another one. Returns
+  // false when the walker is terminated or has no graph.
   bool find(const YcluiNfa& walker, const YcluiLex& lexer, std::string_view prefix, Words& found);
-  // The same without nulls, followed by the words of the successors of `root`. `interrupted` is the
-  // first node of the command that the current one would interrupt, or null; words of commands that
-  // it does not admit are left out. Where several nodes have one id, a step leads to the last.
-  void findAll(const YcluiNfa& walker, const YcluiSyntaxNode& root,
-               const YcluiSyntaxNode* interrupted, const YcluiLex& lexer, std::string_view prefix,
-               Words& found);
+  // The same without nulls, for acceptingNodes. `interrupted` is the first node of the command that
+  // the current one would interrupt, or null; words of commands that it does not admit are left
+  // out.
+  void findAdmitted(const YcluiNfa& walker, const YcluiSyntaxNode* interrupted,
+                    const YcluiLex& lexer, std::string_view prefix, Words& found);
+  // Adds the words of the successors of `root`.
+  static void AddSuccessors(const YcluiSyntaxNode& root, const YcluiLex& lexer,
+                            std::string_view prefix, Words& found);
 
  private:
   struct Key {
@@ -45,6 +51,7 @@ class YcluiCandidates {
     bool operator<(const Sorted& other) const;
   };
 
+  Nodes nodes_;
   Key key_;
   Words words_;                                     // the cached list
   std::vector<Sorted, YAllocator<Sorted>> sorted_;  // the same by name; empty until it is needed

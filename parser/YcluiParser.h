@@ -356,6 +356,7 @@ class YQRT_API YcluiParser {
   virtual YWord evaluate(const char* text);
 
   friend class YcluiParserCore;
+  friend class YcluiPreview;
   std::unique_ptr<YcluiParserCore> core;  // all state
 };
 

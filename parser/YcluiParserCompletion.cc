@@ -95,8 +95,10 @@ void YcluiParser::eachPossibleWord(const char* prefix, YcluiWordProc report, voi
   // The first word of a command decides whether it may interrupt; later words are not checked.
   const YcluiSyntaxNode* interrupted =
       frame->firstNode() == nullptr ? core->frames.interruptedNode() : nullptr;
-  core->candidates.findAll(*frame, *core->frames.indefiniteRoot(), interrupted, *core->lexer,
-                           ViewOf(folded.buffer), found);
+  core->acceptedCandidates.findAdmitted(*frame, interrupted, *core->lexer, ViewOf(folded.buffer),
+                                        found);
+  YcluiCandidates::AddSuccessors(*core->frames.indefiniteRoot(), *core->lexer,
+                                 ViewOf(folded.buffer), found);
   for (const char* name : found) {
     if (*name != '\0') report(data, name);
   }

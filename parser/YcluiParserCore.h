@@ -67,7 +67,8 @@ class YcluiParserCore final : private YcluiPlayback::Input {
   YcluiTextOffsets offsets;
   YcluiPlayback playback;
   YcluiCommandLog log;
-  mutable YcluiCandidates candidates;
+  mutable YcluiCandidates candidates{&YcluiNfa::possibleNodes};
+  mutable YcluiCandidates acceptedCandidates{&YcluiNfa::acceptingNodes};
   YcluiParserRegistry::Entry life;
 
   YcluiCallback<YcluiTokProc> tokenCallback;

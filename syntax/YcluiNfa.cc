@@ -188,6 +188,16 @@ YWord YcluiNfa::possibleNodes(YcluiSyntaxNodeP_Array& nodes) const {
   return 1;
 }
 
+YWord YcluiNfa::acceptingNodes(YcluiSyntaxNodeP_Array& nodes) const {
+  if (graph == nullptr || terminated != 0) return 0;
+  YcluiNfa walker(*this);
+  walker.findMatches(AnyToken);
+  const YcluiSyntaxNodeStk& found = walker.matchedNodes;
+  nodes.resize(found.count());
+  for (int i = 0; i < found.count(); ++i) nodes[i] = found.at(i);
+  return 1;
+}
+
 const YcluiSyntaxNode* YcluiNfa::place() const {
   return here().node;
 }

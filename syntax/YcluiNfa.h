@@ -83,6 +83,10 @@ class YQRT_API YcluiNfa {
   // repeated sequence are, although they are accepted only in their order. Returns 0 and leaves
   // `nodes` unchanged when there is no graph or the line is terminated.
   YWord possibleNodes(YcluiSyntaxNodeP_Array& nodes) const;
+  // The same with the token nodes that do accept the next token, in the order in which a step
+  // visits them. One that is visited several times is there twice, where it is visited first and
+  // last: of several nodes of one id, a step returns the last one of these.
+  YWord acceptingNodes(YcluiSyntaxNodeP_Array& nodes) const;
 
   // A key for results that depend on the place: for the same node and generation, possibleNodes
   // gives the same nodes. `place` is null when no single node identifies the place. No two graphs

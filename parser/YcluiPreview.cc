@@ -1,0 +1,262 @@
+#include "parser/YcluiPreview.h"
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "foundation/YMemory.h"
+#include "foundation/YString.h"
+#include "lex/YcluiVariable.h"
+#include "parser/YcluiCandidates.h"
+#include "parser/YcluiParser.h"
+#include "parser/YcluiParserCore.h"
+#include "parser/YcluiPieces.h"
+#include "parser/YcluiTrial.h"
+
+namespace {
+
+constexpr std::string_view VariableOpening = "${";
+
+// Where the name of the variable form begins that is open at the end of the text; npos without one.
+std::size_t OpenVariable(std::string_view text) {
+  const std::size_t opening = text.rfind(VariableOpening);
+  const bool isOpen =
+      opening != std::string_view::npos && text.find('}', opening) == std::string_view::npos;
+  return isOpen ? opening + VariableOpening.size() : std::string_view::npos;
+}
+
+bool IsPartOfToken(const YcluiPiece& piece) {
+  switch (piece.kind) {
+    case YcluiPieceBlank:
+    case YcluiPieceComment:
+    case YcluiPiecePunctuation:
+    case YcluiPieceUnread:
+      return false;
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+// The trials of one preview, and what was found.
+class YcluiPreviewCore {
+ public:
+  explicit YcluiPreviewCore(const YcluiParserCore& parser)
+      : parser_(parser), trial_(parser), trialAt_(parser) {}
+
+  void read(const char* text) {
+    text_.assign(text);
+    pieces.read(trial_, view());
+    leavesCommand = trial_.isInCommand();
+    typing = YcluiTyping();
+    candidates.clear();
+  }
+  void at(std::uint32_t offset);
+  int findCandidates();
+
+  YcluiPieces pieces;
+  bool leavesCommand = false;
+  YcluiTyping typing;
+  std::vector<YcluiCandidate, YAllocator<YcluiCandidate>> candidates;
+
+ private:
+  const YcluiParserCore& parser_;
+  YcluiTrial trial_;
+  YcluiTrial trialAt_;  // of the text in front of what is being typed
+  YcluiPieces piecesAt_;
+  YString text_;
+  YString prefix_;  // what the span has up to the offset, in lower case
+  YcluiCandidates words_{&YcluiNfa::acceptingNodes};
+  YcluiCandidates::Words found_;
+  using Order = std::pair<const char*, std::size_t>;
+  std::vector<Order, YAllocator<Order>> order_;
+
+  std::string_view view() const { return {text_.buffer, text_.length}; }
+  bool canGrow(const YcluiPiece& piece, std::uint32_t offset) const;
+  void setVariable(std::size_t begin, std::uint32_t offset);
+  void describe();
+  void addWords(std::size_t anywhere);
+  void addAliases();
+  void addVariables();
+  bool begins(const char* name) const;
+};
+
+// --- What is being typed
+
+// Whether a byte typed at the offset, which is in the piece or at its end, would belong to it.
+bool YcluiPreviewCore::canGrow(const YcluiPiece& piece, std::uint32_t offset) const {
+  if (offset < piece.end || piece.argument > 0) return true;
+  const char last = text_.buffer[piece.end - 1];
+  const bool isByte = piece.end - piece.begin == 1 && parser_.lexer->isDelimiter(last);
+  const bool isReference = piece.kind == YcluiPieceVariable && piece.tokenId == YcluiIdAlias;
+  return !isByte && !isReference && last != ':';
+}
+
+void YcluiPreviewCore::at(std::uint32_t offset) {
+  typing = YcluiTyping();
+  candidates.clear();
+  offset = std::min(offset, static_cast<std::uint32_t>(text_.length));
+  typing.begin = typing.end = offset;
+  int index = offset == 0 ? -1 : pieces.indexAt(offset - 1);
+  if (index >= 0) {
+    const YcluiPiece& piece = pieces.at(index);
+    if (piece.kind == YcluiPieceComment || piece.kind == YcluiPieceUnread) return;
+    if (IsPartOfToken(piece) && canGrow(piece, offset)) {
+      typing.begin = piece.begin;
+      typing.end = piece.end;
+      // A part that is refused follows the rest of its argument without a gap.
+      for (; index > 0 && pieces.at(index - 1).argument == piece.argument &&
+             IsPartOfToken(pieces.at(index - 1));
+           --index) {
+        typing.begin = pieces.at(index - 1).begin;
+      }
+    }
+  }
+  piecesAt_.read(trialAt_, view().substr(0, typing.begin));
+  prefix_.assign(text_.buffer + typing.begin, offset - typing.begin);
+  describe();
+  const std::size_t name = OpenVariable({prefix_.buffer, prefix_.length});
+  if (name != std::string_view::npos) setVariable(typing.begin + name, offset);
+  prefix_.toLower();  // as the names of the dictionary are
+}
+
+void YcluiPreviewCore::setVariable(std::size_t begin, std::uint32_t offset) {
+  typing.kind = YcluiTypingVariable;
+  typing.begin = static_cast<std::uint32_t>(begin);
+  const std::size_t end = view().find_first_of("} \t\n\"',", offset);
+  typing.end = std::min(typing.end, static_cast<std::uint32_t>(std::min(end, view().size())));
+  prefix_.assign(text_.buffer + begin, offset - begin);
+}
+
+// By where the text in front of it ends.
+void YcluiPreviewCore::describe() {
+  const YcluiToken& token = *trialAt_.token();
+  typing.isSupposed = trialAt_.isSupposed();
+  const bool isMissing = piecesAt_.missesArgument();
+  if (trialAt_.leavesText() && !isMissing) return;
+  if (!trialAt_.isOpen() && !isMissing) {
+    typing.kind = YcluiTypingWord;
+    return;
+  }
+  typing.kind = YcluiTypingArgument;
+  typing.tokenId = token.id();
+  typing.word = token.string();
+  typing.argument = isMissing ? trialAt_.lexer().faultArgument() : token.argc();
+  typing.type = YcluiTypeOfArgument(trialAt_.lexer(), token, typing.argument);
+}
+
+// --- Candidates
+
+bool YcluiPreviewCore::begins(const char* name) const {
+  return std::string_view(name).starts_with({prefix_.buffer, prefix_.length});
+}
+
+int YcluiPreviewCore::findCandidates() {
+  candidates.clear();
+  if (typing.kind == YcluiTypingVariable) addVariables();
+  if (typing.kind != YcluiTypingWord) return static_cast<int>(candidates.size());
+  const std::string_view prefix{prefix_.buffer, prefix_.length};
+  words_.findAdmitted(trialAt_.walker(), trialAt_.interrupted(), *parser_.lexer, prefix, found_);
+  const std::size_t anywhere = found_.size();
+  YcluiCandidates::AddSuccessors(*parser_.frames.indefiniteRoot(), *parser_.lexer, prefix, found_);
+  addWords(anywhere);
+  addAliases();
+  return static_cast<int>(candidates.size());
+}
+
+// Each name once, where it was found first. A record of the dictionary has its name in one place.
+void YcluiPreviewCore::addWords(std::size_t anywhere) {
+  order_.clear();
+  for (std::size_t i = 0; i < found_.size(); ++i) order_.emplace_back(found_[i], i);
+  std::sort(order_.begin(), order_.end());
+  const auto isSame = [](const Order& a, const Order& b) { return a.first == b.first; };
+  order_.erase(std::unique(order_.begin(), order_.end(), isSame), order_.end());
+  const auto isEarlier = [](const Order& a, const Order& b) { return a.second < b.second; };
+  std::sort(order_.begin(), order_.end(), isEarlier);
+  for (const auto& [name, index] : order_) {
+    const YcluiKeyword* record = parser_.lexer->keyword(name);
+    if (record == nullptr || record->name() != name) continue;
+    const auto kind = index < anywhere ? YcluiCandidateNext : YcluiCandidateAnywhere;
+    candidates.push_back({name, kind, record->id()});
+  }
+}
+
+void YcluiPreviewCore::addAliases() {
+  const YDictionary* words = parser_.lexer->words();
+  if (words == nullptr) return;
+  for (YAssocSetItr i(*words); i.item != nullptr; ++i) {
+    const auto* record = static_cast<const YcluiKeyword*>(i.item);
+    if (record->type() != YcluiTokenAlias || !begins(record->name())) continue;
+    candidates.push_back({record->name(), YcluiCandidateAlias, YcluiIdAlias});
+  }
+}
+
+// Those that the text sets are known, too.
+void YcluiPreviewCore::addVariables() {
+  const YDictionary* shared = parser_.lexer->variables();
+  const YDictionary* own = trialAt_.lexer().variables();
+  if (shared == nullptr || own == nullptr) return;
+  for (YAssocSetItr i(*shared); i.item != nullptr; ++i) {
+    const char* name = static_cast<const YcluiVariable*>(i.item)->name();
+    if (begins(name)) candidates.push_back({name, YcluiCandidateVariable, YcluiIdNone});
+  }
+  for (YAssocSetItr i(*own); i.item != nullptr; ++i) {
+    const char* name = static_cast<const YcluiVariable*>(i.item)->name();
+    if (!begins(name) || parser_.lexer->variable(name) != nullptr) continue;
+    candidates.push_back({name, YcluiCandidateVariable, YcluiIdNone});
+  }
+}
+
+// --- The operations
+
+YcluiPreview::YcluiPreview(const YcluiParser& parser)
+    : core_(YChecked(new (std::nothrow) YcluiPreviewCore(*parser.core))) {}
+
+YcluiPreview::~YcluiPreview() = default;
+
+void YcluiPreview::read(const char* text) {
+  core_->read(text);
+}
+
+int YcluiPreview::count() const {
+  return core_->pieces.count();
+}
+
+const YcluiPiece& YcluiPreview::piece(int index) const {
+  return core_->pieces.at(index);
+}
+
+int YcluiPreview::pieceAt(std::uint32_t offset) const {
+  return core_->pieces.indexAt(offset);
+}
+
+int YcluiPreview::firstRefused() const {
+  for (int i = 0; i < count(); ++i) {
+    if (piece(i).kind == YcluiPieceRefused || piece(i).kind == YcluiPieceOpenQuote) return i;
+  }
+  return -1;
+}
+
+YcluiTextEnding YcluiPreview::ending() const {
+  return core_->pieces.ending();
+}
+
+bool YcluiPreview::leavesCommand() const {
+  return core_->leavesCommand;
+}
+
+const YcluiTyping& YcluiPreview::at(std::uint32_t offset) {
+  core_->at(offset);
+  return core_->typing;
+}
+
+int YcluiPreview::findCandidates() {
+  return core_->findCandidates();
+}
+
+const YcluiCandidate& YcluiPreview::candidate(int index) const {
+  return core_->candidates[static_cast<std::size_t>(index)];
+}
