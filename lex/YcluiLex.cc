@@ -31,7 +31,7 @@ YcluiLex::YcluiLex()
 }
 
 YcluiLex::YcluiLex(const YcluiLex& shared, Trial /*tag*/)
-    : ownsWords(false), lineBuffer(FirstRoom), argIntroducers(":"), argSeparators(",") {
+    : ownsWords(false), lineBuffer(FirstCapacity), argIntroducers(":"), argSeparators(",") {
   if (!shared.usable()) return;
   variableTable = new (std::nothrow) YcluiVariableTable(shared.variableTable);
   if (variableTable != nullptr) wordTable = shared.wordTable;
