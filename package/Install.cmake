@@ -19,7 +19,7 @@ set(public_headers
   syntax/YcluiChangeCount.h syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
   syntax/YcluiSyntaxNodeStk.h
   parser/YcluiLineParser.h parser/YcluiLogFile.h parser/YcluiLogNestStyle.h parser/YcluiParser.h
-  parser/YcluiPlayedToken.h
+  parser/YcluiPlayedToken.h parser/YcluiPreview.h
   script/ycscm.h)
 foreach(header ${public_headers})
   cmake_path(GET header PARENT_PATH folder)
