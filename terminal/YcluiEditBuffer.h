@@ -68,6 +68,7 @@ class YQRT_API YcluiEditBuffer {
   // Exchanges the units around the cursor, at the end the last two, and moves after them.
   bool transpose();
 
+  // The cursor is where it was before the change, or after it.
   bool undo();
   bool redo();
 
