@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t NoCursor = static_cast<std::size_t>(-1);
+constexpr std::size_t NoCursor = YcluiLayout::NoCursor;
 
 void Append(const YcluiCell& cell, YcluiStyle style, std::vector<YcluiColumn>& columns) {
   columns.push_back({cell.text, style, cell.width});

@@ -27,7 +27,9 @@ struct YcluiRow {
   bool operator==(const YcluiRow&) const = default;
 };
 
-struct YcluiLayout {
+struct YQRT_API YcluiLayout {
+  static constexpr std::size_t NoCursor = static_cast<std::size_t>(-1);  // as that of a picture
+
   std::vector<YcluiRow> rows;  // at least one
   std::size_t row = 0;         // of the cursor, whose column is always inside the window
   std::size_t column = 0;

@@ -127,11 +127,11 @@ void YcluiScreen::hide() {
 
 void YcluiScreen::leave() {
   if (!wanted_) return;
-  picture_.cursor = picture_.line.text().size();
+  picture_.cursor = YcluiLayout::NoCursor;  // at the end of a full row it would need one more
   picture_.hint.clear();
   picture_.rows.clear();
   draw(true);
-  if (at_.column > 0) output_ += NewRow;
+  output_ += shown_.rows.back().columns.empty() ? "\r" : NewRow;
   wanted_ = drawn_ = false;
 }
 
@@ -208,7 +208,8 @@ void YcluiScreen::erase() {
 
 // --- Drawing
 
-// With `whole`, all rows are drawn, and the first ones scroll out of the window.
+// With `whole`, all rows are drawn, and the first ones scroll out of the window. The cursor is in
+// the last one then.
 void YcluiScreen::draw(bool whole) {
   YcluiLayout next = layOut(picture_);
   if (!whole) next.cut(height_);
@@ -225,7 +226,12 @@ void YcluiScreen::draw(bool whole) {
     goTo({shown_.rows.size(), 0});
     output_ += capabilities_.clearToEnd;
   }
-  goTo({shown_.row, shown_.column});
+  const std::size_t last = shown_.rows.size() - 1;
+  if (!whole) {
+    goTo({shown_.row, shown_.column});
+  } else if (at_.row != last) {
+    goTo({last, 0});
+  }
   drawn_ = true;
   changed_ = false;
 }

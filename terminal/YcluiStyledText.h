@@ -17,6 +17,8 @@ class YQRT_API YcluiStyledText {
  public:
   YcluiStyledText() = default;
   YcluiStyledText(std::string_view text, YcluiStyle style = {}) { add(text, style); }
+  YcluiStyledText(const std::string& text, YcluiStyle style = {}) { add(text, style); }
+  YcluiStyledText(const char* text, YcluiStyle style = {}) { add(text, style); }
 
   YcluiStyledText& add(std::string_view text, YcluiStyle style = {});
   void clear();
