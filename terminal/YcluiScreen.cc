@@ -244,12 +244,13 @@ void YcluiScreen::drawRow(std::size_t row, const std::vector<YcluiRow>& before) 
   const auto continued = [](const std::vector<YcluiRow>& rows, std::size_t index) {
     return index < rows.size() && rows[index].continues;
   };
-  const bool follows = row > 0 && continued(shown_.rows, row - 1);
+  const bool isWrapping =
+      row > 0 && continued(shown_.rows, row - 1) && at_ == Position{row - 1, columns_};
   std::vector<bool> changes = Changes(now.columns, old);
   if (now.continues != continued(before, row) && now.columns.size() == columns_) {
     MarkUnit(now.columns, now.columns.size() - 1, changes);
   }
-  if (follows && !continued(before, row - 1)) MarkUnit(now.columns, 0, changes);
+  if (isWrapping) MarkUnit(now.columns, 0, changes);
 
   for (std::size_t begin = 0; begin < changes.size();) {
     if (!changes[begin]) {
@@ -260,8 +261,7 @@ void YcluiScreen::drawRow(std::size_t row, const std::vector<YcluiRow>& before) 
     for (std::size_t i = begin; i < changes.size() && i < end + SmallGap; ++i) {
       if (changes[i]) end = i + 1;
     }
-    const bool isWrapping = begin == 0 && follows && at_ == Position{row - 1, columns_};
-    if (isWrapping) at_ = {row, 0};
+    if (begin == 0 && isWrapping) at_ = {row, 0};
     goTo({row, begin});
     put(row, begin, end);
     begin = end;
