@@ -56,16 +56,19 @@ class Writer {
     layout_.rows.back().continues = true;
     newRow();
   }
+  // The end of a row has room for the cursor but shows nothing.
   void addCell(const YcluiCell& cell, YcluiStyle style, std::size_t cursor) {
     const bool endsRow = cell.character == U'\n';
     YcluiCell shown = cell;
-    if (endsRow) shown.text = U" ";
     if (!endsRow && shown.width > width_) shown.text = U"?";
     if (endsRow || shown.width > width_) shown.width = 1;
     makeRoom(shown.width);
     if (cursor >= cell.begin && cursor < cell.end) setCursor();
-    Append(shown, endsRow ? YcluiStyle{} : style, columns());
-    if (endsRow) newRow();
+    if (endsRow) {
+      newRow();
+    } else {
+      Append(shown, style, columns());
+    }
   }
 };
 

@@ -17,7 +17,6 @@ struct YcluiColumn {
   std::size_t width = 1;
 
   bool operator==(const YcluiColumn&) const = default;
-  bool isBlank() const { return text == U" " && style == YcluiStyle{}; }
 };
 
 struct YcluiRow {

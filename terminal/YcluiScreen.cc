@@ -38,12 +38,12 @@ void MarkUnit(const std::vector<YcluiColumn>& columns, std::size_t column,
   for (std::size_t i = 0; i < width; ++i) marks[column + i] = true;
 }
 
-// Which columns of a row have to be written.
+// Which columns of a row have to be written. Blanks are, too: they move with the others when the
+// window changes.
 std::vector<bool> Changes(const std::vector<YcluiColumn>& now, const YcluiRow* before) {
   std::vector<bool> changes(now.size(), before == nullptr);
   for (std::size_t i = 0; before != nullptr && i < now.size(); ++i) {
-    const bool same = i < before->columns.size() ? now[i] == before->columns[i] : now[i].isBlank();
-    if (!same) MarkUnit(now, i, changes);
+    if (i >= before->columns.size() || now[i] != before->columns[i]) MarkUnit(now, i, changes);
   }
   return changes;
 }
@@ -266,22 +266,20 @@ void YcluiScreen::drawRow(std::size_t row, const std::vector<YcluiRow>& before) 
     put(row, begin, end);
     begin = end;
   }
-  if (old != nullptr) clearTail(row, old->columns);
+  if (old != nullptr) clearTail(row, old->columns.size());
 }
 
-// Removes what a row had after its present end.
-void YcluiScreen::clearTail(std::size_t row, const std::vector<YcluiColumn>& before) {
+// Removes what a row had after its present end, blanks too: when the window changes, they count.
+void YcluiScreen::clearTail(std::size_t row, std::size_t before) {
   const std::size_t end = shown_.rows[row].columns.size();
-  std::size_t last = before.size();
-  while (last > end && before[last - 1].isBlank()) --last;
-  if (last <= end) return;
+  if (before <= end) return;
   goTo({row, end});
   pen_.set({}, output_);
   if (!capabilities_.clearToLineEnd.empty()) {
     output_ += capabilities_.clearToLineEnd;
   } else {
-    output_.append(last - end, ' ');
-    at_.column = last;
+    output_.append(before - end, ' ');
+    at_.column = before;
   }
 }
 

@@ -93,7 +93,7 @@ class YQRT_API YcluiScreen {
   void erase();
   void draw(bool whole);
   void drawRow(std::size_t row, const std::vector<YcluiRow>& before);
-  void clearTail(std::size_t row, const std::vector<YcluiColumn>& before);
+  void clearTail(std::size_t row, std::size_t before);
   void put(std::size_t row, std::size_t begin, std::size_t end);
   void goTo(Position to);
   std::string upward(std::size_t count) const;
