@@ -33,9 +33,18 @@ void Emulator::escape(char kind, const std::string& parameters) {
   if (kind == 'C') column = std::min(column + count, width_ - 1);
   if (kind == 'D') column -= std::min(count, column);
   if (kind == 'G') column = std::min(count - 1, width_ - 1);
-  if (kind == 'H') row = top_, column = 0;
+  if (kind == 'H') {
+    row = top_;
+    column = 0;
+    cutOffAbove();
+  }
   if (kind == 'K' || kind == 'J') erase(rows_[row], column);
   for (std::size_t i = row + 1; kind == 'J' && i < rows_.size(); ++i) erase(rows_[i], 0);
+}
+
+// What has left the window cannot be erased any more; it does not go on with what comes after it.
+void Emulator::cutOffAbove() {
+  if (top_ > 0) rows_[top_ - 1].wrapped = false;
 }
 
 void Emulator::erase(Row& of, std::size_t from) {
@@ -124,8 +133,7 @@ std::size_t Emulator::resize(std::size_t width, std::size_t height, std::size_t 
   pending_ = false;
   const std::size_t first = row + 1 > height ? row + 1 - height : 0;
   top_ = first + slack % (row - first + 1);
-  // What has left the window cannot be erased any more, so what follows is not compared with it.
-  if (marked < top_) rows_[top_ - 1].wrapped = false;
+  if (marked < top_) cutOffAbove();
   if (rows_.size() > top_ + height) rows_.resize(top_ + height);
   return marked;
 }

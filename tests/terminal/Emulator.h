@@ -50,6 +50,7 @@ class Emulator {
   void put(char32_t c);
   void down();
   void nextRow();
+  void cutOffAbove();
   void erase(Row& of, std::size_t from);
   Cell& cell(std::size_t index);
 };
