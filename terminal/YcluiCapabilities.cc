@@ -73,12 +73,8 @@ void ReadMoves(YcluiCapabilities& to) {
   to.toColumn = Text("hpa");
 }
 
-}  // namespace
-
-YcluiCapabilities YcluiCapabilities::Read() {
+YcluiCapabilities ReadDescription() {
   YcluiCapabilities to;
-  int result = 0;
-  if (setupterm(nullptr, STDOUT_FILENO, &result) != 0) return to;
   to.wraps = tigetflag("am") > 0;
   to.wrapsLate = tigetflag("xenl") > 0;
   ReadMoves(to);
@@ -96,6 +92,19 @@ YcluiCapabilities YcluiCapabilities::Read() {
   }
   to.width = Number("cols", to.width);
   to.height = Number("lines", to.height);
+  return to;
+}
+
+}  // namespace
+
+// A description that the host has in use stays so.
+YcluiCapabilities YcluiCapabilities::Read() {
+  TERMINAL* const before = set_curterm(nullptr);
+  int result = 0;
+  const bool found = setupterm(nullptr, STDOUT_FILENO, &result) == 0;
+  const YcluiCapabilities to = found ? ReadDescription() : YcluiCapabilities();
+  TERMINAL* const description = set_curterm(before);
+  if (description != nullptr) del_curterm(description);
   return to;
 }
 
