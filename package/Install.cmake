@@ -18,8 +18,8 @@ set(public_headers
   lex/YcluiKeyword.h lex/YcluiLex.h lex/YcluiLexBuffer.h lex/YcluiToken.h lex/YcluiVariable.h
   syntax/YcluiChangeCount.h syntax/YcluiNfa.h syntax/YcluiSyntaxGraph.h syntax/YcluiSyntaxNode.h
   syntax/YcluiSyntaxNodeStk.h
-  parser/YcluiLineParser.h parser/YcluiLogFile.h parser/YcluiLogNestStyle.h parser/YcluiParser.h
-  parser/YcluiPlayedToken.h parser/YcluiPreview.h
+  parser/YcluiHelp.h parser/YcluiLineParser.h parser/YcluiLogFile.h parser/YcluiLogNestStyle.h
+  parser/YcluiParser.h parser/YcluiPlayedToken.h parser/YcluiPreview.h
   script/ycscm.h)
 foreach(header ${public_headers})
   cmake_path(GET header PARENT_PATH folder)

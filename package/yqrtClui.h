@@ -1,6 +1,7 @@
 // Includes the whole library for a host:
 //   YcluiParser      a command line with all its state; a host passes text to it
 //   YcluiPreview     what a text would do to a parser, without doing it
+//   YcluiHelp        what is shown about words and their arguments
 //   YcluiSyntaxGraph the syntax that a parser walks, built from nodes
 //   YcluiLex         the words, aliases and variables of a parser
 //   YErr             the errors that were recorded
@@ -12,6 +13,7 @@
 
 #include "foundation/YErr.h"           // IWYU pragma: export
 #include "lex/YcluiLex.h"              // IWYU pragma: export
+#include "parser/YcluiHelp.h"          // IWYU pragma: export
 #include "parser/YcluiParser.h"        // IWYU pragma: export
 #include "parser/YcluiPreview.h"       // IWYU pragma: export
 #include "platform/ui/YuiTextField.h"  // IWYU pragma: export

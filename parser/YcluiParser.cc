@@ -314,6 +314,10 @@ YcluiParser* YcluiParser::Live(int index) {
   return YcluiParserRegistry::At(index);
 }
 
+YcluiHelp& YcluiParser::help() const {
+  return core->help;
+}
+
 // --- The lexer's operations
 
 YcluiLex* YcluiParser::lex() const {

@@ -36,6 +36,7 @@ using YcluiGoneProc = void (*)(void* data);
 // A word of a list. `name` is valid until the callback returns.
 using YcluiWordProc = void (*)(void* data, const char* name);
 
+class YcluiHelp;
 class YcluiParser;
 class YcluiParserCore;
 using pYcluiParser_Stack = YStack<YcluiParser*>;
@@ -302,6 +303,9 @@ class YQRT_API YcluiParser {
   // Whether the text of an alias is being read. When the text of an alias inside it ends, this is 0
   // for the rest of the outer text.
   YWord isAliasRun() const;
+
+  // What hosts show about words and their arguments. Valid until the parser is destroyed.
+  YcluiHelp& help() const;
 
   // Completion, from the state of the current frame. Nothing here records a code.
   //

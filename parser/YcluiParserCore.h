@@ -9,6 +9,7 @@
 #include "parser/YcluiCandidates.h"
 #include "parser/YcluiCommandLog.h"
 #include "parser/YcluiFrames.h"
+#include "parser/YcluiHelp.h"
 #include "parser/YcluiLevels.h"
 #include "parser/YcluiParser.h"
 #include "parser/YcluiParserRegistry.h"
@@ -69,6 +70,7 @@ class YcluiParserCore final : private YcluiPlayback::Input {
   YcluiCommandLog log;
   mutable YcluiCandidates candidates{&YcluiNfa::possibleNodes};
   mutable YcluiCandidates acceptedCandidates{&YcluiNfa::acceptingNodes};
+  YcluiHelp help;
   YcluiParserRegistry::Entry life;
 
   YcluiCallback<YcluiTokProc> tokenCallback;
