@@ -13,7 +13,8 @@
 namespace {
 
 // The signal handlers use these.
-volatile std::sig_atomic_t isOurs = 0;  // our modes are set
+volatile std::sig_atomic_t isOurs = 0;  // between open and close
+volatile std::sig_atomic_t isSet = 0;   // our modes are set
 volatile std::sig_atomic_t resized = 0;
 volatile std::sig_atomic_t stopped = 0;
 volatile std::sig_atomic_t ending = 0;
@@ -44,12 +45,14 @@ void WriteAll(const char* bytes, std::size_t length) {
 void TakeTerminal() {
   tcsetattr(STDIN_FILENO, TCSANOW, &ourModes);
   WriteAll(beginText.data(), beginText.size());
+  isSet = 1;
 }
 
 void GiveBackTerminal() {
   if (isOurs == 0) return;
   WriteAll(endText.data(), endText.size());
   tcsetattr(STDIN_FILENO, TCSANOW, &theirModes);
+  isSet = 0;
 }
 
 // A write to a full pipe fails, but then poll() returns anyway.
@@ -81,21 +84,27 @@ void OnResize(int) {
   errno = before;
 }
 
+void Continue() {
+  if (isOurs != 0) TakeTerminal();
+  stopped = 1;
+  Wake();
+}
+
+// Without a shell to continue it the process does not stop, and no SIGCONT follows.
 void OnStop(int signal) {
   const int error = errno;
   GiveBackTerminal();
   struct sigaction before = {};
   RaiseAsDefault(signal, before);
   sigaction(signal, &before, nullptr);
+  if (isSet == 0) Continue();
   errno = error;
 }
 
 // Follows every stop, also one by SIGSTOP, which cannot be caught.
 void OnContinue(int) {
   const int before = errno;
-  if (isOurs != 0) TakeTerminal();
-  stopped = 1;
-  Wake();
+  Continue();
   errno = before;
 }
 
