@@ -67,10 +67,16 @@ YcluiKeyTable::YcluiKeyTable() {
   for (const auto& other : Others) add(other.sequence, other.name);
 }
 
+// Leaves terminfo with the terminal that it had.
 YcluiKeyTable YcluiKeyTable::OfTerminal() {
   YcluiKeyTable table;
+  TERMINAL* const before = cur_term;
   int result = 0;
   if (setupterm(nullptr, STDOUT_FILENO, &result) == 0) table.addFromTerminfo();
+  TERMINAL* const mine = cur_term;
+  if (before == nullptr || mine == before) return table;
+  set_curterm(before);
+  del_curterm(mine);
   return table;
 }
 

@@ -90,8 +90,8 @@ void Report(YcluiTerminal& terminal) {
     if (terminal.wasResized() && terminal.size(width, height)) {
       terminal.write(std::to_string(width) + "x" + std::to_string(height) + ";");
     }
-    for (const char byte : bytes) terminal.write(std::to_string(int{byte}) + ";");
     if (bytes == "s") terminal.enableSignalKeys(true);
+    for (const char byte : bytes) terminal.write(std::to_string(int{byte}) + ";");
     if (bytes == "x") std::exit(0);
     if (bytes == "a") std::abort();
     if (bytes == "p") raise(SIGPIPE);
@@ -134,7 +134,7 @@ TEST(Terminal, IsRestoredHoweverTheProcessEnds) {
       EXPECT_TRUE(child.writes("115;"));
       child.type("\x03");
     }
-    EXPECT_TRUE(child.writes("end"));
+    ASSERT_TRUE(child.writes("end"));
     const int status = child.waitForEnd();
     EXPECT_EQ(row.endsBy == 0 ? WEXITSTATUS(status) : WTERMSIG(status), row.endsBy);
     EXPECT_TRUE(child.hasItsModes());
