@@ -7,6 +7,11 @@
 #include "parser/YcluiParser.h"
 #include "program/text/CluiMessages.h"
 
+void CluiDiagnostics::beginInput() {
+  refusal_.restart();
+  line_.reset();
+}
+
 void CluiDiagnostics::beginText() {
   offered_ = {};
   reportedCode_ = 0;
@@ -16,6 +21,14 @@ void CluiDiagnostics::beginText() {
 void CluiDiagnostics::endText() {
   trace_.settle();
   reportCodes();
+  reportUnshown();
+  if (!reading_.isAlive() || reading_.parser()->lex()->more() == 0) line_.reset();
+}
+
+void CluiDiagnostics::offered() {
+  offered_ = reading_.tokenStart();
+  // A playback may have gone on to another line.
+  if (unshown_ > 0 && !isInLine(reading_.place())) reportUnshown();
 }
 
 void CluiDiagnostics::commandBegins() {
@@ -31,10 +44,31 @@ void CluiDiagnostics::refused(const YcluiToken& token) {
   CluiSpot spot = reading_.spot();
   CluiRefused refused = {&token, offered, takeCode(), beganEarlier(), spot};
   if (!offered) refused.fault = reading_.spotAt(reading_.parser()->lastFaultOffset());
+  if (options_.trace) trace_.refused(token, offered);
+  const CluiPlace place = reading_.placeOf(refused.fault);
+  if (!mustShow(refused, place)) {
+    ++unshown_;
+    return;
+  }
   const std::wstring message =
       refusal_.explain(*reading_.parser(), reading_.lineOf(refused.fault), refused, spot);
-  if (options_.trace) trace_.refused(token, offered);
   reportAt(spot, message);
+  line_ = place;
+  isLast_ = true;
+}
+
+// A fault that costs words of the next line, too, is shown, since nothing else would explain that.
+bool CluiDiagnostics::mustShow(const CluiRefused& refused, const CluiPlace& place) const {
+  if (options_.every || !isInLine(place)) return true;
+  return refusal_.skipped(*reading_.parser(), refused) == CluiSkipped::BothLines;
+}
+
+bool CluiDiagnostics::isInLine(const CluiPlace& place) const {
+  return line_ && line_->name == place.name && line_->line == place.line;
+}
+
+void CluiDiagnostics::reportUnshown() {
+  if (unshown_ > 0) report_.print(CluiMoreText(std::exchange(unshown_, 0), isLast_));
 }
 
 void CluiDiagnostics::failed(const ScmVMError& error) {
@@ -88,7 +122,7 @@ void CluiDiagnostics::reportCode(const Code& code) {
   if (isRepeated) return;
   // The parser calls no refuse callback for a text that it does not read.
   if (code.code == YErrTooDeep || code.code == YErrTextTooLong) ++outcome_.refused;
-  report_.print(code.place, CluiCodeText(code.code));
+  report(code.place, CluiCodeText(code.code));
 }
 
 unsigned int CluiDiagnostics::dropCodes() {
@@ -159,8 +193,18 @@ void CluiDiagnostics::warnOfArgument(const YcluiToken& token, int index,
                      CluiQuoted(encoding_.fromSystem(token.string())) + message);
 }
 
+// A message about another line separates the unshown refusals from the one that was shown.
+void CluiDiagnostics::report(const CluiPlace& place, const std::wstring& message) {
+  if (!isInLine(place)) {
+    reportUnshown();
+    line_.reset();
+  }
+  isLast_ = false;
+  report_.print(place, message);
+}
+
 void CluiDiagnostics::reportAt(const CluiSpot& spot, const std::wstring& message) {
-  report_.print(reading_.placeOf(spot), message);
+  report(reading_.placeOf(spot), message);
   if (spot.line == 0) return;
   report_.show(CluiExcerptOf(reading_.lineOf(spot).characters(spot), spot.character));
 }

@@ -3,6 +3,7 @@
 #ifndef PROGRAM_CLUIDIAGNOSTICS_H_
 #define PROGRAM_CLUIDIAGNOSTICS_H_
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,10 @@
 #include "program/CluiReport.h"
 #include "program/CluiTrace.h"
 
-// Reports each fault once, at its position in the input, and counts it in the outcome. All
-// operations may be called while a token is being read, from the parser's callbacks.
+// Reports each fault once, at its position in the input, and counts it in the outcome. Of the words
+// refused in one line, only the first is shown, followed by the number of the others, unless every
+// one is wanted. All operations may be called while a token is being read, from the parser's
+// callbacks.
 class CluiDiagnostics {
  public:
   CluiDiagnostics(const CluiOptions& options, CluiEncoding& encoding, CluiReading& reading,
@@ -30,14 +33,14 @@ class CluiDiagnostics {
         refusal_(encoding) {}
 
   // Another input begins.
-  void beginInput() { refusal_.restart(); }
+  void beginInput();
   // The parser is about to read another text.
   void beginText();
   // The parser has read that text: reports the codes that are pending.
   void endText();
 
   // The current token is complete, and the syntax is about to accept or refuse it.
-  void offered() { offered_ = reading_.tokenStart(); }
+  void offered();
   // A command is about to run.
   void commandBegins();
   void refused(const YcluiToken& token);
@@ -86,9 +89,16 @@ class CluiDiagnostics {
   CluiPlace reportedPlace_;         // and its position
   CluiTokenStart offered_;          // the token offered last, until a command begins
   std::size_t acceptedBefore_ = 0;  // words accepted in earlier texts
+  std::optional<CluiPlace> line_;   // of the refusal shown last; its column means nothing
+  std::size_t unshown_ = 0;         // later refusals in that line, not yet reported as a number
+  bool isLast_ = false;             // no message has followed the refusal shown last
 
   void reportCode(const Code& code);
   unsigned int lastCode() const { return pending_.empty() ? 0 : pending_.back().code; }
+  bool mustShow(const CluiRefused& refused, const CluiPlace& place) const;
+  bool isInLine(const CluiPlace& place) const;
+  void reportUnshown();
+  void report(const CluiPlace& place, const std::wstring& message);
   void reportAt(const CluiSpot& spot, const std::wstring& message);
   unsigned int takeCode();
   bool beganEarlier() const;

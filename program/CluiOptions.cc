@@ -27,8 +27,10 @@ without a FILE, input is read as it is typed, word by word.
       --play         play each FILE back as a recording
       --show         print recordings, converted to the encoding
   -q, --quiet        no progress and no summary
+      --every        report every refused word; by default the first of a line
+                     and the number of the others
       --trace        print every token and whether it is accepted, every echo
-                     and the text of every command
+                     and the text of every command; includes --every
       --library FILE use FILE instead of the installed command library
       --help         print this help and exit
       --version      print the version and exit
@@ -42,6 +44,7 @@ enum LongOnly {
   OptHelp = 256,
   OptVersion,
   OptEncoding,
+  OptEvery,
   OptTrace,
   OptLibrary,
   OptLog,
@@ -61,6 +64,7 @@ constexpr option LongOptions[] = {
     {"play", no_argument, nullptr, OptPlay},
     {"show", no_argument, nullptr, OptShow},
     {"quiet", no_argument, nullptr, 'q'},
+    {"every", no_argument, nullptr, OptEvery},
     {"trace", no_argument, nullptr, OptTrace},
     {"library", required_argument, nullptr, OptLibrary},
     {nullptr, 0, nullptr, 0},
@@ -130,8 +134,11 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
       case OptEncoding:
         options.encoding = optarg;
         break;
+      case OptEvery:
+        options.every = true;
+        break;
       case OptTrace:
-        options.trace = true;
+        options.trace = options.every = true;
         break;
       case OptLibrary:
         options.library = optarg;

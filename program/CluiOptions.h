@@ -22,6 +22,7 @@ struct CluiOptions {
   bool typed = false;                          // input is typed in a terminal
   bool quiet = false;                          // neither progress nor summary
   bool trace = false;                          // every token, echo and command
+  bool every = false;                          // report every refused word of a line
 };
 
 // What is left to do after the options are read.

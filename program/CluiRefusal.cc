@@ -52,14 +52,27 @@ std::string FoundIn(const std::string& text, unsigned int code) {
   return text.substr(0, end);
 }
 
-// Reports that the text after a fault is lost, unless it is the text of a command or an alias.
-std::wstring RestText(const std::string& text, const CluiSpot& fault) {
+// The text of the input that is lost with a fault. `text` starts at the fault; what follows it in
+// the text of a command or an alias does not count.
+CluiSkipped SkippedIn(const std::string& text, const CluiSpot& fault) {
   const std::size_t end = text.find_first_of(WhiteSpace, 1);
-  if (end == std::string::npos || CluiIsBlank(text.substr(end))) return std::wstring();
-  if (fault.text->compare(fault.offset, end, text, 0, end) != 0) return std::wstring();
+  if (end == std::string::npos || CluiIsBlank(text.substr(end))) return CluiSkipped::Nothing;
+  if (fault.text->compare(fault.offset, end, text, 0, end) != 0) return CluiSkipped::Nothing;
   const std::size_t next = text.find('\n');
   const bool isOneLine = next == std::string::npos || CluiIsBlank(text.substr(next));
-  return isOneLine ? L"; the rest of the line is skipped" : L"; the rest of both lines is skipped";
+  return isOneLine ? CluiSkipped::Line : CluiSkipped::BothLines;
+}
+
+std::wstring SkippedText(CluiSkipped skipped) {
+  switch (skipped) {
+    case CluiSkipped::Line:
+      return L"; the rest of the line is skipped";
+    case CluiSkipped::BothLines:
+      return L"; the rest of both lines is skipped";
+    case CluiSkipped::Nothing:
+      break;
+  }
+  return std::wstring();
 }
 
 // When a comma is missing between arguments, the lexer stops reading the line and expects the next
@@ -87,6 +100,12 @@ std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiLine& line,
   }
   if (refused.offered) return explainMisplaced(parser, word, refused.inside);
   return explainFault(parser, line, refused, spot);
+}
+
+CluiSkipped CluiRefusal::skipped(YcluiParser& parser, const CluiRefused& refused) const {
+  YcluiLex& lex = *parser.lex();
+  if (refused.offered || refused.code == 0 || lex.more() != 0) return CluiSkipped::Nothing;
+  return SkippedIn(lex.faultText(), refused.fault);
 }
 
 std::wstring CluiRefusal::explainUnknown(YcluiParser& parser, const char* word) {
@@ -149,7 +168,7 @@ std::wstring CluiRefusal::explainFault(YcluiParser& parser, const CluiLine& line
   std::wstring fault = faultText(parser, *refused.token, refused.code, found);
   const int index = lex.faultArgument();
   if (index > 1 && !lex.faultIsSeparated()) fault += BrokenText(word, line, begin, spot);
-  if (refused.code != 0 && lex.more() == 0) fault += RestText(text, spot);
+  fault += SkippedText(skipped(parser, refused));
   if (index == 0) return fault;
   return CluiArgumentText(word, begin.line == spot.line ? 0 : begin.line, index, fault);
 }

@@ -20,6 +20,9 @@ struct CluiRefused {
   CluiSpot fault;         // of YcluiParser::lastFaultOffset
 };
 
+// The text of the input that is not read because of an invalid argument.
+enum class CluiSkipped { Nothing, Line, BothLines };
+
 class CluiRefusal {
  public:
   explicit CluiRefusal(CluiEncoding& encoding) : encoding_(encoding) {}
@@ -32,6 +35,9 @@ class CluiRefusal {
   // fault when the lexer could not read the word.
   std::wstring explain(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,
                        CluiSpot& spot);
+
+  // What is lost with the word: the rest of its line, or also the line that was fed with it.
+  CluiSkipped skipped(YcluiParser& parser, const CluiRefused& refused) const;
 
  private:
   // How many unknown words of an input are compared with the dictionary. It bounds the cost of a

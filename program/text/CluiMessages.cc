@@ -106,6 +106,12 @@ std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& lin
          ListOf(L"; anywhere: ", possible.anywhere, NamedAtMost - std::min(here, hereAtMost));
 }
 
+std::wstring CluiMoreText(std::size_t more, bool follows) {
+  std::wstring text = L"and " + std::to_wstring(more) + L" more";
+  if (!follows) text += more == 1 ? L" refusal" : L" refusals";
+  return text + L" on this line";
+}
+
 std::wstring CluiWaitingText(const std::wstring& word, const std::wstring& line) {
   return CluiQuoted(word) + L" may not interrupt the command " + CluiQuoted(line);
 }
