@@ -67,16 +67,14 @@ YcluiKeyTable::YcluiKeyTable() {
   for (const auto& other : Others) add(other.sequence, other.name);
 }
 
-// Leaves terminfo with the terminal that it had.
+// A description that the host has in use stays so.
 YcluiKeyTable YcluiKeyTable::OfTerminal() {
   YcluiKeyTable table;
-  TERMINAL* const before = cur_term;
+  TERMINAL* const before = set_curterm(nullptr);
   int result = 0;
   if (setupterm(nullptr, STDOUT_FILENO, &result) == 0) table.addFromTerminfo();
-  TERMINAL* const mine = cur_term;
-  if (before == nullptr || mine == before) return table;
-  set_curterm(before);
-  del_curterm(mine);
+  TERMINAL* const description = set_curterm(before);
+  if (description != nullptr) del_curterm(description);
   return table;
 }
 
