@@ -7,6 +7,7 @@
 #include "parser/YcluiParser.h"
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
+#include "program/CluiHelpProcedures.h"
 #include "program/CluiInterrupt.h"
 #include "program/CluiProcedures.h"
 #include "program/terminal/CluiTerminalProcedures.h"
@@ -73,6 +74,7 @@ bool CluiRun::start() {
     return false;
   }
   CluiBindProcedures();
+  if (!CluiBindHelpProcedures()) return false;
   if (options_.typed) typist_.open(encoding_, options_.language, report_);
   return CluiBindTerminalProcedures();
 }
@@ -216,6 +218,7 @@ void CluiRun::summarise() {
 }
 
 void CluiRun::onText(const char* text) {
+  if (CluiAsksForValues(text)) return;
   diagnostics_.commandBegins();
   CluiSession* const session = typist_.session();
   if (session != nullptr && CluiSession::IsKey(text)) return;
