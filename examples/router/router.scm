@@ -26,7 +26,7 @@
 (define a-text 1)
 (define a-whole 3)
 
-(define words (make-hash-table)) ; name -> (id value explanation)
+(define words (make-hash-table)) ; name -> id
 (define forms (make-hash-table)) ; each text of a word -> the word's name
 
 ;; Checks that each form belongs to one word only. The dictionary does not always report a conflict:
@@ -43,12 +43,16 @@
 (define (beginnings text shortest)
   (map (lambda (n) (substring text 0 n)) (iota (- (string-length text) shortest) shortest)))
 
-;; Declares a word, its shortest form and its description for `?`.
-(define (word name shortest explanation)
-  (for-each (lambda (form) (claim! form name)) (beginnings name (string-length shortest)))
+;; Adds a word with its help text, which a terminal, `?` and `help` show.
+(define (add-word! name id text)
   (claim! name name)
-  (hash-set! words name
-             (list (check-id (clui-token parser name shortest) name) "" explanation)))
+  (hash-set! words name (check-id id name))
+  (word-help parser id text))
+
+;; Declares a word, its shortest form and its help text.
+(define (word name shortest text)
+  (for-each (lambda (form) (claim! form name)) (beginnings name (string-length shortest)))
+  (add-word! name (clui-token parser name shortest) text))
 
 ;; Another name for the same word: it has the same id, so every syntax that accepts one accepts
 ;; both.
@@ -57,22 +61,27 @@
   (check-id (clui-token parser (id-of name) other) other))
 
 ;; Declares a word with values. Such a word cannot have an abbreviation, so each short form is
-;; another name. `value` describes the values for `?` and `help`.
-(define (value-word name shortest value explanation . types)
-  (let ((id (check-id (apply clui-token parser name types) name))
-        (stem (string-drop-right name 1)))
-    (claim! name name)
-    (hash-set! words name (list id value explanation))
+;; another name. A value: its type, its name, a text, and for a number the range if it has one.
+(define (value-word name shortest text . values)
+  (let* ((types (map first values))
+         (id (apply clui-token parser name types))
+         (stem (string-drop-right name 1)))
+    (add-word! name id text)
+    (for-each (lambda (value k) (apply argument-help parser id k (cdr value)))
+              values (iota (length values) 1))
     (for-each (lambda (beginning)
                 (let ((form (string-append beginning ":")))
                   (claim! form name)
                   (check-id (apply clui-token parser id form types) form)))
               (beginnings stem (1- (string-length shortest))))))
 
-(define (known-word name) (or (hash-ref words name) (error "no such word:" name)))
-(define (id-of name) (first (known-word name)))
-(define (value-of name) (second (known-word name)))
-(define (explanation-of name) (third (known-word name)))
+(define (id-of name) (or (hash-ref words name) (error "no such word:" name)))
+(define (explanation-of name) (word-help parser (id-of name)))
+
+;; The names of a word's values: "FIRST, LAST".
+(define (value-of name)
+  (define (value-name k) (argument-help parser (id-of name) k))
+  (string-join (map value-name (take-while value-name (iota 2 1))) ", "))
 
 (for-each
  (lambda (row) (apply word row))
@@ -152,53 +161,102 @@
 
 (for-each
  (lambda (row) (apply value-word row))
- `(("address:" "addr:" "ADDRESS/LENGTH" "the address and its network: 10.0.0.1/24" ,a-text)
-   ("at:" "at:" "NUMBER" "the number of the rule that follows" ,a-whole)
-   ("banner:" "ban:" "TEXT" "the text printed at the start" ,a-text)
-   ("community:" "com:" "TEXT" "the community name" ,a-text)
-   ("contact:" "con:" "TEXT" "whom to ask about the device" ,a-text)
-   ("date:" "dat:" "YYYY-MM-DD" "the date" ,a-text)
-   ("description:" "desc:" "TEXT" "what the interface is for" ,a-text)
-   ("digest:" "dig:" "DIGITS" "a secret, as `show running` writes it" ,a-text)
-   ("distance:" "dist:" "NUMBER" "the distance; the smallest is used" ,a-whole)
-   ("domain:" "dom:" "NAME" "the name of the domain" ,a-text)
-   ("ethernet:" "eth:" "NUMBER" "an Ethernet port, 0 to 3" ,a-whole)
-   ("file:" "fil:" "NAME" "a file" ,a-text)
-   ("from:" "fr:" "NETWORK" "the source: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
-   ("gateway:" "gate:" "ADDRESS" "the default gateway of the clients" ,a-text)
-   ("helper:" "hel:" "ADDRESS" "the server to which DHCP requests are forwarded" ,a-text)
-   ("host:" "ho:" "ADDRESS" "a host that receives log messages" ,a-text)
-   ("hostname:" "hostn:" "NAME" "the name of this device" ,a-text)
-   ("in:" "in:" "LIST" "an access list for packets that come in" ,a-text)
-   ("lease:" "lea:" "HOURS" "how long a client may use an address" ,a-whole)
-   ("level:" "lev:" "NUMBER" "how much is logged, 0 to 7" ,a-whole)
-   ("list:" "lis:" "NAME" "an access list" ,a-text)
-   ("location:" "loc:" "TEXT" "where the device is" ,a-text)
-   ("loopback:" "loo:" "NUMBER" "an address of the device itself, 0 to 99" ,a-whole)
-   ("mtu:" "mt:" "BYTES" "the size of the largest packet" ,a-whole)
-   ("name:" "na:" "NAME" "a user" ,a-text)
-   ("network:" "net:" "NETWORK/LENGTH" "the network: 10.0.0.0/24" ,a-text)
-   ("out:" "ou:" "LIST" "an access list for packets that go out" ,a-text)
-   ("pool:" "po:" "NAME" "a pool of addresses" ,a-text)
-   ("port:" "port:" "NUMBER" "one port" ,a-whole)
-   ("ports:" "ports:" "FIRST, LAST" "all ports between two" ,a-whole ,a-whole)
-   ("privilege:" "priv:" "NUMBER" "how much the user may, 0 to 15" ,a-whole)
-   ("range:" "ran:" "FIRST, LAST" "the addresses for clients" ,a-text ,a-text)
-   ("remark:" "rem:" "TEXT" "a note among the rules" ,a-text)
-   ("route:" "ro:" "NETWORK/LENGTH" "a network, or in `show` an address in it" ,a-text)
-   ("secondary:" "sec:" "ADDRESS/LENGTH" "a further address of the interface" ,a-text)
-   ("secret:" "secr:" "TEXT" "the password of the user" ,a-text)
-   ("server:" "ser:" "ADDRESS" "the address of a server" ,a-text)
-   ("speed:" "sp:" "NUMBER" "megabits per second: 10, 100, 1000" ,a-whole)
-   ("time:" "ti:" "HH:MM:SS" "the time of day" ,a-text)
-   ("to:" "to:" "NETWORK" "the destination: 10.0.0.0/8, 10.0.0.1 or any" ,a-text)
-   ("via:" "vi:" "ADDRESS" "the next router" ,a-text)
-   ("vlan:" "vl:" "NUMBER" "a virtual network, 1 to 4094" ,a-whole)
-   ("zone:" "zo:" "NAME, HOURS" "the time zone, hours ahead of UTC" ,a-text ,a-whole)))
+ `(("address:" "addr:" "the address and its network: 10.0.0.1/24"
+    (,a-text "ADDRESS/LENGTH" "such as 10.0.0.1/24, or 10.0.0.1, 255.255.255.0"))
+   ("at:" "at:" "the number of the rule that follows"
+    (,a-whole "NUMBER" "of the rule" 1 100000))
+   ("banner:" "ban:" "the text printed at the start" (,a-text "TEXT" "1 to 200 letters"))
+   ("community:" "com:" "the community name" (,a-text "TEXT" "1 to 200 letters"))
+   ("contact:" "con:" "whom to ask about the device" (,a-text "TEXT" "1 to 200 letters"))
+   ("date:" "dat:" "the date" (,a-text "YYYY-MM-DD" "such as 2025-03-31"))
+   ("description:" "desc:" "what the interface is for" (,a-text "TEXT" "1 to 200 letters"))
+   ("digest:" "dig:" "a secret, as `show running` writes it"
+    (,a-text "DIGITS" "16 digits from 0 to f"))
+   ("distance:" "dist:" "the distance; the smallest is used"
+    (,a-whole "NUMBER" "of the route" 1 255))
+   ("domain:" "dom:" "the name of the domain"
+    (,a-text "NAME" "letters, digits, and the signs - _ ."))
+   ("ethernet:" "eth:" "an Ethernet port, 0 to 3" (,a-whole "NUMBER" "of the port" 0 3))
+   ("file:" "fil:" "a file" (,a-text "NAME" "the file that is written"))
+   ("from:" "fr:" "the source: 10.0.0.0/8, 10.0.0.1 or any"
+    (,a-text "NETWORK" "a network, a machine, or any"))
+   ("gateway:" "gate:" "the default gateway of the clients"
+    (,a-text "ADDRESS" "in the network of the pool"))
+   ("helper:" "hel:" "the server to which DHCP requests are forwarded"
+    (,a-text "ADDRESS" "of a machine"))
+   ("host:" "ho:" "a host that receives log messages" (,a-text "ADDRESS" "of a machine"))
+   ("hostname:" "hostn:" "the name of this device"
+    (,a-text "NAME" "letters, digits, and the signs - _ ."))
+   ("in:" "in:" "an access list for packets that come in"
+    (,a-text "LIST" "the name of an access list"))
+   ("lease:" "lea:" "how long a client may use an address"
+    (,a-whole "HOURS" "a year at most" 1 8760))
+   ("level:" "lev:" "how much is logged, 0 to 7" (,a-whole "NUMBER" "7 logs everything" 0 7))
+   ("list:" "lis:" "an access list" (,a-text "NAME" "letters, digits, and the signs - _ ."))
+   ("location:" "loc:" "where the device is" (,a-text "TEXT" "1 to 200 letters"))
+   ("loopback:" "loo:" "an address of the device itself, 0 to 99"
+    (,a-whole "NUMBER" "of the loopback" 0 99))
+   ("mtu:" "mt:" "the size of the largest packet" (,a-whole "BYTES" "of a packet" 68 9216))
+   ("name:" "na:" "a user" (,a-text "NAME" "letters, digits, and the signs - _ ."))
+   ("network:" "net:" "the network: 10.0.0.0/24"
+    (,a-text "NETWORK/LENGTH" "such as 10.0.0.0/24"))
+   ("out:" "ou:" "an access list for packets that go out"
+    (,a-text "LIST" "the name of an access list"))
+   ("pool:" "po:" "a pool of addresses" (,a-text "NAME" "letters, digits, and the signs - _ ."))
+   ("port:" "port:" "one port" (,a-whole "NUMBER" "of TCP or UDP" 0 65535))
+   ("ports:" "ports:" "all ports between two"
+    (,a-whole "FIRST" "the lowest port" 0 65535) (,a-whole "LAST" "the highest port" 0 65535))
+   ("privilege:" "priv:" "how much the user may, 0 to 15"
+    (,a-whole "NUMBER" "15 permits everything" 0 15))
+   ("range:" "ran:" "the addresses for clients"
+    (,a-text "FIRST" "the lowest address") (,a-text "LAST" "the highest address"))
+   ("remark:" "rem:" "a note among the rules" (,a-text "TEXT" "1 to 200 letters"))
+   ("route:" "ro:" "a network, or in `show` an address in it"
+    (,a-text "NETWORK/LENGTH" "such as 10.0.0.0/8"))
+   ("secondary:" "sec:" "a further address of the interface"
+    (,a-text "ADDRESS/LENGTH" "such as 10.0.1.1/24"))
+   ("secret:" "secr:" "the password of the user" (,a-text "TEXT" "6 letters or more"))
+   ("server:" "ser:" "the address of a server" (,a-text "ADDRESS" "of a machine"))
+   ("speed:" "sp:" "megabits per second: 10, 100, 1000" (,a-whole "NUMBER" "10, 100 or 1000"))
+   ("time:" "ti:" "the time of day" (,a-text "HH:MM:SS" "such as 08:30:00"))
+   ("to:" "to:" "the destination: 10.0.0.0/8, 10.0.0.1 or any"
+    (,a-text "NETWORK" "a network, a machine, or any"))
+   ("via:" "vi:" "the next router"
+    (,a-text "ADDRESS" "of a machine in a network of this router"))
+   ("vlan:" "vl:" "a virtual network, 1 to 4094"
+    (,a-whole "NUMBER" "of the virtual network" 1 4094))
+   ("zone:" "zo:" "the time zone, hours ahead of UTC"
+    (,a-text "NAME" "such as JST") (,a-whole "HOURS" "ahead of UTC" -12 14))))
 
 ;; A one-character word is recognised without blanks around it: `show ?`, and `sh?` as well.
-(define question-mark (check-id (clui-token parser #\?) "?"))
-(hash-set! words "?" (list question-mark "" "lists the words that can come next"))
+(define question-mark (clui-token parser #\?))
+(add-word! "?" question-mark "lists the words that can come next")
+
+;; What a value can be, for a terminal that completes it. Names change while the router is
+;; configured, so they are given by procedures.
+(define (names-in table)
+  (lambda (typed) (sort (map car (setting table)) string<?)))
+
+(define (numbers-of kind)
+  (lambda (typed)
+    (filter-map (lambda (each) (and (eq? (caar each) kind) (number->string (cdar each))))
+                (interfaces))))
+
+(for-each
+ (lambda (row) (argument-values parser (id-of (first row)) 1 (second row)))
+ `(("community:" ,(names-in 'communities))
+   ("ethernet:" ,(numbers-of 'ethernet))
+   ("file:" files)
+   ("from:" ("any"))
+   ("in:" ,(names-in 'lists))
+   ("list:" ,(names-in 'lists))
+   ("loopback:" ,(numbers-of 'loopback))
+   ("name:" ,(names-in 'users))
+   ("out:" ,(names-in 'lists))
+   ("pool:" ,(names-in 'pools))
+   ("speed:" ("10" "100" "1000"))
+   ("to:" ("any"))
+   ("vlan:" ,(numbers-of 'vlan))))
 
 ;;; 2. Commands ----------------------------------------------------------------------------------
 ;;;
