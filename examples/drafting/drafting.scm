@@ -31,11 +31,18 @@
 (define a-whole 3)
 (define a-point 4)
 
-;; Declares a word. For a word that already exists clui-token returns 0, which no syntax can
+;; Declares a word with its help text. What follows is its arguments, or its shortest accepted form.
+;; An argument is a list of its type, its name, a text, and for a number the range if it has one. A
+;; terminal shows all this. For a word that already exists clui-token returns 0, which no syntax can
 ;; contain.
-(define (word name . more)
-  (let ((id (apply clui-token parser name more)))
+(define (word name text . more)
+  (let ((id (apply clui-token parser name
+                   (map (lambda (each) (if (pair? each) (first each) each)) more)))
+        (arguments (filter pair? more)))
     (if (zero? id) (error "this word cannot be added:" name))
+    (word-help parser id text)
+    (for-each (lambda (argument k) (apply argument-help parser id k (cdr argument)))
+              arguments (iota (length arguments) 1))
     id))
 
 ;; Another name for the same word: it has the same id, so every syntax that accepts one accepts
@@ -44,69 +51,112 @@
   (if (zero? (apply clui-token parser id name more))
       (error "this word cannot be added:" name)))
 
-;; Words that start a shape with a position, and words that continue from there.
-(define point: (word "point:" a-number a-number))
-(define line: (word "line:" a-number a-number))
-(define polyline: (word "polyline:" a-number a-number))
-(define rect: (word "rect:" a-number a-number))
-(define circle: (word "circle:" a-number a-number))
-(define arc: (word "arc:" a-number a-number))
-(define wall: (word "wall:" a-number a-number))
-(define door: (word "door:" a-number a-number))
-(define window: (word "window:" a-number a-number))
-(define stairs: (word "stairs:" a-number a-number))
-(define dimension: (word "dimension:" a-number a-number))
-(define to: (word "to:" a-number a-number))
-(define by: (word "by:" a-number a-number))
-(define at: (word "at:" a-number a-number))
-(define radius: (word "radius:" a-number))
-(define angles: (word "angles:" a-number a-number))
-(define steps: (word "steps:" a-whole))
-(define off: (word "off:" a-number))
+(define an-x (list a-number "X" "to the right, in units"))
+(define a-y (list a-number "Y" "upwards, in units"))
+(define a-dx (list a-number "DX" "to the right, in units"))
+(define a-dy (list a-number "DY" "upwards, in units"))
 
-;; The second text of such a word is its shortest accepted form.
-(define end-word (word "end"))
-(define close-word (word "close" "cl"))
-(define left-word (word "left" "le"))
-(define right-word (word "right" "ri"))
-(define sliding-word (word "sliding" "sl"))
-(define open-word (word "open" "op"))
+;; Words that start a shape with a position, and words that continue from there.
+(define point: (word "point:" "a dot" an-x a-y))
+(define line: (word "line:" "a line between two places" an-x a-y))
+(define polyline: (word "polyline:" "a line through several places, until end or close" an-x a-y))
+(define rect: (word "rect:" "a rectangle between two corners" an-x a-y))
+(define circle: (word "circle:" "a circle around a place" an-x a-y))
+(define arc: (word "arc:" "a part of a circle around a place" an-x a-y))
+(define wall: (word "wall:" "a wall through several places, until end or close" an-x a-y))
+(define door: (word "door:" "a door between two places of a wall" an-x a-y))
+(define window: (word "window:" "a window between two places of a wall" an-x a-y))
+(define stairs: (word "stairs:" "stairs that fill a rectangle" an-x a-y))
+(define dimension: (word "dimension:" "the distances between places, until off:" an-x a-y))
+(define to: (word "to:" "the next place" an-x a-y))
+(define by: (word "by:" "the next place, relative to the previous one" a-dx a-dy))
+(define at: (word "at:" "where it is drawn" an-x a-y))
+(define radius: (word "radius:" "of the circle" (list a-number "RADIUS" "in units, more than 0")))
+(define angles:
+  (word "angles:" "where an arc begins and ends"
+        (list a-number "BEGIN" "degrees, counter-clockwise from the right")
+        (list a-number "END" "degrees, at most 360 more")))
+(define steps: (word "steps:" "of the stairs" (list a-whole "COUNT" "of steps" 2 100)))
+(define off: (word "off:" "draws the dimension" (list a-number "DISTANCE" "of its line, in units")))
+
+;; A text after the arguments is the shortest accepted form.
+(define end-word (word "end" "ends the line or wall"))
+(define close-word (word "close" "ends it where it began" "cl"))
+(define left-word (word "left" "hinged, opens to the left" "le"))
+(define right-word (word "right" "hinged, opens to the right" "ri"))
+(define sliding-word (word "sliding" "a sliding door" "sl"))
+(define open-word (word "open" "an opening without a door" "op"))
 
 ;; Arguments beyond the declared ones are read as strings. That is how a word gets optional
-;; arguments: `text: "one line", "another"`, `place: chair, 90`.
-(define text: (word "text:" a-string))
-(define place: (word "place:" a-string))
+;; arguments: `text: "one line", "another"`, `place: chair, 90`. They can have help, too.
+(define text: (word "text:" "lines of text" (list a-string "LINE" "the first line")))
+(argument-help parser text: 2 "LINE" "one more line, if wanted")
+(define place: (word "place:" "a copy of a group" (list a-string "GROUP" "one that was finished")))
+(argument-help parser place: 2 "DEGREES" "turns the copy, if wanted" -360 360)
 
-(define undo-word (word "undo" "un"))
-(define done-word (word "done" "do"))
-(define title: (word "title:" a-string))
-(define scale: (word "scale:" a-number))
-(define margin: (word "margin:" a-point))
-(define save: (word "save:" a-string))
-(define record: (word "record:" a-string))
-(define stop-recording-word (word "stop-recording"))
-(define play: (word "play:" a-string))
-(define alias: (word "alias:" a-string a-string))
-(define unalias: (word "unalias:" a-string))
+(define undo-word (word "undo" "removes the last shape" "un"))
+(define done-word (word "done" "ends the group" "do"))
+(define title: (word "title:" "names the drawing" (list a-string "TITLE" "of the SVG file")))
+(define scale:
+  (word "scale:" "sets the scale" (list a-number "N" "the scale is 1 to N" 0.1 100000)))
+(define margin:
+  (word "margin:" "sets the margin" (list a-point "X,Y" "left and right, above and below, in mm")))
+(define save: (word "save:" "writes the drawing" (list a-string "FILE" "the SVG file")))
+(define record: (word "record:" "records what is typed" (list a-string "FILE" "for play:")))
+(define stop-recording-word (word "stop-recording" "ends the recording"))
+(define play: (word "play:" "draws a recording again" (list a-string "FILE" "written by record:")))
+(define alias:
+  (word "alias:" "another name for words"
+        (list a-string "NAME" "of the alias") (list a-string "WORDS" "what it is replaced by")))
+(define unalias: (word "unalias:" "removes an alias" (list a-string "NAME" "of the alias")))
 
 ;; Settings and other words that work anywhere.
-(define group: (word "group:" a-string a-number a-number))
-(define layer: (word "layer:" a-string))
-(define colour: (word "colour:" a-string))
-(define pen: (word "pen:" a-number))
-(define dash: (word "dash:" a-string))
-(define fill: (word "fill:" a-string))
-(define pattern: (word "pattern:" a-string))
-(define unit: (word "unit:" a-number))
-(define origin: (word "origin:" a-point))
-(define turn: (word "turn:" a-number))
-(define thickness: (word "thickness:" a-number))
-(define round: (word "round:" a-number))
-(define letters: (word "letters:" a-number))
-(define align: (word "align:" a-string))
-(define where-word (word "where" "wh"))
-(define cancel-word (word "cancel" "can"))
-(define help-word (word "help" "he"))
+(define group:
+  (word "group:" "begins a group, until done" (list a-string "NAME" "for place:") an-x a-y))
+(define layer: (word "layer:" "draws on another layer" (list a-string "NAME" "made if it is new")))
+(define colour:
+  (word "colour:" "of lines on this layer"
+        (list a-string "COLOUR" "a name, or such as \"#c49a6c\"")))
+(define pen: (word "pen:" "the width of lines on this layer" (list a-number "WIDTH" "in mm" 0 20)))
+(define dash: (word "dash:" "the kind of lines on this layer" (list a-string "KIND" "of line")))
+(define fill:
+  (word "fill:" "the colour inside shapes on this layer" (list a-string "COLOUR" "or none")))
+(define pattern:
+  (word "pattern:" "the pattern inside shapes on this layer" (list a-string "KIND" "of pattern")))
+(define unit: (word "unit:" "what lengths mean" (list a-number "LENGTH" "in mm" 0.001 1e6)))
+(define origin:
+  (word "origin:" "the place 0,0 from now on" (list a-point "X,Y" "in mm, from the first one")))
+(define turn:
+  (word "turn:" "turns what is drawn from now on" (list a-number "DEGREES" "to the left" -360 360)))
+(define thickness:
+  (word "thickness:" "of walls" (list a-number "WIDTH" "in units, more than 0")))
+(define round:
+  (word "round:" "of the corners of rectangles" (list a-number "RADIUS" "in units" 0 1e6)))
+(define letters: (word "letters:" "the height of texts" (list a-number "HEIGHT" "in mm" 0.5 200)))
+(define align:
+  (word "align:" "the side of a text at its place" (list a-string "SIDE" "left, middle or right")))
+(define where-word (word "where" "shows the settings" "wh"))
+(define cancel-word (word "cancel" "drops the unfinished command" "can"))
+(define help-word (word "help" "lists the words and their arguments" "he"))
+
+;; What a string can be, for a terminal that completes it. A procedure is called for each question,
+;; since layers and groups are made while drawing.
+(define sides '("left" "middle" "right"))
+
+(define (names-of table) (delete-duplicates (sort (map car table) string<?)))
+
+(for-each
+ (lambda (row) (argument-values parser (first row) 1 (second row)))
+ `((,place: ,(lambda (typed) (names-of library)))
+   (,layer: ,(lambda (typed) (names-of layers)))
+   (,colour: ,(map car palette))
+   (,fill: ,(cons "none" (map car palette)))
+   (,dash: ,(map car dashes))
+   (,pattern: ,patterns)
+   (,align: ,sides)
+   (,save: files)
+   (,record: files)
+   (,play: files)))
 
 (also colour: "color:" a-string)
 (also wall: "壁:" a-number a-number)
@@ -322,7 +372,7 @@
 (define (change-letters! height)
   (change-setting! set-settings-letters (within "the height of letters" 0.5 height 200)))
 (define (change-align! name)
-  (change-setting! set-settings-align (choice-of "alignment" name '("left" "middle" "right"))))
+  (change-setting! set-settings-align (choice-of "alignment" name sides)))
 
 ;; A group pushes a frame: the words that follow start new commands, even when a command below is
 ;; unfinished. `done` pops the frame, and the command below continues. Both frames use the same

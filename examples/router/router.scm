@@ -237,7 +237,7 @@
 (define (names-in table)
   (lambda (typed) (sort (map car (setting table)) string<?)))
 
-(define (numbers-of kind)
+(define (interface-numbers kind)
   (lambda (typed)
     (filter-map (lambda (each) (and (eq? (caar each) kind) (number->string (cdar each))))
                 (interfaces))))
@@ -245,18 +245,18 @@
 (for-each
  (lambda (row) (argument-values parser (id-of (first row)) 1 (second row)))
  `(("community:" ,(names-in 'communities))
-   ("ethernet:" ,(numbers-of 'ethernet))
+   ("ethernet:" ,(interface-numbers 'ethernet))
    ("file:" files)
    ("from:" ("any"))
    ("in:" ,(names-in 'lists))
    ("list:" ,(names-in 'lists))
-   ("loopback:" ,(numbers-of 'loopback))
+   ("loopback:" ,(interface-numbers 'loopback))
    ("name:" ,(names-in 'users))
    ("out:" ,(names-in 'lists))
    ("pool:" ,(names-in 'pools))
    ("speed:" ("10" "100" "1000"))
    ("to:" ("any"))
-   ("vlan:" ,(numbers-of 'vlan))))
+   ("vlan:" ,(interface-numbers 'vlan))))
 
 ;;; 2. Commands ----------------------------------------------------------------------------------
 ;;;
