@@ -30,11 +30,11 @@ YcluiLex::YcluiLex()
   if (variableTable == nullptr) cluiFatal(YErrNoVariableTable);
 }
 
-YcluiLex::YcluiLex(const YcluiLex& shared, Trial /*tag*/)
+YcluiLex::YcluiLex(const YcluiLex* shared, Trial /*tag*/)
     : ownsWords(false), lineBuffer(FirstCapacity), argIntroducers(":"), argSeparators(",") {
-  if (!shared.usable()) return;
-  variableTable = new (std::nothrow) YcluiVariableTable(shared.variableTable);
-  if (variableTable != nullptr) wordTable = shared.wordTable;
+  if (shared == nullptr || !shared->usable()) return;
+  variableTable = new (std::nothrow) YcluiVariableTable(shared->variableTable);
+  if (variableTable != nullptr) wordTable = shared->wordTable;
 }
 
 void YcluiLex::beginTrial(const YcluiLex& shared) {

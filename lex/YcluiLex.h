@@ -192,10 +192,10 @@ class YQRT_API YcluiLex {
   const YDictionary* variables() const;
 
  protected:
-  // A lexer with the words and the variables of another one, which must outlive it. It declares no
-  // words, and the variables that its texts set are its own.
+  // A lexer with the words and the variables of another one, which must outlive it; without any for
+  // null. It declares no words, and the variables that its texts set are its own.
   struct Trial {};
-  YcluiLex(const YcluiLex& shared, Trial /*tag*/);
+  YcluiLex(const YcluiLex* shared, Trial /*tag*/);
   // Discards these variables and the texts, and takes over new delimiters.
   void beginTrial(const YcluiLex& shared);
 

@@ -3,7 +3,7 @@
 #include "foundation/YcluiLimits.h"
 #include "parser/YcluiParserCore.h"
 
-YcluiTrial::YcluiTrial(const YcluiParserCore& core) : core_(core), lexer_(*core.lexer) {}
+YcluiTrial::YcluiTrial(const YcluiParserCore& core) : core_(core), lexer_(core.lexer.get()) {}
 
 void YcluiTrial::begin(std::string_view text) {
   const YcluiLineParser* frame = core_.frames.current();

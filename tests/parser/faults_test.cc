@@ -14,6 +14,7 @@
 
 #include "foundation/YErr.h"
 #include "gtest/gtest.h"
+#include "parser/YcluiPreview.h"
 #include "tests/parser/CommandLine.h"
 #include "tests/support/allocations.h"
 #include "tests/support/words.h"
@@ -58,6 +59,10 @@ void Run() {
   YString completed;
   unsigned long unique = 0;
   parser.possibleWords(words);
+  YcluiPreview preview(parser);
+  preview.read("put: 5, \"a value\" twice ${v}=6 go put: ${v}, ");
+  preview.at(3);
+  preview.findCandidates();
   parser.completionString("", completed, unique);
   Writer::write(std::to_string(words.size()) + completed.buffer);
   parser.shutLogging();

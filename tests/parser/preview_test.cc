@@ -127,8 +127,8 @@ std::string DumpTyping(YcluiPreview& preview, std::string text) {
   const int count = preview.findCandidates();
   for (int i = 0; i < count; ++i) {
     const YcluiCandidate& candidate = preview.candidate(i);
-    dump += std::string(" ") + candidate.name +
-            std::string("\0*=$" + candidate.kind, candidate.kind == 0 ? 0 : 1);
+    const char* const marks[] = {"", "*", "=", "$"};
+    dump += std::string(" ") + candidate.name + marks[candidate.kind];
   }
   return dump + (typing.isSupposed ? " ?" : "");
 }
