@@ -2,6 +2,7 @@
 
 #include "bench/DraftingParser.h"
 #include "bench/scale/Rows.h"
+#include "parser/YcluiPreview.h"
 #include "tests/support/WorkingFolder.h"
 
 namespace {
@@ -35,6 +36,16 @@ Work OneLoggedText(long bytes, long times) {
   const auto parser = std::make_shared<DraftingParser>();
   parser->startLogging(("text" + std::to_string(bytes)).c_str(), 0);
   return TextWork(parser, bytes, times);
+}
+
+Work Previewed(long bytes, long times) {
+  const auto parser = std::make_shared<DraftingParser>();
+  const auto preview = std::make_shared<YcluiPreview>(*parser);
+  const auto text = std::make_shared<const DraftingText>(bytes);
+  return ForEachPiece(times, [parser, preview, text] {
+    preview->read(text->text.c_str());
+    return preview->firstRefused() < 0 && !preview->leavesCommand();
+  });
 }
 
 constexpr const char* PlayedLine = "rectangle:12,5 to:7,8 layer:\"walls\" \n";
@@ -111,6 +122,7 @@ std::vector<Row> TextRows() {
   return {
       {"one text of plain commands", "byte", 10000, 10000000, &OneText},
       {"one text, with a log", "byte", 10000, 1000000, &OneLoggedText},
+      {"one text previewed", "byte", 10000, 10000000, &Previewed},
       {"a log played back", "line", 100, 100000, &Playback},
       {"the same lines without a file", "line", 100, 100000, &LinesWithoutFile},
       {"a played line, all comment", "byte", 10000, 1000000,

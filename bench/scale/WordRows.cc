@@ -90,6 +90,42 @@ struct WordParser final : YcluiParser {
   }
 };
 
+// Every word is read once. The first one has been read before, so that the list of what can begin a
+// command is cached.
+struct FirstUses {
+  FirstUses(long words, long languages)
+      : parsers(static_cast<std::size_t>(languages)), size(words) {
+    for (long i = 0; i < words; ++i) lines.push_back("w" + Syllables(i) + "\n");
+    std::shuffle(lines.begin(), lines.end(), std::minstd_rand(1));
+  }
+
+  std::vector<std::unique_ptr<WordParser>> parsers;
+  long size;
+  std::vector<std::string> lines;
+
+  void renew() {
+    constexpr int VisitsUntilCached = 3;
+    for (auto& parser : parsers) {
+      parser = std::make_unique<WordParser>(size);
+      for (int i = 0; i < VisitsUntilCached; ++i) parser->interpret(lines.front().c_str());
+    }
+  }
+  bool read() {
+    bool isRight = true;
+    for (auto& parser : parsers) {
+      for (const std::string& line : lines) {
+        isRight = parser->interpret(line.c_str()) == 1 && isRight;
+      }
+    }
+    return isRight;
+  }
+};
+
+Work UsedFirst(long words, long languages) {
+  const auto all = std::make_shared<FirstUses>(words, languages);
+  return {[all] { return all->read(); }, [all] { all->renew(); }};
+}
+
 Work CommonPrefix(long words, long times) {
   return ForEachPiece(times, [parser = std::make_shared<WordParser>(words)] {
     YString completed;
@@ -117,6 +153,7 @@ std::vector<Row> WordRows() {
        [](long words, long times) { return LookedUp(words, times, "-l", true); }},
       {"unknown words", "word", 100, 10000,
        [](long words, long times) { return LookedUp(words, times, "-lines", false); }},
+      {"words read for the first time", "word", 100, 10000, &UsedFirst},
       {"the common prefix of candidates", "word", 100, 10000, &CommonPrefix},
       {"candidates listed", "word", 100, 10000, &Listed},
   };
