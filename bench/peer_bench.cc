@@ -33,6 +33,7 @@ constexpr int Turns = 7;
 
 constexpr const char* Memory = "peak memory beyond that of the loop, kB";
 constexpr const char* Reading = "a line, ns";
+constexpr const char* Previewing = "a line previewed, ns";
 constexpr const char* Unknown = "a line refused for an unknown word, ns";
 constexpr const char* Misplaced = "a line refused for a word not allowed there, ns";
 constexpr const char* Building = "building and destroying, ns a command";
@@ -85,6 +86,8 @@ class PeerBench {
   }
   // The greatest ratio of two kinds in a row, at any size from `least` on.
   double greatestRatio(const char* row, const char* kind, const char* toKind, int least = 0) const;
+  // The greatest ratio of a line that is previewed to one that is read, at any size.
+  double previewInLines() const;
   void checkCompletion();
 };
 
@@ -131,6 +134,7 @@ void PeerBench::measureReading(const std::vector<Peers>& peers) {
     p.addReading(tasks, Reading, Spelling::Short, lines_);
     p.addLogging(tasks, Reading, fewLines_);
   }
+  for (const Peers& p : peers) p.addPreviewing(tasks, Previewing, lines_);
   for (const Peers& p : peers) p.addReading(tasks, Unknown, Spelling::Unknown, fewLines_);
   for (const Peers& p : peers) p.addReading(tasks, Misplaced, Spelling::Misplaced, fewLines_);
   measure("peers", tasks);
@@ -183,10 +187,20 @@ double PeerBench::greatestRatio(const char* row, const char* kind, const char* t
   return greatest;
 }
 
+double PeerBench::previewInLines() const {
+  double greatest = 0;
+  for (const int size : sizes_) {
+    const double ratio = MedianRatio(cost(Previewing, Clui, size), cost(Reading, Clui, size));
+    greatest = std::max(greatest, ratio);
+  }
+  return greatest;
+}
+
 bool PeerBench::checkBounds() {
   results_.atMost("a line, in lines of the loop", greatestRatio(Reading, Clui, Loop), 6);
   results_.atMost("a line with 10,000 commands, in lines with 10", growth(Clui), 2);
   results_.atMost("the same in short forms", growth(ShortForms), 2);
+  results_.atMost("a preview of a line, in lines", previewInLines(), 3);
   if (has(Tcl)) {
     results_.atLeast("a line of Tcl, in lines", 1 / greatestRatio(Reading, Clui, Tcl), 2);
   }

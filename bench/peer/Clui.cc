@@ -3,6 +3,7 @@
 
 #include "bench/peer/Implementation.h"
 #include "parser/YcluiParser.h"
+#include "parser/YcluiPreview.h"
 
 namespace {
 
@@ -52,6 +53,15 @@ class Clui : public Implementation {
     return parser_.outcome;
   }
 
+  long preview(const TypedLines& lines) override {
+    long complete = 0;
+    lines.forEach([this, &complete](const char* line, std::size_t) {
+      preview_.read(line);
+      if (preview_.firstRefused() < 0 && !preview_.leavesCommand()) ++complete;
+    });
+    return complete;
+  }
+
   long complete(const char* prefix) override {
     YString_Array words;
     return parser_.completionList(prefix, words);
@@ -65,6 +75,9 @@ class Clui : public Implementation {
 
  protected:
   SwitchParser parser_;
+
+ private:
+  YcluiPreview preview_{parser_};
 };
 
 // Each reading writes a new log into the working folder.

@@ -29,6 +29,9 @@ class Implementation {
     return line.word + (line.isOn ? " on " : " off ") + std::to_string(line.number) + " \"abc\"";
   }
   virtual Outcome read(const TypedLines& lines) = 0;
+  // Previews the lines and returns how many would complete a command, where the implementation has
+  // previews.
+  virtual long preview(const TypedLines& /*lines*/) { return 0; }
   // Makes the list of commands with that prefix and returns their number, which may include
   // commands that are not of the language.
   virtual long complete(const char* /*prefix*/) { return 0; }

@@ -36,6 +36,18 @@ void Peers::addLogging(std::vector<Task>& tasks, const char* row, int lines) con
   tasks.push_back(reading(*withLog_, row, "yqrtClui, with a log", Spelling::Whole, lines));
 }
 
+void Peers::addPreviewing(std::vector<Task>& tasks, const char* row, int count) const {
+  Implementation* implementation = implementations_[1].get();
+  TypedLines typed;
+  for (const Line& line : LinesOf(language_, Spelling::Whole, count)) {
+    typed.add(implementation->typed(line));
+  }
+  const auto size = static_cast<long>(language_.words.size());
+  tasks.push_back({row, Kinds()[1].name, size, static_cast<double>(count), {[=] {
+                     return implementation->preview(typed) == count;
+                   }}});
+}
+
 Task Peers::reading(Implementation& implementation, const char* row, const std::string& kind,
                     Spelling spelling, int count) const {
   const auto lines = LinesOf(language_, spelling, count);

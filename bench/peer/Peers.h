@@ -32,6 +32,8 @@ class Peers {
   void addReading(std::vector<Task>& tasks, const char* row, Spelling spelling, int lines) const;
   // The same by yqrtClui with a log, of kind "yqrtClui, with a log".
   void addLogging(std::vector<Task>& tasks, const char* row, int lines) const;
+  // A unit is a line that yqrtClui previews.
+  void addPreviewing(std::vector<Task>& tasks, const char* row, int lines) const;
   // A unit is a completion after as many letters of a command's word. With `alternating`, each one
   // follows a completion after a command's word, and a unit is both.
   void addCompleting(std::vector<Task>& tasks, const char* row, std::size_t letters,
