@@ -95,7 +95,7 @@ YWord YcluiLex::popString() {
 }
 
 void YcluiLex::forgetOffsets() {
-  faultStart = wordStop = -1;
+  faultOffset_ = wordEnd_ = -1;
   firstSpan = lastSpan = 0;
 }
 

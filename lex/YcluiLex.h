@@ -82,7 +82,7 @@ class YQRT_API YcluiLex {
 
   // Offsets in the current text, in bytes from its start, appended text included: of the token that
   // getNextToken read last, and of the cursor (the length of the text when it is exhausted).
-  std::uint32_t tokenOffset() const { return tokenStart; }
+  std::uint32_t tokenOffset() const { return tokenOffset_; }
   std::uint32_t cursorOffset() const;
   // The text from there on.
   const char* unreadText() const { return cursor == nullptr ? "" : cursor; }
@@ -127,9 +127,9 @@ class YQRT_API YcluiLex {
   // The offset of the word or literal that is invalid: in a string with an invalid variable form
   // that of the form, in a form with an invalid index that of the index, in a point that of the
   // point. For a missing argument the offset at which it was expected. -1 when nothing failed.
-  long faultOffset() const { return faultStart; }
+  long faultOffset() const { return faultOffset_; }
   // The text from that offset on, the empty text when nothing failed.
-  const char* faultText() const { return faultStart < 0 ? "" : lineBuffer.buffer + faultStart; }
+  const char* faultText() const { return faultOffset_ < 0 ? "" : lineBuffer.buffer + faultOffset_; }
   // The index of the argument that failed, from 1; 0 for a word, and for a variable form that is a
   // token.
   int faultArgument() const { return argumentIndex; }
@@ -148,7 +148,7 @@ class YQRT_API YcluiLex {
   }
   // Where the word of the token ends, or the variable form in the place of one. -1 when the token
   // began in another text, and when the word or the form is what failed.
-  long wordEnd() const { return wordStop; }
+  long wordEnd() const { return wordEnd_; }
 
   // --- Words; results and codes are those of YcluiWordTable
 
@@ -264,17 +264,17 @@ class YQRT_API YcluiLex {
   YString argSeparators;   // bytes between arguments, and between the numbers of a point
   YcluiLexBuffer_Stack bufferStack;  // the suspended texts
 
-  YString argStops;              // argSeparators and delimiters
-  std::uint32_t tokenStart = 0;  // see tokenOffset
-  int indexNesting = 0;          // variable forms whose index is being read
-  std::size_t expanded = 0;      // bytes of the current token's strings with variable forms
-  std::size_t replaced = 0;      // bytes of the texts of aliases and references, see beginExpansion
+  YString argStops;  // argSeparators and delimiters
+  std::uint32_t tokenOffset_ = 0;
+  int indexNesting = 0;      // variable forms whose index is being read
+  std::size_t expanded = 0;  // bytes of the current token's strings with variable forms
+  std::size_t replaced = 0;  // bytes of the texts of aliases and references, see beginExpansion
 
-  long faultStart = -1;         // see faultOffset
+  long faultOffset_ = -1;
   char* failed = nullptr;       // start of what a scanner could not read
-  int argumentIndex = 0;        // see faultArgument
+  int argumentIndex = 0;        // of the argument being read, from 1; 0 for the word
   bool afterSeparator = false;  // a separator follows the argument read last
-  long wordStop = -1;           // see wordEnd
+  long wordEnd_ = -1;
   // Argument i is in slot i - 1; firstSpan to lastSpan are valid, none when 0.
   struct Span {
     long begin;
@@ -296,6 +296,7 @@ class YQRT_API YcluiLex {
     return firstSpan != 0 && index >= firstSpan && index <= lastSpan;
   }
   void forgetOffsets();
+  // Records that the argument being read begins at the cursor.
   void noteArgument();
   // The null result of a scanner that fails at `literal`: failAt leaves code and value to the
   // caller, refuse also records the code and makes the value null, refuseKept keeps the value.

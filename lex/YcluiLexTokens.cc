@@ -7,12 +7,12 @@
 #include "lex/YcluiWordTable.h"
 
 YWord YcluiLex::getNextToken(YcluiToken& token) {
-  faultStart = wordStop = -1;
+  faultOffset_ = wordEnd_ = -1;
   if (more() == 0) return 0;
-  tokenStart = cursorOffset();
+  tokenOffset_ = cursorOffset();
   failed = cursor;
   if (readToken(token)) return 1;
-  faultStart = failed - lineBuffer.buffer;
+  faultOffset_ = failed - lineBuffer.buffer;
   return 0;
 }
 
@@ -36,7 +36,7 @@ bool YcluiLex::readToken(YcluiToken& token) {
     cursor = scanWord(cursor, text, announces, argIntroducers.buffer, delimiters.buffer);
     if (cursor == nullptr) return cluiError(YErrEndOfInput) != 0;
   }
-  wordStop = cursor - lineBuffer.buffer;
+  wordEnd_ = cursor - lineBuffer.buffer;
 
   const YcluiKeyword* record = wordTable->findInAnyCase(text);
   if (record == nullptr) return getUnknownWord(token, text, announces);
@@ -60,7 +60,7 @@ bool YcluiLex::mayReplace(std::size_t length) {
 bool YcluiLex::getVariableToken(YcluiToken& token) {
   cursor = TouchVariable(cursor, word);
   if (cursor == nullptr) return false;
-  wordStop = cursor - lineBuffer.buffer;
+  wordEnd_ = cursor - lineBuffer.buffer;
   if (word.tag == YAttribString) {
     token.setType(YcluiTokenAlias);
     token.setID(YcluiIdAlias);
