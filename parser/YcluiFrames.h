@@ -33,7 +33,7 @@ class YcluiFrames {
 
   // Puts an empty frame on top. Returns false when there is no memory for it.
   bool push(const char* prefix);
-  // Removes the top. There must be a frame.
+  // Removes the top. REQUIRES: depth() > 0
   void drop();
   // The top; null without a frame.
   YcluiLineParser* current() const { return stack_.isEmpty() != 0 ? nullptr : stack_.topSlot(); }

@@ -45,7 +45,7 @@ class YcluiParserCore final : private YcluiPlayback::Input {
     YcluiParserCore& core_;
   };
 
-  // The operations of the same names; success is true. `interpret` needs a frame.
+  // The operations of the same names; success is true. REQUIRES, for `interpret`: a frame.
   int interpret(const char* text);
   bool pushToken(YcluiToken& token);
   bool pushToken(const char* text);

@@ -16,7 +16,7 @@ class YcluiWorkToken {
   YcluiWorkToken& operator=(const YcluiWorkToken&) = delete;
   ~YcluiWorkToken();
 
-  // Whether there was memory for the token. If not, only isOpen and dropOpen may be called.
+  // Whether there was memory for the token. All operations but isOpen and dropOpen require it.
   bool exists() const { return token_ != nullptr; }
   const YcluiToken& operator*() const { return *token_; }
   const YcluiToken* operator->() const { return token_; }

@@ -28,7 +28,8 @@ class YQRT_API YcluiChangeCount {
   // Counts a change in every counter of the process.
   static void NoteEverywhere() { ++ChangesEverywhere; }
 
-  // The number of changes so far. It never falls. There must be a counter.
+  // The number of changes so far. It never falls. REQUIRES: there is a
+  // counter.
   std::uint64_t changes() const { return counter_->changes + ChangesEverywhere; }
 
   bool operator==(const YcluiChangeCount& other) const { return counter_ == other.counter_; }
