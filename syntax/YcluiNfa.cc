@@ -74,8 +74,8 @@ const char* TextOfAction(const YcluiSyntaxNode& node) {
   return node.action == nullptr ? nullptr : node.action->buffer;
 }
 
-// The numbers of the nodes that the current operation has visited. It is shared by all walkers,
-// because no operation calls back or is called during another one.
+// The numbers of the nodes that the current search has visited: whoever begins a search clears it.
+// It is shared by all walkers, because no operation calls back or is called during another one.
 thread_local YcluiNodeNotes Notes;
 
 void KeepFirstAndLast(YcluiSyntaxNodeStk& nodes) {
@@ -286,6 +286,7 @@ int YcluiNfa::endsAfter(YcluiSyntaxNode* node) {
   return *Notes.find(node);
 }
 
+// REQUIRES: the passable successors of the node are in Notes.
 int YcluiNfa::sumOfEnds(const YcluiSyntaxNode& node) {
   int ends = 0;
   for (YcluiSuccessorIterator i(node); i.ring != nullptr && ends < MostEnds; ++i) {
