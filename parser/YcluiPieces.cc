@@ -18,7 +18,7 @@ bool BeginsVariable(std::string_view text) {
   return text.starts_with("${");
 }
 
-// The part of a comment or of white space at the start of the text; 0 for anything else.
+// The length of the white space, or of the comment, with which the text begins; 0 without one.
 std::size_t LengthOfBlank(std::string_view text) {
   const auto isBlank = [](char byte) { return YIsWhiteSpace(byte); };
   return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isBlank) -

@@ -52,7 +52,7 @@ struct YcluiPiece {
 enum YcluiTextEnding : std::uint32_t {
   YcluiEndsWhole = 0,       // after a token, or nothing could be read
   YcluiEndsInQuote = 1,     // in a string without its closing quote
-  YcluiEndsInEscape = 2,    // after a backslash, which takes the next byte, outside quotes
+  YcluiEndsInEscape = 2,    // after a backslash, which escapes the next byte, outside quotes
   YcluiEndsInToken = 3,     // arguments are missing, which may be in the next text
   YcluiEndsAfterComma = 4,  // after a separator where the lexer misses an argument now
   YcluiEndsInPoint = 5,     // after the first number of a point
