@@ -41,7 +41,9 @@ TEST(Completion, TheCachedListIsUpToDate) {
                      nullptr, id);
     syntax->insertOr(new YcluiSyntaxNode(id));
   };
-  for (unsigned id = 1; id <= 60; ++id) add(id % 50 + 1);  // some twice
+  // A command is the word 1 and one of fifty, of which ten have two nodes; or a word of 61 to 66
+  // and one of about forty. So the first list is short and the others are long.
+  for (unsigned id = 1; id <= 60; ++id) add(id % 50 + 1);
   syntax->insertAnd(new YcluiSyntaxNode(1));
   for (unsigned first = 61; first <= 66; ++first) {
     words.addKeyword(("go" + std::to_string(first)).c_str(), nullptr, first);
@@ -73,8 +75,10 @@ TEST(Completion, TheCachedListIsUpToDate) {
     }
     return list;
   };
+  // Goes to the state after that word, 0 for the beginning.
   const auto enter = [&](unsigned first) {
-    parser.reset(), walker.reset();
+    parser.reset();
+    walker.reset();
     if (first == 0) return;
     parser.interpret(first == 1 ? "abh1" : ("go" + std::to_string(first)).c_str());
     walker.stepNext(first);
