@@ -97,7 +97,7 @@ class YQRT_API YcluiParser {
   // destroyed through this class.
   ~YcluiParser();
 
-  // Input.
+  // --- Input
 
   // Reads the text that is still unread from previous calls, then this text. Returns the number of
   // tokens for which pushToken returned 1; an alias counts as one token, whatever its text does.
@@ -154,8 +154,10 @@ class YQRT_API YcluiParser {
   // token.
   int lastArgumentOffset(int index) const;
 
-  // Tokens of the current frame. Pointers to tokens and texts are valid until the frame changes; a
-  // pointer to a token is null when there is none.
+  // --- Tokens of the current frame
+
+  // Pointers to tokens and texts are valid until the frame changes; a pointer to a token is null
+  // when there is none.
 
   const YcluiToken* currentToken() const;        // the last one
   const YcluiToken* tokenAt(YWord index) const;  // from 0
@@ -185,7 +187,7 @@ class YQRT_API YcluiParser {
   // Writes each token of the frame as "[word]." and then one end of line.
   void dmpCommandLine(std::ostream& out) const;
 
-  // Syntax.
+  // --- Syntax
 
   // Takes ownership of the graph, removes all frames and pushes an empty one. Unread text is
   // matched against the new syntax. Nothing is echoed or logged. The previous graph is destroyed
@@ -199,7 +201,7 @@ class YQRT_API YcluiParser {
   // node. Null is ignored.
   void addIndefiniteNode(YcluiSyntaxNode* node);
 
-  // Frames, by which one command interrupts another. All frames walk the same graph.
+  // --- Frames, by which one command interrupts another; all frames walk the same graph
 
   // Puts an empty frame on top, with the whole line of the one below as its prefix; echoes and logs
   // nothing. Returns 0 with YErrNoMemory, as YErrFatal, when there is no memory for it.
@@ -210,8 +212,10 @@ class YQRT_API YcluiParser {
   // The number of frames.
   int nestingDepth() const;
 
-  // Callbacks. Each setter stores the function with its data and returns the previous function.
-  // Null removes it.
+  // --- Callbacks
+
+  // Each setter stores the function with its data and returns the previous function. Null removes
+  // it.
 
   YcluiTokProc setTokCallback(YcluiTokProc proc, void* data);
   YcluiTokRefuseProc setTokRefuseCallback(YcluiTokRefuseProc proc, void* data);
@@ -227,6 +231,8 @@ class YQRT_API YcluiParser {
   // Syntax callbacks are always called.
   void enableEcho(YWord flag);
 
+  // --- Words and variables
+
   // The lexer, which holds words, aliases and variables; null when there was no memory for it. The
   // parser owns it.
   YcluiLex* lex() const;
@@ -237,7 +243,9 @@ class YQRT_API YcluiParser {
   YWord setVariable(const char* name, const YAttribValue& value, YWord index);
   YWord setVariable(const char* name, YWord count, const YAttribValue* values);
 
-  // The log, a text file of the tokens, accepted or not, each followed by a blank. Each reset and
+  // --- The log
+
+  // A text file of the tokens, accepted or not, each followed by a blank. Each reset and
   // each popFrame ends a line, and so does a text after which more than YcluiLongestLogLine bytes
   // were written since the last such break. Every token is flushed.
 
@@ -257,7 +265,9 @@ class YQRT_API YcluiParser {
   // Sets how playbacks are logged; YcluiLogNestSilent at first.
   void nestStyle(YcluiLogNestStyle style);
 
-  // Playback: the lines of a log are given to `interpret` one by one, with all the effects of typed
+  // --- Playback
+
+  // The lines of a log are given to `interpret` one by one, with all the effects of typed
   // text. A line may start another playback, which ends before the next line is read.
 
   // Plays the file to its end or to a pause and returns 1. Returns 0 and records
@@ -304,10 +314,12 @@ class YQRT_API YcluiParser {
   // for the rest of the outer text.
   YWord isAliasRun() const;
 
+  // --- Help and completion
+
   // What hosts show about words and their arguments. Valid until the parser is destroyed.
   YcluiHelp& help() const;
 
-  // Completion, from the state of the current frame. Nothing here records a code.
+  // Completion is from the state of the current frame. It records no code.
   //
   // The first request in a state of the walker costs the number of words that can come next. The
   // second one sorts them. Further requests cost the number of words that they find, until the
@@ -332,7 +344,9 @@ class YQRT_API YcluiParser {
   // it. The function must not call the parser.
   void eachPossibleWord(const char* prefix, YcluiWordProc report, void* data) const;
 
-  // Deletion by scripts, even from a command of the parser itself. A condemned parser is in the
+  // --- The mortuary, and the live parsers
+
+  // For deletion by scripts, even from a command of the parser itself. A condemned parser is in the
   // mortuary and works as before until CleanupMortuary destroys it. It must be a YcluiParser made
   // by new. One of a derived class is only removed from the mortuary, and its host destroys it.
 
