@@ -70,9 +70,8 @@ class YQRT_API YErrAside {
   YErrAside& operator=(const YErrAside&) = delete;
   ~YErrAside() { YErr.aside_ = outer_; }
 
-  // The latest code since `clear`, YErrNothing without one.
+  // The latest code, YErrNothing without one.
   unsigned int code() const { return code_; }
-  void clear() { code_ = YErrNothing; }
 
  private:
   friend class YErrManager;

@@ -5,14 +5,11 @@
 #include "foundation/YAscii.h"
 #include "foundation/YKanji.h"
 #include "foundation/YNumber.h"
+#include "lex/YcluiLexBytes.h"
 
 namespace {
 
 using Verdict = YcluiTrial::Verdict;
-
-bool IsQuote(char byte) {
-  return byte == '"' || byte == '\'';
-}
 
 bool BeginsVariable(std::string_view text) {
   return text.starts_with("${");
