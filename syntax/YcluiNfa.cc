@@ -299,9 +299,8 @@ int YcluiNfa::sumOfEnds(const YcluiSyntaxNode& node) {
 
 // Makes a step that is not cached completely, and completes `step` unless it is null.
 YcluiSyntaxNode* YcluiNfa::walk(std::uint32_t tokenId, YcluiCachedStep* step) {
-  if (step != nullptr && step->isSingle) {
-    matchedNodes.clear();
-    matchedNodes.push(step->node);
+  if (step != nullptr) {
+    steps().getMatches(*step, matchedNodes);
   } else {
     findMatches(tokenId);
   }

@@ -54,7 +54,7 @@ YcluiWalkState* YcluiStepCache::learn(const YcluiPlace& place, const YcluiSyntax
   addUse(steps + nodes);
   if (isFull_) return nullptr;
   YcluiWalkState& state = makeState(steps, nodes);
-  for (int i = 0; i < matches.count(); ++i) add(state, matches.at(i));
+  for (int i = matches.count(); i > 0; --i) add(state, matches.at(i - 1));
   store(state, place);
   return &state;
 }
@@ -80,12 +80,11 @@ YcluiWalkState& YcluiStepCache::makeState(std::uint32_t steps, std::uint32_t nod
   return *state;
 }
 
-// Of several matches of one id, the last one accepts the token.
+// Adds the matches from the last to the first: of several of one id, the last accepts the token.
 void YcluiStepCache::add(YcluiWalkState& state, YcluiSyntaxNode* match) {
   YcluiCachedStep* step = state.step(match->tokenId);
   if (step != nullptr) {
-    step->isSingle = false;
-    step->node = match;
+    addEarlier(*step, match);
     return;
   }
   const YcluiCachedStep added{.id = match->tokenId, .node = match};
@@ -94,6 +93,34 @@ void YcluiStepCache::add(YcluiWalkState& state, YcluiSyntaxNode* match) {
   } else {
     *state.step(0) = added;  // the first empty one
   }
+}
+
+void YcluiStepCache::addEarlier(YcluiCachedStep& step, YcluiSyntaxNode* match) {
+  if (step.isSingle) {
+    step.isSingle = false;
+    addUse(1);  // the entry; `learn` counted the matches
+    several_.add({&step, makeMatch(step.node, nullptr)});
+  }
+  Several* matches = several(step);
+  matches->first = makeMatch(match, matches->first);
+}
+
+const YcluiStepCache::Match* YcluiStepCache::makeMatch(YcluiSyntaxNode* node, const Match* next) {
+  return new (memory_.take(sizeof(Match))) Match{node, next};
+}
+
+YcluiStepCache::Several* YcluiStepCache::several(const YcluiCachedStep& step) {
+  return several_.find(Several{&step}.hash(),
+                       [&step](const Several& matches) { return matches.step == &step; });
+}
+
+void YcluiStepCache::getMatches(const YcluiCachedStep& step, YcluiSyntaxNodeStk& matches) {
+  matches.clear();
+  if (step.isSingle) {
+    matches.push(step.node);
+    return;
+  }
+  for (const Match* i = several(step)->first; i != nullptr; i = i->next) matches.push(i->node);
 }
 
 void YcluiStepCache::store(YcluiWalkState& state, const YcluiPlace& place) {
@@ -127,6 +154,7 @@ void YcluiStepCache::clear() {
   singles_.clear();
   lists_.clear();
   manySteps_.clear();
+  several_.clear();
   memory_.clear();
   used_ = 0;
   isFull_ = false;

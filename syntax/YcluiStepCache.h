@@ -69,8 +69,9 @@ struct YcluiPlace {
 //   - The first visit of a place that is a single node is only recorded, since most places of a
 //     large syntax are visited once. The second visit makes a state. A place that is a list gets a
 //     state at its first visit.
-//   - A state has the accepting node of every token from the start. Where the step leads, and
-//     whether it ends the line, is added when the walker makes the step for the first time.
+//   - A state has the matches of every token from the start, so that the first step with a token
+//     does not search them again. Where the step leads, and whether it ends the line, is added when
+//     the walker makes the step for the first time.
 //   - The walker reports every node that it reads. A change of such a node, or of the end of the
 //     graph, empties the cache.
 //   - The memory is limited in proportion to the number of nodes read. When the cache is full, it
@@ -97,6 +98,10 @@ class YcluiStepCache {
   // token nodes that a step from there visits, whatever the token, in their order. Returns null
   // when the cache is full.
   YcluiWalkState* learn(const YcluiPlace& place, const YcluiSyntaxNodeStk& matches);
+
+  // Sets `matches` to the nodes that match the token of the step, in the order of the `matches` of
+  // `learn`. REQUIRES: the step is of a state of this generation.
+  void getMatches(const YcluiCachedStep& step, YcluiSyntaxNodeStk& matches);
 
   // Copies the text next to the states, so that a step reads it without touching the node. Returns
   // the copy; the text itself when it is null or long or the cache is full.
@@ -125,6 +130,17 @@ class YcluiStepCache {
     bool isEmpty() const { return state == nullptr; }
     std::uint64_t hash() const { return key; }
   };
+  struct Match {
+    YcluiSyntaxNode* node;
+    const Match* next;
+  };
+  // The matches of a step that is not single, in their order.
+  struct Several {
+    const YcluiCachedStep* step = nullptr;
+    const Match* first = nullptr;
+    bool isEmpty() const { return step == nullptr; }
+    std::uint64_t hash() const { return reinterpret_cast<std::uintptr_t>(step) >> 4; }
+  };
   struct Successor {
     YcluiSyntaxNode* node = nullptr;
     bool isEmpty() const { return node == nullptr; }
@@ -141,7 +157,8 @@ class YcluiStepCache {
   YHashTable<Single> singles_;  // places that are single nodes
   YHashTable<List> lists_;      // places that are lists
   std::vector<std::unique_ptr<Steps>, YAllocator<std::unique_ptr<Steps>>> manySteps_;
-  YArena memory_;  // of states and texts
+  YHashTable<Several> several_;  // the matches of steps that are not single
+  YArena memory_;                // of states, matches and texts
 
   const YcluiSyntaxNode* successorRoot_ = nullptr;
   std::uint64_t successorChanges_ = 0;
@@ -152,6 +169,9 @@ class YcluiStepCache {
   void addUse(std::uint64_t steps);
   YcluiWalkState& makeState(std::uint32_t steps, std::uint32_t nodes);
   void add(YcluiWalkState& state, YcluiSyntaxNode* match);
+  void addEarlier(YcluiCachedStep& step, YcluiSyntaxNode* match);
+  Several* several(const YcluiCachedStep& step);
+  const Match* makeMatch(YcluiSyntaxNode* node, const Match* next);
   void store(YcluiWalkState& state, const YcluiPlace& place);
   void readSuccessors(const YcluiSyntaxNode& root);
 };

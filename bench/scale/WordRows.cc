@@ -78,13 +78,24 @@ Work LookedUp(long words, long dictionaries, const char* ending, bool isKnown) {
   return {[all, find] { return all->all(find); }};
 }
 
-// Each word is allowed.
+// Each word is allowed. It is a command, or it begins one command with each of the endings.
 struct WordParser final : YcluiParser {
-  explicit WordParser(long words) {
+  explicit WordParser(long words, const std::vector<std::string>& endings = {}) {
+    std::vector<unsigned long> ids;
+    for (const std::string& ending : endings) {
+      ids.push_back(lex()->addKeyword(ending.c_str(), nullptr, 0));
+    }
     auto* allowed = new YcluiSyntaxGraph;
     for (long i = 0; i < words; ++i) {
       const std::string name = "w" + Syllables(i);
-      allowed->insertOr(new YcluiSyntaxNode(lex()->addKeyword(name.c_str(), nullptr, 0)));
+      const unsigned long word = lex()->addKeyword(name.c_str(), nullptr, 0);
+      if (ids.empty()) allowed->insertOr(new YcluiSyntaxNode(word));
+      for (const unsigned long id : ids) {
+        YcluiSyntaxGraph command;
+        command.insertAnd(new YcluiSyntaxNode(id));
+        command.insertAnd(new YcluiSyntaxNode(word));
+        allowed->insertOr(&command);
+      }
     }
     setSyntaxGraph(allowed);
   }
@@ -93,36 +104,39 @@ struct WordParser final : YcluiParser {
 // Every word is read once. The first one has been read before, so that the list of what can begin a
 // command is cached.
 struct FirstUses {
-  FirstUses(long words, long languages)
-      : parsers(static_cast<std::size_t>(languages)), size(words) {
-    for (long i = 0; i < words; ++i) lines.push_back("w" + Syllables(i) + "\n");
+  FirstUses(long words, long languages, const std::vector<std::string>& allEndings)
+      : parsers(static_cast<std::size_t>(languages)), size(words), endings(allEndings) {
+    const std::string ending = endings.empty() ? "" : " " + endings.front();
+    for (long i = 0; i < words; ++i) lines.push_back("w" + Syllables(i) + ending + "\n");
     std::shuffle(lines.begin(), lines.end(), std::minstd_rand(1));
   }
 
   std::vector<std::unique_ptr<WordParser>> parsers;
   long size;
+  std::vector<std::string> endings;
   std::vector<std::string> lines;
 
   void renew() {
     constexpr int VisitsUntilCached = 3;
     for (auto& parser : parsers) {
-      parser = std::make_unique<WordParser>(size);
+      parser = std::make_unique<WordParser>(size, endings);
       for (int i = 0; i < VisitsUntilCached; ++i) parser->interpret(lines.front().c_str());
     }
   }
   bool read() {
     bool isRight = true;
+    const int tokens = endings.empty() ? 1 : 2;
     for (auto& parser : parsers) {
       for (const std::string& line : lines) {
-        isRight = parser->interpret(line.c_str()) == 1 && isRight;
+        isRight = parser->interpret(line.c_str()) == tokens && isRight;
       }
     }
     return isRight;
   }
 };
 
-Work UsedFirst(long words, long languages) {
-  const auto all = std::make_shared<FirstUses>(words, languages);
+Work UsedFirst(long words, long languages, const std::vector<std::string>& endings) {
+  const auto all = std::make_shared<FirstUses>(words, languages, endings);
   return {[all] { return all->read(); }, [all] { all->renew(); }};
 }
 
@@ -153,7 +167,12 @@ std::vector<Row> WordRows() {
        [](long words, long times) { return LookedUp(words, times, "-l", true); }},
       {"unknown words", "word", 100, 10000,
        [](long words, long times) { return LookedUp(words, times, "-lines", false); }},
-      {"words read for the first time", "word", 100, 10000, &UsedFirst},
+      {"words read for the first time", "word", 100, 10000,
+       [](long words, long times) { return UsedFirst(words, times, {}); }},
+      {"words with two commands each, for the first time", "word", 100, 10000,
+       [](long words, long times) {
+         return UsedFirst(words, times, {"on", "off"});
+       }},
       {"the common prefix of candidates", "word", 100, 10000, &CommonPrefix},
       {"candidates listed", "word", 100, 10000, &Listed},
   };

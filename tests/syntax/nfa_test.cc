@@ -222,14 +222,19 @@ void* WalkLargeGraphs(void*) {
     for (int i = 0; i < 3; ++i) EXPECT_NE(walker.stepNext(1), nullptr);
     EXPECT_EQ(walker.possible().empty(), false);
   }
-  // Each of many words once: the first step with a word does not visit the others.
-  std::string words = "1";
-  for (int id = 2; id <= 100000; ++id) words += " | " + std::to_string(id);
+  // Each of many words once: the first step with a word, which begins one command or two, does not
+  // visit the others.
+  std::string words = "1 1";
+  for (int id = 2; id <= 100000; ++id) {
+    const std::string word = " | " + std::to_string(id);
+    words += word + " 1" + (id % 2 == 0 ? word + " 2" : "");
+  }
   const auto language = SyntaxOf(words);
   Walker walker;
   for (unsigned long id = 1; id <= 100000; ++id) {
     walker.syntaxGraph(language.get());
     EXPECT_NE(walker.stepNext(id), nullptr);
+    EXPECT_NE(walker.stepNext(id % 2 == 0 ? 2 : 1), nullptr);
   }
   return nullptr;
 }
