@@ -133,7 +133,6 @@ void YcluiPreviewCore::setVariable(std::size_t begin, std::uint32_t offset) {
 
 // By where the text in front of it ends.
 void YcluiPreviewCore::describe() {
-  const YcluiToken& token = *trialAt_.token();
   typing.isSupposed = trialAt_.isSupposed();
   const bool isMissing = piecesAt_.missesArgument();
   if (trialAt_.leavesText() && !isMissing) return;
@@ -141,6 +140,7 @@ void YcluiPreviewCore::describe() {
     typing.kind = YcluiTypingWord;
     return;
   }
+  const YcluiToken& token = *trialAt_.token();
   typing.kind = YcluiTypingArgument;
   typing.tokenId = token.id();
   typing.word = token.string();
