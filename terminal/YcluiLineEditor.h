@@ -1,0 +1,105 @@
+// The line that is being typed: what keys do to it, and what a user sees of it.
+
+#ifndef TERMINAL_YCLUILINEEDITOR_H_
+#define TERMINAL_YCLUILINEEDITOR_H_
+
+#include <cstddef>
+#include <string>
+
+#include "foundation/YTypes.h"
+#include "parser/YcluiParser.h"
+#include "parser/YcluiPreview.h"
+#include "terminal/YcluiColours.h"
+#include "terminal/YcluiEditBuffer.h"
+#include "terminal/YcluiHistory.h"
+#include "terminal/YcluiKeys.h"
+#include "terminal/YcluiOfferList.h"
+#include "terminal/YcluiOffers.h"
+#include "terminal/YcluiPicture.h"
+
+// Edits a line for a parser, with a preview of what it means. Nothing is run or changed in the
+// parser. It neither reads from a terminal nor writes to one: keys go in by `handle`, and what is
+// to be seen is asked for by `picture`.
+//
+// A line may contain ends of line: pasted ones, and those that Return puts after a comma.
+class YQRT_API YcluiLineEditor {
+ public:
+  // What a key asks its caller for.
+  enum class Request {
+    None,       // nothing but to show the picture
+    Line,       // the line is finished: it is in text(), and in the history
+    Leave,      // the user wants to leave; what is typed is in the history
+    Interrupt,  // the same, but for another line
+    Suspend,    // to stop the process
+    Clear,      // to clear the screen
+  };
+
+  // Both must outlive it.
+  YcluiLineEditor(const YcluiParser& parser, YcluiHistory& history);
+
+  YcluiColours& colours() { return colours_; }
+  // The second one is shown while a command is half typed.
+  void setPrompts(const std::string& ready, const std::string& open);
+
+  // Begins an empty line, for the parser as it is now.
+  void begin();
+  Request handle(const YcluiKey& key);
+  const std::string& text() const { return buffer_.text(); }
+  // Whether the last key could do nothing.
+  bool rings() const { return rings_; }
+
+  // Prompt, line, cursor and hint.
+  YcluiPicture picture() const;
+  // The rows below the line: a message or the open list, in a window of that width.
+  void addRows(YcluiPicture& picture, std::size_t width, std::size_t room);
+  bool hasRows() const { return !message_.empty() || list_.isOpen(); }
+  // For a terminal that cannot show rows, after they were printed.
+  void dropRows();
+
+ private:
+  const YcluiParser& parser_;
+  YcluiHistory& history_;
+  YcluiColours colours_;
+  YcluiEditBuffer buffer_;
+  YcluiPreview preview_;
+  YcluiOffers offers_;
+  YcluiOfferList list_;
+  std::string ready_ = "> ";
+  std::string open_ = "... ";
+  std::string previewed_;  // the text that the preview has read
+  std::string message_;    // below the line, until the next key
+  bool rings_ = false;
+  bool tabbed_ = false;         // the last key was Tab and could only complete a part
+  std::string hint_;            // after the line
+  bool hintIsText_ = false;     // it can be taken into the line
+  std::size_t unfinished_ = 0;  // what ends there may become a word; npos for none
+
+  // A search through the history.
+  bool searches_ = false;
+  std::string sought_;
+  std::size_t found_ = 0;  // the index of the line
+  std::string before_;     // the text from before
+
+  void preview();
+  void updateHint();
+  void act(bool done) { rings_ = !done; }
+  Request edit(const YcluiKey& key);
+  Request editByName(YcluiKeyName name);
+  Request editByControl(char letter);
+  void editByAlt(char letter);
+  void type(const std::string& bytes);
+  Request finish();
+  Request drop(Request request);
+  bool asksForList(const std::string& bytes);
+  void openList(bool selects);
+  void complete();
+  void takeOffer(std::size_t index);
+  Request chooseFromList(const YcluiKey& key);
+  bool takeHint();
+  void recall(const std::string* line);
+  Request search(const YcluiKey& key);
+  void beginSearch();
+  void seek(std::size_t from, YcluiHistory::Direction direction);
+};
+
+#endif  // TERMINAL_YCLUILINEEDITOR_H_

@@ -1,0 +1,70 @@
+#include "terminal/YcluiMistake.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "foundation/YErrCodes.h"
+#include "terminal/YcluiCodeText.h"
+
+namespace {
+
+constexpr std::size_t MostNamed = 12;
+
+std::string TextOf(const YcluiPiece& piece, const std::string& text) {
+  return "\"" + text.substr(piece.begin, piece.end - piece.begin) + "\"";
+}
+
+// The words that could come, the first ones by name.
+std::string Expected(YcluiOffers& offers) {
+  std::string text;
+  const std::size_t named = std::min(offers.count(), MostNamed);
+  for (std::size_t i = 0; i < named; ++i)
+    text += (i == 0 ? "" : ", ") + std::string(offers.at(i).name);
+  if (named < offers.count()) text += " and " + std::to_string(offers.count() - named) + " more";
+  return text;
+}
+
+std::string WordText(YcluiPreview& preview, YcluiOffers& offers, const std::string& text,
+                     const YcluiPiece& piece) {
+  if (piece.code == YErrInterruptRefused)
+    return TextOf(piece, text) + ": " + YcluiCodeText(piece.code);
+  if (piece.code != YErrNothing) return YcluiCodeText(piece.code);
+  const std::string fault = piece.tokenId == YcluiIdNone
+                                ? "no such word " + TextOf(piece, text)
+                                : TextOf(piece, text) + " is not allowed here";
+  offers.find(preview, text, piece.begin);
+  return offers.empty() ? fault : fault + "; expected " + Expected(offers);
+}
+
+std::string ArgumentText(YcluiPreview& preview, YcluiOffers& offers, const std::string& text,
+                         const YcluiPiece& piece) {
+  offers.find(preview, text, piece.begin);
+  const YcluiTyping& typing = offers.typing();
+  const std::string found = piece.begin == piece.end ? "nothing" : TextOf(piece, text);
+  std::string fault = YcluiCodeText(piece.code);
+  const bool isAsked = piece.code == YErrNotANumber || piece.code == YErrNothing;
+  if (isAsked && typing.kind == YcluiTypingArgument) {
+    fault = std::string("expected ") + YcluiTypeText(typing.type);
+  }
+  if (piece.kind != YcluiPieceOpenQuote) fault += ", found " + found;
+  if (typing.kind != YcluiTypingArgument || typing.word == nullptr) return fault;
+  return "argument " + std::to_string(typing.argument) + " of \"" + typing.word + "\": " + fault;
+}
+
+}  // namespace
+
+int YcluiFirstMistake(const YcluiPreview& preview) {
+  for (int i = 0; i < preview.count(); ++i) {
+    const YcluiPiece& piece = preview.piece(i);
+    const bool isRefused = piece.kind == YcluiPieceRefused || piece.kind == YcluiPieceOpenQuote;
+    if (isRefused && !piece.isSupposed) return i;
+  }
+  return -1;
+}
+
+std::string YcluiMistakeText(YcluiPreview& preview, YcluiOffers& offers, const std::string& text,
+                             int index) {
+  const YcluiPiece piece = preview.piece(index);
+  return piece.argument == 0 ? WordText(preview, offers, text, piece)
+                             : ArgumentText(preview, offers, text, piece);
+}

@@ -1,0 +1,130 @@
+#include "terminal/YcluiOfferList.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "foundation/YCharacters.h"
+#include "terminal/YcluiCells.h"
+
+namespace {
+
+constexpr std::size_t Gap = 2;  // between columns
+// Whether there are help texts is decided by so many offers.
+constexpr std::size_t Sample = 40;
+
+std::size_t WidthOf(const char* name) {
+  const std::size_t length = std::strlen(name);
+  return YCharacters::IsAscii({name, length}) ? length : YcluiCells(name).width();
+}
+
+const char* HeadingOf(YcluiOffers::Group group) {
+  switch (group) {
+    case YcluiOffers::Group::Anywhere:
+      return "anywhere:";
+    case YcluiOffers::Group::Alias:
+      return "aliases:";
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+void YcluiOfferList::open(bool selects) {
+  isOpen_ = true;
+  selects_ = selects;
+  selected_ = firstRow_ = 0;
+  rows_.clear();
+  widest_ = 0;
+  hasHelp_ = false;
+  for (std::size_t i = 0; i < offers_.count(); ++i) {
+    widest_ = std::max(widest_, WidthOf(offers_.nameOf(i)));
+  }
+  for (std::size_t i = 0; i < std::min(Sample, offers_.count()) && !hasHelp_; ++i) {
+    hasHelp_ = !offers_.help(i).empty();
+  }
+}
+
+void YcluiOfferList::next() {
+  selected_ = selected_ + 1 < offers_.count() ? selected_ + 1 : 0;
+}
+
+void YcluiOfferList::previous() {
+  selected_ = (selected_ == 0 ? offers_.count() : selected_) - 1;
+}
+
+void YcluiOfferList::rowDown() {
+  selected_ = std::min(selected_ + columns_, offers_.count() - 1);
+}
+
+void YcluiOfferList::rowUp() {
+  selected_ -= std::min(selected_, columns_);
+}
+
+// Adds the row that begins with the offer `next`, or its heading, and moves `next` on. False after
+// the last offer.
+bool YcluiOfferList::addRow(std::size_t& next) {
+  if (next >= offers_.count()) return false;
+  const YcluiOffers::Group group = offers_.at(next).group;
+  const bool beginsGroup = next == 0 || offers_.at(next - 1).group != group;
+  const bool isHeaded = !rows_.empty() && rows_.back().heading != nullptr;
+  const char* heading = HeadingOf(group);
+  if (beginsGroup && !isHeaded && heading != nullptr) {
+    rows_.push_back({heading, next, 0});
+    return true;
+  }
+  Row row{nullptr, next, 0};
+  while (row.count < columns_ && next < offers_.count() && offers_.at(next).group == group) {
+    ++row.count;
+    ++next;
+  }
+  rows_.push_back(row);
+  return true;
+}
+
+// Makes the rows up to the one with the selection and those that are shown after it.
+void YcluiOfferList::layOut(std::size_t width, std::size_t room) {
+  columns_ = hasHelp_ ? 1 : std::max<std::size_t>(1, (width + Gap - 1) / (widest_ + Gap));
+  rows_.clear();
+  std::size_t next = 0;
+  while (next <= selected_ && addRow(next)) {
+  }
+  const std::size_t row = rows_.empty() ? 0 : rows_.size() - 1;
+  if (row < firstRow_) firstRow_ = row;
+  if (row >= firstRow_ + room) firstRow_ = row + 1 - room;
+  while (rows_.size() < firstRow_ + room && addRow(next)) {
+  }
+}
+
+std::vector<YcluiStyledText> YcluiOfferList::rows(std::size_t width, std::size_t room,
+                                                  const YcluiColours& colours) {
+  std::vector<YcluiStyledText> texts;
+  layOut(width, room);
+  const bool isCut = !rows_.empty() && rows_.back().first + rows_.back().count < offers_.count();
+  if (isCut && room > 1) layOut(width, --room);
+  std::size_t end = 0;
+  for (std::size_t i = firstRow_; i < std::min(rows_.size(), firstRow_ + room); ++i) {
+    texts.push_back(textOf(rows_[i], colours));
+    end = rows_[i].first + rows_[i].count;
+  }
+  if (isCut && end < offers_.count()) {
+    const std::string left = "and " + std::to_string(offers_.count() - end) + " more";
+    texts.emplace_back(left, colours.of(YcluiTextKind::ListHelp));
+  }
+  return texts;
+}
+
+YcluiStyledText YcluiOfferList::textOf(const Row& row, const YcluiColours& colours) {
+  YcluiStyledText text;
+  if (row.heading != nullptr) return text.add(row.heading, colours.of(YcluiTextKind::ListHelp));
+  for (std::size_t i = row.first; i < row.first + row.count; ++i) {
+    const char* name = offers_.at(i).name;
+    const bool isSelected = selects_ && i == selected_;
+    text.add(name, isSelected ? colours.of(YcluiTextKind::ListSelected) : YcluiStyle());
+    const std::string help = hasHelp_ ? offers_.help(i) : std::string();
+    const bool isLast = i + 1 == row.first + row.count;
+    if (!isLast || !help.empty()) text.add(std::string(widest_ + Gap - WidthOf(name), ' '));
+    if (!help.empty()) text.add(help, colours.of(YcluiTextKind::ListHelp));
+  }
+  return text;
+}

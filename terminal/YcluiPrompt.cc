@@ -1,0 +1,170 @@
+#include "terminal/YcluiPrompt.h"
+
+#include <cstdio>
+
+#include "terminal/YcluiCodeText.h"
+
+namespace {
+
+// How long the bytes of one key may take to arrive.
+constexpr int KeyMilliseconds = 50;
+
+std::string HistoryFile(const std::string& language) {
+  return language.empty() ? std::string() : YcluiHistory::DefaultFile(language);
+}
+
+}  // namespace
+
+YcluiPrompt::YcluiPrompt(YcluiParser& parser, const std::string& language)
+    : parser_(parser),
+      capabilities_(YcluiCapabilities::Read()),
+      screen_(capabilities_),
+      history_(HistoryFile(language)),
+      editor_(parser, history_) {}
+
+YcluiPrompt::~YcluiPrompt() {
+  close();
+}
+
+bool YcluiPrompt::open(void (*onEnding)(), int wake) {
+  if (isOpen_) return true;
+  if (!terminal_.open(capabilities_.begin, capabilities_.end, onEnding, wake)) return false;
+  isOpen_ = true;
+  keys_.emplace(YcluiKeyTable::OfTerminal(), terminal_.eraseKey());
+  history_.refresh();
+  screen_.resize(capabilities_.width, capabilities_.height);
+  int width = 0;
+  int height = 0;
+  if (terminal_.size(width, height)) screen_.resize(width, height);
+  return true;
+}
+
+void YcluiPrompt::close() {
+  if (!isOpen_) return;
+  screen_.leave();
+  flush();
+  history_.save();
+  terminal_.close();
+  isOpen_ = false;
+}
+
+// --- One line
+
+YcluiPrompt::Outcome YcluiPrompt::readLine(std::string& line) {
+  terminal_.enableSignalKeys(false);
+  screen_.forget();
+  editor_.begin();
+  YcluiKey key;
+  for (;;) {
+    show();
+    flush();
+    if (!readKeys(key)) {
+      history_.add(editor_.text());
+      return Outcome::Ended;
+    }
+    do {
+      const YcluiLineEditor::Request request = editor_.handle(key);
+      if (editor_.rings()) screen_.ring();
+      if (request == YcluiLineEditor::Request::Clear) screen_.clear();
+      if (request == YcluiLineEditor::Request::Suspend) stop();
+      if (request == YcluiLineEditor::Request::Line) {
+        line = editor_.text();
+        finish(request);
+        return Outcome::Line;
+      }
+      if (request == YcluiLineEditor::Request::Interrupt) {
+        finish(request);
+        return Outcome::Interrupted;
+      }
+      if (request == YcluiLineEditor::Request::Leave) {
+        finish(request);
+        return Outcome::Ended;
+      }
+    } while (keys_->next(key));
+  }
+}
+
+// Waits for the next key. False when there will be none.
+bool YcluiPrompt::readKeys(YcluiKey& key) {
+  while (!keys_->next(key)) {
+    std::string bytes;
+    const int patience = keys_->waits() ? KeyMilliseconds : -1;
+    const YcluiTerminal::Event event = terminal_.read(bytes, patience);
+    if (event == YcluiTerminal::Event::Gone || terminal_.endingSignal() != 0) return false;
+    if (event == YcluiTerminal::Event::Nothing) keys_->settle();
+    checkWindow();
+    keys_->feed(bytes);
+  }
+  return true;
+}
+
+void YcluiPrompt::checkWindow() {
+  const bool wasStopped = terminal_.wasStopped();
+  if (wasStopped) screen_.forget();
+  int width = 0;
+  int height = 0;
+  const bool wasResized = terminal_.wasResized();
+  if (wasResized && terminal_.size(width, height)) screen_.resize(width, height);
+  if (!wasResized && !wasStopped) return;
+  show();
+  flush();
+}
+
+// A terminal that cannot show rows below the line gets them as text above it.
+void YcluiPrompt::show() {
+  YcluiPicture picture = editor_.picture();
+  if (screen_.showsRows()) {
+    editor_.addRows(picture, screen_.width(), screen_.rowsBeside(picture));
+  } else if (editor_.hasRows()) {
+    YcluiPicture rows;
+    editor_.addRows(rows, screen_.width(), screen_.height());
+    for (const YcluiStyledText& row : rows.rows) screen_.print(row);
+    editor_.dropRows();
+  }
+  screen_.show(std::move(picture));
+}
+
+void YcluiPrompt::flush() {
+  const std::string output = screen_.takeOutput();
+  if (output.empty()) return;
+  std::fflush(stdout);
+  terminal_.write(output);
+}
+
+void YcluiPrompt::stop() {
+  screen_.leave();
+  flush();
+  terminal_.stop();
+}
+
+// The line stays on the screen as it was sent.
+void YcluiPrompt::finish(YcluiLineEditor::Request request) {
+  YcluiPicture picture = editor_.picture();
+  picture.cursor = picture.line.text().size();
+  if (request == YcluiLineEditor::Request::Interrupt) picture.line.add("^C");
+  screen_.show(std::move(picture));
+  screen_.leave();
+  flush();
+  terminal_.enableSignalKeys(true);
+}
+
+// --- All lines
+
+bool YcluiPrompt::run() {
+  if (!open()) return false;
+  std::string line;
+  for (;;) {
+    const Outcome outcome = readLine(line);
+    if (outcome == Outcome::Ended) break;
+    if (outcome == Outcome::Interrupted) {
+      parser_.exhaust();
+      parser_.dropOpenToken();
+      while (parser_.nestingDepth() > 1) parser_.popFrame();
+      parser_.reset();
+    } else {
+      parser_.interpret((line + "\n").c_str());
+    }
+  }
+  close();
+  return true;
+}

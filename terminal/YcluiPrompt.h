@@ -1,0 +1,76 @@
+// A command line for a parser, at the terminal.
+
+#ifndef TERMINAL_YCLUIPROMPT_H_
+#define TERMINAL_YCLUIPROMPT_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "foundation/YTypes.h"
+#include "parser/YcluiParser.h"
+#include "terminal/YcluiCapabilities.h"
+#include "terminal/YcluiHistory.h"
+#include "terminal/YcluiKeys.h"
+#include "terminal/YcluiLineEditor.h"
+#include "terminal/YcluiScreen.h"
+#include "terminal/YcluiTerminal.h"
+
+// Lets a user type lines, with the editor's preview, completion and history, on standard input and
+// output:
+//
+//   YcluiPrompt prompt(parser, "calculator");
+//   prompt.run();
+//
+// Nothing of a line runs before Return. One prompt is open at a time in a process.
+class YQRT_API YcluiPrompt {
+ public:
+  // The parser must outlive it. The history is kept in the file of that language, see
+  // YcluiHistory::DefaultFile; an empty name keeps none.
+  YcluiPrompt(YcluiParser& parser, const std::string& language);
+  YcluiPrompt(const YcluiPrompt&) = delete;
+  YcluiPrompt& operator=(const YcluiPrompt&) = delete;
+  ~YcluiPrompt();
+
+  YcluiLineEditor& editor() { return editor_; }
+  YcluiHistory& history() { return history_; }
+  YcluiScreen& screen() { return screen_; }
+  YcluiTerminal& terminal() { return terminal_; }
+
+  // Sets up the terminal, as YcluiTerminal::open does. False when there is none.
+  bool open(void (*onEnding)() = nullptr, int wake = -1);
+  // Shortens the history and gives the terminal back. The destructor does the same.
+  void close();
+
+  enum class Outcome {
+    Line,         // `line` is what was typed
+    Interrupted,  // Control-C: what was typed is dropped
+    Ended,        // the user left, or the terminal or the process ends
+  };
+  // Lets the user edit a line. What others wrote to the terminal meanwhile is left as it is.
+  // REQUIRES: it is open.
+  Outcome readLine(std::string& line);
+
+  // Reads lines and interprets each, until the user leaves. A refused word is reported below the
+  // line. Control-C drops a half-typed command. False when there is no terminal.
+  bool run();
+
+ private:
+  YcluiParser& parser_;
+  YcluiCapabilities capabilities_;
+  YcluiTerminal terminal_;
+  YcluiScreen screen_;
+  YcluiHistory history_;
+  YcluiLineEditor editor_;
+  std::optional<YcluiKeys> keys_;  // while it is open
+  bool isOpen_ = false;
+
+  bool readKeys(YcluiKey& key);
+  void checkWindow();
+  void show();
+  void flush();
+  void stop();
+  void finish(YcluiLineEditor::Request request);
+};
+
+#endif  // TERMINAL_YCLUIPROMPT_H_
