@@ -21,6 +21,8 @@ class CluiFeeder {
   void begin() { heldText_.clear(); }
   // A line in the user's encoding.
   void feed(std::string& bytes, std::size_t number);
+  // The same as text of the system.
+  void feedText(std::string& text, std::size_t number);
   // Feeds the held lines.
   void flush();
   // Lets the parser read what it has left unread: text after an argument without a comma is read
@@ -41,7 +43,6 @@ class CluiFeeder {
   std::size_t heldNumber_ = 0;  // of the first held line
   CluiTextState heldState_;     // at the end of the held lines
 
-  void feedText(std::string& text, std::size_t number);
   bool mustHold(const std::string& text);
   void interpret(std::string& text, std::size_t number);
   std::wstring unfinished() const;

@@ -49,13 +49,13 @@ int CluiRun::run() {
     return CluiInterrupted() ? Interrupted : Unable;
   }
   if (recorder_.start()) {
-    typist_.session() != nullptr ? typist_.run() : readInputs();
+    typist_.isOpen() ? typist_.run(options_.quiet) : readInputs();
     recorder_.end();
   } else {
     outcome_.unable = true;
   }
   finish();
-  typist_.close(report_);
+  typist_.close();
   summarise();
   return status();
 }
@@ -76,7 +76,7 @@ bool CluiRun::start() {
   CluiBindProcedures();
   if (!CluiBindHelpProcedures()) return false;
   if (options_.typed) typist_.open(encoding_, options_.language, report_);
-  return CluiBindTerminalProcedures();
+  return CluiBindTerminalProcedures(typist_.settings());
 }
 
 // Scripts read and write in the encoding of the other files and streams.

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "parser/YcluiParser.h"
@@ -15,33 +16,58 @@ constexpr char Pasted[] = "paste";
 }  // namespace
 
 void CluiTypist::open(CluiEncoding& encoding, const std::string& language, CluiReport& report) {
-  session_ = std::make_unique<CluiSession>(*this, encoding, language);
+  language_ = language;
+  report_ = &report;
+  session_ = std::make_unique<CluiSession>(*this, encoding, settings_, language);
   const bool isOnScreen = isatty(STDERR_FILENO) != 0;
   report.setBefore([this, isOnScreen] {
-    session_->clearLine();
-    return isOnScreen ? static_cast<std::size_t>(session_->screen().width()) : 0;
+    std::size_t width = 0;
+    if (session_ != nullptr) {
+      session_->clearLine();
+      width = static_cast<std::size_t>(session_->screen().width());
+    } else if (lines_ != nullptr) {
+      lines_->flush();
+      width = lines_->screen().width();
+    }
+    return isOnScreen ? width : 0;
   });
 }
 
-void CluiTypist::run() {
+void CluiTypist::run(bool isQuiet) {
   CluiKeepCatchingInterrupts();
+  reading_.line().restart();
+  reading_.setInput("");
+  if (settings_.sendsWords ? runWords() : runLines(isQuiet)) return;
+  diagnostics_.inputFailed(
+      0, reading_.isAlive() ? "cannot read from the terminal" : "the parser was deleted");
+}
+
+bool CluiTypist::runWords() {
   reading_.parser()->setSynCallback(
       [](void* data, const char*, const char*) {
         static_cast<CluiSession*>(data)->commandCompletes();
       },
       session_.get());
-  reading_.line().restart();
-  reading_.setInput("");
-  if (session_->run()) return;
-  diagnostics_.inputFailed(
-      0, reading_.isAlive() ? "cannot read from the terminal" : "the parser was deleted");
+  return session_->run();
 }
 
-void CluiTypist::close(CluiReport& report) {
-  if (session_ == nullptr) return;
-  const int signal = session_->endingSignal();
-  report.setBefore(nullptr);
+bool CluiTypist::runLines(bool isQuiet) {
   session_.reset();
+  lines_ = std::make_unique<CluiLineSession>(*this, settings_, language_);
+  return lines_->run(isQuiet ? std::string() : greeting());
+}
+
+std::string CluiTypist::greeting() const {
+  const std::string name = std::filesystem::path(language_).stem().string();
+  return name + ": Tab completes, ? lists what can come next, Control-D leaves";
+}
+
+void CluiTypist::close() {
+  if (!isOpen()) return;
+  const int signal = session_ != nullptr ? session_->endingSignal() : lines_->endingSignal();
+  report_->setBefore(nullptr);
+  session_.reset();
+  lines_.reset();
   if (signal != 0) CluiTerminal::EndBy(signal);
 }
 
@@ -72,6 +98,16 @@ void CluiTypist::readLine(std::string& bytes, std::size_t number) {
   if (reading_.isAlive()) feeder_.readLeftText(number);
   reading_.setInput("");
   keepOpenText();
+}
+
+// A line is complete: what the parser leaves unread of it is read, too.
+void CluiTypist::sendLine(std::string line) {
+  reading_.line().restart();
+  diagnostics_.beginInput();
+  feeder_.begin();
+  feeder_.feedText(line, 1);
+  feeder_.flush();
+  if (reading_.isAlive()) feeder_.readLeftText(1);
 }
 
 // Keeps the text from the start of the open token, which may be in an earlier line. Ends of line

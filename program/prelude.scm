@@ -29,6 +29,15 @@
     (#\x15 . "(terminal-drop-word)")    ; Control-U
     (#\x0c . "(terminal-clear)")))      ; Control-L
 
+;; How typed text is sent: a line at Return, or each word at its end.
+(define (terminal-mode mode)
+  (case mode
+    ((line word) (terminal-send-words (eq? mode 'word)))
+    (else (error "terminal-mode: expected line or word, found" mode))))
+
+;; Called when Control-C is typed in a line, which is dropped.
+(define (terminal-interrupt parser) (terminal-give-up parser))
+
 ;; Attaches the field to a parser, with these keys. clui calls this after the script of a language
 ;; that has not attached the field itself.
 (define (terminal-attach parser)

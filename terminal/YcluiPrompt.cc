@@ -15,6 +15,16 @@ std::string HistoryFile(const std::string& language) {
 
 }  // namespace
 
+void YcluiGiveUp(YcluiParser& parser) {
+  parser.exhaust();
+  const bool isOpen = parser.tokenIsOpen() != 0 || parser.numberOfToken() > 0;
+  parser.dropOpenToken();
+  if (isOpen || parser.nestingDepth() == 1) return parser.reset();
+  parser.popFrame();
+  YString_Array words;
+  if (parser.completionList("", words) == 0) parser.reset();
+}
+
 YcluiPrompt::YcluiPrompt(YcluiParser& parser, const std::string& language)
     : parser_(parser),
       capabilities_(YcluiCapabilities::Read()),
@@ -157,10 +167,7 @@ bool YcluiPrompt::run() {
     const Outcome outcome = readLine(line);
     if (outcome == Outcome::Ended) break;
     if (outcome == Outcome::Interrupted) {
-      parser_.exhaust();
-      parser_.dropOpenToken();
-      while (parser_.nestingDepth() > 1) parser_.popFrame();
-      parser_.reset();
+      YcluiGiveUp(parser_);
     } else {
       parser_.interpret((line + "\n").c_str());
     }

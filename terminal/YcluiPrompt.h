@@ -16,6 +16,11 @@
 #include "terminal/YcluiScreen.h"
 #include "terminal/YcluiTerminal.h"
 
+// Drops the half-typed command of a parser: the words in its frame, or where there are none the
+// frame that interrupts another one. The command of the frame below is dropped, too, when it is
+// complete, since it would accept no further word.
+YQRT_API void YcluiGiveUp(YcluiParser& parser);
+
 // Lets a user type lines, with the editor's preview, completion and history, on standard input and
 // output:
 //
@@ -35,7 +40,9 @@ class YQRT_API YcluiPrompt {
   YcluiLineEditor& editor() { return editor_; }
   YcluiHistory& history() { return history_; }
   YcluiScreen& screen() { return screen_; }
+  const YcluiScreen& screen() const { return screen_; }
   YcluiTerminal& terminal() { return terminal_; }
+  const YcluiTerminal& terminal() const { return terminal_; }
 
   // Sets up the terminal, as YcluiTerminal::open does. False when there is none.
   bool open(void (*onEnding)() = nullptr, int wake = -1);

@@ -10,6 +10,7 @@
 #include "platform/engine/ScmVMExternal.h"
 #include "program/CluiInterrupt.h"
 #include "program/text/CluiMessages.h"
+#include "terminal/YcluiPrompt.h"
 
 namespace {
 
@@ -24,9 +25,11 @@ bool IsBlank(const std::string& text) {
 
 }  // namespace
 
-CluiSession::CluiSession(CluiTyping& typing, CluiEncoding& encoding, const std::string& language)
+CluiSession::CluiSession(CluiTyping& typing, CluiEncoding& encoding, CluiTerminalSettings& settings,
+                         const std::string& language)
     : typing_(typing),
       encoding_(encoding),
+      settings_(settings),
       capabilities_(CluiCapabilities::Read()),
       field_(encoding),
       screen_(capabilities_, encoding),
@@ -72,7 +75,7 @@ bool CluiSession::attach() {
 
 void CluiSession::loop() {
   CluiKeys keys(capabilities_, encoding_, terminal_.eraseKey());
-  while (!leaves_ && typing_.parser() != nullptr) {
+  while (!settings_.leaves && typing_.parser() != nullptr) {
     refresh();
     flush();
     std::string bytes;
@@ -93,7 +96,7 @@ void CluiSession::loop() {
 void CluiSession::take(CluiKeys& keys) {
   CluiKey key;
   terminal_.enableSignalKeys(true);
-  while (!leaves_ && typing_.parser() != nullptr && terminal_.endingSignal() == 0 &&
+  while (!settings_.leaves && typing_.parser() != nullptr && terminal_.endingSignal() == 0 &&
          keys.next(key)) {
     handle(key);
     if (CluiInterrupted()) afterInterrupt(keys);
@@ -129,8 +132,9 @@ void CluiSession::flush() {
   terminal_.write(output);
 }
 
-const std::wstring& CluiSession::prompt() {
-  return commandIsOpen() ? prompts_.open : prompts_.ready;
+std::wstring CluiSession::prompt() {
+  const CluiPrompts& prompts = settings_.prompts;
+  return encoding_.fromSystem(commandIsOpen() ? prompts.open : prompts.ready);
 }
 
 bool CluiSession::commandIsOpen() {
@@ -153,7 +157,7 @@ void CluiSession::lineChanges(const char* wholeLine) {
 
 void CluiSession::commandCompletes() {
   if (pasting_) return clearLine();
-  screen_.show(prompts_.ready, field_.characters());
+  screen_.show(encoding_.fromSystem(settings_.prompts.ready), field_.characters());
   screen_.leave();
   flush();
 }
@@ -165,7 +169,8 @@ void CluiSession::scriptRuns() {
   const bool stays = isFirst && !pasting_ && parser != nullptr && parser->lastIsIndefinite() != 0;
   if (!stays) return clearLine();
   const bool alone = parser->numberOfToken() == 1 && parser->nestingDepth() == 1;
-  screen_.show(alone ? prompts_.ready : prompts_.open, field_.characters());
+  const CluiPrompts& prompts = settings_.prompts;
+  screen_.show(encoding_.fromSystem(alone ? prompts.ready : prompts.open), field_.characters());
   screen_.leave();
   clearLine();
 }
@@ -202,7 +207,10 @@ void CluiSession::control(char byte) {
   thisKey_ = byte;
   if (byte == CluiKeyByte::Return) closeQuote();
   if (!offer(std::string(1, byte))) return;
-  if (byte == CluiKeyByte::Leave && field_.text().empty()) return leave();
+  if (byte == CluiKeyByte::Leave && field_.text().empty()) {
+    settings_.leaves = true;
+    return;
+  }
   if (byte != CluiKeyByte::Interrupt) return;
   takeWord();
   giveUp();
@@ -286,22 +294,8 @@ void CluiSession::addTypedToHistory() {
 void CluiSession::giveUp() {
   YcluiParser* parser = typing_.parser();
   if (parser == nullptr) return;
-  parser->exhaust();
-  const bool isOpen = parser->tokenIsOpen() != 0 || parser->numberOfToken() > 0;
-  parser->dropOpenToken();
-  if (isOpen || parser->nestingDepth() == 1) {
-    parser->reset();
-  } else {
-    giveUpFrame(*parser);
-  }
+  YcluiGiveUp(*parser);
   outcome_ = Outcome::GivenUp;
-}
-
-// The frame below is reset when its command is complete, since it would accept no further word.
-void CluiSession::giveUpFrame(YcluiParser& parser) {
-  parser.popFrame();
-  YString_Array words;
-  if (parser.completionList("", words) == 0) parser.reset();
 }
 
 // An open token is shown but is not in the frame yet. Pushing and popping a dummy token makes the

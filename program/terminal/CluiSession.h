@@ -14,13 +14,9 @@
 #include "program/terminal/CluiScreen.h"
 #include "program/terminal/CluiTerminal.h"
 #include "program/terminal/CluiTerminalField.h"
+#include "program/terminal/CluiTerminalSettings.h"
 #include "program/terminal/CluiTyping.h"
 #include "program/text/CluiEncoding.h"
-
-struct CluiPrompts {
-  std::wstring ready = L"> ";   // no command has begun
-  std::wstring open = L"... ";  // a command is unfinished
-};
 
 // Passes keys to the field and shows the field's text on the screen. The binding of the field
 // decides what a key does; the session itself only closes an open quote before Return.
@@ -29,7 +25,8 @@ struct CluiPrompts {
 // stays on the screen.
 class CluiSession {
  public:
-  CluiSession(CluiTyping& typing, CluiEncoding& encoding, const std::string& language);
+  CluiSession(CluiTyping& typing, CluiEncoding& encoding, CluiTerminalSettings& settings,
+              const std::string& language);
   ~CluiSession();
   CluiSession(const CluiSession&) = delete;
   CluiSession& operator=(const CluiSession&) = delete;
@@ -47,7 +44,6 @@ class CluiSession {
   CluiTerminalField& field() { return field_; }
   CluiScreen& screen() { return screen_; }
   CluiHistory& history() { return history_; }
-  CluiPrompts& prompts() { return prompts_; }
 
   // Hides the line for other output.
   void clearLine();
@@ -61,7 +57,6 @@ class CluiSession {
   static bool IsKey(std::string_view text) { return text.starts_with("(terminal-"); }
 
   // Actions of keys, see CluiTerminalProcedures.h.
-  void leave() { leaves_ = true; }
   void giveUp();
   void takeBack();
   // The previous key if it was a control byte, else NUL.
@@ -77,13 +72,12 @@ class CluiSession {
  private:
   CluiTyping& typing_;
   CluiEncoding& encoding_;
+  CluiTerminalSettings& settings_;
   CluiCapabilities capabilities_;
   CluiTerminal terminal_;
   CluiTerminalField field_;
   CluiScreen screen_;
   CluiHistory history_;
-  CluiPrompts prompts_;
-  bool leaves_ = false;
   char lastKey_ = '\0';
   char thisKey_ = '\0';
   // What the current key has done to the command line.
@@ -103,7 +97,7 @@ class CluiSession {
   void afterInterrupt(CluiKeys& keys);
   void refresh();
   void flush();
-  const std::wstring& prompt();
+  std::wstring prompt();
 
   void handle(const CluiKey& key);
   void control(char byte);
@@ -115,7 +109,6 @@ class CluiSession {
   void addTypedToHistory();
   void clearStaleLine();
   bool commandIsOpen();
-  static void giveUpFrame(YcluiParser& parser);
 
   void paste(const std::string& bytes);
   void pasteLine();

@@ -5,6 +5,7 @@
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 #include "program/terminal/CluiCompletion.h"
+#include "program/terminal/CluiLineSession.h"
 #include "program/terminal/CluiListing.h"
 #include "program/terminal/CluiPrelude.h"
 #include "program/terminal/CluiSession.h"
@@ -12,6 +13,8 @@
 namespace {
 
 using Scm = ScmVMExternal;
+
+CluiTerminalSettings* Settings = nullptr;
 
 CluiSession* Session() {
   return CluiSession::Current();
@@ -50,6 +53,10 @@ void TerminalPrint(std::uint32_t, YStatus& status) {
   const char* text = Scm::VMEAssertIsAString(1, status, -1);
   if (!YStatusIsGood(status)) return;
   if (Session() != nullptr) Session()->screen().print(WideOf(text));
+  if (CluiLineSession* lines = CluiLineSession::Current()) {
+    lines->screen().print(text);
+    lines->flush();
+  }
   Scm::StackPushNull();
 }
 
@@ -58,12 +65,19 @@ void TerminalPrompt(std::uint32_t, YStatus& status) {
   if (!YStatusIsGood(status)) return;
   const char* ready = Scm::VMEAssertIsAString(1, status, -1);
   if (!YStatusIsGood(status)) return;
-  if (Session() != nullptr) Session()->prompts() = {WideOf(ready), WideOf(open)};
+  Settings->prompts = {ready, open};
+  Scm::StackPushNull();
+}
+
+void TerminalSendWords(std::uint32_t, YStatus& status) {
+  const bool sendsWords = Scm::VMEAssertIsABoolean(1, status, -1) != 0;
+  if (!YStatusIsGood(status)) return;
+  Settings->sendsWords = sendsWords;
   Scm::StackPushNull();
 }
 
 void TerminalLeave(std::uint32_t, YStatus&) {
-  if (Session() != nullptr) Session()->leave();
+  Settings->leaves = true;
   Scm::StackPushNull();
 }
 
@@ -115,8 +129,13 @@ void TerminalNewer(std::uint32_t, YStatus&) {
 // --- The unfinished command
 
 void TerminalGiveUp(std::uint32_t, YStatus& status) {
-  if (PopParser(status) == nullptr) return;
-  if (Session() != nullptr) Session()->giveUp();
+  YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  if (Session() != nullptr) {
+    Session()->giveUp();
+  } else if (CluiLineSession::Current() != nullptr) {
+    YcluiGiveUp(*parser);
+  }
   Scm::StackPushNull();
 }
 
@@ -202,12 +221,13 @@ constexpr struct {
     {"terminal-last-key", TerminalLastKey, 0},  {"terminal-pasting?", TerminalPasting, 0},
     {"terminal-empty?", TerminalEmpty, 0},      {"terminal-in-argument?", TerminalInArgument, 2},
     {"terminal-bell", TerminalBell, 0},         {"terminal-clear", TerminalClear, 0},
-    {"terminal-ended", TerminalEnded, 3},
+    {"terminal-ended", TerminalEnded, 3},       {"terminal-send-words", TerminalSendWords, 1},
 };
 
 }  // namespace
 
-bool CluiBindTerminalProcedures() {
+bool CluiBindTerminalProcedures(CluiTerminalSettings& settings) {
+  Settings = &settings;
   for (const auto& entry : Procedures) {
     ScmVM::bindProcedure(entry.name, entry.procedure, entry.required, 0);
   }

@@ -3,12 +3,16 @@
 #ifndef PROGRAM_TERMINAL_CLUITERMINALPROCEDURES_H_
 #define PROGRAM_TERMINAL_CLUITERMINALPROCEDURES_H_
 
+#include "program/terminal/CluiTerminalSettings.h"
+
 // Binds the procedures below and runs the prelude, which declares the keys. Without a session,
 // those that concern it do nothing and return #f; terminal-empty? returns #t and terminal-field a
 // null handle. P is a parser, WORD the word being typed. REQUIRES: the engine has been started.
 //
 //   (terminal-field)              the field of the terminal
 //   (terminal-print TEXT)         prints TEXT above the line being typed
+//   (terminal-mode MODE)          how typed text is sent: line, a line at Return, as at first; or
+//                                 word, each word at its end. Before the session begins
 //   (terminal-prompt READY OPEN)  sets the prompts: without and with an unfinished command
 //   (terminal-leave)              ends the session
 //   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is a
@@ -28,6 +32,6 @@
 //   (terminal-bell) (terminal-clear)
 //
 // False when the prelude failed, which has been reported.
-bool CluiBindTerminalProcedures();
+bool CluiBindTerminalProcedures(CluiTerminalSettings& settings);
 
 #endif  // PROGRAM_TERMINAL_CLUITERMINALPROCEDURES_H_

@@ -1,0 +1,63 @@
+#include "program/terminal/CluiLineSession.h"
+
+#include <cstdio>
+
+#include "platform/engine/ScmVM.h"
+#include "platform/engine/ScmVMExternal.h"
+#include "program/CluiInterrupt.h"
+
+namespace {
+
+CluiLineSession* TheSession = nullptr;
+
+}  // namespace
+
+CluiLineSession::CluiLineSession(CluiTyping& typing, CluiTerminalSettings& settings,
+                                 const std::string& language)
+    : typing_(typing), settings_(settings), prompt_(*typing.parser(), language) {
+  TheSession = this;
+}
+
+CluiLineSession::~CluiLineSession() {
+  TheSession = nullptr;
+}
+
+CluiLineSession* CluiLineSession::Current() {
+  return TheSession;
+}
+
+bool CluiLineSession::run(const std::string& greeting) {
+  if (!prompt_.open(ScmVM::interrupt, CluiInterruptDescriptor())) return false;
+  if (!greeting.empty()) prompt_.screen().print(greeting + "\n");
+  std::string line;
+  while (!settings_.leaves && typing_.parser() != nullptr) {
+    prompt_.editor().setPrompts(settings_.prompts.ready, settings_.prompts.open);
+    const YcluiPrompt::Outcome outcome = prompt_.readLine(line);
+    CluiClearInterrupt();  // it was a key
+    if (outcome == YcluiPrompt::Outcome::Ended) break;
+    if (outcome == YcluiPrompt::Outcome::Interrupted) {
+      interrupted();
+    } else {
+      typing_.sendLine(line + "\n");
+    }
+    if (CluiInterrupted()) prompt_.screen().print("interrupted\n");
+    flush();
+  }
+  CluiClearInterrupt();
+  prompt_.close();
+  return typing_.parser() != nullptr;
+}
+
+void CluiLineSession::flush() {
+  std::fflush(stdout);
+  prompt_.terminal().write(prompt_.screen().takeOutput());
+}
+
+// The language decides what that means.
+void CluiLineSession::interrupted() {
+  YStatus status = {0};
+  char result[64];
+  const std::string text =
+      "(terminal-interrupt " + std::to_string(reinterpret_cast<long>(typing_.parser())) + ")";
+  ScmVMExternal::ExecuteString(text.c_str(), result, sizeof result, status);
+}

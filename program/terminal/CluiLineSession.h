@@ -1,0 +1,41 @@
+// A session in which lines are typed and sent whole.
+
+#ifndef PROGRAM_TERMINAL_CLUILINESESSION_H_
+#define PROGRAM_TERMINAL_CLUILINESESSION_H_
+
+#include <string>
+
+#include "program/terminal/CluiTerminalSettings.h"
+#include "program/terminal/CluiTyping.h"
+#include "terminal/YcluiPrompt.h"
+
+class CluiLineSession {
+ public:
+  // REQUIRES: a parser.
+  CluiLineSession(CluiTyping& typing, CluiTerminalSettings& settings, const std::string& language);
+
+  ~CluiLineSession();
+  CluiLineSession(const CluiLineSession&) = delete;
+  CluiLineSession& operator=(const CluiLineSession&) = delete;
+
+  // The only session, or null.
+  static CluiLineSession* Current();
+
+  // Greets the user with this line, unless it is empty, and reads lines until the user leaves.
+  // False when the terminal cannot be used or the parser was deleted.
+  bool run(const std::string& greeting);
+  YcluiScreen& screen() { return prompt_.screen(); }
+  // Writes what the screen has collected, while a command runs.
+  void flush();
+  // The signal that ended the session, or 0.
+  int endingSignal() const { return prompt_.terminal().endingSignal(); }
+
+ private:
+  CluiTyping& typing_;
+  CluiTerminalSettings& settings_;
+  YcluiPrompt prompt_;
+
+  void interrupted();
+};
+
+#endif  // PROGRAM_TERMINAL_CLUILINESESSION_H_
