@@ -5,6 +5,7 @@
 #include "foundation/YCharacters.h"
 #include "terminal/YcluiMistake.h"
 #include "terminal/YcluiPainter.h"
+#include "terminal/YcluiWrap.h"
 
 namespace {
 
@@ -403,9 +404,15 @@ YcluiPicture YcluiLineEditor::picture() const {
 }
 
 void YcluiLineEditor::addRows(YcluiPicture& picture, std::size_t width, std::size_t room) {
-  if (!message_.empty() && room > 0) {
-    picture.rows.emplace_back(message_, colours_.of(YcluiTextKind::Message));
-    --room;
+  if (!message_.empty()) {
+    const YcluiCells cells(message_);
+    for (const YcluiWrappedRow& row : YcluiWrap::Rows(cells, width)) {
+      if (room == 0 || row.begin == row.end) break;
+      const std::size_t begin = cells[row.begin].begin;
+      const std::string part = message_.substr(begin, cells[row.end - 1].end - begin);
+      picture.rows.emplace_back(part, colours_.of(YcluiTextKind::Message));
+      --room;
+    }
   }
   if (!list_.isOpen() || room == 0) return;
   for (YcluiStyledText& row : list_.rows(width, room, colours_)) {

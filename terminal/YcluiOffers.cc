@@ -1,11 +1,17 @@
 #include "terminal/YcluiOffers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <string_view>
 
+#include "foundation/YAscii.h"
 #include "foundation/YCharacters.h"
+#include "foundation/YKanji.h"
+#include "foundation/YNumber.h"
+#include "parser/YcluiHelp.h"
 #include "terminal/YcluiCodeText.h"
+#include "terminal/YcluiFileNames.h"
 
 namespace {
 
@@ -34,12 +40,28 @@ bool BeginsWithSpace(std::string_view text) {
   return !text.empty() && (text.front() == ' ' || text.front() == '\t' || text.front() == '\n');
 }
 
+// " from 1 to 10", " from 1" or " to 10"
+std::string RangeText(double low, double high) {
+  char digits[YNumberRoom];
+  std::string text;
+  if (std::isfinite(low)) {
+    YPrintDouble(low, digits);
+    text.append(" from ").append(digits);
+  }
+  if (std::isfinite(high)) {
+    YPrintDouble(high, digits);
+    text.append(" to ").append(digits);
+  }
+  return text;
+}
+
 }  // namespace
 
 void YcluiOffers::clear() {
   typing_ = YcluiTyping();
   offers_.clear();
   sorted_ = 0;
+  isQuoted_ = false;
 }
 
 void YcluiOffers::find(YcluiPreview& preview, const std::string& text, std::size_t cursor) {
@@ -79,8 +101,8 @@ std::string YcluiOffers::common() const {
     const auto end = std::mismatch(common.begin(), common.end(), name.begin(), name.end()).first;
     common = common.substr(0, static_cast<std::size_t>(end - common.begin()));
   }
-  return std::string(
-      common.substr(0, YCharacters::CutBetween(offers_.front().name, common.size())));
+  const std::size_t length = YCharacters::CutBetween(offers_.front().name, common.size());
+  return (isQuoted_ ? "\"" : "") + std::string(common.substr(0, length));
 }
 
 std::string YcluiOffers::inserted(std::size_t index) {
@@ -94,20 +116,62 @@ std::string YcluiOffers::inserted(std::size_t index) {
   return takesArguments || BeginsWithSpace(follows_) ? text : text + " ";
 }
 
+// A value that the lexer would not read as one string is quoted.
 std::string YcluiOffers::quoted(const char* value) const {
-  return value;
+  const std::string_view text = value;
+  const bool isPlain = !text.empty() && std::all_of(text.begin(), text.end(), [this](char byte) {
+    const bool isSpecial = std::strchr("\"'\\$#,", byte) != nullptr;
+    return !YIsWhiteSpace(byte) && !isSpecial && !parser_.lex()->isDelimiter(byte);
+  });
+  if (isPlain && !isQuoted_) return std::string(text);
+  std::string quoted = "\"";
+  YKanjiWalk walk;
+  for (const char& byte : text) {
+    const bool isWhole = walk.next(&byte) == 0;
+    if (isWhole && std::strchr("\"\\$", byte) != nullptr) quoted += '\\';
+    quoted += byte;
+  }
+  // A folder goes on.
+  return text.ends_with('/') ? quoted : quoted + "\"";
 }
 
-void YcluiOffers::addValues(const std::string& typed) {
-  static_cast<void>(typed);
+// What is typed may be quoted already.
+void YcluiOffers::addValues(std::string typed) {
+  const YcluiHelp& help = parser_.help();
+  isQuoted_ = typed.starts_with('"') || typed.starts_with('\'');
+  if (isQuoted_) typed.erase(0, 1);
+  const std::uint32_t id = typing_.tokenId;
+  if (help.isFileName(id, typing_.argument)) {
+    YcluiFindFileNames(typed, values_);
+  } else {
+    help.findValues(id, typing_.argument, typed.c_str(), values_);
+  }
+  for (int i = 0; i < values_.size(); ++i) {
+    offers_.push_back({values_[i].buffer, Group::Value, YcluiIdNone});
+  }
 }
 
 std::string YcluiOffers::help(std::size_t index) {
-  static_cast<void>(index);
-  return std::string();
+  const Offer& offer = at(index);
+  if (offer.group == Group::Alias) {
+    const YcluiKeyword* alias = parser_.lex()->keyword(offer.name);
+    const char* text = alias == nullptr ? nullptr : alias->aliasText();
+    return text == nullptr ? std::string() : std::string("= ") + text;
+  }
+  const char* text = offer.tokenId == YcluiIdNone ? nullptr : parser_.help().text(offer.tokenId);
+  return text == nullptr ? std::string() : text;
 }
 
+// "WIDTH: a number from 1 to 20, in metres"
 std::string YcluiOffers::argumentText() const {
   if (typing_.kind != YcluiTypingArgument) return std::string();
-  return "argument " + std::to_string(typing_.argument) + ": " + YcluiTypeText(typing_.type);
+  const YcluiHelp& help = parser_.help();
+  const char* name = help.argumentName(typing_.tokenId, typing_.argument);
+  const char* text = help.argumentText(typing_.tokenId, typing_.argument);
+  std::string about = name == nullptr ? "argument " + std::to_string(typing_.argument) : name;
+  about.append(": ").append(YcluiTypeText(typing_.type));
+  double low = 0;
+  double high = 0;
+  if (help.range(typing_.tokenId, typing_.argument, low, high)) about += RangeText(low, high);
+  return text == nullptr ? about : about + ", " + text;
 }

@@ -46,7 +46,7 @@ class YQRT_API YcluiOffers {
   // Whether the part is empty.
   bool isFresh() const { return cursor_ <= typing_.begin; }
 
-  // The longest text with which all names begin.
+  // The longest text with which all names begin, with an opening quote where one is typed.
   std::string common() const;
   // What replaces the part when the index-th one is chosen: its name, in quotes if it needs them,
   // and what ends it.
@@ -65,8 +65,9 @@ class YQRT_API YcluiOffers {
   std::vector<Offer> offers_;
   std::size_t sorted_ = 0;  // so many are in order
   YString_Array values_;
+  bool isQuoted_ = false;  // what is typed of a value
 
-  void addValues(const std::string& typed);
+  void addValues(std::string typed);
   std::string quoted(const char* value) const;
 };
 

@@ -15,6 +15,7 @@
 (load "svg.scm")
 
 (define parser (clui-parser-new 0)) ; the first parser that a script makes gets the text
+(terminal-mode 'word)               ; each word is drawn when it is typed
 
 ;;; 1. Words -------------------------------------------------------------------------------------
 ;;;

@@ -728,7 +728,7 @@
 
 ;;; 6. In a terminal -----------------------------------------------------------------------------
 ;;;
-;;; The prompt shows the mode. Escape and Control-C answer a question with `no`.
+;;; The prompt shows the mode. Control-C answers a question with `no`.
 
 (define (show-prompt!) (terminal-prompt (string-append (prompt) " ") "... "))
 
@@ -736,13 +736,8 @@
   (set-to! 'hostname name)
   (show-prompt!))
 
-(define (escape!)
-  (terminal-drop-word)
-  (cond (question (terminal-take-back parser) ; an open token instead of an answer
-                  (answer! #f))
-        (else (terminal-give-up parser))))
-
-(terminal-key #\esc "(escape!)")
-(terminal-key #\x03 "(escape!)")
+(set! terminal-interrupt
+      (lambda (parser)
+        (if question (answer! #f) (terminal-give-up parser))))
 
 (enter! 'exec)

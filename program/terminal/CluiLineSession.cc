@@ -53,8 +53,10 @@ void CluiLineSession::flush() {
   prompt_.terminal().write(prompt_.screen().takeOutput());
 }
 
-// The language decides what that means.
+// The language decides what that means for a question that it asked; a word without its arguments is
+// dropped first.
 void CluiLineSession::interrupted() {
+  if (typing_.parser()->tokenIsOpen() != 0) return YcluiGiveUp(*typing_.parser());
   YStatus status = {0};
   char result[64];
   const std::string text =

@@ -4,53 +4,10 @@
 #include <cwchar>
 
 #include "foundation/YEncoding.h"
-#include "foundation/YErrCodes.h"
 #include "program/text/CluiWidth.h"
+#include "terminal/YcluiCodeText.h"
 
 namespace {
-
-struct CodeText {
-  unsigned int code;
-  const wchar_t* text;
-};
-
-constexpr CodeText Codes[] = {
-    {YErrNoMemory, L"out of memory"},
-    {YErrEndOfInput, L"unterminated string"},
-    {YErrNotANumber, L"expected a number"},
-    {YErrTooDeep, L"texts are nested too deeply; does one refer to itself?"},
-    {YErrBadPoint, L"expected a point, two integers with a comma between them"},
-    {YErrNoSuchWord, L"no such word"},
-    {YErrOutsideArray, L"array index out of range"},
-    {YErrNoSyntax, L"the parser has no syntax yet"},
-    {YErrNotAlive, L"not a live parser, fragment or binding"},
-    {YErrBadFormat, L"invalid format: only %s and %% are allowed"},
-    {YErrNameExists, L"the name is already in use"},
-    {YErrOutOfRange, L"expected an integer from -2147483648 to 2147483647"},
-    {YErrNoWordTable, L"out of memory for the words"},
-    {YErrAmbiguous, L"ambiguous syntax: more than one path ends the command here"},
-    {YErrTextTooLong, L"the expanded text would be longer than 16 MiB"},
-    {YErrBadTokenArgument, L"invalid argument of clui-token"},
-    {YErrBadSyntaxArgument, L"invalid syntax element"},
-    {YErrBadTokenParser, L"the first argument of clui-token is not a parser"},
-    {YErrIsAlias, L"the name is already an alias"},
-    {YErrIsWord, L"the name is already a word"},
-    {YErrNoSuchAlias, L"no such alias"},
-    {YErrNotDetached, L"the word could not be removed"},
-    {YErrFileIsPlayed, L"the file is being played back"},
-    {YErrFileIsLogged, L"the file is being recorded to"},
-    {YErrLogIsOpen, L"a recording is already in progress"},
-    {YErrNotOpened, L"cannot open the file"},
-    {YErrNotClosed, L"cannot write or close the file"},
-    {YErrInterruptRefused, L"the current command may not be interrupted by this one"},
-    {YErrNoVariableTable, L"out of memory for the variables"},
-    {YErrNoText, L"the value of the variable has no text"},
-    {YErrWrongKind, L"an array is used as a simple variable, or a simple variable as an array"},
-    {YErrNoSuchVariable, L"no such variable"},
-    {YErrNoClosingBrace,
-     L"malformed variable: the name is ASCII letters and digits and ends with \"}\", an index "
-     L"with \"]\""},
-};
 
 constexpr std::size_t NamedAtMost = 12;
 constexpr std::size_t AnywhereAtLeast = 4;  // of the named ones, if there are that many
@@ -69,16 +26,13 @@ std::wstring ListOf(const wchar_t* head, std::vector<std::wstring>& words, std::
 }  // namespace
 
 std::wstring CluiCodeText(unsigned int code) {
-  for (const CodeText& entry : Codes) {
-    if (entry.code == code) return entry.text;
-  }
-  return L"error " + std::to_wstring(code);
+  const std::string text = YcluiCodeText(code);
+  return std::wstring(text.begin(), text.end());
 }
 
 std::wstring CluiTypeText(unsigned int valueType) {
-  static const wchar_t* const texts[] = {L"a value", L"a string", L"a number", L"an integer",
-                                         L"a point"};
-  return texts[valueType < 5 ? valueType : 0];
+  const std::string text = YcluiTypeText(valueType);
+  return std::wstring(text.begin(), text.end());
 }
 
 std::wstring CluiQuoted(const std::wstring& text) {
