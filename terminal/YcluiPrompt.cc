@@ -158,12 +158,18 @@ void YcluiPrompt::finish(YcluiLineEditor::Request request) {
   terminal_.enableSignalKeys(true);
 }
 
+void YcluiPrompt::print(const YcluiStyledText& text) {
+  screen_.print(text);
+  flush();
+}
+
 // --- All lines
 
 bool YcluiPrompt::run() {
   if (!open()) return false;
+  leaves_ = false;
   std::string line;
-  for (;;) {
+  while (!leaves_) {
     const Outcome outcome = readLine(line);
     if (outcome == Outcome::Ended) break;
     if (outcome == Outcome::Interrupted) {

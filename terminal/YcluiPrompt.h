@@ -14,6 +14,7 @@
 #include "terminal/YcluiKeys.h"
 #include "terminal/YcluiLineEditor.h"
 #include "terminal/YcluiScreen.h"
+#include "terminal/YcluiStyledText.h"
 #include "terminal/YcluiTerminal.h"
 
 // Drops the half-typed command of a parser: the words in its frame, or where there are none the
@@ -58,9 +59,16 @@ class YQRT_API YcluiPrompt {
   // REQUIRES: it is open.
   Outcome readLine(std::string& line);
 
-  // Reads lines and interprets each, until the user leaves. A refused word is reported below the
-  // line. Control-C drops a half-typed command. False when there is no terminal.
+  // Reads lines and interprets each, until the user leaves or leave() is called. Control-C drops a
+  // half-typed command. A line with a mistake stays, with a message below it; what the parser
+  // refuses of a line that was sent, its host reports. False when there is no terminal.
   bool run();
+  // Makes run() return after the present line; for a command.
+  void leave() { leaves_ = true; }
+
+  // Shows a text, in the encoding inside the process, above the line that is edited or after the
+  // one that was sent. REQUIRES: it is open.
+  void print(const YcluiStyledText& text);
 
  private:
   YcluiParser& parser_;
@@ -71,6 +79,7 @@ class YQRT_API YcluiPrompt {
   YcluiLineEditor editor_;
   std::optional<YcluiKeys> keys_;  // while it is open
   bool isOpen_ = false;
+  bool leaves_ = false;
 
   bool readKeys(YcluiKey& key);
   void checkWindow();
