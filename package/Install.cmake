@@ -1,5 +1,5 @@
 # The files that `cmake --install` copies: the libraries, their headers in the folders of the tree, a
-# CMake package and a pkg-config file. The program has install rules of its own (program/).
+# CMake package and pkg-config files. The program has install rules of its own (program/).
 
 include(CMakePackageConfigHelpers)
 
@@ -21,20 +21,29 @@ set(public_headers
   parser/YcluiHelp.h parser/YcluiLineParser.h parser/YcluiLogFile.h parser/YcluiLogNestStyle.h
   parser/YcluiParser.h parser/YcluiPlayedToken.h parser/YcluiPreview.h
   script/ycscm.h)
+if(TARGET yqrtcluiterm)
+  list(APPEND public_headers
+    foundation/YEncoding.h foundation/YTextConverter.h
+    terminal/YcluiCapabilities.h terminal/YcluiCells.h terminal/YcluiColours.h
+    terminal/YcluiEditBuffer.h terminal/YcluiHistory.h terminal/YcluiHistoryFile.h
+    terminal/YcluiKeyTable.h terminal/YcluiKeys.h terminal/YcluiKillRing.h terminal/YcluiLayout.h
+    terminal/YcluiLineEditor.h terminal/YcluiOfferList.h terminal/YcluiOffers.h terminal/YcluiPen.h
+    terminal/YcluiPicture.h terminal/YcluiPrompt.h terminal/YcluiScreen.h terminal/YcluiStyle.h
+    terminal/YcluiStyledText.h terminal/YcluiTerminal.h)
+endif()
 foreach(header ${public_headers})
   cmake_path(GET header PARENT_PATH folder)
   install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${header_root}/${folder})
 endforeach()
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/yqrtClui.h DESTINATION ${header_root})
 
-install(TARGETS yqrtClui yqrtyui EXPORT yqrtCluiTargets
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        INCLUDES DESTINATION ${header_root})
-if(TARGET yqrtyse)
-  install(TARGETS yqrtyse EXPORT yqrtCluiTargets
-          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-          INCLUDES DESTINATION ${header_root})
-endif()
+foreach(library yqrtClui yqrtyui yqrtyse yqrtcluiterm)
+  if(TARGET ${library})
+    install(TARGETS ${library} EXPORT yqrtCluiTargets
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            INCLUDES DESTINATION ${header_root})
+  endif()
+endforeach()
 install(EXPORT yqrtCluiTargets NAMESPACE yqrtClui:: FILE yqrtCluiConfig.cmake
         DESTINATION ${package_root})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cmake
@@ -44,5 +53,9 @@ install(FILES ${PROJECT_BINARY_DIR}/yqrtCluiConfigVersion.cmake DESTINATION ${pa
 # The prefix is relative to the file's location, so that an installation can be moved.
 set(pkgconfig_root ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH pkgconfig_to_prefix /${pkgconfig_root} /)
-configure_file(${CMAKE_CURRENT_LIST_DIR}/yqrtClui.pc.in ${PROJECT_BINARY_DIR}/yqrtClui.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/yqrtClui.pc DESTINATION ${pkgconfig_root})
+foreach(library yqrtClui yqrtcluiterm)
+  if(TARGET ${library})
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${pkgconfig_root})
+  endif()
+endforeach()

@@ -1,4 +1,4 @@
-// Includes the whole library for a host:
+// Includes the whole library for a host, but for the line editor, see terminal/YcluiPrompt.h:
 //   YcluiParser      a command line with all its state; a host passes text to it
 //   YcluiPreview     what a text would do to a parser, without doing it
 //   YcluiHelp        what is shown about words and their arguments

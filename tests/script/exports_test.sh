@@ -6,7 +6,7 @@ library=$1 list=$2
 nm --dynamic --defined-only --demangle --format=posix "$library" |
   sed -E 's/ [A-Za-z]( [0-9a-f]+)*$//
           s/^(vtable|typeinfo|typeinfo name|guard variable|non-virtual thunk) (for|to) //
-          s/\(.*//
+          s/(\[abi:.*)?\(.*//
           :strip s/<[^<>]*>//; t strip
           s/::.*//' |
   sort -u | diff "$list" -
