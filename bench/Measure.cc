@@ -13,12 +13,6 @@
 
 namespace {
 
-double Seconds() {
-  timespec now{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
 double Median(std::vector<double> numbers) {
   const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
   std::nth_element(numbers.begin(), middle, numbers.end());
@@ -27,9 +21,9 @@ double Median(std::vector<double> numbers) {
 
 // Returns the nanoseconds of a unit.
 double TimeOf(const Task& task) {
-  const double start = Seconds();
+  const double start = ProcessorSeconds();
   const bool isRight = task.work.run();
-  const double seconds = Seconds() - start;
+  const double seconds = ProcessorSeconds() - start;
   if (!isRight) {
     std::fprintf(stderr, "%s, %s, %ld: wrong result\n", task.row.c_str(), task.kind.c_str(),
                  task.size);
@@ -39,6 +33,12 @@ double TimeOf(const Task& task) {
 }
 
 }  // namespace
+
+double ProcessorSeconds() {
+  timespec now{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
 
 double Cost::median() const {
   return Median(nanoseconds);

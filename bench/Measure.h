@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+// The processor time of this thread: times of other programs do not count.
+double ProcessorSeconds();
+
 struct Work {
   std::function<bool()> run;              // returns whether the result was right
   std::function<void()> prepare = [] {};  // before each run, not timed
@@ -33,8 +36,7 @@ struct Cost {
 double MedianRatio(const Cost& one, const Cost& other);
 
 // Runs all tasks in turn, `turns` times after a first turn that is not timed, and returns a cost
-// for each. Times are processor times of the thread: those of other programs do not count. A wrong
-// result ends the program.
+// for each. Times are processor times of the thread. A wrong result ends the program.
 std::vector<Cost> SideBySide(const std::vector<Task>& tasks, int turns);
 
 // The largest resident size, in kilobytes, of a process of its own that runs the function. A
