@@ -41,6 +41,8 @@ for host in "$room/embed/found/embed" "$room/embed/by_pkg_config"; do
 done
 
 [ -e "$PKG_CONFIG_PATH/yqrtcluiterm.pc" ] || exit 0
+[[ $(<"$examples/../docs/embedding.md") == *"$(sed 's/^./    &/' "$examples/prompt/main.cc")"* ]] ||
+  { echo 'docs/embedding.md has another program than examples/prompt'; exit 1; }
 made prompt yqrtcluiterm
 hash tmux 2>/dev/null || exit 0
 
