@@ -116,12 +116,14 @@ SCM Enter() {
   return SCM_UNSPECIFIED;
 }
 
-// True when the text did not reach its end.
+// True when the text did not reach its end. What it wrote until then is not lost.
 SCM Leave() {
   Engine& engine = TheEngine();
   engine.text->running = false;
   scm_set_current_module(engine.text->module);
-  return scm_from_bool(engine.text->ending != Text::Good && engine.text->ending != Text::Failed);
+  const bool hasEnded = engine.text->ending == Text::Good || engine.text->ending == Text::Failed;
+  if (!hasEnded) FlushScheme();
+  return scm_from_bool(!hasEnded);
 }
 
 void* EnterText(void*) {
