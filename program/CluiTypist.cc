@@ -26,8 +26,8 @@ void CluiTypist::open(CluiEncoding& encoding, const std::string& language, CluiR
       session_->clearLine();
       width = static_cast<std::size_t>(session_->screen().width());
     } else if (lines_ != nullptr) {
-      lines_->flush();
-      width = lines_->screen().width();
+      lines_->print("");
+      width = lines_->width();
     }
     return isOnScreen ? width : 0;
   });

@@ -1,12 +1,15 @@
 #include "program/terminal/CluiLineSession.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 #include "program/CluiInterrupt.h"
 
 namespace {
+
+constexpr char ColoursVariable[] = "CLUI_COLOURS";
 
 CluiLineSession* TheSession = nullptr;
 
@@ -28,7 +31,8 @@ CluiLineSession* CluiLineSession::Current() {
 
 bool CluiLineSession::run(const std::string& greeting) {
   if (!prompt_.open(ScmVM::interrupt, CluiInterruptDescriptor())) return false;
-  if (!greeting.empty()) prompt_.screen().print(greeting + "\n");
+  readColours();
+  if (!greeting.empty()) print(greeting + "\n");
   std::string line;
   while (!settings_.leaves && typing_.parser() != nullptr) {
     prompt_.editor().setPrompts(settings_.prompts.ready, settings_.prompts.open);
@@ -40,21 +44,29 @@ bool CluiLineSession::run(const std::string& greeting) {
     } else {
       typing_.sendLine(line + "\n");
     }
-    if (CluiInterrupted()) prompt_.screen().print("interrupted\n");
-    flush();
+    if (CluiInterrupted()) print("interrupted\n");
   }
   CluiClearInterrupt();
   prompt_.close();
   return typing_.parser() != nullptr;
 }
 
-void CluiLineSession::flush() {
+void CluiLineSession::print(const std::string& text) {
   std::fflush(stdout);
+  prompt_.screen().forget();
+  prompt_.screen().print(text);
   prompt_.terminal().write(prompt_.screen().takeOutput());
 }
 
-// The language decides what that means for a question that it asked; a word without its arguments is
-// dropped first.
+void CluiLineSession::readColours() {
+  const char* const settings = std::getenv(ColoursVariable);
+  std::string error;
+  if (settings == nullptr || prompt_.editor().colours().read(settings, error)) return;
+  print(std::string(ColoursVariable) + ": " + error + "\n");
+}
+
+// The language decides what that means for a question that it asked; a word without its arguments
+// is dropped first.
 void CluiLineSession::interrupted() {
   if (typing_.parser()->tokenIsOpen() != 0) return YcluiGiveUp(*typing_.parser());
   YStatus status = {0};

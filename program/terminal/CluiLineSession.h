@@ -3,6 +3,7 @@
 #ifndef PROGRAM_TERMINAL_CLUILINESESSION_H_
 #define PROGRAM_TERMINAL_CLUILINESESSION_H_
 
+#include <cstddef>
 #include <string>
 
 #include "program/terminal/CluiTerminalSettings.h"
@@ -24,9 +25,11 @@ class CluiLineSession {
   // Greets the user with this line, unless it is empty, and reads lines until the user leaves.
   // False when the terminal cannot be used or the parser was deleted.
   bool run(const std::string& greeting);
-  YcluiScreen& screen() { return prompt_.screen(); }
-  // Writes what the screen has collected, while a command runs.
-  void flush();
+  // Writes lines while a command runs, after what it wrote, in rows of their own. An empty text
+  // only makes what is written next begin a row.
+  void print(const std::string& text);
+  // The columns of the window.
+  std::size_t width() const { return prompt_.screen().width(); }
   // The signal that ended the session, or 0.
   int endingSignal() const { return prompt_.terminal().endingSignal(); }
 
@@ -35,6 +38,7 @@ class CluiLineSession {
   CluiTerminalSettings& settings_;
   YcluiPrompt prompt_;
 
+  void readColours();
   void interrupted();
 };
 

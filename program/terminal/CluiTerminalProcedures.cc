@@ -53,10 +53,7 @@ void TerminalPrint(std::uint32_t, YStatus& status) {
   const char* text = Scm::VMEAssertIsAString(1, status, -1);
   if (!YStatusIsGood(status)) return;
   if (Session() != nullptr) Session()->screen().print(WideOf(text));
-  if (CluiLineSession* lines = CluiLineSession::Current()) {
-    lines->screen().print(text);
-    lines->flush();
-  }
+  if (CluiLineSession* lines = CluiLineSession::Current()) lines->print(text);
   Scm::StackPushNull();
 }
 
