@@ -183,7 +183,7 @@ void CluiDiagnostics::unreadable(const std::string& bytes, std::size_t number,
   ++outcome_.refused;
   report_.print({reading_.input(), number, fault.character + 1},
                 CluiFaultText(fault, options_.encoding) + L"; the line is skipped");
-  report_.show(CluiExcerptOf(encoding_.fromUser(bytes), fault.character));
+  report_.show(encoding_.fromUser(bytes), fault.character);
 }
 
 void CluiDiagnostics::warnOfArgument(const YcluiToken& token, int index,
@@ -206,5 +206,5 @@ void CluiDiagnostics::report(const CluiPlace& place, const std::wstring& message
 void CluiDiagnostics::reportAt(const CluiSpot& spot, const std::wstring& message) {
   report(reading_.placeOf(spot), message);
   if (spot.line == 0) return;
-  report_.show(CluiExcerptOf(reading_.lineOf(spot).characters(spot), spot.character));
+  report_.show(reading_.lineOf(spot).characters(spot), spot.character);
 }

@@ -1,6 +1,8 @@
 #include "program/CluiReport.h"
 
 #include <cstdio>
+#include <iterator>
+#include <string_view>
 
 #include "program/text/CluiWidth.h"
 #include "program/text/CluiWrap.h"
@@ -19,20 +21,60 @@ std::string HeadOf(const CluiPlace& place) {
   return head + ": ";
 }
 
+// The part of a line that is shown.
+struct Part {
+  std::size_t begin;
+  std::size_t end;
+};
+
+Part PartAround(std::size_t place, std::size_t length) {
+  const bool whole = length <= WholeAtMost;
+  return {whole || place <= Around ? 0 : place - Around,
+          whole || length - place <= Around ? length : place + Around};
+}
+
+// The most that fits into so many columns with a mark on both sides, when not all of it does.
+Part PartOnScreen(std::wstring_view line, std::size_t place, std::size_t columns) {
+  const auto widthAt = [&](std::size_t i) {
+    return static_cast<std::size_t>(CluiWidthOf(line[i]));
+  };
+  if (static_cast<std::size_t>(CluiWidthOf(line)) < columns) return {0, line.size()};
+  constexpr std::size_t Marks = 2 * (std::size(Cut) - 1);
+  std::size_t room = columns > Marks + 2 ? columns - Marks - 1 : 1;
+  Part part = {place, place};
+  for (bool grows = true; grows;) {
+    grows = false;
+    if (part.end < line.size() && widthAt(part.end) <= room) {
+      room -= widthAt(part.end++);
+      grows = true;
+    }
+    if (part.begin > 0 && widthAt(part.begin - 1) <= room) {
+      room -= widthAt(--part.begin);
+      grows = true;
+    }
+  }
+  return part;
+}
+
+wchar_t ShownAs(wchar_t c, bool onScreen) {
+  if (c == L'\t') return onScreen ? L' ' : c;
+  return CluiIsControl(c) ? L'?' : c;
+}
+
 }  // namespace
 
-CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
+CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character, std::size_t columns) {
   std::size_t length = line.size();
   while (length > 0 && (line[length - 1] == L'\n' || line[length - 1] == L'\r')) --length;
   const std::size_t place = character < length ? character : length;
-  const bool whole = length <= WholeAtMost;
-  const std::size_t from = whole || place <= Around ? 0 : place - Around;
-  const std::size_t to = whole || length - place <= Around ? length : place + Around;
+  const Part part = columns == 0
+                        ? PartAround(place, length)
+                        : PartOnScreen(std::wstring_view(line).substr(0, length), place, columns);
   CluiExcerpt excerpt;
-  if (from > 0) excerpt.text = Cut;
+  if (part.begin > 0) excerpt.text = Cut;
   excerpt.caret.assign(excerpt.text.size(), L' ');
-  for (std::size_t i = from; i < to; ++i) {
-    const wchar_t c = line[i] != L'\t' && CluiIsControl(line[i]) ? L'?' : line[i];
+  for (std::size_t i = part.begin; i < part.end; ++i) {
+    const wchar_t c = ShownAs(line[i], columns > 0);
     excerpt.text += c;
     if (i >= place) continue;
     if (c == L'\t') {
@@ -41,7 +83,7 @@ CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character) {
       excerpt.caret.append(static_cast<std::size_t>(CluiWidthOf(c)), L' ');
     }
   }
-  if (to < length) excerpt.text += Cut;
+  if (part.end < length) excerpt.text += Cut;
   excerpt.caret += L'^';
   return excerpt;
 }
@@ -57,8 +99,8 @@ void CluiReport::print(const std::wstring& message) {
   print(CluiPlace(), message);
 }
 
-void CluiReport::show(const CluiExcerpt& excerpt) {
-  clearTerminal();
+void CluiReport::show(const std::wstring& line, std::size_t character) {
+  const CluiExcerpt excerpt = CluiExcerptOf(line, character, clearTerminal());
   write(encoding_.toUser(excerpt.text));
   write(encoding_.toUser(excerpt.caret));
 }

@@ -26,10 +26,11 @@ struct CluiExcerpt {
   std::wstring caret;
 };
 
-// The excerpt of `line` around the character at index `character`. A long line is cut on both sides
-// of it. The caret is placed by display width, after the same tabs as in the line. Control
-// characters are shown as "?".
-CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character);
+// The excerpt of `line` around the character at index `character`, for a screen of so many columns,
+// or 0 for no screen. A long line is cut on both sides of it. The caret is placed by display width,
+// after the same tabs as in the line, which are blanks on a screen. Control characters are shown as
+// "?".
+CluiExcerpt CluiExcerptOf(const std::wstring& line, std::size_t character, std::size_t columns);
 
 class CluiReport {
  public:
@@ -41,7 +42,8 @@ class CluiReport {
   void print(const CluiPlace& place, const std::wstring& message);
   // The message alone.
   void print(const std::wstring& message);
-  void show(const CluiExcerpt& excerpt);
+  // Prints an excerpt of the line.
+  void show(const std::wstring& line, std::size_t character);
   // Sets a function that is called before each message to clear other output from the terminal. It
   // returns the width at which messages are wrapped, or 0 for none.
   void setBefore(std::function<std::size_t()> before) { before_ = std::move(before); }
