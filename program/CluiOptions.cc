@@ -13,7 +13,7 @@ constexpr char Help[] =
        clui --show [--encoding NAME] RECORDING...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
-without a FILE, input is read as it is typed, word by word.
+without a FILE, lines are typed with editing, completion and a history.
 
   -e TEXT            read TEXT as a line, before any FILE; may be repeated.
                      Standard input is then read only if - is given
@@ -26,7 +26,7 @@ without a FILE, input is read as it is typed, word by word.
                      (default); comment, in comments; silent, not at all
       --play         play each FILE back as a recording
       --show         print recordings, converted to the encoding
-  -q, --quiet        no progress and no summary
+  -q, --quiet        no progress, no summary and no greeting
       --every        report every refused word; by default the first of a line
                      and the number of the others
       --trace        print every token and whether it is accepted, every echo
