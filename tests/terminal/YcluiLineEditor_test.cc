@@ -1,0 +1,202 @@
+// What keys do to a line, and what a user sees of it.
+
+#include "terminal/YcluiLineEditor.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/WorkingFolder.h"
+#include "tests/terminal/EditorSession.h"
+
+namespace {
+
+struct Row {
+  const char* keys;
+  const char* seen;
+};
+
+template <std::size_t N>
+void Check(const Row (&rows)[N], const std::string& history = "") {
+  for (const Row& row : rows) {
+    EditorSession session(history);
+    EXPECT_EQ(session.type(row.keys), row.seen) << row.keys;
+  }
+}
+
+TEST(LineEditor, Edits) {
+  Check({
+      {"ab cd<Left><Left><Right>x", "ab cx|d"},
+      {"ab<Home>x<End>y<Home><Left>", "|xaby !"},
+      {"ab cd<C-a><C-f>x<C-e><C-b>y", "axb cy|d"},
+      {"abc<Home><Delete><End><C-b><C-d>", "b|"},
+      {"abc<Left><BS><BS><BS>", "|c !"},
+      {"ab cd<Left><C-k><Home><C-y>", "d|ab c"},
+      {"ab cd<Left><C-u><C-y><C-y>", "ab cab c|d"},
+      {"ab, cd<C-w><C-w>", "|"},
+      {"ab, cd<M-BS><M-BS>", "|"},
+      {"x.y zz<M-b><M-b><M-d>", "x.| zz"},
+      {"x.y zz<WordLeft><WordLeft>!<WordRight>?", "x.!y? zz|"},
+      {"ab cd<Home><M-f><C-k><M-d>", "ab| !"},
+      {"abc<C-t><Left><Left><C-t>", "cab|"},
+      {"1 2 3<C-w><Left><C-w><C-y><M-y>", "1 3| "},
+      {"ab<M-y>", "ab| !"},
+      {"ab cd<C-_>", "ab | "},
+      {"ab<C-_><C-_>", "| !"},
+      {"ab<C-_><M-_><M-_>", "ab| !"},
+      {"ab<C-g>", "ab| !"},
+      {"ab<M-q>", "ab| !"},
+      {"ab<C-l>", "ab| = Clear"},
+      {"ab<C-z>", "ab| = Suspend"},
+      {"ab<C-c>", "ab| = Interrupt"},
+      {"ab<C-d>", "ab| !"},
+      {"<C-d>", "| = Leave"},
+      {"<P:go\nstop>", "go\nstop|"},
+      {"<P:go\nstop><Return>", "go\nstop| = Line"},
+      {"go # why?<Return>", "go # why?| = Line"},
+      {"<Return>", "| = Line"},
+  });
+}
+
+TEST(LineEditor, Completes) {
+  Check({
+      {"sto<Tab>", "stop |"},
+      {"sto<Tab> x", "stop x|"},
+      {"bo<Tab>", "box:|{ WIDTH: an integer from 1 to 100, in metres}"},
+      {"sto x<Left><Left><Tab>", "stop |x"},
+      {"g<Tab>", "go|"},
+      {"g<Tab><Tab>", "go| / [go]    goes / gone"},
+      {"xyz<Tab>", "xyz| !"},
+      {"box: 1<Tab>", ""},
+      {"un<Tab><Tab>", "un| / anywhere: / [undo]  takes back / unit"},
+      {"t<Tab>", "twice |"},
+      {"GO<Tab>", ""},
+      {"<Tab>", ""},
+      {"<Tab><Tab>", ""},
+      {"<Tab><Tab><Tab><Tab><Return>", "box:|{ WIDTH: an integer from 1 to 100, in metres}"},
+      {"<Tab><Tab><BackTab><Return>", "big |"},
+      {"<Tab><Tab><Down><Down><Up><Return>", ""},
+      {"<Tab><Tab><Right><Left><Return>", ""},
+      {"<Tab><Tab><Escape>", "|"},
+      {"<Tab><Tab>s", "s|{top }"},
+      {"?", ""},
+      {"?s", "s|{top }"},
+      {"g?", "g| / go    goes / gone"},
+      {"nix?", "nix| !"},
+      {"box: ?", "box: |{WIDTH: an integer from 1 to 100, in metres} / x"},
+      {"paint: ?", ""},
+      {"paint: who?", "paint: who?|"},
+      {"go # ?", "go # ?|"},
+      {"${?", "${| / width  window"},
+      {"${wi<Tab><Tab><Tab><Return>", "${window}|"},
+      {"box: ${wid<Tab>", "box: ${width}|"},
+      {"box: ${wid}<Left><Tab>", "box: ${width|}"},
+      {"paint: r<Tab>", "paint: red|"},
+      {"paint: R<Tab>", "paint: red|"},
+      {"paint: s<Tab>", ""},
+      {"paint: se<Tab><Tab>", ""},
+      {"paint: se<Tab><Tab><Tab><Return>", ""},
+      {"paint: sa<Tab>", "paint: \"say \\\"x\\\"\"|"},
+      {"paint: \"r<Tab>", "paint: \"red\"|"},
+      {"paint: \"r\"<Left><Tab>", "paint: \"red|\""},
+      {"paint: 'r<Tab>", "paint: \"red\"|"},
+  });
+}
+
+TEST(LineEditor, CompletesFileNames) {
+  WorkingFolder folder;
+  std::filesystem::create_directory("plans");
+  WriteFile("plans/house one.cmd", "");
+  WriteFile("plain", "");
+  WriteFile(".hidden", "");
+  Check({
+      {"load: <Tab>", "load: pla|"},
+      {"load: pla<Tab><Tab>", ""},
+      {"load: plan<Tab>", "load: plans/|"},
+      {"load: plans/<Tab>", "load: \"plans/house one.cmd\"|"},
+      {"load: plans/h<Right>", "load: \"plans/house one.cmd\"|"},
+      {"load: .<Tab>", "load: .hidden|"},
+      {"load: none<Tab>", ""},
+  });
+}
+
+TEST(LineEditor, Hints) {
+  Check(
+      {
+          {"s", "s|{top }"},
+          {"s<Right>", "stop |"},
+          {"sx<Left>", "s|x"},
+          {"s<End><Left><End>", "stop |"},
+          {"go", "go|{ # first}"},
+          {"go<End>", "go # first|"},
+          {"box:", "box:|{ WIDTH: an integer from 1 to 100, in metres}"},
+          {"box: <Right>", "box: |{WIDTH: an integer from 1 to 100, in metres} !"},
+          {"box: 1,", "box: 1,|{ HEIGHT: an integer}"},
+          {"box: 1, ", "box: 1, |{HEIGHT: an integer}"},
+          {"wait: ", "wait: |{SECONDS: a number from 0.5}"},
+          {"box: 500", "box: 500|{ out of range: 1 to 100}"},
+          {"box: 50", "box: 50|"},
+          {"box: 500,2 red", "box: 500,2 red| / WIDTH: 500 is out of range: 1 to 100"},
+          {"box: 500,2 red<Return>", "box: 500,2 red| = Line"},
+          {"wait: 0.1", "wait: 0.1|{ out of range: 0.5 or more}"},
+          {"paint: re", "paint: re|{d}"},
+          {"paint: RE<Right>", "paint: red|"},
+          {"paint: \"sea b", "paint: \"sea b|{lue\"}"},
+          {"paint: sa", "paint: sa|"},
+      },
+      "go # first\n");
+}
+
+TEST(LineEditor, RecallsLines) {
+  Check(
+      {
+          {"<Up>", "stop # b|"},
+          {"<Up><Up><Down>", "stop # b|"},
+          {"<Up><Down>", "|"},
+          {"go<Up><Up>", "go # a|"},
+          {"go<Up><Up><Up>", "go # a| !"},
+          {"go<Up><Down>", ""},
+          {"<Down>", "| !"},
+          {"<C-p><C-p><C-n>", "stop # b|"},
+          {"<C-r>", "search \"\": |"},
+          {"x<C-r># a", "search \"# a\": go |# a"},
+          {"<C-r>go<C-r>", "search \"go\": |go # a"},
+          {"<C-r>go<C-r><C-s>", "search \"go\": |gone # c"},
+          {"<C-r>go<C-r><C-r>", "search \"go\": |go # a / no older line contains \"go\" !"},
+          {"<C-r>goz", "search \"goz\": |gone # c / no line contains \"goz\" !"},
+          {"<C-r>goz<BS>", "search \"go\": |gone # c"},
+          {"<C-r><BS>", "search \"\": | !"},
+          {"ab<Left><C-r># a<C-g>", "a|b"},
+          {"ab<C-r># a<C-c>", "ab|"},
+          {"ab<C-r># a<C-g><C-_>", "| !"},
+          {"ab<C-r># a<Escape>", "go |# a"},
+          {"ab<C-r># a<Escape><C-_>", "ab|"},
+          {"ab<C-r># a<End>", "go # a|"},
+          {"ab<C-r># a<Return>", "go # a| = Line"},
+          {"ab<C-r># a<C-k>", "go |"},
+          {"go # x<Return><Up>", "go # x|"},
+          {" stop # x<Return><Up>", "stop # b|"},
+          {"xyz<Return><C-c><Up>", "xyz|"},
+          {"half<C-c><Up>", "half|"},
+          {"half<C-d><C-u>", "|"},
+      },
+      "go # a\ngone # c\nstop # b\n");
+}
+
+TEST(LineEditor, KeepsALineWithAMistake) {
+  Check({
+      {"stop nix go<Return>", ""},
+      {"box: 1,x red<Return>", ""},
+      {"box: 1,2 stop<Return>", ""},
+      {"paint: \"red<Return>", ""},
+      {"go nix<Return>", "go nix| = Line"},
+      {"nix go<Return>", ""},
+      {"box: 1,<Return>", "box: 1,\n|{HEIGHT: an integer}"},
+      {"box: 1,<Return>2 red<Return>", "box: 1,\n2 red| = Line"},
+      {"box: <Return>", ""},
+      {"at: 1,<Return>", ""},
+      {"load:<Return>", ""},
+      {"box: 1,2<Return>s", "s|"},
+      {"box: 1,2<Return>re", "re|{d }"},
+  });
+}
+
+}  // namespace
