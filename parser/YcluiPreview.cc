@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <new>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "foundation/YMemory.h"
 #include "foundation/YString.h"
 #include "lex/YcluiVariable.h"
+#include "parser/YcluiCandidateIndex.h"
 #include "parser/YcluiCandidates.h"
 #include "parser/YcluiParser.h"
 #include "parser/YcluiParserCore.h"
@@ -52,7 +51,7 @@ class YcluiPreviewCore {
     pieces.read(trial_, view());
     leavesCommand = trial_.isInCommand();
     typing = YcluiTyping();
-    candidates.clear();
+    candidates.selectNone();
   }
   void at(std::uint32_t offset);
   int findCandidates();
@@ -60,9 +59,19 @@ class YcluiPreviewCore {
   YcluiPieces pieces;
   bool leavesCommand = false;
   YcluiTyping typing;
-  std::vector<YcluiCandidate, YAllocator<YcluiCandidate>> candidates;
+  YcluiCandidateIndex candidates;
 
  private:
+  // What the candidates depend on. Anywhere-words are only ever added to a root.
+  struct Place {
+    const YcluiSyntaxNode* node = nullptr;  // null: nothing is cached
+    std::uint64_t generation = 0;
+    std::uint64_t wordChanges = 0;
+    const YcluiSyntaxNode* anywhere = nullptr;
+    std::size_t anywhereCount = 0;
+    bool operator==(const Place&) const = default;
+  };
+
   const YcluiParserCore& parser_;
   YcluiTrial trial_;
   YcluiTrial trialAt_;  // of the text in front of what is being typed
@@ -71,17 +80,17 @@ class YcluiPreviewCore {
   YString prefix_;  // what the span has up to the offset, in lower case
   YcluiCandidates words_{&YcluiNfa::acceptingNodes};
   YcluiCandidates::Words found_;
-  using Order = std::pair<const char*, std::size_t>;
-  std::vector<Order, YAllocator<Order>> order_;
+  Place indexed_;  // of the candidates
 
   std::string_view view() const { return {text_.buffer, text_.length}; }
   bool canGrow(const YcluiPiece& piece, std::uint32_t offset) const;
   void setVariable(std::size_t begin, std::uint32_t offset);
   void describe();
+  Place place() const;
+  void indexWords(std::string_view prefix);
   void addWords(std::size_t anywhere);
-  void addAliases();
+  void addAliases(std::string_view prefix);
   void addVariables();
-  bool begins(const char* name) const;
 };
 
 // --- What is being typed
@@ -97,7 +106,7 @@ bool YcluiPreviewCore::canGrow(const YcluiPiece& piece, std::uint32_t offset) co
 
 void YcluiPreviewCore::at(std::uint32_t offset) {
   typing = YcluiTyping();
-  candidates.clear();
+  candidates.selectNone();
   offset = std::min(offset, static_cast<std::uint32_t>(text_.length));
   typing.begin = typing.end = offset;
   int index = offset == 0 ? -1 : pieces.indexAt(offset - 1);
@@ -150,64 +159,81 @@ void YcluiPreviewCore::describe() {
 
 // --- Candidates
 
-bool YcluiPreviewCore::begins(const char* name) const {
-  return std::string_view(name).starts_with({prefix_.buffer, prefix_.length});
+int YcluiPreviewCore::findCandidates() {
+  candidates.selectNone();
+  const std::string_view prefix{prefix_.buffer, prefix_.length};
+  if (typing.kind == YcluiTypingVariable) {
+    addVariables();
+  } else if (typing.kind == YcluiTypingWord) {
+    const Place here = place();
+    if (here.node == nullptr) {
+      indexWords(prefix);
+    } else if (!(here == indexed_)) {
+      indexWords("");
+    }
+    indexed_ = here;
+  } else {
+    return 0;
+  }
+  candidates.select(prefix);
+  return static_cast<int>(candidates.count());
 }
 
-int YcluiPreviewCore::findCandidates() {
+// Which words an interrupted command admits is asked anew each time.
+YcluiPreviewCore::Place YcluiPreviewCore::place() const {
+  Place place;
+  const YcluiNfa& walker = trialAt_.walker();
+  if (trialAt_.interrupted() != nullptr || walker.isTerminated() != 0) return place;
+  place.node = walker.place();
+  place.generation = walker.generation();
+  place.wordChanges = parser_.lexer->wordChanges();
+  place.anywhere = parser_.frames.indefiniteRoot();
+  for (YcluiSuccessorIterator i(*place.anywhere); i.ring != nullptr; ++i) ++place.anywhereCount;
+  return place;
+}
+
+void YcluiPreviewCore::indexWords(std::string_view prefix) {
   candidates.clear();
-  if (typing.kind == YcluiTypingVariable) addVariables();
-  if (typing.kind != YcluiTypingWord) return static_cast<int>(candidates.size());
-  const std::string_view prefix{prefix_.buffer, prefix_.length};
   words_.findAdmitted(trialAt_.walker(), trialAt_.interrupted(), *parser_.lexer, prefix, found_);
   const std::size_t anywhere = found_.size();
   YcluiCandidates::AddSuccessors(*parser_.frames.indefiniteRoot(), *parser_.lexer, prefix, found_);
   addWords(anywhere);
-  addAliases();
-  return static_cast<int>(candidates.size());
+  addAliases(prefix);
+  candidates.sort();
 }
 
-// Each name once, where it was found first. A record of the dictionary has its name in one place.
+// Those whose name finds them.
 void YcluiPreviewCore::addWords(std::size_t anywhere) {
-  order_.clear();
-  for (std::size_t i = 0; i < found_.size(); ++i) order_.emplace_back(found_[i], i);
-  std::sort(order_.begin(), order_.end());
-  const auto isSame = [](const Order& a, const Order& b) { return a.first == b.first; };
-  order_.erase(std::unique(order_.begin(), order_.end(), isSame), order_.end());
-  const auto isEarlier = [](const Order& a, const Order& b) { return a.second < b.second; };
-  std::sort(order_.begin(), order_.end(), isEarlier);
-  for (const auto& [name, index] : order_) {
-    const YcluiKeyword* record = parser_.lexer->keyword(name);
-    if (record == nullptr || record->name() != name) continue;
-    const auto kind = index < anywhere ? YcluiCandidateNext : YcluiCandidateAnywhere;
-    candidates.push_back({name, kind, record->id()});
+  for (std::size_t i = 0; i < found_.size(); ++i) {
+    const YcluiKeyword* record = parser_.lexer->keyword(found_[i]);
+    if (record == nullptr || record->name() != found_[i]) continue;
+    const auto kind = i < anywhere ? YcluiCandidateNext : YcluiCandidateAnywhere;
+    candidates.add({found_[i], kind, record->id()});
   }
 }
 
-void YcluiPreviewCore::addAliases() {
+void YcluiPreviewCore::addAliases(std::string_view prefix) {
   const YDictionary* words = parser_.lexer->words();
   if (words == nullptr) return;
   for (YAssocSetItr i(*words); i.item != nullptr; ++i) {
     const auto* record = static_cast<const YcluiKeyword*>(i.item);
-    if (record->type() != YcluiTokenAlias || !begins(record->name())) continue;
-    candidates.push_back({record->name(), YcluiCandidateAlias, YcluiIdAlias});
+    if (record->type() != YcluiTokenAlias || !record->nameView().starts_with(prefix)) continue;
+    candidates.add({record->name(), YcluiCandidateAlias, YcluiIdAlias});
   }
 }
 
 // Those that the text sets are known, too.
 void YcluiPreviewCore::addVariables() {
-  const YDictionary* shared = parser_.lexer->variables();
-  const YDictionary* own = trialAt_.lexer().variables();
-  if (shared == nullptr || own == nullptr) return;
-  for (YAssocSetItr i(*shared); i.item != nullptr; ++i) {
-    const char* name = static_cast<const YcluiVariable*>(i.item)->name();
-    if (begins(name)) candidates.push_back({name, YcluiCandidateVariable, YcluiIdNone});
+  candidates.clear();
+  indexed_ = Place();
+  for (const YDictionary* names : {parser_.lexer->variables(), trialAt_.lexer().variables()}) {
+    if (names == nullptr) continue;
+    for (YAssocSetItr i(*names); i.item != nullptr; ++i) {
+      const char* name = static_cast<const YcluiVariable*>(i.item)->name();
+      candidates.add({name, YcluiCandidateVariable, YcluiIdNone});
+    }
   }
-  for (YAssocSetItr i(*own); i.item != nullptr; ++i) {
-    const char* name = static_cast<const YcluiVariable*>(i.item)->name();
-    if (!begins(name) || parser_.lexer->variable(name) != nullptr) continue;
-    candidates.push_back({name, YcluiCandidateVariable, YcluiIdNone});
-  }
+  candidates.sort();
 }
 
 // --- The operations
@@ -258,5 +284,5 @@ int YcluiPreview::findCandidates() {
 }
 
 const YcluiCandidate& YcluiPreview::candidate(int index) const {
-  return core_->candidates[static_cast<std::size_t>(index)];
+  return core_->candidates.at(static_cast<std::size_t>(index));
 }

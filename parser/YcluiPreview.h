@@ -142,12 +142,12 @@ class YQRT_API YcluiPreview {
   // much as reading the text up to there.
   const YcluiTyping& at(std::uint32_t offset);
   // The words or variables that can be there and continue what the span has up to the offset, in
-  // any case of ASCII letters: of the last call of `at`. First words that continue the command, in
-  // the walker's order, then those that are accepted anywhere, then aliases; each name once. Words
-  // that the interrupted command would not admit are left out, and so are words whose name finds
-  // another word. For an argument and for nothing there are none; see YcluiHelp for its values.
-  // The first call costs all words that could come there, further ones in the same place what they
-  // find.
+  // any case of ASCII letters: of the last call of `at`. First words that continue the command,
+  // then those that are accepted anywhere, then aliases; in the order of their names, each name
+  // once. Words that the interrupted command would not admit are left out, and so are words whose
+  // name finds another word. For an argument and for nothing there are none; see YcluiHelp for its
+  // values. The first call in a place costs all words that could come there, further ones hardly
+  // anything, whatever they find.
   int findCandidates();
   // REQUIRES: 0 <= index < what findCandidates returned.
   const YcluiCandidate& candidate(int index) const;

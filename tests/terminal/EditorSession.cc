@@ -10,13 +10,20 @@
 namespace {
 
 const std::map<std::string_view, YcluiKeyName> Names = {
-    {"Left", YcluiKeyName::Left},         {"Right", YcluiKeyName::Right},
-    {"Up", YcluiKeyName::Up},             {"Down", YcluiKeyName::Down},
-    {"Home", YcluiKeyName::Home},         {"End", YcluiKeyName::End},
-    {"Delete", YcluiKeyName::Delete},     {"BS", YcluiKeyName::Backspace},
-    {"Tab", YcluiKeyName::Tab},           {"BackTab", YcluiKeyName::BackTab},
-    {"Return", YcluiKeyName::Return},     {"Escape", YcluiKeyName::Escape},
-    {"WordLeft", YcluiKeyName::WordLeft}, {"WordRight", YcluiKeyName::WordRight},
+    {"Left", YcluiKeyName::Left},
+    {"Right", YcluiKeyName::Right},
+    {"Up", YcluiKeyName::Up},
+    {"Down", YcluiKeyName::Down},
+    {"Home", YcluiKeyName::Home},
+    {"End", YcluiKeyName::End},
+    {"Delete", YcluiKeyName::Delete},
+    {"BS", YcluiKeyName::Backspace},
+    {"Tab", YcluiKeyName::Tab},
+    {"BackTab", YcluiKeyName::BackTab},
+    {"Return", YcluiKeyName::Return},
+    {"Escape", YcluiKeyName::Escape},
+    {"WordLeft", YcluiKeyName::WordLeft},
+    {"WordRight", YcluiKeyName::WordRight},
 };
 
 YcluiKey KeyOf(std::string_view name) {
@@ -52,7 +59,8 @@ std::vector<YcluiKey> KeysOf(std::string_view keys) {
       keys.remove_prefix(end + 1);
     } else {
       const std::size_t length = YcluiCells(keys)[0].end;
-      list.push_back({YcluiKey::Text, YcluiKeyName::None, '\0', std::string(keys.substr(0, length))});
+      list.push_back(
+          {YcluiKey::Text, YcluiKeyName::None, '\0', std::string(keys.substr(0, length))});
       keys.remove_prefix(length);
     }
   }
@@ -71,8 +79,7 @@ void EditorSession::declare() {
   Declare(lex, Words);
   parser.setSyntaxGraph(SyntaxOf(lex, Syntax).release());
   for (const char* word : Anywhere) {
-    parser.addIndefiniteNode(
-        new YcluiSyntaxNode(static_cast<std::uint32_t>(IdOfWord(lex, word))));
+    parser.addIndefiniteNode(new YcluiSyntaxNode(static_cast<std::uint32_t>(IdOfWord(lex, word))));
   }
   parser.interpret("${width}=5 ${window}=7 ");
   const auto id = [&lex](const char* word) {
@@ -112,7 +119,7 @@ std::string EditorSession::type(const std::string& keys) {
 }
 
 std::string EditorSession::seen(YcluiLineEditor::Request request) {
-  static const char* const requests[] = {"",        " = Line",    " = Leave", " = Interrupt",
+  static const char* const requests[] = {"",           " = Line", " = Leave", " = Interrupt",
                                          " = Suspend", " = Clear"};
   YcluiPicture picture = editor.picture();
   editor.addRows(picture, 60, room);
