@@ -1,7 +1,9 @@
 #include "terminal/YcluiFileNames.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 #include "foundation/YFileName.h"
 
@@ -11,6 +13,7 @@ void YcluiFindFileNames(const std::string& typed, YString_Array& names) {
   const std::size_t slash = typed.rfind('/');
   const std::string folder = slash == std::string::npos ? "" : typed.substr(0, slash + 1);
   const std::string beginning = typed.substr(folder.size());
+  std::vector<std::string> found;
   std::error_code error;
   const std::string path = YFileName::FromText(folder.empty() ? "." : folder);
   for (fs::directory_iterator i(path, error); !error && i != fs::directory_iterator();
@@ -20,6 +23,8 @@ void YcluiFindFileNames(const std::string& typed, YString_Array& names) {
     const bool isHidden = name.starts_with('.') && !beginning.starts_with('.');
     if (isHidden || !name.starts_with(beginning)) continue;
     std::error_code unknown;
-    names.end().assign((folder + name + (i->is_directory(unknown) ? "/" : "")).c_str());
+    found.push_back(folder + name + (i->is_directory(unknown) ? "/" : ""));
   }
+  std::sort(found.begin(), found.end());
+  for (const std::string& name : found) names.end().assign(name.c_str());
 }

@@ -1,6 +1,7 @@
 #include "terminal/YcluiLineEditor.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "foundation/YCharacters.h"
 #include "terminal/YcluiMistake.h"
@@ -23,6 +24,29 @@ bool IsInCommand(const YcluiParser& parser) {
   return parser.numberOfToken() > 0 || parser.tokenIsOpen() != 0 || parser.nestingDepth() > 1;
 }
 
+// Whether nothing but white space, comments and commas follows the piece.
+bool IsLast(const YcluiPreview& preview, int index) {
+  for (int i = index + 1; i < preview.count(); ++i) {
+    const YcluiPieceKind kind = preview.piece(i).kind;
+    if (kind != YcluiPieceBlank && kind != YcluiPieceComment && kind != YcluiPiecePunctuation) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// Whether the text ends behind a comma between arguments, or inside a point.
+bool GoesOn(const YcluiPreview& preview) {
+  if (preview.ending() == YcluiEndsAfterComma || preview.ending() == YcluiEndsInPoint) return true;
+  if (preview.ending() != YcluiEndsInToken) return false;
+  int last = preview.count() - 1;
+  while (last >= 0 && (preview.piece(last).kind == YcluiPieceBlank ||
+                       preview.piece(last).kind == YcluiPieceComment)) {
+    --last;
+  }
+  return last >= 0 && preview.piece(last).kind == YcluiPiecePunctuation;
+}
+
 }  // namespace
 
 YcluiLineEditor::YcluiLineEditor(const YcluiParser& parser, YcluiHistory& history)
@@ -39,22 +63,28 @@ void YcluiLineEditor::begin() {
   dropRows();
   searches_ = tabbed_ = rings_ = false;
   preview();
+  updateHint();
 }
 
 void YcluiLineEditor::dropRows() {
   message_.clear();
+  note_.clear();
   list_.close();
 }
 
 YcluiLineEditor::Request YcluiLineEditor::handle(const YcluiKey& key) {
   rings_ = false;
   message_.clear();
+  followsBlank_ = std::exchange(addedBlank_, false);
   const bool wasTab = IsNamed(key, YcluiKeyName::Tab);
   if (!wasTab) tabbed_ = false;
   if (!list_.selects() && !wasTab) list_.close();
   const Request request = searches_         ? search(key)
                           : list_.selects() ? chooseFromList(key)
                                             : edit(key);
+  const bool isOver =
+      request == Request::Line || request == Request::Leave || request == Request::Interrupt;
+  if (isOver) return request;
   if (buffer_.text() != previewed_) preview();
   updateHint();
   return request;
@@ -63,7 +93,6 @@ YcluiLineEditor::Request YcluiLineEditor::handle(const YcluiKey& key) {
 void YcluiLineEditor::preview() {
   previewed_ = buffer_.text();
   preview_.read(previewed_.c_str());
-  updateHint();
 }
 
 // --- Keys
@@ -205,7 +234,9 @@ void YcluiLineEditor::editByAlt(char letter) {
   }
 }
 
+// The blank that a completed word has got is often typed, too.
 void YcluiLineEditor::type(const std::string& bytes) {
+  if (bytes == " " && followsBlank_) return;
   if (asksForList(bytes)) {
     openList(false);
   } else {
@@ -216,15 +247,14 @@ void YcluiLineEditor::type(const std::string& bytes) {
 // --- The end of the line
 
 // A line that is certain to be refused stays, with the cursor at the mistake. After a comma it goes
-// on, as it does in a file.
+// on, as it does in a file; what is missing there is no mistake yet.
 YcluiLineEditor::Request YcluiLineEditor::finish() {
-  const YcluiTextEnding ending = preview_.ending();
-  if (ending == YcluiEndsAfterComma || ending == YcluiEndsInPoint) {
+  const int mistake = YcluiFirstMistake(preview_);
+  if (GoesOn(preview_) && (mistake < 0 || IsLast(preview_, mistake))) {
     buffer_.end();
     buffer_.insert("\n");
     return Request::None;
   }
-  const int mistake = YcluiFirstMistake(preview_);
   if (mistake < 0) return drop(Request::Line);
   const YcluiPiece piece = preview_.piece(mistake);
   message_ = YcluiMistakeText(preview_, offers_, buffer_.text(), mistake);
@@ -236,18 +266,24 @@ YcluiLineEditor::Request YcluiLineEditor::finish() {
 YcluiLineEditor::Request YcluiLineEditor::drop(Request request) {
   history_.add(buffer_.text());
   hint_.clear();
+  unfinished_ = Nowhere;
   dropRows();
   return request;
 }
 
 // --- Completion
 
-// A question mark is a question where it cannot be part of a text.
+// A question mark is a question where it cannot be part of a text or of a word.
 bool YcluiLineEditor::asksForList(const std::string& bytes) {
   if (bytes != "?") return false;
   const YcluiTyping& typing = preview_.at(static_cast<std::uint32_t>(buffer_.cursor()));
   if (typing.kind == YcluiTypingArgument) return typing.type != YcluiValueString;
-  return typing.kind == YcluiTypingWord || typing.kind == YcluiTypingVariable;
+  if (typing.kind != YcluiTypingWord) return typing.kind == YcluiTypingVariable;
+  offers_.find(preview_, buffer_.text(), buffer_.cursor());
+  for (std::size_t i = 0; i < offers_.count(); ++i) {
+    if (offers_.at(i).name[offers_.end() - offers_.begin()] == '?') return false;
+  }
+  return true;
 }
 
 void YcluiLineEditor::openList(bool selects) {
@@ -276,7 +312,9 @@ void YcluiLineEditor::complete() {
 }
 
 void YcluiLineEditor::takeOffer(std::size_t index) {
-  buffer_.replace(offers_.begin(), offers_.end(), offers_.inserted(index));
+  const std::string text = offers_.inserted(index);
+  buffer_.replace(offers_.begin(), offers_.endFor(text), text);
+  addedBlank_ = text.ends_with(' ');
 }
 
 YcluiLineEditor::Request YcluiLineEditor::chooseFromList(const YcluiKey& key) {
@@ -306,33 +344,54 @@ YcluiLineEditor::Request YcluiLineEditor::chooseFromList(const YcluiKey& key) {
 // argument begins, what it is.
 void YcluiLineEditor::updateHint() {
   hint_.clear();
-  hintIsText_ = false;
-  if (list_.isOpen() || searches_) return;
+  hintTakes_ = Taken::Nothing;
   unfinished_ = Nowhere;
-  offers_.find(preview_, buffer_.text(), buffer_.cursor());
-  if (!offers_.isFresh() && !offers_.empty()) unfinished_ = buffer_.cursor();
+  note_.clear();
+  if (searches_) return;
+  updateNotes();
+  if (list_.isOpen()) return;
+  offers_.locate(preview_, buffer_.text(), buffer_.cursor());
+  if (!offers_.isFresh()) offers_.findHere(preview_);
+  if (!offers_.empty()) unfinished_ = buffer_.cursor();
   if (preview_.ending() == YcluiEndsInPoint) unfinished_ = buffer_.text().size();
-  if (!buffer_.isAtEnd() || buffer_.empty()) return;
-  const std::size_t typed = offers_.end() - offers_.begin();
+  if (!buffer_.isAtEnd() || buffer_.empty() || !message_.empty() || !hint_.empty()) return;
   if (offers_.isFresh() && offers_.typing().kind == YcluiTypingArgument) {
-    const bool isApart = buffer_.text().ends_with(' ');
+    const bool isApart = YcluiCells::IsSpace(static_cast<unsigned char>(buffer_.text().back()));
     hint_ = (isApart ? "" : " ") + offers_.argumentText();
     return;
   }
-  if (typed > 0 && offers_.count() == 1) {
-    hint_ = offers_.inserted(0).substr(typed);
-    if (hint_ == " ") hint_.clear();
+  if (offers_.count() == 1) {
+    hint_ = offers_.rest(0);
+    hintTakes_ = Taken::Offer;
   }
   if (hint_.empty()) {
     const std::string* line = history_.suggestion(buffer_.text());
     if (line != nullptr) hint_ = line->substr(buffer_.text().size());
+    hintTakes_ = hint_.empty() ? Taken::Nothing : Taken::Hint;
   }
-  hintIsText_ = !hint_.empty();
+}
+
+// A value out of its range is a hint while it is being typed at the end of the line, and a note
+// elsewhere.
+void YcluiLineEditor::updateNotes() {
+  for (int i = 0; i < preview_.count(); ++i) {
+    const std::string range = YcluiRangeFault(parser_.help(), preview_.piece(i), previewed_);
+    if (range.empty()) continue;
+    const YcluiPiece& piece = preview_.piece(i);
+    if (piece.end == buffer_.cursor() && buffer_.isAtEnd()) {
+      hint_ = "  out of range: " + range;
+    } else if (note_.empty()) {
+      const std::string value = previewed_.substr(piece.begin, piece.end - piece.begin);
+      note_ = value + " is out of range: " + range;
+    }
+  }
 }
 
 bool YcluiLineEditor::takeHint() {
-  if (!hintIsText_ || !buffer_.isAtEnd()) return false;
-  return buffer_.replace(buffer_.cursor(), buffer_.cursor(), hint_);
+  if (hintTakes_ == Taken::Nothing || !buffer_.isAtEnd()) return false;
+  if (hintTakes_ == Taken::Hint) return buffer_.insert(hint_);
+  takeOffer(0);
+  return true;
 }
 
 // --- History
@@ -345,15 +404,30 @@ void YcluiLineEditor::recall(const std::string* line) {
 void YcluiLineEditor::beginSearch() {
   history_.refresh();
   searches_ = true;
-  before_ = buffer_.text();
+  before_ = buffer_;
   sought_.clear();
   found_ = history_.size();
+}
+
+// The lines that were looked at leave nothing to be undone but the one that is taken.
+void YcluiLineEditor::endSearch(bool takesLine) {
+  searches_ = false;
+  const std::string line = buffer_.text();
+  const std::size_t cursor = buffer_.cursor();
+  buffer_ = before_;
+  if (!takesLine || line == buffer_.text()) return;
+  buffer_.set(line);
+  buffer_.moveTo(cursor);
 }
 
 void YcluiLineEditor::seek(std::size_t from, YcluiHistory::Direction direction) {
   const std::size_t found = history_.search(sought_, from, direction);
   act(found != YcluiHistory::None);
-  if (found == YcluiHistory::None) return;
+  if (found == YcluiHistory::None) {
+    const char* which = found_ == history_.size() ? "no line" : "no further line";
+    message_ = which + std::string(" contains \"") + sought_ + "\"";
+    return;
+  }
   found_ = found;
   const std::string line = history_[found];
   buffer_.set(line);
@@ -375,10 +449,9 @@ YcluiLineEditor::Request YcluiLineEditor::search(const YcluiKey& key) {
     sought_.resize(YCharacters::CutBetween(sought_, sought_.empty() ? 0 : sought_.size() - 1));
     if (!sought_.empty()) seek(history_.size(), Older);
   } else if (IsControl(key, 'g') || IsControl(key, 'c')) {
-    searches_ = false;
-    buffer_.set(before_);
+    endSearch(false);
   } else {
-    searches_ = false;
+    endSearch(true);
     if (!IsNamed(key, YcluiKeyName::Escape)) {
       if (buffer_.text() != previewed_) preview();
       return edit(key);
@@ -404,12 +477,13 @@ YcluiPicture YcluiLineEditor::picture() const {
 }
 
 void YcluiLineEditor::addRows(YcluiPicture& picture, std::size_t width, std::size_t room) {
-  if (!message_.empty()) {
-    const YcluiCells cells(message_);
+  const std::string& message = message_.empty() && !list_.isOpen() ? note_ : message_;
+  if (!message.empty()) {
+    const YcluiCells cells(message);
     for (const YcluiWrappedRow& row : YcluiWrap::Rows(cells, width)) {
       if (room == 0 || row.begin == row.end) break;
       const std::size_t begin = cells[row.begin].begin;
-      const std::string part = message_.substr(begin, cells[row.end - 1].end - begin);
+      const std::string part = message.substr(begin, cells[row.end - 1].end - begin);
       picture.rows.emplace_back(part, colours_.of(YcluiTextKind::Message));
       --room;
     }

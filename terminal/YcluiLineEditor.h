@@ -68,20 +68,25 @@ class YQRT_API YcluiLineEditor {
   std::string open_ = "... ";
   std::string previewed_;  // the text that the preview has read
   std::string message_;    // below the line, until the next key
+  std::string note_;       // below the line, too: what is wrong with a value that is accepted
   bool rings_ = false;
-  bool tabbed_ = false;         // the last key was Tab and could only complete a part
-  std::string hint_;            // after the line
-  bool hintIsText_ = false;     // it can be taken into the line
+  bool addedBlank_ = false;    // the last key has completed a word and put a blank behind it
+  bool followsBlank_ = false;  // the key before it has
+  bool tabbed_ = false;        // the last key was Tab and could only complete a part
+  std::string hint_;           // after the line
+  // What Right takes into the line: nothing, the only offer, or the hint itself.
+  enum class Taken { Nothing, Offer, Hint } hintTakes_ = Taken::Nothing;
   std::size_t unfinished_ = 0;  // what ends there may become a word; npos for none
 
   // A search through the history.
   bool searches_ = false;
   std::string sought_;
   std::size_t found_ = 0;  // the index of the line
-  std::string before_;     // the text from before
+  YcluiEditBuffer before_;
 
   void preview();
   void updateHint();
+  void updateNotes();
   void act(bool done) { rings_ = !done; }
   Request edit(const YcluiKey& key);
   Request editByName(YcluiKeyName name);
@@ -99,6 +104,7 @@ class YQRT_API YcluiLineEditor {
   void recall(const std::string* line);
   Request search(const YcluiKey& key);
   void beginSearch();
+  void endSearch(bool takesLine);
   void seek(std::size_t from, YcluiHistory::Direction direction);
 };
 

@@ -1,9 +1,11 @@
 #include "terminal/YcluiMistake.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "foundation/YErrCodes.h"
+#include "foundation/YNumber.h"
 #include "terminal/YcluiCodeText.h"
 
 namespace {
@@ -51,6 +53,11 @@ std::string ArgumentText(YcluiPreview& preview, YcluiOffers& offers, const std::
   return "argument " + std::to_string(typing.argument) + " of \"" + typing.word + "\": " + fault;
 }
 
+std::string Digits(double value) {
+  char digits[YNumberRoom];
+  return std::string(digits, YPrintDouble(value, digits));
+}
+
 }  // namespace
 
 int YcluiFirstMistake(const YcluiPreview& preview) {
@@ -67,4 +74,18 @@ std::string YcluiMistakeText(YcluiPreview& preview, YcluiOffers& offers, const s
   const YcluiPiece piece = preview.piece(index);
   return piece.argument == 0 ? WordText(preview, offers, text, piece)
                              : ArgumentText(preview, offers, text, piece);
+}
+
+std::string YcluiRangeFault(const YcluiHelp& help, const YcluiPiece& piece,
+                            const std::string& text) {
+  double low = 0;
+  double high = 0;
+  double value = 0;
+  const bool isNumber = piece.kind == YcluiPieceInteger || piece.kind == YcluiPieceFloat;
+  if (!isNumber || !help.range(piece.tokenId, piece.argument, low, high)) return "";
+  const std::string digits = text.substr(piece.begin, piece.end - piece.begin);
+  if (YReadDecimal(digits.c_str(), value) == nullptr || (low <= value && value <= high)) return "";
+  if (!std::isfinite(high)) return Digits(low) + " or more";
+  if (!std::isfinite(low)) return Digits(high) + " or less";
+  return Digits(low) + " to " + Digits(high);
 }

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "parser/YcluiHelp.h"
 #include "parser/YcluiPreview.h"
 #include "terminal/YcluiOffers.h"
 
@@ -16,5 +17,10 @@ YQRT_API int YcluiFirstMistake(const YcluiPreview& preview);
 // Uses `offers`.
 YQRT_API std::string YcluiMistakeText(YcluiPreview& preview, YcluiOffers& offers,
                                       const std::string& text, int index);
+
+// The range of the argument, such as "1 to 100", when the piece of the text is a number outside it;
+// else empty. The parser accepts such a number.
+YQRT_API std::string YcluiRangeFault(const YcluiHelp& help, const YcluiPiece& piece,
+                                     const std::string& text);
 
 #endif  // TERMINAL_YCLUIMISTAKE_H_

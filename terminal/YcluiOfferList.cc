@@ -35,11 +35,8 @@ void YcluiOfferList::open(bool selects) {
   selects_ = selects;
   selected_ = firstRow_ = 0;
   rows_.clear();
-  widest_ = 0;
+  widest_ = measured_ = 0;
   hasHelp_ = false;
-  for (std::size_t i = 0; i < offers_.count(); ++i) {
-    widest_ = std::max(widest_, WidthOf(offers_.nameOf(i)));
-  }
   for (std::size_t i = 0; i < std::min(Sample, offers_.count()) && !hasHelp_; ++i) {
     hasHelp_ = !offers_.help(i).empty();
   }
@@ -82,9 +79,22 @@ bool YcluiOfferList::addRow(std::size_t& next) {
   return true;
 }
 
+void YcluiOfferList::measure(std::size_t count) {
+  for (; measured_ < std::min(count, offers_.count()); ++measured_) {
+    widest_ = std::max(widest_, WidthOf(offers_.at(measured_).name));
+  }
+}
+
+std::size_t YcluiOfferList::columnsFor(std::size_t width) const {
+  return hasHelp_ ? 1 : std::max<std::size_t>(1, (width + Gap - 1) / (widest_ + Gap));
+}
+
 // Makes the rows up to the one with the selection and those that are shown after it.
 void YcluiOfferList::layOut(std::size_t width, std::size_t room) {
-  columns_ = hasHelp_ ? 1 : std::max<std::size_t>(1, (width + Gap - 1) / (widest_ + Gap));
+  // A longer name makes fewer columns, so that no more names than these can be shown.
+  measure(selected_ + 1);
+  measure(selected_ + 1 + room * columnsFor(width));
+  columns_ = columnsFor(width);
   rows_.clear();
   std::size_t next = 0;
   while (next <= selected_ && addRow(next)) {

@@ -48,11 +48,14 @@ class YQRT_API YcluiOfferList {
   bool selects_ = false;
   bool hasHelp_ = false;
   std::size_t selected_ = 0;
-  std::size_t widest_ = 0;
+  std::size_t widest_ = 0;  // of the names that were measured
+  std::size_t measured_ = 0;
   std::size_t columns_ = 1;
   std::size_t firstRow_ = 0;
   std::vector<Row> rows_;  // from the first one on, as far as they were needed
 
+  void measure(std::size_t count);
+  std::size_t columnsFor(std::size_t width) const;
   void layOut(std::size_t width, std::size_t room);
   bool addRow(std::size_t& next);
   YcluiStyledText textOf(const Row& row, const YcluiColours& colours);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <ranges>
 #include <string_view>
 
 #include "foundation/YAscii.h"
@@ -14,9 +14,6 @@
 #include "terminal/YcluiFileNames.h"
 
 namespace {
-
-// Sorted at once, since a list shows so many.
-constexpr std::size_t FirstSorted = 64;
 
 YcluiOffers::Group GroupOf(YcluiCandidateKind kind) {
   switch (kind) {
@@ -30,14 +27,6 @@ YcluiOffers::Group GroupOf(YcluiCandidateKind kind) {
       return YcluiOffers::Group::Variable;
   }
   return YcluiOffers::Group::Next;
-}
-
-bool IsBefore(const YcluiOffers::Offer& a, const YcluiOffers::Offer& b) {
-  return a.group != b.group ? a.group < b.group : std::strcmp(a.name, b.name) < 0;
-}
-
-bool BeginsWithSpace(std::string_view text) {
-  return !text.empty() && (text.front() == ' ' || text.front() == '\t' || text.front() == '\n');
 }
 
 // " from 1 to 10", " from 1" or " to 10"
@@ -57,102 +46,121 @@ std::string RangeText(double low, double high) {
 
 }  // namespace
 
-void YcluiOffers::clear() {
-  typing_ = YcluiTyping();
-  offers_.clear();
-  sorted_ = 0;
+void YcluiOffers::locate(YcluiPreview& preview, const std::string& text, std::size_t cursor) {
+  preview_ = nullptr;
+  count_ = 0;
   isQuoted_ = false;
-}
-
-void YcluiOffers::find(YcluiPreview& preview, const std::string& text, std::size_t cursor) {
-  clear();
   typing_ = preview.at(static_cast<std::uint32_t>(cursor));
   cursor_ = cursor;
   word_ = typing_.word == nullptr ? "" : typing_.word;
+  typed_ = text.substr(typing_.begin, cursor - typing_.begin);
   follows_ = text.substr(cursor);
-  if (typing_.kind == YcluiTypingArgument) {
-    addValues(text.substr(typing_.begin, cursor - typing_.begin));
-    return;
-  }
-  const int count = preview.findCandidates();
-  for (int i = 0; i < count; ++i) {
-    const YcluiCandidate& candidate = preview.candidate(i);
-    if (*candidate.name == '\0') continue;
-    offers_.push_back({candidate.name, GroupOf(candidate.kind), candidate.tokenId});
-  }
 }
 
-const YcluiOffers::Offer& YcluiOffers::at(std::size_t index) {
-  if (index >= sorted_) {
-    const std::size_t wanted = std::min(count(), std::max({FirstSorted, index + 1, 2 * sorted_}));
-    const auto first = offers_.begin() + static_cast<std::ptrdiff_t>(sorted_);
-    const auto middle = offers_.begin() + static_cast<std::ptrdiff_t>(wanted);
-    std::partial_sort(first, middle, offers_.end(), IsBefore);
-    sorted_ = wanted;
-  }
-  return offers_[index];
-}
-
-std::string YcluiOffers::common() const {
-  if (offers_.empty()) return std::string();
-  std::string_view common = offers_.front().name;
-  for (const Offer& offer : offers_) {
-    const std::string_view name = offer.name;
-    const auto end = std::mismatch(common.begin(), common.end(), name.begin(), name.end()).first;
-    common = common.substr(0, static_cast<std::size_t>(end - common.begin()));
-  }
-  const std::size_t length = YCharacters::CutBetween(offers_.front().name, common.size());
-  return (isQuoted_ ? "\"" : "") + std::string(common.substr(0, length));
-}
-
-std::string YcluiOffers::inserted(std::size_t index) {
-  const Offer& offer = at(index);
-  std::string text = offer.group == Group::Value ? quoted(offer.name) : offer.name;
-  if (offer.group == Group::Variable) {
-    return follows_.starts_with('}') ? text : text + "}";
-  }
-  if (offer.group == Group::Value) return text;
-  const bool takesArguments = text.ends_with(':');
-  return takesArguments || BeginsWithSpace(follows_) ? text : text + " ";
-}
-
-// A value that the lexer would not read as one string is quoted.
-std::string YcluiOffers::quoted(const char* value) const {
-  const std::string_view text = value;
-  const bool isPlain = !text.empty() && std::all_of(text.begin(), text.end(), [this](char byte) {
-    const bool isSpecial = std::strchr("\"'\\$#,", byte) != nullptr;
-    return !YIsWhiteSpace(byte) && !isSpecial && !parser_.lex()->isDelimiter(byte);
-  });
-  if (isPlain && !isQuoted_) return std::string(text);
-  std::string quoted = "\"";
-  YKanjiWalk walk;
-  for (const char& byte : text) {
-    const bool isWhole = walk.next(&byte) == 0;
-    if (isWhole && std::strchr("\"\\$", byte) != nullptr) quoted += '\\';
-    quoted += byte;
-  }
-  // A folder goes on.
-  return text.ends_with('/') ? quoted : quoted + "\"";
+void YcluiOffers::findHere(YcluiPreview& preview) {
+  if (typing_.kind == YcluiTypingArgument) return findValues();
+  preview_ = &preview;
+  count_ = static_cast<std::size_t>(preview.findCandidates());
 }
 
 // What is typed may be quoted already.
-void YcluiOffers::addValues(std::string typed) {
+void YcluiOffers::findValues() {
   const YcluiHelp& help = parser_.help();
-  isQuoted_ = typed.starts_with('"') || typed.starts_with('\'');
-  if (isQuoted_) typed.erase(0, 1);
+  isQuoted_ = typed_.starts_with('"') || typed_.starts_with('\'');
+  if (isQuoted_) typed_.erase(0, 1);
   const std::uint32_t id = typing_.tokenId;
   if (help.isFileName(id, typing_.argument)) {
-    YcluiFindFileNames(typed, values_);
+    YcluiFindFileNames(typed_, values_);
   } else {
-    help.findValues(id, typing_.argument, typed.c_str(), values_);
+    help.findValues(id, typing_.argument, typed_.c_str(), values_);
   }
-  for (int i = 0; i < values_.size(); ++i) {
-    offers_.push_back({values_[i].buffer, Group::Value, YcluiIdNone});
-  }
+  count_ = static_cast<std::size_t>(values_.size());
 }
 
-std::string YcluiOffers::help(std::size_t index) {
-  const Offer& offer = at(index);
+YcluiOffers::Offer YcluiOffers::at(std::size_t index) const {
+  const int i = static_cast<int>(index);
+  if (preview_ == nullptr) return {values_.at(i).buffer, Group::Value, YcluiIdNone};
+  const YcluiCandidate& candidate = preview_->candidate(i);
+  return {candidate.name, GroupOf(candidate.kind), candidate.tokenId};
+}
+
+// --- What is put in
+
+// Of names in order, the first and the last differ as early as any.
+std::string YcluiOffers::common() const {
+  if (empty()) return std::string();
+  std::string_view common = at(0).name;
+  const auto narrow = [&common](std::string_view name) {
+    const auto end = std::mismatch(common.begin(), common.end(), name.begin(), name.end()).first;
+    common = common.substr(0, static_cast<std::size_t>(end - common.begin()));
+  };
+  for (std::size_t i = 0; i < count_; i = endOfGroup(i)) {
+    narrow(at(i).name);
+    narrow(at(endOfGroup(i) - 1).name);
+  }
+  common = common.substr(0, YCharacters::CutBetween(at(0).name, common.size()));
+  if (preview_ != nullptr) return std::string(common);
+  return opened(common, isQuoted_ || needsQuotes(common));
+}
+
+// Of offers whose names are in order; values are not.
+std::size_t YcluiOffers::endOfGroup(std::size_t index) const {
+  const Group group = at(index).group;
+  if (group == Group::Value) return index + 1;
+  const auto rest = std::views::iota(index, count_);
+  const auto end =
+      std::ranges::partition_point(rest, [&](std::size_t i) { return at(i).group == group; });
+  return index + static_cast<std::size_t>(end - rest.begin());
+}
+
+std::string YcluiOffers::inserted(std::size_t index) const {
+  const Offer offer = at(index);
+  const std::string name = offer.name;
+  if (offer.group == Group::Variable) return name + "}";
+  if (offer.group != Group::Value) {
+    const bool goesOn = name.ends_with(':') || follows_.starts_with('\n');
+    return goesOn ? name : name + " ";
+  }
+  const bool isQuoted = isQuoted_ || needsQuotes(name);
+  const bool isFolder = name.ends_with('/');
+  return opened(name, isQuoted) + (isQuoted && !isFolder ? "\"" : "");
+}
+
+std::size_t YcluiOffers::endFor(const std::string& inserted) const {
+  const bool isThere = !inserted.empty() && follows_.starts_with(inserted.back()) &&
+                       std::string_view(" }\"").find(inserted.back()) != std::string_view::npos;
+  return cursor_ + (isThere ? 1 : 0);
+}
+
+std::string YcluiOffers::rest(std::size_t index) const {
+  const std::string_view name = at(index).name;
+  return std::string(name.substr(std::min(typed_.size(), name.size())));
+}
+
+// Whether the lexer would not read the value as one string.
+bool YcluiOffers::needsQuotes(std::string_view value) const {
+  return value.empty() || !std::all_of(value.begin(), value.end(), [this](char byte) {
+           const bool isSpecial = std::string_view("\"'\\$#,").find(byte) != std::string_view::npos;
+           return !YIsWhiteSpace(byte) && !isSpecial && !parser_.lex()->isDelimiter(byte);
+         });
+}
+
+std::string YcluiOffers::opened(std::string_view value, bool isQuoted) const {
+  if (!isQuoted) return std::string(value);
+  std::string text = "\"";
+  YKanjiWalk walk;
+  for (const char& byte : value) {
+    const bool isWhole = walk.next(&byte) == 0;
+    if (isWhole && (byte == '"' || byte == '\\' || byte == '$')) text += '\\';
+    text += byte;
+  }
+  return text;
+}
+
+// --- What they are
+
+std::string YcluiOffers::help(std::size_t index) const {
+  const Offer offer = at(index);
   if (offer.group == Group::Alias) {
     const YcluiKeyword* alias = parser_.lex()->keyword(offer.name);
     const char* text = alias == nullptr ? nullptr : alias->aliasText();
@@ -169,7 +177,8 @@ std::string YcluiOffers::argumentText() const {
   const char* name = help.argumentName(typing_.tokenId, typing_.argument);
   const char* text = help.argumentText(typing_.tokenId, typing_.argument);
   std::string about = name == nullptr ? "argument " + std::to_string(typing_.argument) : name;
-  about.append(": ").append(YcluiTypeText(typing_.type));
+  const bool isFile = help.isFileName(typing_.tokenId, typing_.argument);
+  about.append(": ").append(isFile ? "a file name" : YcluiTypeText(typing_.type));
   double low = 0;
   double high = 0;
   if (help.range(typing_.tokenId, typing_.argument, low, high)) about += RangeText(low, high);
