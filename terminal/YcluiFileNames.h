@@ -8,9 +8,9 @@
 #include "foundation/YString_Array.h"
 #include "foundation/YTypes.h"
 
-// Replaces `names` by the paths that begin with what is typed, as they would be typed: those of the
-// folder that it names, in order, folders with a "/" at the end. Hidden files are left out unless
-// their dot is typed. Names that have no form inside the process are left out. Empty when the
+// Replaces `names` by the paths that begin with what is typed, as they would be typed, in order:
+// those of the folder that it names, folders with a "/" at the end. Hidden files are left out
+// unless their dot is typed, and so are names that have no form inside the process. Empty when the
 // folder cannot be read.
 YQRT_API void YcluiFindFileNames(const std::string& typed, YString_Array& names);
 

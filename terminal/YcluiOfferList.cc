@@ -111,13 +111,14 @@ std::vector<YcluiStyledText> YcluiOfferList::rows(std::size_t width, std::size_t
   std::vector<YcluiStyledText> texts;
   layOut(width, room);
   const bool isCut = !rows_.empty() && rows_.back().first + rows_.back().count < offers_.count();
-  if (isCut && room > 1) layOut(width, --room);
+  const bool countsRest = isCut && room > 1;
+  if (countsRest) layOut(width, --room);
   std::size_t end = 0;
   for (std::size_t i = firstRow_; i < std::min(rows_.size(), firstRow_ + room); ++i) {
     texts.push_back(textOf(rows_[i], colours));
     end = rows_[i].first + rows_[i].count;
   }
-  if (isCut && end < offers_.count()) {
+  if (countsRest && end < offers_.count()) {
     const std::string left = "and " + std::to_string(offers_.count() - end) + " more";
     texts.emplace_back(left, colours.of(YcluiTextKind::ListHelp));
   }

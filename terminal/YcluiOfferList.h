@@ -31,8 +31,8 @@ class YQRT_API YcluiOfferList {
   void rowDown();
   void rowUp();
 
-  // The rows for so much room, which is at least 1, around the selection. The last row counts what
-  // is left out.
+  // The rows for so much room, which is at least 1, around the selection. The last of several rows
+  // counts what is left out.
   std::vector<YcluiStyledText> rows(std::size_t width, std::size_t room,
                                     const YcluiColours& colours);
 

@@ -101,11 +101,6 @@ void EditorSession::declare() {
   help.setFileName(id("load:"), 1, true);
 }
 
-YcluiLineEditor::Request EditorSession::handle(const YcluiKey& key) {
-  const YcluiLineEditor::Request request = editor.handle(key);
-  return request;
-}
-
 std::string EditorSession::type(const std::string& keys) {
   using Request = YcluiLineEditor::Request;
   Request request = Request::None;

@@ -25,7 +25,8 @@ class EditorSession {
   // the line with the cursor, the hint, the rows below with the selected offer in brackets, the
   // request, and "!" for the bell. A line that is finished before the last key is interpreted.
   std::string type(const std::string& keys);
-  YcluiLineEditor::Request handle(const YcluiKey& key);
+  // The same without the keys, for the request of the last one.
+  std::string seen(YcluiLineEditor::Request request = YcluiLineEditor::Request::None);
 
   YcluiParser parser;
   YcluiHistory history{""};
@@ -34,7 +35,6 @@ class EditorSession {
 
  private:
   void declare();
-  std::string seen(YcluiLineEditor::Request request);
 };
 
 #endif  // TESTS_TERMINAL_EDITORSESSION_H_

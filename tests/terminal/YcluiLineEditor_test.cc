@@ -4,6 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "terminal/YcluiMistake.h"
+#include "terminal/YcluiPainter.h"
+#include "terminal/YcluiPrompt.h"
 #include "tests/support/WorkingFolder.h"
 #include "tests/terminal/EditorSession.h"
 
@@ -206,6 +211,93 @@ TEST(LineEditor, KeepsALineWithAMistake) {
       {"box: 1,2<Return>s", "s|"},
       {"box: 1,2<Return>re", "re|{d}"},
   });
+}
+
+// --- Random keys
+
+constexpr std::size_t Width = 40;
+
+// What must hold of any picture.
+void CheckPicture(EditorSession& session, YcluiLineEditor::Request request) {
+  YcluiPicture picture = session.editor.picture();
+  session.editor.addRows(picture, Width, session.room);
+  const std::string& text = session.editor.text();
+  ASSERT_EQ(picture.line.text(), text);
+  ASSERT_TRUE(YcluiCells(text).isBetween(picture.cursor));
+  ASSERT_LE(picture.rows.size(), session.room);
+  for (const YcluiStyledText& row : picture.rows) ASSERT_EQ(row.text().find('\n'), row.text().npos);
+
+  YcluiPreview preview(session.parser);
+  preview.read(text.c_str());
+  const YcluiStyledText plain = YcluiPaint(preview, text, text.npos, session.editor.colours());
+  for (int i = 0; i < preview.count(); ++i) {
+    const YcluiPiece& piece = preview.piece(i);
+    const bool isUnfinished = piece.kind == YcluiPieceRefused &&
+                              (piece.end == picture.cursor || piece.end == text.size());
+    if (isUnfinished || piece.begin == piece.end) continue;
+    ASSERT_EQ(picture.line.styleAt(piece.begin), plain.styleAt(piece.begin)) << text;
+  }
+  const bool isSent = request == YcluiLineEditor::Request::Line;
+  ASSERT_FALSE(isSent && YcluiFirstMistake(preview) >= 0) << text;
+}
+
+// All of the line can be undone, and done again.
+void CheckUndo(EditorSession& session) {
+  const auto press = [&session](const char* key) {
+    session.editor.handle(KeysOf(key)[0]);
+    return !session.editor.rings();
+  };
+  press("<Escape>");  // ends a search or a list
+  press("x");         // there is nothing to redo then
+  const std::string text = session.editor.text();
+  while (press("<C-_>")) {
+  }
+  ASSERT_EQ(session.editor.text(), "");
+  while (press("<M-_>")) {
+  }
+  ASSERT_EQ(session.editor.text(), text);
+}
+
+YcluiKey RandomKey(std::mt19937& random) {
+  static const std::vector<YcluiKey> keys = [] {
+    std::vector<YcluiKey> list = KeysOf(
+        "<Left><Right><Up><Down><Home><End><Delete><BS><Tab><Tab><Tab><BackTab><Return><Escape>"
+        "<WordLeft><WordRight><M-b><M-f><M-d><M-y><M-_><M-BS><M-x><P:go\nstop ><P:\x95><P:\x5C>"
+        "<P:box: 1,><P:paint: s><P:load: ><P:wait: 0><P:${w><P:# \x95\x5C>");
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+      list.push_back({YcluiKey::Control, YcluiKeyName::None, letter, ""});
+    }
+    list.push_back({YcluiKey::Control, YcluiKeyName::None, '_', ""});
+    for (const YcluiKey& key : KeysOf("   gostpbxadlun:::123450,,,..\"'\\#${}?;-\x95\x5C\xB1")) {
+      list.insert(list.end(), 3, key);
+    }
+    return list;
+  }();
+  return keys[random() % keys.size()];
+}
+
+TEST(LineEditor, SurvivesRandomKeys) {
+  using Request = YcluiLineEditor::Request;
+  WorkingFolder folder;
+  WriteFile("a file", "");
+  for (unsigned seed = 0; seed < 40; ++seed) {
+    std::mt19937 random(seed);
+    EditorSession session("go # a\nbox: 1,\nstop # \x95\x5C\n");
+    session.room = 1 + seed % 9;
+    for (int step = 0; step < 500; ++step) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + ", step " + std::to_string(step));
+      const Request request = session.editor.handle(RandomKey(random));
+      CheckPicture(session, request);
+      if (request == Request::None && step % 50 == 49) CheckUndo(session);
+      if (HasFatalFailure()) return;
+      if (request == Request::Line)
+        session.parser.interpret((session.editor.text() + "\n").c_str());
+      if (request == Request::Interrupt) YcluiGiveUp(session.parser);
+      if (request == Request::Line || request == Request::Interrupt || request == Request::Leave) {
+        session.editor.begin();
+      }
+    }
+  }
 }
 
 }  // namespace
