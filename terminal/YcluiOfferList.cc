@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 #include "foundation/YCharacters.h"
 #include "terminal/YcluiCells.h"
@@ -16,6 +18,28 @@ std::size_t WidthOf(const char* name) {
   const std::size_t length = std::strlen(name);
   return YCharacters::IsAscii({name, length}) ? length : YcluiCells(name).width();
 }
+
+// A row of so many columns, which takes no more, and of each text the first line.
+class RowText {
+ public:
+  explicit RowText(std::size_t width) : left_(width) {}
+
+  void add(std::string_view text, YcluiStyle style = {}) {
+    text = text.substr(0, text.find('\n'));
+    const YcluiCells cells(text);
+    std::size_t end = 0;
+    for (const YcluiCell& cell : cells) {
+      if (cell.column + cell.width <= left_) end = cell.end;
+    }
+    left_ -= std::min(left_, cells.width());
+    text_.add(text.substr(0, end), style);
+  }
+  YcluiStyledText take() { return std::move(text_); }
+
+ private:
+  YcluiStyledText text_;
+  std::size_t left_;
+};
 
 const char* HeadingOf(YcluiOffers::Group group) {
   switch (group) {
@@ -115,27 +139,34 @@ std::vector<YcluiStyledText> YcluiOfferList::rows(std::size_t width, std::size_t
   if (countsRest) layOut(width, --room);
   std::size_t end = 0;
   for (std::size_t i = firstRow_; i < std::min(rows_.size(), firstRow_ + room); ++i) {
-    texts.push_back(textOf(rows_[i], colours));
+    texts.push_back(textOf(rows_[i], width, colours));
     end = rows_[i].first + rows_[i].count;
   }
   if (countsRest && end < offers_.count()) {
-    const std::string left = "and " + std::to_string(offers_.count() - end) + " more";
-    texts.emplace_back(left, colours.of(YcluiTextKind::ListHelp));
+    RowText left(width);
+    left.add("and " + std::to_string(offers_.count() - end) + " more",
+             colours.of(YcluiTextKind::ListHelp));
+    texts.push_back(left.take());
   }
   return texts;
 }
 
-YcluiStyledText YcluiOfferList::textOf(const Row& row, const YcluiColours& colours) {
-  YcluiStyledText text;
-  if (row.heading != nullptr) return text.add(row.heading, colours.of(YcluiTextKind::ListHelp));
+// Long help texts are cut at the end of the row.
+YcluiStyledText YcluiOfferList::textOf(const Row& row, std::size_t width,
+                                       const YcluiColours& colours) const {
+  const YcluiStyle helpStyle = colours.of(YcluiTextKind::ListHelp);
+  RowText text(width);
+  if (row.heading != nullptr) text.add(row.heading, helpStyle);
+  const std::size_t column = hasHelp_ ? std::min(widest_, width / 2) : widest_;
   for (std::size_t i = row.first; i < row.first + row.count; ++i) {
     const char* name = offers_.at(i).name;
     const bool isSelected = selects_ && i == selected_;
     text.add(name, isSelected ? colours.of(YcluiTextKind::ListSelected) : YcluiStyle());
     const std::string help = hasHelp_ ? offers_.help(i) : std::string();
     const bool isLast = i + 1 == row.first + row.count;
-    if (!isLast || !help.empty()) text.add(std::string(widest_ + Gap - WidthOf(name), ' '));
-    if (!help.empty()) text.add(help, colours.of(YcluiTextKind::ListHelp));
+    const std::size_t used = WidthOf(name);
+    if (!isLast || !help.empty()) text.add(std::string(std::max(column, used) - used + Gap, ' '));
+    if (!help.empty()) text.add(help, helpStyle);
   }
-  return text;
+  return text.take();
 }

@@ -58,7 +58,7 @@ class YQRT_API YcluiOfferList {
   std::size_t columnsFor(std::size_t width) const;
   void layOut(std::size_t width, std::size_t room);
   bool addRow(std::size_t& next);
-  YcluiStyledText textOf(const Row& row, const YcluiColours& colours);
+  YcluiStyledText textOf(const Row& row, std::size_t width, const YcluiColours& colours) const;
 };
 
 #endif  // TERMINAL_YCLUIOFFERLIST_H_

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <string_view>
 
 #include "foundation/YAscii.h"
@@ -107,10 +106,12 @@ std::string YcluiOffers::common() const {
 std::size_t YcluiOffers::endOfGroup(std::size_t index) const {
   const Group group = at(index).group;
   if (group == Group::Value) return index + 1;
-  const auto rest = std::views::iota(index, count_);
-  const auto end =
-      std::ranges::partition_point(rest, [&](std::size_t i) { return at(i).group == group; });
-  return index + static_cast<std::size_t>(end - rest.begin());
+  std::size_t end = count_;
+  while (end - index > 1) {
+    const std::size_t middle = index + (end - index) / 2;
+    (at(middle).group == group ? index : end) = middle;
+  }
+  return end;
 }
 
 std::string YcluiOffers::inserted(std::size_t index) const {

@@ -166,6 +166,22 @@ TEST(Preview, SaysWhatIsBeingTyped) {
   for (const auto& row : cases) EXPECT_EQ(DumpTyping(preview, row.text), row.typing) << row.text;
 }
 
+// The candidates of a place are kept until something changes them.
+TEST(Preview, NoticesChangesOfTheLanguage) {
+  CommandLine line("go stop red", "( go | stop )");
+  YcluiPreview preview(line);
+  EXPECT_EQ(DumpTyping(preview, "|"), "[] go stop");
+  line.setAlias("twice", "go go");
+  EXPECT_EQ(DumpTyping(preview, "|"), "[] go stop twice=");
+  line.addIndefiniteNode(new YcluiSyntaxNode(line.lex()->keyword("red")->id()));
+  EXPECT_EQ(DumpTyping(preview, "|"), "[] go stop red* twice=");
+  line.unsetAlias("twice");
+  EXPECT_EQ(DumpTyping(preview, "${p|"), "[p] presenttime$");
+  EXPECT_EQ(DumpTyping(preview, "|"), "[] go stop red*");
+  line.setSyntax("( red | stop )");
+  EXPECT_EQ(DumpTyping(preview, "|"), "[] red stop");
+}
+
 TEST(Preview, AgreesWithInterpret) {
   for (unsigned seed = 0; seed < 400; ++seed) {
     std::mt19937 random(seed);

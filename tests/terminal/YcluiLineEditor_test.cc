@@ -106,6 +106,27 @@ TEST(LineEditor, Completes) {
   });
 }
 
+TEST(LineEditor, ListsInGroups) {
+  EditorSession session;
+  session.room = 20;
+  EXPECT_EQ(session.type("box: 1,2 ?"),
+            "box: 1,2 | / red / anywhere: / undo   takes back / unit / aliases: / big    = box: "
+            "1,2 / twice  = go go");
+  session.room = 3;
+  EXPECT_EQ(session.type("<Tab><Tab><BackTab>"),
+            "| / aliases: / big     = box: 1,2 / [twice]   = go go");
+  session.room = 1;
+  EXPECT_EQ(session.type("<Tab><Tab><Down>"), "| / [box:]");
+}
+
+TEST(LineEditor, TypesAQuestionMarkThatIsPartOfAWord) {
+  EditorSession session;
+  const auto id = session.parser.lex()->addKeyword("why?", nullptr, 0);
+  session.parser.addIndefiniteNode(new YcluiSyntaxNode(id));
+  EXPECT_EQ(session.type("why?"), "why?|");
+  EXPECT_EQ(session.type("wh?"), "wh| / anywhere: / why?");
+}
+
 TEST(LineEditor, CompletesFileNames) {
   WorkingFolder folder;
   std::filesystem::create_directory("plans");
@@ -215,7 +236,7 @@ TEST(LineEditor, KeepsALineWithAMistake) {
 
 // --- Random keys
 
-constexpr std::size_t Width = 40;
+constexpr std::size_t Width = 20;
 
 // What must hold of any picture.
 void CheckPicture(EditorSession& session, YcluiLineEditor::Request request) {
@@ -225,7 +246,11 @@ void CheckPicture(EditorSession& session, YcluiLineEditor::Request request) {
   ASSERT_EQ(picture.line.text(), text);
   ASSERT_TRUE(YcluiCells(text).isBetween(picture.cursor));
   ASSERT_LE(picture.rows.size(), session.room);
-  for (const YcluiStyledText& row : picture.rows) ASSERT_EQ(row.text().find('\n'), row.text().npos);
+  for (const YcluiStyledText& row : picture.rows) {
+    const YcluiCells cells{std::string_view(row.text())};
+    ASSERT_LE(cells.width(), Width) << row.text();
+    ASSERT_EQ(row.text().find('\n'), row.text().npos);
+  }
 
   YcluiPreview preview(session.parser);
   preview.read(text.c_str());
