@@ -1,11 +1,9 @@
 #include "terminal/YcluiOfferList.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
-#include "foundation/YCharacters.h"
 #include "terminal/YcluiCells.h"
 
 namespace {
@@ -14,9 +12,14 @@ constexpr std::size_t Gap = 2;  // between columns
 // Whether there are help texts is decided by so many offers.
 constexpr std::size_t Sample = 40;
 
-std::size_t WidthOf(const char* name) {
-  const std::size_t length = std::strlen(name);
-  return YCharacters::IsAscii({name, length}) ? length : YcluiCells(name).width();
+// Whether each byte is a column.
+bool IsPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char byte) { return byte >= ' ' && byte < 0x7F; });
+}
+
+std::size_t WidthOf(std::string_view text) {
+  return IsPlain(text) ? text.size() : YcluiCells(text).width();
 }
 
 // A row of so many columns, which takes no more, and of each text the first line.
@@ -26,12 +29,8 @@ class RowText {
 
   void add(std::string_view text, YcluiStyle style = {}) {
     text = text.substr(0, text.find('\n'));
-    const YcluiCells cells(text);
-    std::size_t end = 0;
-    for (const YcluiCell& cell : cells) {
-      if (cell.column + cell.width <= left_) end = cell.end;
-    }
-    left_ -= std::min(left_, cells.width());
+    const std::size_t end = IsPlain(text) ? std::min(text.size(), left_) : fitting(text);
+    left_ -= end < text.size() ? left_ : WidthOf(text);
     text_.add(text.substr(0, end), style);
   }
   YcluiStyledText take() { return std::move(text_); }
@@ -39,6 +38,14 @@ class RowText {
  private:
   YcluiStyledText text_;
   std::size_t left_;
+
+  std::size_t fitting(std::string_view text) const {
+    std::size_t end = 0;
+    for (const YcluiCell& cell : YcluiCells(text)) {
+      if (cell.column + cell.width <= left_) end = cell.end;
+    }
+    return end;
+  }
 };
 
 const char* HeadingOf(YcluiOffers::Group group) {
