@@ -24,7 +24,7 @@ bool CluiFeeder::mustHold(const std::string& text) {
   const YcluiParser& parser = *reading_.parser();
   if (!heldText_.empty() && CluiIsBlank(text)) return true;
   if (!CluiMayEndInComma(text) || parser.lex()->more() != 0) return false;
-  const CluiTextState begin = heldText_.empty() ? CluiStateOf(parser, false) : heldState_;
+  const CluiTextState begin = heldText_.empty() ? CluiStateOf(parser) : heldState_;
   const CluiTextEnd end = CluiEndOf(parser, text, begin);
   heldState_ = end.state;
   return end.kind == CluiTextEnd::Comma;

@@ -29,14 +29,13 @@ std::size_t SkipNumber(const std::string& text, std::size_t offset) {
 class Reader {
  public:
   Reader(const YcluiLex& lexer, const std::string& text, const CluiTextState& begin)
-      : lexer_(lexer), text_(text), begin_(begin), state_(begin) {}
+      : lexer_(lexer), text_(text), state_(begin) {}
 
   CluiTextEnd end() {
     for (skipWhiteSpace(); reads_ && !atEnd(); skipWhiteSpace()) {
       state_.phase == CluiTextState::Words ? readWord() : readArguments();
     }
     if (reads_ && missesArgument()) end_.kind = CluiTextEnd::Comma;
-    if (!isTyping_) typeIsNow();
     end_.state = state_;
     return end_;
   }
@@ -44,11 +43,9 @@ class Reader {
  private:
   const YcluiLex& lexer_;
   const std::string& text_;
-  const CluiTextState& begin_;
   CluiTextState state_;
   std::size_t at_ = 0;
-  bool reads_ = true;      // false once the text was found to end inside something, or was refused
-  bool isTyping_ = false;  // the text ends in an argument
+  bool reads_ = true;  // false once the text was found to end inside something, or was refused
   CluiTextEnd end_;
 
   bool atEnd() const { return at_ >= text_.size(); }
@@ -65,16 +62,11 @@ class Reader {
   YcluiValueType typeOfNext() const {
     return state_.read < declared() ? state_.keyword->argType(state_.read) : YcluiValueString;
   }
-  void typeIsNow() {
-    const bool isKnown = state_.phase != CluiTextState::Words && state_.keyword != nullptr;
-    end_.type = isKnown ? typeOfNext() : YcluiValueNone;
-  }
 
   // Whether the lexer would refuse the end of the text for a missing argument.
   bool missesArgument() const {
-    if (state_.phase != CluiTextState::AfterComma) return false;
-    const bool isAlone = begin_.phase == CluiTextState::AfterArgument && state_.read == begin_.read;
-    return isAlone || state_.halfPoint || state_.read >= declared();
+    return state_.phase == CluiTextState::AfterComma &&
+           (state_.halfPoint || state_.read >= declared());
   }
 
   void readWord() {
@@ -99,13 +91,9 @@ class Reader {
   }
 
   void readArguments() {
-    if (state_.phase == CluiTextState::AfterArgument && byte() == ',') return readComma();
-    typeIsNow();
-    isTyping_ = true;
     if (!readArgument()) return;
     ++state_.read;
-    state_.phase = CluiTextState::AfterArgument;
-    isTyping_ = atEnd();
+    state_.phase = CluiTextState::BeforeArgument;
     skipWhiteSpace();
     if (byte() == ',') return readComma();
     if (state_.read >= declared()) {
@@ -118,7 +106,6 @@ class Reader {
   void readComma() {
     ++at_;
     state_.phase = CluiTextState::AfterComma;
-    isTyping_ = false;
   }
 
   // True when a complete argument was read.
@@ -163,9 +150,8 @@ class Reader {
   }
 
   void skipQuoted() {
-    end_.quote = text_[at_++];
-    while (!atEnd() && byte() != end_.quote) {
-      end_.isEscape = byte() == '\\' && at_ + 1 == text_.size();
+    const char quote = text_[at_++];
+    while (!atEnd() && byte() != quote) {
       at_ += byte() == '\\' ? 2 : CluiStepAt(text_, at_);
     }
     atEnd() ? stop(CluiTextEnd::Quote) : static_cast<void>(++at_);
@@ -210,25 +196,16 @@ class Reader {
 
 }  // namespace
 
-CluiTextState CluiStateOf(const YcluiParser& parser, bool mayBeginWithComma) {
+CluiTextState CluiStateOf(const YcluiParser& parser) {
   const YcluiToken* token = parser.openToken();
   if (token == nullptr) return {};
-  const int read = token->argc() - 1;
-  const bool isAfterArgument = mayBeginWithComma && read > 0;
-  return {isAfterArgument ? CluiTextState::AfterArgument : CluiTextState::BeforeArgument,
-          parser.lex()->keyword(token->string()), read, false};
+  return {CluiTextState::BeforeArgument, parser.lex()->keyword(token->string()), token->argc() - 1,
+          false};
 }
 
 CluiTextEnd CluiEndOf(const YcluiParser& parser, const std::string& text,
                       const CluiTextState& begin) {
   return Reader(*parser.lex(), text, begin).end();
-}
-
-std::size_t CluiLeadingComma(const std::string& text, const CluiTextState& begin) {
-  const std::size_t first = SkipWhiteSpace(text, 0);
-  const bool isComma =
-      begin.phase == CluiTextState::AfterArgument && first < text.size() && text[first] == ',';
-  return isComma ? first : std::string::npos;
 }
 
 bool CluiMayEndInComma(const std::string& text) {

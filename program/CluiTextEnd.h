@@ -1,4 +1,4 @@
-// How a text ends: whether a word may end there, and which argument is being typed.
+// How a text ends: whether more must follow.
 
 #ifndef PROGRAM_CLUITEXTEND_H_
 #define PROGRAM_CLUITEXTEND_H_
@@ -11,7 +11,7 @@ class YcluiParser;
 
 // Where in the grammar of the lexer one text ends and the next begins.
 struct CluiTextState {
-  enum Phase { Words, BeforeArgument, AfterComma, AfterArgument };
+  enum Phase { Words, BeforeArgument, AfterComma };
   Phase phase = Words;
   const YcluiKeyword* keyword = nullptr;  // null for an unknown word that ended in ":"
   int read = 0;                           // number of complete arguments
@@ -27,26 +27,17 @@ struct CluiTextEnd {
     Comma,      // after a comma, where the lexer expects an argument
   };
   Kind kind = Whole;
-  char quote = '\0';      // the quote that is open
-  bool isEscape = false;  // for Quote: the text ends in a backslash
-  // The type of the argument at the end of the text, or of the next one; YcluiValueNone where a
-  // word is expected, and for an unknown word.
-  YcluiValueType type = YcluiValueNone;
   CluiTextState state;  // for Comma: the state in which the next text begins
 };
 
-// The state in which the parser reads its next text. With `mayBeginWithComma`, a comma at the start
-// of that text separates arguments. The lexer itself accepts no comma there.
-CluiTextState CluiStateOf(const YcluiParser& parser, bool mayBeginWithComma);
+// The state in which the parser reads its next text.
+CluiTextState CluiStateOf(const YcluiParser& parser);
 
 // How the text ends by the rules of the lexer and the present dictionary; texts of aliases are not
-// read. Changes nothing. Linear in the text.
+// read. Changes nothing. Linear in the text, so that lines can be added one by one, which a preview
+// would read again from the first.
 CluiTextEnd CluiEndOf(const YcluiParser& parser, const std::string& text,
                       const CluiTextState& begin);
-
-// The offset of a comma at the start of the text that separates its first argument from the one
-// before; npos when there is none.
-std::size_t CluiLeadingComma(const std::string& text, const CluiTextState& begin);
 
 // A fast check: false only if no line of the text, comments aside, ends in a comma.
 bool CluiMayEndInComma(const std::string& text);

@@ -18,13 +18,13 @@ constexpr char Pasted[] = "paste";
 void CluiTypist::open(CluiEncoding& encoding, const std::string& language, CluiReport& report) {
   language_ = language;
   report_ = &report;
-  session_ = std::make_unique<CluiSession>(*this, encoding, settings_, language);
+  session_ = std::make_unique<CluiSession>(*this, encoding.name(), settings_, language);
   const bool isOnScreen = isatty(STDERR_FILENO) != 0;
   report.setBefore([this, isOnScreen] {
     std::size_t width = 0;
     if (session_ != nullptr) {
       session_->clearLine();
-      width = static_cast<std::size_t>(session_->screen().width());
+      width = session_->screen().width();
     } else if (lines_ != nullptr) {
       lines_->print("");
       width = lines_->width();
@@ -68,7 +68,7 @@ void CluiTypist::close() {
   report_->setBefore(nullptr);
   session_.reset();
   lines_.reset();
-  if (signal != 0) CluiTerminal::EndBy(signal);
+  if (signal != 0) YcluiTerminal::EndBy(signal);
 }
 
 YcluiParser* CluiTypist::parser() {
@@ -92,9 +92,9 @@ void CluiTypist::endWord(bool wasSent) {
   diagnostics_.endText();
 }
 
-void CluiTypist::readLine(std::string& bytes, std::size_t number) {
+void CluiTypist::readLine(std::string line, std::size_t number) {
   reading_.setInput(Pasted);
-  feeder_.feed(bytes, number);
+  feeder_.feedText(line, number);
   if (reading_.isAlive()) feeder_.readLeftText(number);
   reading_.setInput("");
   keepOpenText();

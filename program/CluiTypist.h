@@ -40,7 +40,7 @@ class CluiTypist : public CluiTyping {
   YcluiParser* parser() override;
   void beginWord(const std::string& word) override;
   void endWord(bool wasSent) override;
-  void readLine(std::string& bytes, std::size_t number) override;
+  void readLine(std::string line, std::size_t number) override;
   void sendLine(std::string line) override;
   std::string takeHeld() override;
   bool endsInComma() const override;

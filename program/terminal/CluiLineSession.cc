@@ -1,15 +1,13 @@
 #include "program/terminal/CluiLineSession.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 #include "program/CluiInterrupt.h"
+#include "program/terminal/CluiColours.h"
 
 namespace {
-
-constexpr char ColoursVariable[] = "CLUI_COLOURS";
 
 CluiLineSession* TheSession = nullptr;
 
@@ -31,7 +29,8 @@ CluiLineSession* CluiLineSession::Current() {
 
 bool CluiLineSession::run(const std::string& greeting) {
   if (!prompt_.open(ScmVM::interrupt, CluiInterruptDescriptor())) return false;
-  readColours();
+  const std::string error = CluiReadColours(prompt_.editor().colours());
+  if (!error.empty()) print(error + "\n");
   if (!greeting.empty()) print(greeting + "\n");
   std::string line;
   while (!settings_.leaves && typing_.parser() != nullptr) {
@@ -56,13 +55,6 @@ void CluiLineSession::print(const std::string& text) {
   prompt_.screen().forget();
   prompt_.screen().print(text);
   prompt_.terminal().write(prompt_.screen().takeOutput());
-}
-
-void CluiLineSession::readColours() {
-  const char* const settings = std::getenv(ColoursVariable);
-  std::string error;
-  if (settings == nullptr || prompt_.editor().colours().read(settings, error)) return;
-  print(std::string(ColoursVariable) + ": " + error + "\n");
 }
 
 // The language decides what that means for a question that it asked; a word without its arguments

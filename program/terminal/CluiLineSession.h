@@ -38,7 +38,6 @@ class CluiLineSession {
   CluiTerminalSettings& settings_;
   YcluiPrompt prompt_;
 
-  void readColours();
   void interrupted();
 };
 

@@ -9,7 +9,11 @@
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
 #include "program/CluiInterrupt.h"
-#include "program/text/CluiMessages.h"
+#include "program/CluiLine.h"
+#include "program/terminal/CluiColours.h"
+#include "program/terminal/CluiTypedWord.h"
+#include "terminal/YcluiOfferList.h"
+#include "terminal/YcluiOffers.h"
 #include "terminal/YcluiPrompt.h"
 
 namespace {
@@ -17,7 +21,39 @@ namespace {
 // The longest time between the bytes of one key.
 constexpr int KeyMilliseconds = 50;
 
+// The bytes that stand for keys in the field.
+constexpr char InterruptByte = '\x03';  // Control-C
+constexpr char LeaveByte = '\x04';      // Control-D
+constexpr char EraseByte = '\b';
+constexpr char TabByte = '\t';
+constexpr char ReturnByte = '\r';
+constexpr char DownByte = '\x0E';
+constexpr char UpByte = '\x10';
+constexpr char SuspendByte = '\x1A';  // Control-Z
+constexpr char EscapeByte = '\x1B';
+
 CluiSession* TheSession = nullptr;
+
+// NUL for a key without a function here.
+char ByteOf(const YcluiKey& key) {
+  if (key.kind == YcluiKey::Control) return static_cast<char>(key.letter & 0x1F);
+  switch (key.name) {
+    case YcluiKeyName::Backspace:
+      return EraseByte;
+    case YcluiKeyName::Tab:
+      return TabByte;
+    case YcluiKeyName::Return:
+      return ReturnByte;
+    case YcluiKeyName::Down:
+      return DownByte;
+    case YcluiKeyName::Up:
+      return UpByte;
+    case YcluiKeyName::Escape:
+      return EscapeByte;
+    default:
+      return '\0';
+  }
+}
 
 bool IsBlank(const std::string& text) {
   return std::all_of(text.begin(), text.end(), YIsWhiteSpace);
@@ -25,15 +61,14 @@ bool IsBlank(const std::string& text) {
 
 }  // namespace
 
-CluiSession::CluiSession(CluiTyping& typing, CluiEncoding& encoding, CluiTerminalSettings& settings,
-                         const std::string& language)
+CluiSession::CluiSession(CluiTyping& typing, const std::string& encoding,
+                         CluiTerminalSettings& settings, const std::string& language)
     : typing_(typing),
       encoding_(encoding),
       settings_(settings),
-      capabilities_(CluiCapabilities::Read()),
-      field_(encoding),
+      capabilities_(YcluiCapabilities::Read()),
       screen_(capabilities_, encoding),
-      history_(CluiHistory::DefaultFile(language)) {
+      history_(YcluiHistory::DefaultFile(language)) {
   TheSession = this;
 }
 
@@ -46,11 +81,16 @@ CluiSession* CluiSession::Current() {
 }
 
 bool CluiSession::run() {
-  if (!attach() || !terminal_.open(capabilities_.begin, capabilities_.end)) return false;
-  history_.load();
+  if (!attach()) return false;
+  const bool isOpen = terminal_.open(capabilities_.begin, capabilities_.end, ScmVM::interrupt,
+                                     CluiInterruptDescriptor());
+  if (!isOpen) return false;
+  history_.refresh();
   int width = 0;
   int height = 0;
   if (terminal_.size(width, height)) screen_.resize(width, height);
+  const std::string error = CluiReadColours(colours_);
+  if (!error.empty()) screen_.print(error);
   loop();
   CluiClearInterrupt();  // in a terminal Control-C is a key and does not end the run
   screen_.leave();
@@ -74,18 +114,18 @@ bool CluiSession::attach() {
 // --- The loop
 
 void CluiSession::loop() {
-  CluiKeys keys(capabilities_, encoding_, terminal_.eraseKey());
+  YcluiKeys keys(YcluiKeyTable::OfTerminal(), terminal_.eraseKey(), encoding_.c_str());
   while (!settings_.leaves && typing_.parser() != nullptr) {
     refresh();
     flush();
     std::string bytes;
-    const CluiTerminal::Event event = terminal_.read(bytes, keys.waits() ? KeyMilliseconds : -1);
-    if (event == CluiTerminal::Event::Gone || terminal_.endingSignal() != 0) return;
+    const YcluiTerminal::Event event = terminal_.read(bytes, keys.waits() ? KeyMilliseconds : -1);
+    if (event == YcluiTerminal::Event::Gone || terminal_.endingSignal() != 0) return;
     checkSignals();
-    if (event == CluiTerminal::Event::Nothing && CluiInterrupted()) {
+    if (event == YcluiTerminal::Event::Nothing && CluiInterrupted()) {
       CluiClearInterrupt();
-      control(CluiKeyByte::Interrupt);
-    } else if (event == CluiTerminal::Event::Nothing) {
+      control(InterruptByte);
+    } else if (event == YcluiTerminal::Event::Nothing) {
       keys.settle();
     }
     keys.feed(bytes);
@@ -93,36 +133,37 @@ void CluiSession::loop() {
   }
 }
 
-void CluiSession::take(CluiKeys& keys) {
-  CluiKey key;
+void CluiSession::take(YcluiKeys& keys) {
+  YcluiKey key;
   terminal_.enableSignalKeys(true);
   while (!settings_.leaves && typing_.parser() != nullptr && terminal_.endingSignal() == 0 &&
          keys.next(key)) {
-    handle(key);
+    keys.isPasting() || key.kind == YcluiKey::PasteEnd ? handlePasted(key) : handle(key);
     if (CluiInterrupted()) afterInterrupt(keys);
   }
   terminal_.enableSignalKeys(false);
 }
 
 // Drops what was typed ahead, since it was meant for the command that was interrupted.
-void CluiSession::afterInterrupt(CluiKeys& keys) {
+void CluiSession::afterInterrupt(YcluiKeys& keys) {
   CluiClearInterrupt();
   keys.drop();
   pasted_.clear();
+  pasteFault_.clear();
   typing_.takeHeld();
   dropsPaste_ = pasting_;
-  screen_.print(L"interrupted");
+  screen_.print("interrupted");
 }
 
 void CluiSession::checkSignals() {
-  if (terminal_.wasStopped()) screen_.othersHaveWritten();
+  if (terminal_.wasStopped()) screen_.forget();
   int width = 0;
   int height = 0;
   if (terminal_.wasResized() && terminal_.size(width, height)) screen_.resize(width, height);
 }
 
 void CluiSession::refresh() {
-  if (!pasting_) screen_.show(prompt(), field_.characters());
+  if (!pasting_) screen_.show(picture(prompt(), true));
 }
 
 void CluiSession::flush() {
@@ -132,9 +173,49 @@ void CluiSession::flush() {
   terminal_.write(output);
 }
 
-std::wstring CluiSession::prompt() {
-  const CluiPrompts& prompts = settings_.prompts;
-  return encoding_.fromSystem(commandIsOpen() ? prompts.open : prompts.ready);
+const std::string& CluiSession::prompt() {
+  return commandIsOpen() ? settings_.prompts.open : settings_.prompts.ready;
+}
+
+// The line that was sent is plain; the word after it may be in colours.
+YcluiPicture CluiSession::picture(const std::string& prompt, bool isPainted) {
+  YcluiPicture picture;
+  picture.prompt.add(prompt, colours_.of(YcluiTextKind::Prompt));
+  picture.cursor = field_.text().size();
+  const YcluiParser* parser = typing_.parser();
+  if (!isPainted || parser == nullptr) {
+    picture.line.add(field_.text());
+    return picture;
+  }
+  const std::string word = field_.word();
+  picture.line.add(field_.text().substr(0, field_.text().size() - word.size()));
+  CluiTypedWord(*parser, word, mayBeginWithComma()).paint(colours_, picture.line);
+  return picture;
+}
+
+bool CluiSession::list(const YcluiParser& parser, const std::string& word) {
+  CluiTypedWord typed(parser, word, mayBeginWithComma());
+  YcluiOffers offers(parser);
+  typed.find(offers);
+  const std::string argument = offers.argumentText();
+  if (!argument.empty()) screen_.print(argument);
+  if (offers.empty()) return !argument.empty();
+  const std::size_t room = screen_.rowsBeside(picture(prompt(), false));
+  const std::size_t taken = argument.empty() ? 0 : 1;
+  YcluiOfferList list(offers);
+  list.open(false);
+  for (const YcluiStyledText& row :
+       list.rows(screen_.width(), room > taken ? room - taken : 1, colours_)) {
+    screen_.print(row);
+  }
+  return true;
+}
+
+// Shows the line once more and leaves it on the screen.
+void CluiSession::leaveLine(const std::string& prompt) {
+  screen_.show(picture(prompt, false));
+  screen_.leave();
+  flush();
 }
 
 bool CluiSession::commandIsOpen() {
@@ -146,7 +227,7 @@ bool CluiSession::commandIsOpen() {
 // --- Events of the parser and the engine
 
 void CluiSession::clearLine() {
-  screen_.hideForOthers();
+  screen_.giveWay();
   flush();
 }
 
@@ -156,10 +237,7 @@ void CluiSession::lineChanges(const char* wholeLine) {
 }
 
 void CluiSession::commandCompletes() {
-  if (pasting_) return clearLine();
-  screen_.show(encoding_.fromSystem(settings_.prompts.ready), field_.characters());
-  screen_.leave();
-  flush();
+  pasting_ ? clearLine() : leaveLine(settings_.prompts.ready);
 }
 
 // The line of an indefinite word stays on the screen like that of a complete command.
@@ -169,49 +247,46 @@ void CluiSession::scriptRuns() {
   const bool stays = isFirst && !pasting_ && parser != nullptr && parser->lastIsIndefinite() != 0;
   if (!stays) return clearLine();
   const bool alone = parser->numberOfToken() == 1 && parser->nestingDepth() == 1;
-  const CluiPrompts& prompts = settings_.prompts;
-  screen_.show(encoding_.fromSystem(alone ? prompts.ready : prompts.open), field_.characters());
-  screen_.leave();
+  leaveLine(alone ? settings_.prompts.ready : settings_.prompts.open);
   clearLine();
 }
 
 // --- Keys
 
-void CluiSession::handle(const CluiKey& key) {
-  if (key.kind != CluiKey::Control) lastKey_ = thisKey_ = '\0';
+void CluiSession::handle(const YcluiKey& key) {
   switch (key.kind) {
-    case CluiKey::Control:
-      return control(key.bytes.front());
-    case CluiKey::Text:
-      return text(key.bytes);
-    case CluiKey::Erase:
-      if (offer(std::string(1, CluiKeyByte::Erase)) && !field_.rubOut()) screen_.ring();
-      return;
-    case CluiKey::PasteBegin:
-      pasting_ = true;
-      dropsPaste_ = false;
-      pasted_.clear();
-      pastedLines_ = 0;
-      return;
-    case CluiKey::Paste:
-      if (!dropsPaste_) paste(key.bytes);
-      return;
-    case CluiKey::PasteEnd:
-      return pasteRest();
+    case YcluiKey::Text:
+      lastKey_ = thisKey_ = '\0';
+      offer(key.bytes);
+      break;
+    case YcluiKey::Named:
+    case YcluiKey::Control:
+      if (const char byte = ByteOf(key)) byte == EraseByte ? erase() : control(byte);
+      break;
+    case YcluiKey::Invalid:
+      screen_.print(key.bytes);
+      break;
+    default:
+      break;
   }
 }
 
+void CluiSession::erase() {
+  lastKey_ = thisKey_ = '\0';
+  if (offer(std::string(1, EraseByte)) && !field_.rubOut()) screen_.ring();
+}
+
 void CluiSession::control(char byte) {
-  if (byte == CluiKeyByte::Suspend) return stop();
+  if (byte == SuspendByte) return stop();
   lastKey_ = thisKey_;
   thisKey_ = byte;
-  if (byte == CluiKeyByte::Return) closeQuote();
+  if (byte == ReturnByte) closeQuote();
   if (!offer(std::string(1, byte))) return;
-  if (byte == CluiKeyByte::Leave && field_.text().empty()) {
+  if (byte == LeaveByte && field_.text().empty()) {
     settings_.leaves = true;
     return;
   }
-  if (byte != CluiKeyByte::Interrupt) return;
+  if (byte != InterruptByte) return;
   takeWord();
   giveUp();
 }
@@ -223,25 +298,15 @@ void CluiSession::stop() {
   terminal_.wasStopped();  // clears the flag, since the line has been left already
 }
 
-// Types the quote twice if a backslash escapes the first.
+// A backslash may escape the first quote that is typed.
 void CluiSession::closeQuote() {
   YcluiParser* parser = typing_.parser();
   if (parser == nullptr) return;
-  const CluiTextEnd end = CluiEndOf(*parser, field_.word(), textState(*parser));
-  if (end.kind != CluiTextEnd::Quote) return;
-  const std::string quote(1, end.quote);
-  if (end.isEscape) field_.type(quote);
-  field_.type(quote);
-}
-
-void CluiSession::text(const std::string& character) {
-  std::string system;
-  CluiFault fault;
-  if (encoding_.toSystem(character, system, fault)) {
-    offer(system);
-    return;
+  for (int i = 0; i < 2; ++i) {
+    const CluiTypedWord word(*parser, field_.word(), mayBeginWithComma());
+    if (word.ending() != YcluiEndsInQuote) return;
+    field_.type(std::string(1, word.openQuote()));
   }
-  screen_.print(CluiFaultText(fault, "the terminal's encoding"));
 }
 
 // Returns whether the field may apply the change.
@@ -314,52 +379,63 @@ void CluiSession::takeBack() {
 
 // --- Pasting
 
+void CluiSession::handlePasted(const YcluiKey& key) {
+  if (key.kind == YcluiKey::PasteEnd) return pasteRest();
+  if (!pasting_) beginPaste();
+  if (dropsPaste_) return;
+  if (key.kind == YcluiKey::Invalid) {
+    pasteFault_ = key.bytes;
+    pasted_ += '?';
+  } else {
+    paste(key.bytes);
+  }
+}
+
+void CluiSession::beginPaste() {
+  lastKey_ = thisKey_ = '\0';
+  pasting_ = true;
+  dropsPaste_ = false;
+  pasted_.clear();
+  pasteFault_.clear();
+  pastedLines_ = 0;
+}
+
 void CluiSession::paste(const std::string& bytes) {
   for (const char byte : bytes) {
-    const bool isAfterReturn = !pasted_.empty() && pasted_.back() == '\r';
-    if (isAfterReturn) {
-      pasted_.pop_back();
-      pasteLine();
-      if (byte == '\n') continue;
-    }
-    if (byte == '\n') {
-      pasteLine();
-    } else {
-      pasted_ += byte;
-    }
+    byte == '\n' ? pasteLine() : pasted_.push_back(byte);
     if (typing_.parser() == nullptr || CluiInterrupted()) return;
   }
 }
 
 // The word typed before the paste is the beginning of its first line.
 void CluiSession::pasteLine() {
-  const std::string begun = encoding_.toUser(encoding_.fromSystem(takeWord()));
-  std::string line = begun + pasted_;
-  pasted_.clear();
+  std::string line = takeWord() + std::exchange(pasted_, std::string());
   ++pastedLines_;
   if (!IsBlank(line)) {
     screen_.hide();
-    screen_.print(prompt() + encoding_.fromUser(line));
+    screen_.print(prompt() + line);
   }
-  line += '\n';
-  typing_.readLine(line, pastedLines_);
+  if (!skipsLine()) typing_.readLine(line + "\n", pastedLines_);
+}
+
+// A line does not run without one of its characters.
+bool CluiSession::skipsLine() {
+  if (pasteFault_.empty()) return false;
+  screen_.print("paste:" + std::to_string(pastedLines_) + ": " +
+                std::exchange(pasteFault_, std::string()) + "; the line is skipped");
+  return true;
 }
 
 void CluiSession::pasteRest() {
-  if (!pasted_.empty() && pasted_.back() == '\r') {
-    pasted_.pop_back();
-    pasteLine();
-  }
-  std::string rest = encoding_.toUser(encoding_.fromSystem(typing_.takeHeld())) + pasted_;
-  std::replace(rest.begin(), rest.end(), '\n', ' ');
+  ++pastedLines_;
+  std::string rest = typing_.takeHeld();
+  if (!skipsLine()) rest += pasted_;
   pasted_.clear();
-  CluiCapabilities none;
-  CluiKeys keys(none, encoding_, '\b');
-  keys.feed(rest);
-  CluiKey key;
-  while (typing_.parser() != nullptr && keys.next(key)) {
-    if (key.kind == CluiKey::Text) text(key.bytes);
-    if (key.kind == CluiKey::Control && key.bytes == "\t") text(" ");
+  std::replace_if(rest.begin(), rest.end(), YIsWhiteSpace, ' ');
+  for (std::size_t i = 0; i < rest.size() && typing_.parser() != nullptr;) {
+    const std::size_t length = CluiStepAt(rest, i);
+    offer(rest.substr(i, length));
+    i += length;
   }
   pasting_ = false;
 }

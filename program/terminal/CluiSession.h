@@ -1,4 +1,4 @@
-// The line editor: an interactive session in a terminal.
+// A session in which each typed word is sent at its end.
 
 #ifndef PROGRAM_TERMINAL_CLUISESSION_H_
 #define PROGRAM_TERMINAL_CLUISESSION_H_
@@ -7,16 +7,16 @@
 #include <string_view>
 #include <vector>
 
-#include "program/CluiTextEnd.h"
-#include "program/terminal/CluiCapabilities.h"
-#include "program/terminal/CluiHistory.h"
-#include "program/terminal/CluiKeys.h"
-#include "program/terminal/CluiScreen.h"
-#include "program/terminal/CluiTerminal.h"
 #include "program/terminal/CluiTerminalField.h"
 #include "program/terminal/CluiTerminalSettings.h"
 #include "program/terminal/CluiTyping.h"
-#include "program/text/CluiEncoding.h"
+#include "terminal/YcluiCapabilities.h"
+#include "terminal/YcluiColours.h"
+#include "terminal/YcluiHistory.h"
+#include "terminal/YcluiKeys.h"
+#include "terminal/YcluiPicture.h"
+#include "terminal/YcluiScreen.h"
+#include "terminal/YcluiTerminal.h"
 
 // Passes keys to the field and shows the field's text on the screen. The binding of the field
 // decides what a key does; the session itself only closes an open quote before Return.
@@ -25,7 +25,8 @@
 // stays on the screen.
 class CluiSession {
  public:
-  CluiSession(CluiTyping& typing, CluiEncoding& encoding, CluiTerminalSettings& settings,
+  // `encoding` is that of the terminal.
+  CluiSession(CluiTyping& typing, const std::string& encoding, CluiTerminalSettings& settings,
               const std::string& language);
   ~CluiSession();
   CluiSession(const CluiSession&) = delete;
@@ -40,10 +41,11 @@ class CluiSession {
   // The signal that ended the session, or 0.
   int endingSignal() const { return terminal_.endingSignal(); }
 
-  CluiEncoding& encoding() { return encoding_; }
   CluiTerminalField& field() { return field_; }
-  CluiScreen& screen() { return screen_; }
-  CluiHistory& history() { return history_; }
+  YcluiScreen& screen() { return screen_; }
+  YcluiHistory& history() { return history_; }
+  // Prints what can continue the word, as far as the window has room. False when there is nothing.
+  bool list(const YcluiParser& parser, const std::string& word);
 
   // Hides the line for other output.
   void clearLine();
@@ -64,20 +66,19 @@ class CluiSession {
   // Whether nothing is typed and no command is unfinished.
   bool isEmpty() { return field_.text().empty() && !commandIsOpen(); }
   bool isPasting() const { return pasting_; }
-  // The state in which the parser will read the word being typed.
-  CluiTextState textState(const YcluiParser& parser) const {
-    return CluiStateOf(parser, !typing_.endsInComma());
-  }
+  // Whether a comma at the start of the word being typed may separate arguments.
+  bool mayBeginWithComma() const { return !typing_.endsInComma(); }
 
  private:
   CluiTyping& typing_;
-  CluiEncoding& encoding_;
+  std::string encoding_;
   CluiTerminalSettings& settings_;
-  CluiCapabilities capabilities_;
-  CluiTerminal terminal_;
+  YcluiCapabilities capabilities_;
+  YcluiColours colours_;
+  YcluiTerminal terminal_;
   CluiTerminalField field_;
-  CluiScreen screen_;
-  CluiHistory history_;
+  YcluiScreen screen_;
+  YcluiHistory history_;
   char lastKey_ = '\0';
   char thisKey_ = '\0';
   // What the current key has done to the command line.
@@ -88,31 +89,37 @@ class CluiSession {
   bool pasting_ = false;
   bool dropsPaste_ = false;      // an interrupt drops the rest of a paste
   std::string pasted_;           // the incomplete last line of a paste
-  std::size_t pastedLines_ = 0;  // number of complete lines of a paste
+  std::string pasteFault_;       // about a character of that line that does not exist inside
+  std::size_t pastedLines_ = 0;  // number of lines of a paste
 
   bool attach();
   void loop();
-  void take(CluiKeys& keys);
+  void take(YcluiKeys& keys);
   void checkSignals();
-  void afterInterrupt(CluiKeys& keys);
+  void afterInterrupt(YcluiKeys& keys);
   void refresh();
   void flush();
-  std::wstring prompt();
+  const std::string& prompt();
+  YcluiPicture picture(const std::string& prompt, bool isPainted);
+  void leaveLine(const std::string& prompt);
 
-  void handle(const CluiKey& key);
+  void handle(const YcluiKey& key);
+  void erase();
   void control(char byte);
   void stop();
   void closeQuote();
-  void text(const std::string& character);
   bool offer(const std::string& bytes);
   void remember(const std::string& word, bool refused);
   void addTypedToHistory();
   void clearStaleLine();
   bool commandIsOpen();
 
+  void handlePasted(const YcluiKey& key);
+  void beginPaste();
   void paste(const std::string& bytes);
   void pasteLine();
   void pasteRest();
+  bool skipsLine();
   std::string takeWord();
 };
 

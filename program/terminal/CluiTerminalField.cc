@@ -12,7 +12,6 @@ CluiTerminalField::~CluiTerminalField() {
 
 void CluiTerminalField::SetText(const char* text) {
   text_ = text;
-  characters_ = encoding_.fromSystem(text_);
 }
 
 // There is a blank between the line and the word.
@@ -26,7 +25,6 @@ bool CluiTerminalField::type(std::string_view character) {
   if (OfferModification(character.data(), length) == 0) return false;
   if (YIsControl(character.front())) return true;
   text_ += character;
-  characters_ += encoding_.fromSystem(character);
   return true;
 }
 
@@ -35,7 +33,6 @@ bool CluiTerminalField::rubOut() {
   const std::string last = word();
   const int offset = static_cast<int>(last.size()) - 1;
   text_.resize(text_.size() - (YCheckKanji(last.c_str(), offset) == 4 ? 2 : 1));
-  characters_.pop_back();
   return true;
 }
 

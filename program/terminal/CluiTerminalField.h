@@ -7,12 +7,11 @@
 #include <string_view>
 
 #include "platform/ui/YuiTextField.h"
-#include "program/text/CluiEncoding.h"
 
 // A text field that is edited at its end. It stores the text and does not draw it.
 class CluiTerminalField : public YuiTextField {
  public:
-  explicit CluiTerminalField(CluiEncoding& encoding) : encoding_(encoding) {}
+  CluiTerminalField() = default;
   // Deletes the binding that a script has attached.
   ~CluiTerminalField() override;
 
@@ -28,15 +27,12 @@ class CluiTerminalField : public YuiTextField {
   // Whether a binding is attached.
   bool isAttached() const { return ModificationCallBack() != nullptr; }
 
-  // The text, in the system's encoding and as characters, and the word being typed at its end.
+  // The text, and the word being typed at its end.
   const std::string& text() const { return text_; }
-  const std::wstring& characters() const { return characters_; }
   std::string word() const;
 
  private:
-  CluiEncoding& encoding_;
   std::string text_;
-  std::wstring characters_;
   std::size_t wordStart_ = 0;
 };
 

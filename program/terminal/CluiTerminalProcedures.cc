@@ -4,11 +4,11 @@
 #include "parser/YcluiParser.h"
 #include "platform/engine/ScmVM.h"
 #include "platform/engine/ScmVMExternal.h"
-#include "program/terminal/CluiCompletion.h"
 #include "program/terminal/CluiLineSession.h"
-#include "program/terminal/CluiListing.h"
 #include "program/terminal/CluiPrelude.h"
 #include "program/terminal/CluiSession.h"
+#include "program/terminal/CluiTypedWord.h"
+#include "terminal/YcluiOffers.h"
 
 namespace {
 
@@ -40,10 +40,6 @@ YcluiParser* PopParser(YStatus& status) {
   return nullptr;
 }
 
-std::wstring WideOf(const char* text) {
-  return Session()->encoding().fromSystem(text);
-}
-
 void TerminalField(std::uint32_t, YStatus&) {
   YuiTextField* field = Session() == nullptr ? nullptr : &Session()->field();
   Scm::StackPushHandle(field, nullptr, nullptr);
@@ -52,7 +48,7 @@ void TerminalField(std::uint32_t, YStatus&) {
 void TerminalPrint(std::uint32_t, YStatus& status) {
   const char* text = Scm::VMEAssertIsAString(1, status, -1);
   if (!YStatusIsGood(status)) return;
-  if (Session() != nullptr) Session()->screen().print(WideOf(text));
+  if (Session() != nullptr) Session()->screen().print(text);
   if (CluiLineSession* lines = CluiLineSession::Current()) lines->print(text);
   Scm::StackPushNull();
 }
@@ -80,8 +76,17 @@ void TerminalLeave(std::uint32_t, YStatus&) {
 
 // --- Completion
 
-CluiTextState StateOf(const YcluiParser& parser) {
-  return Session() == nullptr ? CluiStateOf(parser, true) : Session()->textState(parser);
+bool MayBeginWithComma() {
+  return Session() == nullptr || Session()->mayBeginWithComma();
+}
+
+// What the word becomes as far as all offers agree.
+std::string Completed(const std::string& word, YcluiOffers& offers) {
+  const std::string before = word.substr(0, offers.begin());
+  if (offers.count() > 1) return before + offers.common();
+  const YcluiOffers::Group group = offers.at(0).group;
+  const bool isWord = group != YcluiOffers::Group::Variable && group != YcluiOffers::Group::Value;
+  return before + (isWord ? offers.at(0).name : offers.inserted(0));
 }
 
 void TerminalComplete(std::uint32_t, YStatus& status) {
@@ -90,10 +95,14 @@ void TerminalComplete(std::uint32_t, YStatus& status) {
   const std::string word = text;
   YcluiParser* parser = PopParser(status);
   if (parser == nullptr) return;
-  CluiCompletion completion(*parser, word.c_str());
-  if (completion.text().empty()) return PushFalse();
-  if (completion.isWord() && completion.text() == word) return Scm::StackPushBoolean(1);
-  Scm::StackPushString(completion.text().c_str());
+  YcluiOffers offers(*parser);
+  CluiTypedWord typed(*parser, word, MayBeginWithComma());
+  typed.find(offers);
+  if (offers.empty()) return PushFalse();
+  const std::string completed = Completed(word, offers);
+  if (completed.empty()) return PushFalse();
+  if (offers.count() == 1 && completed == word) return Scm::StackPushBoolean(1);
+  Scm::StackPushString(completed.c_str());
 }
 
 void TerminalList(std::uint32_t, YStatus& status) {
@@ -102,13 +111,7 @@ void TerminalList(std::uint32_t, YStatus& status) {
   const std::string word = text;
   YcluiParser* parser = PopParser(status);
   if (parser == nullptr) return;
-  if (Session() == nullptr) return PushFalse();
-  CluiScreen& screen = Session()->screen();
-  const std::wstring listing =
-      CluiListing(*parser, word.c_str(), StateOf(*parser), Session()->encoding(), screen.width(),
-                  screen.rowsAboveLine());
-  if (!listing.empty()) screen.print(listing);
-  Scm::StackPushBoolean(listing.empty() ? 0 : 1);
+  Scm::StackPushBoolean(Session() != nullptr && Session()->list(*parser, word) ? 1 : 0);
 }
 
 // --- History
@@ -120,7 +123,8 @@ void TerminalOlder(std::uint32_t, YStatus& status) {
 }
 
 void TerminalNewer(std::uint32_t, YStatus&) {
-  PushText(Session() == nullptr ? nullptr : Session()->history().newer());
+  CluiSession* session = Session();
+  PushText(session == nullptr ? nullptr : session->history().newer(session->field().word()));
 }
 
 // --- The unfinished command
@@ -148,30 +152,29 @@ void TerminalEmpty(std::uint32_t, YStatus&) {
 
 // False directly after the ":" of a word and after a comma, where the argument has not begun.
 bool EndsInArgument(const YcluiParser& parser, const std::string& word) {
-  if (CluiEndOf(parser, word, StateOf(parser)).kind == CluiTextEnd::Quote) return true;
+  const CluiTypedWord typed(parser, word, MayBeginWithComma());
+  if (typed.ending() == YcluiEndsInQuote) return true;
   const std::size_t last = word.find_last_not_of(' ');
   if (last == std::string::npos || word[last] == ':' || word[last] == ',') return false;
   return parser.openToken() != nullptr || word.find(':') != std::string::npos;
 }
 
-// A leading comma, which the lexer would refuse, is replaced by a blank to keep all offsets.
+// An end of line ends everything but an argument that a comma announces, and a point.
 void TerminalEnded(std::uint32_t, YStatus& status) {
   const char* end = Scm::VMEAssertIsAString(3, status, -1);
   if (!YStatusIsGood(status)) return;
   const std::string blank = end;
   const char* text = Scm::VMEAssertIsAString(2, status, -1);
   if (!YStatusIsGood(status)) return;
-  std::string word = text;
+  const std::string word = text;
   const YcluiParser* parser = PopParser(status);
   if (parser == nullptr) return;
-  const CluiTextState begin = StateOf(*parser);
-  const CluiTextEnd::Kind kind = CluiEndOf(*parser, word, begin).kind;
-  // As in a file, an end of line ends everything but an argument announced by a comma.
-  const bool isLine = blank == "\n";
-  if (isLine ? kind == CluiTextEnd::Comma : kind != CluiTextEnd::Whole) return PushFalse();
-  const std::size_t comma = CluiLeadingComma(word, begin);
-  if (comma != std::string::npos) word[comma] = ' ';
-  Scm::StackPushString((word + blank).c_str());
+  const CluiTypedWord typed(*parser, word, MayBeginWithComma());
+  const YcluiTextEnding ending = typed.ending();
+  const bool isWhole = ending == YcluiEndsWhole || ending == YcluiEndsInToken;
+  const bool announces = ending == YcluiEndsAfterComma || ending == YcluiEndsInPoint;
+  if (blank == "\n" ? announces : !isWhole) return PushFalse();
+  Scm::StackPushString((typed.text() + blank).c_str());
 }
 
 void TerminalInArgument(std::uint32_t, YStatus& status) {

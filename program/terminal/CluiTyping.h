@@ -15,8 +15,8 @@ class CluiTyping {
   virtual void beginWord(const std::string& word) = 0;
   // The key has been handled; reports the pending codes.
   virtual void endWord(bool wasSent) = 0;
-  // Reads line `number` of a paste, in the encoding of the terminal.
-  virtual void readLine(std::string& bytes, std::size_t number) = 0;
+  // Reads line `number` of a paste, with its end, as text of the system.
+  virtual void readLine(std::string line, std::size_t number) = 0;
   // Reads a typed line, with its end, as text of the system.
   virtual void sendLine(std::string line) = 0;
   // Removes and returns the lines of a paste that are held until the next argument, as text of the

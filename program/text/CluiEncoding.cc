@@ -69,6 +69,7 @@ bool CluiEncoding::open(const std::string& name, std::string& error) {
     error = "unsupported encoding \"" + name + "\": a line must end with the single byte 10";
     return false;
   }
+  name_ = name;
   keepsAscii_ = true;
   for (int c = 1; c < 128; ++c) keepsAscii_ = keepsAscii_ && readsAs(static_cast<char>(c));
   isUtf8_ = fromUser("\xEF\xBB\xBF").size() <= 1 && fromUser("\xC3\xA4") == L"\u00E4";

@@ -29,6 +29,9 @@ class CluiEncoding {
   // does not end a line with the single byte 10.
   bool open(const std::string& name, std::string& error);
 
+  // The name that it was opened with.
+  const std::string& name() const { return name_; }
+
   // Converts the user's bytes to text of the system. False, with the reason in `fault`, when they
   // cannot be converted. A character that does not convert back to itself is Lacking too.
   bool toSystem(std::string_view bytes, std::string& system, CluiFault& fault);
@@ -44,6 +47,7 @@ class CluiEncoding {
   bool isUtf8() const { return isUtf8_; }
 
  private:
+  std::string name_;
   YTextConverter userToWide_;
   YTextConverter wideToUser_;
   YTextConverter systemToWide_;

@@ -1,4 +1,4 @@
-// Compares CluiEndOf with the lexer on random texts.
+// Compares CluiEndOf and previews with the lexer on random texts.
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,7 @@
 #include "foundation/YErr.h"
 #include "foundation/YErrCodes.h"
 #include "parser/YcluiParser.h"
+#include "parser/YcluiPreview.h"
 #include "program/CluiTextEnd.h"
 #include "tests/support/words.h"
 
@@ -40,14 +41,30 @@ bool CanContinue(YcluiLex& lex, const std::string& text, int refusals) {
   return false;
 }
 
+enum class End { Whole, Open, Announces };
+
+End EndOf(CluiTextEnd::Kind kind) {
+  if (kind == CluiTextEnd::Whole) return End::Whole;
+  const bool isOpen = kind == CluiTextEnd::Quote || kind == CluiTextEnd::Escape;
+  return isOpen ? End::Open : End::Announces;
+}
+
+End EndOf(YcluiTextEnding ending) {
+  if (ending == YcluiEndsWhole || ending == YcluiEndsInToken) return End::Whole;
+  const bool isOpen = ending == YcluiEndsInQuote || ending == YcluiEndsInEscape;
+  return isOpen ? End::Open : End::Announces;
+}
+
 TEST(TextEnd, AgreesWithTheLexer) {
   YcluiParser parser;
   YcluiLex& lex = *parser.lex();
   Declare(lex, "a:/s b:/ip p:/p c:/fss d e=ee ;", 1);
+  parser.setSyntaxGraph(SyntaxOf(lex, "( a: | b: | p: | c: | d | e | ; )*").release());
   const char* const pieces[] = {"a:", "b:", "p:", "c:", "d",        "e",       "f", "1",
                                 "2",  ",",  ",",  ",",  "\"",       "'",       " ", " ",
                                 "\\", "#",  "\n", ";",  "\x83\x5C", "\x95\x5C"};
   std::mt19937 random(11);
+  YcluiPreview preview(parser);
   int kinds[5] = {};
   for (int round = 0; round < 50000; ++round) {
     std::string text;
@@ -55,8 +72,12 @@ TEST(TextEnd, AgreesWithTheLexer) {
       text += pieces[random() % std::size(pieces)];
     }
     const CluiTextEnd::Kind kind = CluiEndOf(parser, text, {}).kind;
+    parser.exhaust();
+    preview.read(text.c_str());
     const Refusals refusals = RefusalsOf(lex, text);
-    const bool isOpen = kind == CluiTextEnd::Quote || kind == CluiTextEnd::Escape;
+    const bool isOpen = EndOf(kind) == End::Open;
+    const bool agree = EndOf(kind) == EndOf(preview.ending());
+    ASSERT_TRUE(agree || text.find('#') != std::string::npos) << text;
     ASSERT_EQ(isOpen, refusals.isUnclosed) << text;
     ++kinds[kind];
     // More text cannot continue a comment, nor a word without its argument, which is refused at
@@ -64,7 +85,7 @@ TEST(TextEnd, AgreesWithTheLexer) {
     const std::size_t last = text.find_last_not_of(" \n");
     const bool isOver = last != std::string::npos && text[last] == ':';
     if (isOpen || isOver || text.find('#') != std::string::npos) continue;
-    const bool announces = kind == CluiTextEnd::Comma || kind == CluiTextEnd::HalfPoint;
+    const bool announces = EndOf(kind) == End::Announces;
     ASSERT_EQ(announces, CanContinue(lex, text, refusals.count)) << text;
     ASSERT_TRUE(kind != CluiTextEnd::Comma || CluiMayEndInComma(text)) << text;
   }

@@ -1,0 +1,11 @@
+#include "program/terminal/CluiColours.h"
+
+#include <cstdlib>
+
+std::string CluiReadColours(YcluiColours& colours) {
+  constexpr char Variable[] = "CLUI_COLOURS";
+  const char* const settings = std::getenv(Variable);
+  std::string error;
+  if (settings == nullptr || colours.read(settings, error)) return std::string();
+  return std::string(Variable) + ": " + error;
+}
