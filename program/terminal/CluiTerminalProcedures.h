@@ -15,12 +15,12 @@
 //                                 word, each word at its end. Before the session begins
 //   (terminal-prompt READY OPEN)  sets the prompts: without and with an unfinished command
 //   (terminal-leave)              ends the session
-//   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is a
-//                                 word and no other one matches; #f when no word matches
-//   (terminal-list P WORD)        lists the words that can come next and begin with WORD, up to the
-//                                 height of the window; #f when there are none
-//   (terminal-older WORD)         the previous line of the history, or #f; stores WORD as the last
-//   (terminal-newer)              the next line of the history, or #f
+//   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is
+//                                 whole and nothing else matches; #f when nothing matches
+//   (terminal-list P WORD)        lists what can continue WORD, up to the height of the window, or
+//                                 says which argument comes; #f when there is neither
+//   (terminal-older WORD)         the previous line of the history that begins with WORD, or #f
+//   (terminal-newer)              the next one, WORD after the newest, or #f
 //   (terminal-give-up P)          drops the unfinished command, or the frame when there is none
 //   (terminal-take-back P)        removes the last word of the command line, or the open token
 //   (terminal-empty?)             whether nothing is typed and no command is unfinished
