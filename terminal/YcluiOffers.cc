@@ -99,7 +99,7 @@ std::string YcluiOffers::common() const {
   }
   common = common.substr(0, YCharacters::CutBetween(at(0).name, common.size()));
   if (preview_ != nullptr) return std::string(common);
-  return opened(common, isQuoted_ || needsQuotes(common));
+  return opened(common, isQuoted_ || (!common.empty() && needsQuotes(common)));
 }
 
 // Of offers whose names are in order; values are not.
