@@ -273,14 +273,14 @@ YcluiLineEditor::Request YcluiLineEditor::drop(Request request) {
 
 // --- Completion
 
-// A question mark is a question where it cannot be part of a text or of a word.
+// A question mark is a question where it cannot continue a text or a word.
 bool YcluiLineEditor::asksForList(const std::string& bytes) {
   if (bytes != "?") return false;
   const YcluiTyping& typing = preview_.at(static_cast<std::uint32_t>(buffer_.cursor()));
   if (typing.kind == YcluiTypingArgument) return typing.type != YcluiValueString;
   if (typing.kind != YcluiTypingWord) return typing.kind == YcluiTypingVariable;
   offers_.find(preview_, buffer_.text(), buffer_.cursor());
-  for (std::size_t i = 0; i < offers_.count(); ++i) {
+  for (std::size_t i = 0; i < offers_.count() && !offers_.isFresh(); ++i) {
     if (offers_.at(i).name[offers_.end() - offers_.begin()] == '?') return false;
   }
   return true;
