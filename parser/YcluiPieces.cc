@@ -40,14 +40,25 @@ std::size_t LengthOfBadLiteral(std::string_view text, const YcluiLex& lexer) {
   return text.size();
 }
 
+// White space and comments.
+std::size_t LengthOfGap(std::string_view text) {
+  std::size_t length = 0;
+  for (std::size_t part = 1; part > 0; length += part) {
+    const std::string_view rest = text.substr(length);
+    part = LengthOfBlank(rest);
+    if (part == 0) part = LengthOfComment(rest);
+  }
+  return length;
+}
+
 // Whether the text is a number and perhaps a separator: the beginning of a point.
 bool IsHalfPoint(const char* text) {
   double number = 0;
   const char* end = YReadDecimal(text, number);
   if (end == nullptr) return false;
-  end += LengthOfBlank(end);
+  end += LengthOfGap(end);
   if (*end == ',') ++end;
-  return end[LengthOfBlank(end)] == '\0';
+  return end[LengthOfGap(end)] == '\0';
 }
 
 }  // namespace
@@ -191,11 +202,12 @@ void YcluiPieces::addFault(const YcluiTrial& trial) {
 YcluiTextEnding YcluiPieces::endingAtFault(const YcluiTrial& trial) const {
   const YcluiLex& lexer = trial.lexer();
   const char* fault = lexer.faultText();
+  const bool isWord = lexer.faultArgument() == 0 && lexer.faultOffset() == step_.begin;
   switch (step_.code) {
     case YErrNothing:
       return lexer.faultIsSeparated() ? YcluiEndsAfterComma : YcluiEndsWhole;
     case YErrEndOfInput:
-      if (IsQuote(*fault)) return YcluiEndsInQuote;
+      if (IsQuote(*fault) && !isWord) return YcluiEndsInQuote;
       return text_.ends_with('\\') ? YcluiEndsInEscape : YcluiEndsWhole;
     case YErrBadPoint:
       return IsHalfPoint(fault) ? YcluiEndsInPoint : YcluiEndsWhole;

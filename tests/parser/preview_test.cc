@@ -100,6 +100,8 @@ TEST(Preview, KnowsHowATextEnds) {
       {"box: ", YcluiEndsInToken, true},
       {"say: a, # x", YcluiEndsAfterComma, false},
       {"at: 3 ,", YcluiEndsInPoint, false},
+      {"at: 3 # x", YcluiEndsInPoint, false},
+      {"'\\", YcluiEndsInEscape, false},
       {"at: x", YcluiEndsWhole, false},
       {"nope", YcluiEndsWhole, false},
   };
