@@ -28,9 +28,12 @@ std::string Expected(YcluiOffers& offers) {
 
 std::string WordText(YcluiPreview& preview, YcluiOffers& offers, const std::string& text,
                      const YcluiPiece& piece) {
-  if (piece.code == YErrInterruptRefused)
-    return TextOf(piece, text) + ": " + YcluiCodeText(piece.code);
-  if (piece.code != YErrNothing) return YcluiCodeText(piece.code);
+  if (piece.code == YErrInterruptRefused) {
+    return TextOf(piece, text) + " may not interrupt the current command";
+  }
+  // A word that has an id is refused itself, whatever its arguments are.
+  const bool isWord = piece.tokenId != YcluiIdNone && piece.tokenId != YcluiIdAlias;
+  if (piece.code != YErrNothing && !isWord) return YcluiCodeText(piece.code);
   const std::string fault = piece.tokenId == YcluiIdNone
                                 ? "no such word " + TextOf(piece, text)
                                 : TextOf(piece, text) + " is not allowed here";

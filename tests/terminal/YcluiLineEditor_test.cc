@@ -216,6 +216,8 @@ TEST(LineEditor, KeepsALineWithAMistake) {
        "box: 1,|x red / argument 2 of \"box:\": expected an integer, found \"x\" !"},
       {"box: 1,2 stop<Return>",
        "box: 1,2 |stop / \"stop\" is not allowed here; expected red, undo, unit, big, / twice !"},
+      {"wait: 2 box: x<Return>",
+       "wait: 2 |box: x / \"box:\" is not allowed here; expected stop, undo, unit, big, / twice !"},
       {"paint: \"red<Return>", "paint: \"red| / argument 1 of \"paint:\": unterminated string !"},
       {"go nix<Return>", "go nix| = Line"},
       {"nix go<Return>",
