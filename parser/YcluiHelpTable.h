@@ -1,4 +1,4 @@
-// The records behind YcluiHelp.
+// The records of YcluiHelp.
 
 #ifndef PARSER_YCLUIHELPTABLE_H_
 #define PARSER_YCLUIHELPTABLE_H_

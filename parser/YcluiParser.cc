@@ -302,6 +302,14 @@ void YcluiParser::CleanupMortuary() {
   }
 }
 
+YcluiParser::Hold::Hold(const YcluiParser& parser) : core_(*parser.core) {
+  core_.enter();
+}
+
+YcluiParser::Hold::~Hold() {
+  core_.exit();
+}
+
 YWord YcluiParser::isCondemned() const {
   return core->life.isCondemned ? 1 : 0;
 }

@@ -360,6 +360,18 @@ class YQRT_API YcluiParser {
   // stays for the next call.
   static void CleanupMortuary();
   YWord isCondemned() const;
+  // As long as one exists, CleanupMortuary leaves its parser alone, as during an operation. For
+  // hosts that use a parser while scripts may run, as the values of an argument do (YcluiHelp).
+  class YQRT_API Hold {
+   public:
+    explicit Hold(const YcluiParser& parser);
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+    ~Hold();
+
+   private:
+    YcluiParserCore& core_;
+  };
 
   // The parser at that address if it is alive and not condemned, else null. The address may be any
   // number. Linear in the number of parsers.

@@ -34,16 +34,20 @@ class YcluiParserCore final : private YcluiPlayback::Input {
   // the mortuary does not destroy the parser, and retired graphs are kept.
   class Running {
    public:
-    explicit Running(YcluiParserCore& core) : core_(core) { ++core_.life.running; }
+    explicit Running(YcluiParserCore& core) : core_(core) { core_.enter(); }
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
-    ~Running() {
-      if (--core_.life.running == 0) core_.frames.freeRetired();
-    }
+    ~Running() { core_.exit(); }
 
    private:
     YcluiParserCore& core_;
   };
+
+  // The beginning and the end of such an operation.
+  void enter() { ++life.running; }
+  void exit() {
+    if (--life.running == 0) frames.freeRetired();
+  }
 
   // The operations of the same names; success is true. REQUIRES, for `interpret`: a frame.
   int interpret(const char* text);

@@ -130,7 +130,8 @@ class YQRT_API YcluiPreview {
   // The index of the piece that contains the byte at the offset; -1 at the end of the text or after
   // it.
   int pieceAt(std::uint32_t offset) const;
-  // The index of the first piece that is refused, or an open quote; -1 without one.
+  // The index of the first piece that is refused, or an open quote; -1 without one. It is refused
+  // for certain unless it is `isSupposed`, and then no later piece is, either.
   int firstRefused() const;
 
   YcluiTextEnding ending() const;

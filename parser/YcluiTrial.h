@@ -4,7 +4,6 @@
 #define PARSER_YCLUITRIAL_H_
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 #include "foundation/YErr.h"

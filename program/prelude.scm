@@ -35,6 +35,11 @@
     ((line word) (terminal-send-words (eq? mode 'word)))
     (else (error "terminal-mode: expected line or word, found" mode))))
 
+;; Sets colours, as CLUI_COLOURS does, which comes after it. Before the session begins.
+(define (terminal-colours text)
+  (let ((fault (terminal-set-colours text)))
+    (if (string? fault) (error (string-append "terminal-colours: " fault)))))
+
 ;; Called when Control-C is typed in a line, which is dropped.
 (define (terminal-interrupt parser) (terminal-give-up parser))
 

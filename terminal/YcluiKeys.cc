@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/YAscii.h"
 #include "foundation/YCharacters.h"
 
 namespace {
@@ -15,12 +16,6 @@ constexpr std::string_view PasteEnds = "\033[201~";
 constexpr std::size_t LongestCharacter = 4;
 constexpr std::size_t LongestSequence = 4096;
 
-bool IsControl(char byte) {
-  return (byte >= '\0' && byte < ' ') || byte == Erase;
-}
-bool IsDigit(char byte) {
-  return byte >= '0' && byte <= '9';
-}
 bool IsFinal(char byte) {
   return byte >= '@' && byte <= '~';
 }
@@ -59,7 +54,7 @@ Extent ExtentOfCsi(std::string_view text) {
 
 Extent ExtentOfSs3(std::string_view text) {
   std::size_t end = 2;
-  while (end < text.size() && IsDigit(text[end])) ++end;
+  while (end < text.size() && YIsDigit(text[end])) ++end;
   return ExtentUpTo(end, text);
 }
 
@@ -71,7 +66,7 @@ Extent ExtentOfReply(std::string_view text) {
     if (text[end] == Bell) return {end + 1, false};
     if (text[end] == Escape && end + 1 == text.size()) return {0, true};
     if (text[end] == Escape && text[end + 1] == '\\') return {end + 2, false};
-    if (IsControl(text[end])) return {end, false};
+    if (YIsControl(text[end])) return {end, false};
   }
   return {0, true};
 }
@@ -202,7 +197,7 @@ bool YcluiKeys::nextOutsidePaste(YcluiKey& key) {
   const char byte = rest().front();
   if (byte == Escape) return nextAfterEscape(key);
   if (isErase(byte)) return acceptNamed(1, key, YcluiKeyName::Backspace);
-  return IsControl(byte) ? nextControl(key) : nextText(key);
+  return YIsControl(byte) ? nextControl(key) : nextText(key);
 }
 
 bool YcluiKeys::nextControl(YcluiKey& key) {
@@ -237,7 +232,7 @@ bool YcluiKeys::nextAlt(YcluiKey& key, bool isComplete) {
   const std::string_view all = sequenceBytes(isComplete);
   const char byte = all.size() > 1 ? all[1] : Escape;
   if (isErase(byte)) return accept(2, key, YcluiKey::Alt, Erase);
-  if (IsControl(byte)) return acceptNamed(1, key, YcluiKeyName::Escape);
+  if (YIsControl(byte)) return acceptNamed(1, key, YcluiKeyName::Escape);
   const bool isUnfinished = all.size() > 2 && ExtentOfUsual(all).isOpen;
   if (isUnfinished) return skip(all.size());
   if (YCharacters::IsAscii({&byte, 1})) {
@@ -267,7 +262,7 @@ bool YcluiKeys::nextInPaste(YcluiKey& key) {
   while (pasteOne(key.bytes)) {
   }
   if (!key.bytes.empty()) return accept(0, key, YcluiKey::Paste, '\0');
-  return !rest().empty() && !IsControl(rest().front()) && nextText(key);
+  return !rest().empty() && !YIsControl(rest().front()) && nextText(key);
 }
 
 // False before the mark or a beginning of it, and before a character that is incomplete or does not
@@ -276,7 +271,7 @@ bool YcluiKeys::pasteOne(std::string& to) {
   const std::string_view text = rest();
   if (text.empty() || text.starts_with(PasteEnds) || PasteEnds.starts_with(text)) return false;
   const char byte = text.front();
-  if (IsControl(byte)) {
+  if (YIsControl(byte)) {
     if (byte == '\t') to += byte;
     if (byte == '\r' || (byte == '\n' && !afterReturn_)) to += '\n';
     afterReturn_ = byte == '\r';
@@ -314,7 +309,7 @@ std::size_t YcluiKeys::decode(std::string_view text, std::string& utf8) {
   if (!toUtf8_.isOpen()) return DecodeUtf8(text, utf8);
   for (std::size_t length = 1; length <= LongestCharacter; ++length) {
     if (length > text.size()) return 0;
-    if (length > 1 && IsControl(text[length - 1])) return length - 1;
+    if (length > 1 && YIsControl(text[length - 1])) return length - 1;
     if (toUtf8_.convert(text.substr(0, length), utf8) == length) return length;
     utf8.clear();
   }

@@ -35,7 +35,7 @@ bool IsLast(const YcluiPreview& preview, int index) {
   return true;
 }
 
-// Whether the text ends behind a comma between arguments, or inside a point.
+// Whether the text ends after a comma between arguments, or inside a point.
 bool GoesOn(const YcluiPreview& preview) {
   if (preview.ending() == YcluiEndsAfterComma || preview.ending() == YcluiEndsInPoint) return true;
   if (preview.ending() != YcluiEndsInToken) return false;
@@ -447,7 +447,12 @@ YcluiLineEditor::Request YcluiLineEditor::search(const YcluiKey& key) {
   } else if (IsNamed(key, YcluiKeyName::Backspace)) {
     act(!sought_.empty());
     sought_.resize(YCharacters::CutBetween(sought_, sought_.empty() ? 0 : sought_.size() - 1));
-    if (!sought_.empty()) seek(history_.size(), Older);
+    found_ = history_.size();
+    if (sought_.empty()) {
+      buffer_ = before_;
+    } else {
+      seek(found_, Older);
+    }
   } else if (IsControl(key, 'g') || IsControl(key, 'c')) {
     endSearch(false);
   } else {

@@ -70,7 +70,7 @@ class YQRT_API YcluiLineEditor {
   std::string message_;    // below the line, until the next key
   std::string note_;       // below the line, too: what is wrong with a value that is accepted
   bool rings_ = false;
-  bool addedBlank_ = false;    // the last key has completed a word and put a blank behind it
+  bool addedBlank_ = false;    // the last key has completed a word and put a blank after it
   bool followsBlank_ = false;  // the key before it has
   bool tabbed_ = false;        // the last key was Tab and could only complete a part
   std::string hint_;           // after the line

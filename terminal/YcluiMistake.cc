@@ -64,12 +64,8 @@ std::string Digits(double value) {
 }  // namespace
 
 int YcluiFirstMistake(const YcluiPreview& preview) {
-  for (int i = 0; i < preview.count(); ++i) {
-    const YcluiPiece& piece = preview.piece(i);
-    const bool isRefused = piece.kind == YcluiPieceRefused || piece.kind == YcluiPieceOpenQuote;
-    if (isRefused && !piece.isSupposed) return i;
-  }
-  return -1;
+  const int refused = preview.firstRefused();
+  return refused >= 0 && preview.piece(refused).isSupposed ? -1 : refused;
 }
 
 std::string YcluiMistakeText(YcluiPreview& preview, YcluiOffers& offers, const std::string& text,

@@ -51,7 +51,6 @@ void YcluiOffers::locate(YcluiPreview& preview, const std::string& text, std::si
   isQuoted_ = false;
   typing_ = preview.at(static_cast<std::uint32_t>(cursor));
   cursor_ = cursor;
-  word_ = typing_.word == nullptr ? "" : typing_.word;
   typed_ = text.substr(typing_.begin, cursor - typing_.begin);
   follows_ = text.substr(cursor);
 }

@@ -67,7 +67,6 @@ class YQRT_API YcluiOffers {
   const YcluiPreview* preview_ = nullptr;  // of the words and variables that were found
   YcluiTyping typing_;
   std::size_t cursor_ = 0;
-  std::string word_;     // of the argument
   std::string typed_;    // of the name, without a quote
   std::string follows_;  // the text after the cursor
   std::size_t count_ = 0;

@@ -2,8 +2,6 @@
 
 #include <cstdio>
 
-#include "terminal/YcluiCodeText.h"
-
 namespace {
 
 // How long the bytes of one key may take to arrive.
@@ -11,6 +9,18 @@ constexpr int KeyMilliseconds = 50;
 
 std::string HistoryFile(const std::string& language) {
   return language.empty() ? std::string() : YcluiHistory::DefaultFile(language);
+}
+
+bool IsEnd(YcluiLineEditor::Request request) {
+  return request == YcluiLineEditor::Request::Line ||
+         request == YcluiLineEditor::Request::Interrupt ||
+         request == YcluiLineEditor::Request::Leave;
+}
+
+YcluiPrompt::Outcome OutcomeOf(YcluiLineEditor::Request end) {
+  if (end == YcluiLineEditor::Request::Line) return YcluiPrompt::Outcome::Line;
+  return end == YcluiLineEditor::Request::Interrupt ? YcluiPrompt::Outcome::Interrupted
+                                                    : YcluiPrompt::Outcome::Ended;
 }
 
 }  // namespace
@@ -61,6 +71,7 @@ void YcluiPrompt::close() {
 // --- One line
 
 YcluiPrompt::Outcome YcluiPrompt::readLine(std::string& line) {
+  const YcluiParser::Hold hold(parser_);
   terminal_.enableSignalKeys(false);
   screen_.forget();
   editor_.begin();
@@ -77,19 +88,12 @@ YcluiPrompt::Outcome YcluiPrompt::readLine(std::string& line) {
       if (editor_.rings()) screen_.ring();
       if (request == YcluiLineEditor::Request::Clear) screen_.clear();
       if (request == YcluiLineEditor::Request::Suspend) stop();
-      if (request == YcluiLineEditor::Request::Line) {
+      if (IsEnd(request)) {
         line = editor_.text();
         finish(request);
-        return Outcome::Line;
+        return OutcomeOf(request);
       }
-      if (request == YcluiLineEditor::Request::Interrupt) {
-        finish(request);
-        return Outcome::Interrupted;
-      }
-      if (request == YcluiLineEditor::Request::Leave) {
-        finish(request);
-        return Outcome::Ended;
-      }
+      if (parser_.isCondemned() != 0) return Outcome::Ended;
     } while (keys_->next(key));
   }
 }

@@ -53,9 +53,10 @@ class YQRT_API YcluiPrompt {
   enum class Outcome {
     Line,         // `line` is what was typed
     Interrupted,  // Control-C: what was typed is dropped
-    Ended,        // the user left, or the terminal or the process ends
+    Ended,        // the user left, the terminal or the process ends, or the parser is condemned
   };
-  // Lets the user edit a line. What others wrote to the terminal meanwhile is left as it is.
+  // Lets the user edit a line. What others wrote to the terminal meanwhile is left as it is. A
+  // script that gives values of an argument may condemn the parser; it lives until this returns.
   // REQUIRES: it is open.
   Outcome readLine(std::string& line);
 

@@ -1,4 +1,4 @@
-// The colours that a user has set for the terminal.
+// The colours of the terminal.
 
 #ifndef PROGRAM_TERMINAL_CLUICOLOURS_H_
 #define PROGRAM_TERMINAL_CLUICOLOURS_H_
@@ -7,7 +7,8 @@
 
 #include "terminal/YcluiColours.h"
 
-// Reads CLUI_COLOURS. Returns a message about a mistake in it, else an empty text.
-std::string CluiReadColours(YcluiColours& colours);
+// Sets those of the language, which are valid, then those that the user has in CLUI_COLOURS.
+// Returns a message about a mistake in these, else an empty text.
+std::string CluiReadColours(const std::string& ofLanguage, YcluiColours& colours);
 
 #endif  // PROGRAM_TERMINAL_CLUICOLOURS_H_

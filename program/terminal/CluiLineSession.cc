@@ -29,7 +29,7 @@ CluiLineSession* CluiLineSession::Current() {
 
 bool CluiLineSession::run(const std::string& greeting) {
   if (!prompt_.open(ScmVM::interrupt, CluiInterruptDescriptor())) return false;
-  const std::string error = CluiReadColours(prompt_.editor().colours());
+  const std::string error = CluiReadColours(settings_.colours, prompt_.editor().colours());
   if (!error.empty()) print(error + "\n");
   if (!greeting.empty()) print(greeting + "\n");
   std::string line;

@@ -89,7 +89,7 @@ bool CluiSession::run() {
   int width = 0;
   int height = 0;
   if (terminal_.size(width, height)) screen_.resize(width, height);
-  const std::string error = CluiReadColours(colours_);
+  const std::string error = CluiReadColours(settings_.colours, colours_);
   if (!error.empty()) screen_.print(error);
   loop();
   CluiClearInterrupt();  // in a terminal Control-C is a key and does not end the run
@@ -189,11 +189,14 @@ YcluiPicture CluiSession::picture(const std::string& prompt, bool isPainted) {
   }
   const std::string word = field_.word();
   picture.line.add(field_.text().substr(0, field_.text().size() - word.size()));
-  CluiTypedWord(*parser, word, mayBeginWithComma()).paint(colours_, picture.line);
+  if (typedWord_ == nullptr) typedWord_ = std::make_unique<CluiTypedWord>(*parser);
+  typedWord_->read(word, mayBeginWithComma());
+  typedWord_->paint(colours_, picture.line);
   return picture;
 }
 
 bool CluiSession::list(const YcluiParser& parser, const std::string& word) {
+  const YcluiParser::Hold hold(parser);
   CluiTypedWord typed(parser, word, mayBeginWithComma());
   YcluiOffers offers(parser);
   typed.find(offers);

@@ -3,12 +3,14 @@
 #ifndef PROGRAM_TERMINAL_CLUISESSION_H_
 #define PROGRAM_TERMINAL_CLUISESSION_H_
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "program/terminal/CluiTerminalField.h"
 #include "program/terminal/CluiTerminalSettings.h"
+#include "program/terminal/CluiTypedWord.h"
 #include "program/terminal/CluiTyping.h"
 #include "terminal/YcluiCapabilities.h"
 #include "terminal/YcluiColours.h"
@@ -79,6 +81,7 @@ class CluiSession {
   CluiTerminalField field_;
   YcluiScreen screen_;
   YcluiHistory history_;
+  std::unique_ptr<CluiTypedWord> typedWord_;  // of the parser; keeps the order of its words
   char lastKey_ = '\0';
   char thisKey_ = '\0';
   // What the current key has done to the command line.

@@ -69,6 +69,16 @@ void TerminalSendWords(std::uint32_t, YStatus& status) {
   Scm::StackPushNull();
 }
 
+void TerminalColours(std::uint32_t, YStatus& status) {
+  const char* text = Scm::VMEAssertIsAString(1, status, -1);
+  if (!YStatusIsGood(status)) return;
+  YcluiColours colours;
+  std::string error;
+  const bool isValid = colours.read(text, error);
+  if (isValid) Settings->colours = text;
+  isValid ? Scm::StackPushNull() : PushText(&error);
+}
+
 void TerminalLeave(std::uint32_t, YStatus&) {
   Settings->leaves = true;
   Scm::StackPushNull();
@@ -95,6 +105,7 @@ void TerminalComplete(std::uint32_t, YStatus& status) {
   const std::string word = text;
   YcluiParser* parser = PopParser(status);
   if (parser == nullptr) return;
+  const YcluiParser::Hold hold(*parser);
   YcluiOffers offers(*parser);
   CluiTypedWord typed(*parser, word, MayBeginWithComma());
   typed.find(offers);
@@ -213,15 +224,16 @@ constexpr struct {
   void (*procedure)(std::uint32_t, YStatus&);
   std::uint32_t required;
 } Procedures[] = {
-    {"terminal-field", TerminalField, 0},       {"terminal-print", TerminalPrint, 1},
-    {"terminal-prompt", TerminalPrompt, 2},     {"terminal-leave", TerminalLeave, 0},
-    {"terminal-complete", TerminalComplete, 2}, {"terminal-list", TerminalList, 2},
-    {"terminal-older", TerminalOlder, 1},       {"terminal-newer", TerminalNewer, 0},
-    {"terminal-give-up", TerminalGiveUp, 1},    {"terminal-take-back", TerminalTakeBack, 1},
-    {"terminal-last-key", TerminalLastKey, 0},  {"terminal-pasting?", TerminalPasting, 0},
-    {"terminal-empty?", TerminalEmpty, 0},      {"terminal-in-argument?", TerminalInArgument, 2},
-    {"terminal-bell", TerminalBell, 0},         {"terminal-clear", TerminalClear, 0},
-    {"terminal-ended", TerminalEnded, 3},       {"terminal-send-words", TerminalSendWords, 1},
+    {"terminal-field", TerminalField, 0},         {"terminal-print", TerminalPrint, 1},
+    {"terminal-prompt", TerminalPrompt, 2},       {"terminal-leave", TerminalLeave, 0},
+    {"terminal-complete", TerminalComplete, 2},   {"terminal-list", TerminalList, 2},
+    {"terminal-older", TerminalOlder, 1},         {"terminal-newer", TerminalNewer, 0},
+    {"terminal-give-up", TerminalGiveUp, 1},      {"terminal-take-back", TerminalTakeBack, 1},
+    {"terminal-last-key", TerminalLastKey, 0},    {"terminal-pasting?", TerminalPasting, 0},
+    {"terminal-empty?", TerminalEmpty, 0},        {"terminal-in-argument?", TerminalInArgument, 2},
+    {"terminal-bell", TerminalBell, 0},           {"terminal-clear", TerminalClear, 0},
+    {"terminal-ended", TerminalEnded, 3},         {"terminal-send-words", TerminalSendWords, 1},
+    {"terminal-set-colours", TerminalColours, 1},
 };
 
 }  // namespace

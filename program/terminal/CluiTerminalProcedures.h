@@ -13,6 +13,7 @@
 //   (terminal-print TEXT)         prints TEXT above the line being typed
 //   (terminal-mode MODE)          how typed text is sent: line, a line at Return, as at first; or
 //                                 word, each word at its end. Before the session begins
+//   (terminal-colours TEXT)       sets colours, see YcluiColours::read. Before the session begins
 //   (terminal-prompt READY OPEN)  sets the prompts: without and with an unfinished command
 //   (terminal-leave)              ends the session
 //   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is

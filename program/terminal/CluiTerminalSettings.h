@@ -14,6 +14,7 @@ struct CluiPrompts {
 struct CluiTerminalSettings {
   bool sendsWords = false;  // each word at its end; otherwise lines at Return
   CluiPrompts prompts;
+  std::string colours;  // see YcluiColours::read
   bool leaves = false;  // the session is to end
 };
 

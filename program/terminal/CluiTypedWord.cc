@@ -9,10 +9,10 @@ constexpr char Blanks[] = " \t\r\n\v\f";
 
 }  // namespace
 
-CluiTypedWord::CluiTypedWord(const YcluiParser& parser, const std::string& word,
-                             bool mayBeginWithComma)
-    : word_(word), text_(word), preview_(parser) {
-  const YcluiToken* open = parser.openToken();
+void CluiTypedWord::read(const std::string& word, bool mayBeginWithComma) {
+  word_ = text_ = word;
+  isComma_ = false;
+  const YcluiToken* open = parser_.openToken();
   const std::size_t first = text_.find_first_not_of(Blanks);
   const bool isAfterArgument = mayBeginWithComma && open != nullptr && open->argc() > 1;
   if (isAfterArgument && first != std::string::npos && text_[first] == ',') {

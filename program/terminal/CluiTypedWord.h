@@ -15,10 +15,17 @@
 // accepts no comma there, so it is read as a blank, which keeps all offsets.
 class CluiTypedWord {
  public:
-  // The parser must outlive it.
-  CluiTypedWord(const YcluiParser& parser, const std::string& word, bool mayBeginWithComma);
+  // The parser must outlive its use.
+  explicit CluiTypedWord(const YcluiParser& parser) : parser_(parser), preview_(parser) {}
+  CluiTypedWord(const YcluiParser& parser, const std::string& word, bool mayBeginWithComma)
+      : CluiTypedWord(parser) {
+    read(word, mayBeginWithComma);
+  }
   CluiTypedWord(const CluiTypedWord&) = delete;
   CluiTypedWord& operator=(const CluiTypedWord&) = delete;
+
+  // Takes another word, for the parser as it is now.
+  void read(const std::string& word, bool mayBeginWithComma);
 
   // The word without such a comma, as it can be sent.
   const std::string& text() const { return text_; }
@@ -33,6 +40,7 @@ class CluiTypedWord {
   void paint(const YcluiColours& colours, YcluiStyledText& to);
 
  private:
+  const YcluiParser& parser_;
   std::string word_;
   std::string text_;
   YcluiPreview preview_;

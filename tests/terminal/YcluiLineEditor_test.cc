@@ -190,6 +190,7 @@ TEST(LineEditor, RecallsLines) {
           {"<C-r>goz", "search \"goz\": |gone # c / no further line contains \"goz\" !"},
           {"<C-r>goz<BS>", "search \"go\": |gone # c"},
           {"<C-r><BS>", "search \"\": | !"},
+          {"x<C-r>go<C-r><BS><BS>", "search \"\": x|"},
           {"ab<Left><C-r># a<C-g>", "a|b"},
           {"ab<C-r># a<C-c>", "ab|"},
           {"ab<C-r># a<C-g><C-_>", "|"},
