@@ -20,8 +20,8 @@ constexpr const char* TextParts[] = {
     "\\-",  "\x95\x5C", "\n", "-",     ";",  "${n} ", "lo ",   "LONG ", "\"a${v}b\"",
 };
 constexpr const char* SyntaxParts[] = {
-    "1 ", "2 ",  "3 ", "4{c} ", "5 ", "6{c} ", "16 ",       "18 ",          "19 ", "( ",
-    ") ", ")* ", "| ", "[ ",    "] ", "1{c} ", "2^100,90 ", "3^90,100{c} ", "12 ", "13 "};
+    "1 ",  "2 ", "3 ", "4{c} ", "5 ",    "6{c} ",     "16 ",          "18 ", "19 ", "( ", ") ",
+    ")* ", "| ", "[ ", "] ",    "1{c} ", "2^100,90 ", "3^90,100{c} ", "12 ", "14 ", "13 "};
 
 template <std::size_t Count>
 std::string Join(Choices& choices, const char* const (&parts)[Count], unsigned most) {
@@ -52,6 +52,7 @@ PreviewCheck::PreviewCheck(Choices& choices) : choices_(choices), preview_(*this
   lex()->addKeyword("longword", "lo", 19);
   lex()->addKeyword(';', 12);
   lex()->addKeyword("ever", nullptr, 13);
+  lex()->addKeyword("never", "x", 14);  // its short form is no beginning of it: nothing finds it
   setVariable("v", YAttribValue("a b", 0));
   YAttribValue five;
   five.SetLong(5);
@@ -247,7 +248,7 @@ std::string PreviewCheck::wrongCandidates(const std::string& text) {
     if (candidate.kind == YcluiCandidateAlias) offered.erase(candidate.name);
   }
   for (const char* name :
-       {"a", "b", "c", "d", "e", "box:", "at:", "say:", "longword", ";", "ever"}) {
+       {"a", "b", "c", "d", "e", "box:", "at:", "say:", "longword", ";", "ever", "never"}) {
     if (!std::string(name).starts_with(prefix)) continue;
     preview_.read((text.substr(0, typing.begin) + name + " ").c_str());
     const int index = preview_.pieceAt(typing.begin);
