@@ -23,6 +23,7 @@ constexpr std::align_val_t Alignment{CacheLine};
 
 void* YBlockPool::take(std::size_t size) {
   if (IsWatched || size != blockSize_) return ::operator new(size, Alignment, std::nothrow);
+  const std::lock_guard<std::mutex> lock(mutex_);
   if (free_ == nullptr && fresh_ == freshEnd_ && !addSlab()) return nullptr;
   ++used_;
   if (free_ != nullptr) return std::exchange(free_, free_->next);
@@ -35,6 +36,7 @@ void YBlockPool::give(void* block, std::size_t size) {
     ::operator delete(block, Alignment);
     return;
   }
+  const std::lock_guard<std::mutex> lock(mutex_);
   free_ = new (block) Free{free_};
   if (--used_ == 0) releaseAll();
 }
@@ -53,5 +55,7 @@ bool YBlockPool::addSlab() {
 
 void YBlockPool::releaseAll() {
   while (slabs_ != nullptr) ::operator delete(std::exchange(slabs_, slabs_->next), Alignment);
-  *this = YBlockPool(blockSize_);
+  free_ = nullptr;
+  fresh_ = freshEnd_ = nullptr;
+  nextCount_ = FirstCount;
 }

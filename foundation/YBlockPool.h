@@ -4,6 +4,7 @@
 #define FOUNDATION_YBLOCKPOOL_H_
 
 #include <cstddef>
+#include <mutex>
 #include <new>
 
 #include "foundation/YMemory.h"
@@ -13,8 +14,8 @@
 // adds, and in the order of allocation, so that reading many objects touches fewer cache lines. A
 // block whose size is a multiple of 64 is aligned to a cache line.
 //
-// Both operations take constant time. The slabs are freed when the last block is returned. Not
-// thread-safe.
+// Both operations take constant time and are thread-safe: an object may be deleted in another
+// thread than the one that created it. The slabs are freed when the last block is returned.
 class YBlockPool {
  public:
   explicit constexpr YBlockPool(std::size_t blockSize) : blockSize_(blockSize) {}
@@ -33,7 +34,8 @@ class YBlockPool {
     Slab* next;
   };
 
-  std::size_t blockSize_;
+  const std::size_t blockSize_;
+  std::mutex mutex_;  // of everything below
   std::size_t used_ = 0;
   Free* free_ = nullptr;   // list of returned blocks
   char* fresh_ = nullptr;  // start of the unused rest of the current slab

@@ -1,6 +1,6 @@
 #include "foundation/YErr.h"
 
-constinit YErrManager YErr;
+constinit thread_local YErrManager YErr;
 
 void YErrManager::pushError(unsigned int code, YErrSeverity severity) {
   if (aside_ != nullptr) {

@@ -32,7 +32,7 @@ class YQRT_API YErrManager {
   unsigned int code(int index) const;
   YErrSeverity severity(int index) const;
 
-  // The number of errors recorded since the library was loaded.
+  // The number of errors recorded so far.
   std::uint64_t count() const { return count_; }
 
   // Installs the host's listener; null removes it. The listener may call any function of the
@@ -57,8 +57,8 @@ class YQRT_API YErrManager {
   const Entry* entry(int index) const;
 };
 
-// The one manager of the process.
-extern YQRT_API YErrManager YErr;
+// The manager of the calling thread: each thread has its own errors and its own listener.
+extern YQRT_API thread_local YErrManager YErr;
 
 // As long as one exists, it receives the errors that would be recorded: the manager does not keep
 // or count them, and the listener is not called. For operations that try what would happen. They

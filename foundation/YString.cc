@@ -39,7 +39,7 @@ YString& AppendInteger(YString& s, Integer value) {
 
 template class YPooled<YString>;
 
-char YString::_out_range_rescue = '\0';
+thread_local char YString::_out_range_rescue = '\0';
 
 YString::YString() : buffer(NoText), length(0), capacity(0) {}
 

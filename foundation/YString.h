@@ -99,7 +99,7 @@ class YQRT_API YString : public YPooled<YString> {
   YWord toLower();
 
   // The spare character of operator[].
-  static char _out_range_rescue;
+  static thread_local char _out_range_rescue;
 
  private:
   // `length`, or more when a caller overwrote the NUL that every operation leaves there.

@@ -6,10 +6,9 @@
 YcluiPresentTimeVariable::YcluiPresentTimeVariable() : YcluiSimpleVariable("presentTime") {}
 
 YAttribValue* YcluiPresentTimeVariable::valuePointer() {
-  static char text[64];
+  char text[64] = "";
   const std::time_t now = std::time(nullptr);
-  const char* formatted = std::ctime(&now);
-  std::strncpy(text, formatted == nullptr ? "" : formatted, sizeof text - 1);
+  ctime_r(&now, text);
   text[std::strcspn(text, "\n")] = '\0';
   YAttribValue* present = YcluiSimpleVariable::valuePointer();
   present->SetString(text);

@@ -9,7 +9,7 @@ set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
 # The headers that a host may include, and those that they include.
 set(public_headers
   foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
-  foundation/YKanji.h foundation/YMemory.h foundation/YPooled.h foundation/YStack.h
+  foundation/YKanji.h foundation/YLiveList.h foundation/YMemory.h foundation/YPooled.h foundation/YStack.h
   foundation/YStatus.h foundation/YString.h foundation/YString_Array.h foundation/YTypes.h
   foundation/YcluiLimits.h
   platform/containers/YDictionary.h platform/containers/YLinkList.h platform/containers/YSet.h

@@ -2,37 +2,30 @@
 
 #include <new>
 
-YStack<YcluiParserRegistry::Entry*>* YcluiParserRegistry::Mortuary = nullptr;
-YcluiParserRegistry::Entry* YcluiParserRegistry::First = nullptr;
-YcluiParserRegistry::Entry* YcluiParserRegistry::Last = nullptr;
+thread_local YStack<YcluiParserRegistry::Entry*>* YcluiParserRegistry::Mortuary = nullptr;
+constinit YLiveList<YcluiParserRegistry::Entry> YcluiParserRegistry::All;
 
 // --- Live parsers
 
 void YcluiParserRegistry::Join(Entry& entry) {
-  entry.previous = Last;
-  (Last == nullptr ? First : Last->next) = &entry;
-  Last = &entry;
+  All.join(entry.membership);
 }
 
 void YcluiParserRegistry::Leave(Entry& entry) {
-  (entry.previous == nullptr ? First : entry.previous->next) = entry.next;
-  (entry.next == nullptr ? Last : entry.next->previous) = entry.previous;
+  All.leave(entry.membership);
 }
 
 YcluiParser* YcluiParserRegistry::Find(long address) {
-  for (const Entry* entry = First; entry != nullptr; entry = entry->next) {
-    if (reinterpret_cast<long>(entry->parser) == address) {
-      return entry->isCondemned ? nullptr : entry->parser;
-    }
-  }
-  return nullptr;
+  const Entry* found = All.find([address](const Entry& entry) {
+    return reinterpret_cast<long>(entry.parser) == address && !entry.isCondemned;
+  });
+  return found == nullptr ? nullptr : found->parser;
 }
 
 YcluiParser* YcluiParserRegistry::At(int index) {
-  for (const Entry* entry = First; entry != nullptr; entry = entry->next) {
-    if (!entry->isCondemned && index-- == 0) return entry->parser;
-  }
-  return nullptr;
+  const Entry* found =
+      All.find([&index](const Entry& entry) { return !entry.isCondemned && index-- == 0; });
+  return found == nullptr ? nullptr : found->parser;
 }
 
 // --- The mortuary

@@ -3,23 +3,24 @@
 #ifndef PARSER_YCLUIPARSERREGISTRY_H_
 #define PARSER_YCLUIPARSERREGISTRY_H_
 
+#include "foundation/YLiveList.h"
 #include "foundation/YStack.h"
 
 class YcluiParser;
 
 // Lists the live parsers in the order of construction, and in the mortuary those that are condemned
-// and wait for their destruction. The registry itself destroys no parser.
+// and wait for their destruction. The registry itself destroys no parser. Each thread finds its own
+// parsers, those that it has constructed, and has a mortuary of its own.
 class YcluiParserRegistry {
  public:
   // The entry of a parser, which owns it.
   struct Entry {
-    explicit Entry(YcluiParser& parserOfThis) : parser(&parserOfThis) {}
+    explicit Entry(YcluiParser& parserOfThis) : parser(&parserOfThis), membership(*this) {}
 
     YcluiParser* parser;
     int running = 0;  // number of its operations on the call stack
     bool isCondemned = false;
-    Entry* previous = nullptr;
-    Entry* next = nullptr;
+    YLiveList<Entry>::Member membership;
   };
 
   static void Join(Entry& entry);
@@ -43,9 +44,8 @@ class YcluiParserRegistry {
   static YcluiParser* TakeBody();
 
  private:
-  static YStack<Entry*>* Mortuary;  // null when there is none
-  static Entry* First;
-  static Entry* Last;
+  static thread_local YStack<Entry*>* Mortuary;  // null when there is none
+  static YLiveList<Entry> All;
 
   static int IndexOfBody(const Entry& entry);
   static void RemoveBody(int index);

@@ -10,7 +10,7 @@
 #include "platform/engine/ScmVMExternal.h"
 #include "script/YcluiFieldFormat.h"
 
-YcluiFieldBinding* YcluiFieldBinding::First = nullptr;
+constinit YLiveList<YcluiFieldBinding> YcluiFieldBinding::All;
 
 // --- Attaching and detaching
 
@@ -27,23 +27,19 @@ YcluiFieldBinding* YcluiFieldBinding::Attach(YuiTextField* field, YcluiParser* p
 }
 
 YcluiFieldBinding::YcluiFieldBinding(const char* theEchoFormat, const char* theSynFormat)
-    : echoFormat(theEchoFormat), synFormat(theSynFormat), next(First) {
-  if (First != nullptr) First->previous = this;
-  First = this;
+    : echoFormat(theEchoFormat), synFormat(theSynFormat) {
+  All.join(membership);
 }
 
 YcluiFieldBinding::~YcluiFieldBinding() {
-  (previous == nullptr ? First : previous->next) = next;
-  if (next != nullptr) next->previous = previous;
+  All.leave(membership);
   for (Watch* watch = watches; watch != nullptr; watch = watch->outer_) watch->binding_ = nullptr;
   if (field != nullptr) field->SetModificationCallBack(nullptr);
   if (parser != nullptr) releaseParser();
 }
 
 YcluiFieldBinding* YcluiFieldBinding::FindLive(const void* handle) {
-  YcluiFieldBinding* binding = First;
-  while (binding != nullptr && binding != handle) binding = binding->next;
-  return binding;
+  return All.find(handle);
 }
 
 void YcluiFieldBinding::attachField(YuiTextField& attached) {
@@ -57,9 +53,10 @@ void YcluiFieldBinding::OnRelease(YuiTextField* released) {
 
 // A parser has at most one binding and does not notify the previous one.
 void YcluiFieldBinding::attachParser(YcluiParser& attached) {
-  for (YcluiFieldBinding* other = First; other != nullptr; other = other->next) {
-    if (other->parser == &attached) other->parser = nullptr;
-  }
+  const auto isOfParser = [&attached](const YcluiFieldBinding& other) {
+    return other.parser == &attached;
+  };
+  if (YcluiFieldBinding* other = All.find(isOfParser)) other->parser = nullptr;
   parser = &attached;
   attached.sysSetEchoProcedure(
       [](void* data, const char* wholeLine) {

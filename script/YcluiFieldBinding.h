@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "foundation/YLiveList.h"
 #include "foundation/YString.h"
 #include "foundation/YTypes.h"
 #include "platform/ui/YuiModificationCallBack.h"
@@ -39,7 +40,8 @@ class YcluiFieldBinding : public YuiModificationCallBack {
                                    const char* synFormat);
   ~YcluiFieldBinding() override;
 
-  // The existing binding at that address, or null; the address may be anything.
+  // The existing binding at that address, if this thread attached it, or null; the address may be
+  // anything.
   static YcluiFieldBinding* FindLive(const void* handle);
 
   // Returns 1 when the field shall apply the change. For an insertion the first byte decides:
@@ -76,13 +78,12 @@ class YcluiFieldBinding : public YuiModificationCallBack {
   std::uint32_t wordStart_ = 0;
   bool inQuote = false;
   YcluiKeyAction_Array keyActions;
-  bool selfEdit = false;                  // changes come from the binding and are accepted
-  std::uint32_t shows = 0;                // number of calls of `show`
-  Watch* watches = nullptr;               // the watches on this binding, innermost first
-  YcluiFieldBinding* previous = nullptr;  // in the list of all live bindings
-  YcluiFieldBinding* next;
+  bool selfEdit = false;     // changes come from the binding and are accepted
+  std::uint32_t shows = 0;   // number of calls of `show`
+  Watch* watches = nullptr;  // the watches on this binding, innermost first
+  YLiveList<YcluiFieldBinding>::Member membership{*this};
 
-  static YcluiFieldBinding* First;
+  static YLiveList<YcluiFieldBinding> All;
 
   YcluiFieldBinding(const char* theEchoFormat, const char* theSynFormat);
 

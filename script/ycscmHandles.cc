@@ -1,5 +1,6 @@
 #include "script/ycscmHandles.h"
 
+#include <mutex>
 #include <new>
 
 #include "foundation/YErr.h"
@@ -10,15 +11,33 @@
 
 namespace {
 
+// A set that threads share.
+class Handles {
+ public:
+  void add(void* handle) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    handles_.attach(handle);
+  }
+  // False when it is not in the set.
+  bool remove(void* handle) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return handles_.detach(handle) != nullptr;
+  }
+
+ private:
+  std::mutex mutex_;
+  YSet handles_;
+};
+
 // Neither set is destroyed at the end of the process, so that leak checkers still find what scripts
 // have dropped.
-YSet& liveFragments() {
-  static YSet* const handles = YChecked(new (std::nothrow) YSet);
+Handles& liveFragments() {
+  static auto* const handles = YChecked(new (std::nothrow) Handles);
   return *handles;
 }
 
-YSet& keptNodes() {
-  static YSet* const handles = YChecked(new (std::nothrow) YSet);
+Handles& keptNodes() {
+  static auto* const handles = YChecked(new (std::nothrow) Handles);
   return *handles;
 }
 
@@ -26,12 +45,12 @@ YSet& keptNodes() {
 
 void ycscmPushFragment(std::unique_ptr<YcluiSyntaxGraph> fragment) {
   YcluiSyntaxGraph* handle = fragment.release();
-  liveFragments().attach(handle);
+  liveFragments().add(handle);
   ScmVMExternal::StackPushHandle(handle, nullptr, nullptr);
 }
 
 std::unique_ptr<YcluiSyntaxGraph> ycscmConsumeFragment(void* handle) {
-  if (liveFragments().detach(handle) == nullptr) {
+  if (!liveFragments().remove(handle)) {
     cluiWarning(YErrNotAlive);
     return nullptr;
   }
@@ -39,5 +58,5 @@ std::unique_ptr<YcluiSyntaxGraph> ycscmConsumeFragment(void* handle) {
 }
 
 void ycscmKeepNode(YcluiSyntaxNode* node) {
-  keptNodes().attach(node);
+  keptNodes().add(node);
 }

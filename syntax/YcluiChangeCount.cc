@@ -4,7 +4,7 @@
 
 #include "foundation/YMemory.h"
 
-std::uint64_t YcluiChangeCount::ChangesEverywhere = 0;
+constinit std::atomic<std::uint64_t> YcluiChangeCount::ChangesEverywhere = 0;
 
 YcluiChangeCount& YcluiChangeCount::operator=(const YcluiChangeCount& other) {
   Counter* counter = Shared(other.counter_);

@@ -3,14 +3,15 @@
 #ifndef SYNTAX_YCLUICHANGECOUNT_H_
 #define SYNTAX_YCLUICHANGECOUNT_H_
 
+#include <atomic>
 #include <cstdint>
 
 #include "foundation/YTypes.h"
 
 // A handle of a shared counter, or of none. A cache makes a counter, and every node that it reads
 // counts its changes there. The cache is valid as long as the count is the same. The counter is
-// freed with its last handle, so a node may outlive the cache and the cache a node. Not
-// thread-safe.
+// freed with its last handle, so a node may outlive the cache and the cache a node. The handles of
+// one counter belong to one thread at a time.
 class YQRT_API YcluiChangeCount {
  public:
   YcluiChangeCount() = default;  // of no counter
@@ -26,11 +27,13 @@ class YQRT_API YcluiChangeCount {
     if (counter_ != nullptr) ++counter_->changes;
   }
   // Counts a change in every counter of the process.
-  static void NoteEverywhere() { ++ChangesEverywhere; }
+  static void NoteEverywhere() { ChangesEverywhere.fetch_add(1, std::memory_order_relaxed); }
 
   // The number of changes so far. It never falls. REQUIRES: there is a
   // counter.
-  std::uint64_t changes() const { return counter_->changes + ChangesEverywhere; }
+  std::uint64_t changes() const {
+    return counter_->changes + ChangesEverywhere.load(std::memory_order_relaxed);
+  }
 
   bool operator==(const YcluiChangeCount& other) const { return counter_ == other.counter_; }
   bool operator!=(const YcluiChangeCount& other) const { return counter_ != other.counter_; }
@@ -40,7 +43,7 @@ class YQRT_API YcluiChangeCount {
     std::uint64_t changes = 0;
     std::uint64_t handles = 1;
   };
-  static std::uint64_t ChangesEverywhere;
+  static std::atomic<std::uint64_t> ChangesEverywhere;
 
   Counter* counter_ = nullptr;
 

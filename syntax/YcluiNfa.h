@@ -21,8 +21,8 @@ struct YcluiWalkState;
 // Every operation is linear in the part of the graph that it reaches and does not recurse. The
 // results of steps are cached with the graph, for all its walkers, until the graph changes. From
 // the third visit of a place on, a step that was made before is one search and does not allocate,
-// unless the cache is full. All walkers of a process, and all changes of graphs with walkers, must
-// be in one thread.
+// unless the cache is full. A graph, with its walkers and the nodes that they read, is used by one
+// thread at a time.
 class YQRT_API YcluiNfa {
  public:
   YcluiNfa() = default;

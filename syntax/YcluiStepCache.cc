@@ -1,6 +1,7 @@
 #include "syntax/YcluiStepCache.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -143,11 +144,11 @@ const char* YcluiStepCache::keptText(const char* text) {
 }
 
 void YcluiStepCache::renew(const YcluiSyntaxNode* graphEnd) {
-  static std::uint64_t lastGeneration = 0;
+  static std::atomic<std::uint64_t> lastGeneration = 0;
   clear();
   seenChanges_ = changes_.changes();
   end_ = graphEnd;
-  generation_ = ++lastGeneration;
+  generation_ = 1 + lastGeneration.fetch_add(1, std::memory_order_relaxed);
 }
 
 void YcluiStepCache::clear() {

@@ -4,6 +4,9 @@
 // the last one on top. The primitive pops them last first, tests bit 0 of the status after each
 // pop, and pushes one result. A host may link another engine that implements this interface.
 //
+// All of it belongs to the thread that started the engine. In another thread the stack is empty:
+// pops clear the status, pushes do nothing, and ExecuteString fails.
+//
 // A library that imports these operations defines YSCM_IMPORT before including this file. It can
 // then be loaded into a process without an engine, and calls YScmIsThere before it runs script
 // text.

@@ -29,13 +29,19 @@ void Grow() {
   engine.capacity = capacity;
 }
 
+// Null outside calls of primitives, and in another thread than the engine's.
+Level* LevelHere() {
+  return MayRun() ? TheEngine().level : nullptr;
+}
+
 std::size_t Floor() {
-  const Level* const level = TheEngine().level;
+  const Level* const level = LevelHere();
   return level != nullptr ? level->base : 0;
 }
 
+// In another thread than the engine's the stack is empty and stays so.
 bool IsEmpty() {
-  return TheEngine().height <= Floor();
+  return !MayRun() || TheEngine().height <= Floor();
 }
 
 // SCM_UNDEFINED on an empty stack.
@@ -72,7 +78,7 @@ const char* NameOfType(YScmArgType type) {
 
 // Only the first failure is kept, since it may be the cause of later ones. Null for those.
 Report* NewReport(YStatus& status, Report::Kind kind) {
-  Level* const level = TheEngine().level;
+  Level* const level = LevelHere();
   const bool first = YStatusIsGood(status);
   YStatusClear(status);
   if (level == nullptr || !first) return nullptr;
@@ -287,7 +293,7 @@ YWord ScmVMExternal::StackCdr() {
 
 void ScmVMExternal::StackCons() {
   Engine& engine = TheEngine();
-  if (engine.height < Floor() + 2) return;
+  if (!MayRun() || engine.height < Floor() + 2) return;
   SCM* const deeper = &engine.slots[engine.height - 2];
   *deeper = scm_cons(deeper[0], deeper[1]);
   DropTo(engine.height - 1);
@@ -328,11 +334,11 @@ void ScmVMExternal::VMESetWrongNumArgs(YWord given, YWord least, YWord most, YSt
 }
 
 void ScmVMExternal::VMESetErrorArgNum(YArgNum argNum, YStatus&) {
-  if (TheEngine().level != nullptr) TheEngine().level->announcedArgument = argNum;
+  if (Level* const level = LevelHere()) level->announcedArgument = argNum;
 }
 
 void ScmVMExternal::VMESetErrorBadType(YScmArgType type, YStatus& status, long) {
-  const Level* const level = TheEngine().level;
+  const Level* const level = LevelHere();
   const long argNum = level != nullptr ? level->announcedArgument : 0;
   // An argument that was popped successfully has the right type, so its value is refused.
   if (level != nullptr && argNum > static_cast<long>(level->untouched)) {

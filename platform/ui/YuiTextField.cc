@@ -3,16 +3,14 @@
 #include <cstring>
 #include <utility>
 
-YuiTextField* YuiTextField::First = nullptr;
+constinit YLiveList<YuiTextField> YuiTextField::All;
 
-YuiTextField::YuiTextField() : next_(First) {
-  if (First != nullptr) First->previous_ = this;
-  First = this;
+YuiTextField::YuiTextField() {
+  All.join(membership_);
 }
 
 YuiTextField::~YuiTextField() {
-  (previous_ == nullptr ? First : previous_->next_) = next_;
-  if (next_ != nullptr) next_->previous_ = previous_;
+  All.leave(membership_);
   SetModificationCallBack(nullptr);
 }
 
@@ -35,7 +33,5 @@ YWord YuiTextField::OfferModification(const char* text, std::uint32_t length) {
 }
 
 YuiTextField* YuiTextField::FindLive(const void* handle) {
-  YuiTextField* field = First;
-  while (field != nullptr && field != handle) field = field->next_;
-  return field;
+  return All.find(handle);
 }

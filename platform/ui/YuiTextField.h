@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "foundation/YLiveList.h"
 #include "platform/ui/YuiBase.h"
 #include "platform/ui/YuiModificationCallBack.h"
 
@@ -40,8 +41,8 @@ class YQRT_API YuiTextField : public YuiBase {
   // the previous one.
   void SetModificationCallBack(YuiModificationCallBack* callBack);
 
-  // The existing field at that address, or null; the address may be anything. Linear in the number
-  // of fields.
+  // The existing field at that address, if this thread constructed it, or null; the address may be
+  // anything. Linear in the number of fields.
   static YuiTextField* FindLive(const void* handle);
 
  protected:
@@ -56,10 +57,9 @@ class YQRT_API YuiTextField : public YuiBase {
 
  private:
   YuiModificationCallBack* callBack_ = nullptr;
-  YuiTextField* previous_ = nullptr;  // in the list of all live fields
-  YuiTextField* next_;
+  YLiveList<YuiTextField>::Member membership_{*this};
 
-  static YuiTextField* First;
+  static YLiveList<YuiTextField> All;
 };
 
 #endif  // PLATFORM_UI_YUITEXTFIELD_H_

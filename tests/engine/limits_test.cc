@@ -109,11 +109,20 @@ TEST_F(LimitsTest, Interrupts) {
   EXPECT_EQ(Eval("(let loop ((n 100000)) (if (> n 0) (loop (- n 1)) n))"), "+0");
 }
 
-// In another thread a text fails and has no effect.
+// In another thread a text fails and has no effect, and the stack is empty.
 TEST_F(LimitsTest, OneThread) {
   std::string result;
-  std::thread([&result] { result = Eval("(+ 1 2)"); }).join();
-  EXPECT_EQ(result, "-");
+  YStatus status{1};
+  ScmVMExternal::StackPushLong(7);
+  std::thread([&] {
+    result = Eval("(+ 1 2)");
+    ScmVMExternal::StackPushLong(8);
+    ScmVMExternal::VMEAssertIsALong(1, status, -1);
+    ScmVMExternal::VMESetErrorBadType(YScmArgLong, status, -1);
+  }).join();
+  EXPECT_TRUE(result == "-" && !YStatusIsGood(status));
+  status.word = 1;
+  EXPECT_TRUE(ScmVMExternal::StackPopLong(status) == 7 && YStatusIsGood(status));
   EXPECT_EQ(Eval("(use-modules (ice-9 threads)) (join-thread (call-with-new-thread (lambda () "
                  "(catch #t (lambda () (t-add 1 2)) (lambda (key who text . x) text)))))"),
             "+\"runs in the engine's thread only\"");
