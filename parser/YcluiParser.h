@@ -81,8 +81,9 @@ using pYcluiParser_Stack = YStack<YcluiParser*>;
 // record YErrNoSyntax as YErrWarning. Those for tokens, frames and candidates do nothing and return
 // null, the empty text, 0 or -1 without recording a code. All others work.
 //
-// A YWord that says whether something succeeded or is true is 1 or 0. A parser is used by one thread
-// at a time, with everything that belongs to it; different threads can use different parsers.
+// A YWord that says whether something succeeded or is true is 1 or 0. A parser is used by one
+// thread at a time, with everything that belongs to it; different threads can use different
+// parsers.
 class YQRT_API YcluiParser {
  public:
   // `context` is a number of the host's, which command templates read as $c.
@@ -350,8 +351,8 @@ class YQRT_API YcluiParser {
   //
   // For deletion by scripts, even from a command of the parser itself. A condemned parser is in the
   // mortuary and works as before until CleanupMortuary destroys it. It must be a YcluiParser made
-  // by new, and is destroyed by the thread that condemned it. One of a derived class is only removed
-  // from the mortuary, and its host destroys it.
+  // by new, and is destroyed by the thread that condemned it. One of a derived class is only
+  // removed from the mortuary, and its host destroys it.
 
   // Does nothing when there is a mortuary. Without memory there is none.
   static void CreateMortuary();
