@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr std::size_t Plane = 0x10000;  // all characters of the encoding are below
-constexpr char Wide[] = "UTF-16BE";     // all characters of the encoding are two bytes of it
+constexpr std::size_t Plane = 0x10000;  // all characters of code page 932 are below
+constexpr char Wide[] = "UTF-16BE";     // all characters of code page 932 are two bytes of it
 
-// NUL is never converted, so 0 means "none" in all three tables.
+// Of code page 932. NUL is never converted, so 0 means "none" in all three tables.
 struct Tables {
   std::array<std::uint16_t, 256> single{};
   std::array<std::uint16_t, Plane> pair{};
@@ -50,9 +50,6 @@ Tables::Tables() {
     }
   }
   addLookAlikes(encode);
-  for (unsigned byte = 0; byte < 256; ++byte) {
-    code[YCharacters::LoneByte + byte] = static_cast<std::uint16_t>(byte);
-  }
 }
 
 // Only codes that are converted back to themselves are characters.
@@ -64,7 +61,6 @@ void Tables::addCharacter(YTextConverter& decode, YTextConverter& encode, std::s
   ConvertOne(encode, wide, back);
   if (back != bytes) return;
   const unsigned character = Number(wide);
-  if (character >= YCharacters::LoneByte && character < YCharacters::LoneByte + 256) return;
   (bytes.size() == 1 ? single[Number(bytes)] : pair[Number(bytes)]) =
       static_cast<std::uint16_t>(character);
   code[character] = static_cast<std::uint16_t>(Number(bytes));
@@ -91,9 +87,22 @@ char32_t CharacterOfByte(const Tables& tables, unsigned char byte) {
   return character != 0 ? character : YCharacters::LoneByte + byte;
 }
 
-void AppendCode(int code, std::string& bytes) {
+bool IsPair(char first, char second) {
+  return YIsKanjiLead(static_cast<unsigned char>(first)) &&
+         YIsKanjiTrail(static_cast<unsigned char>(second));
+}
+
+// 0 when code page 932 does not have the character.
+unsigned CodeInTables(char32_t character) {
+  return character < Plane ? TheTables().code[character] : 0;
+}
+
+// Appends the bytes of code page 932. Returns false when it does not have the character.
+bool AppendPair(char32_t character, std::string& bytes) {
+  const unsigned code = CodeInTables(character);
   if (code > 255) bytes.push_back(static_cast<char>(code >> 8));
-  bytes.push_back(static_cast<char>(code));
+  if (code != 0) bytes.push_back(static_cast<char>(code));
+  return code != 0;
 }
 
 void AppendUtf8Character(char32_t c, std::string& utf8) {
@@ -144,11 +153,28 @@ char32_t FirstOfUtf8(std::string_view utf8, std::size_t& length) {
   return character;
 }
 
+// The same, with a lone byte for what is invalid and for the bytes of a character that means a lone
+// byte, since that would be converted back to one byte.
+char32_t FirstOfAnyUtf8(std::string_view utf8, std::size_t& length) {
+  const char32_t character = FirstOfUtf8(utf8, length);
+  if (length > 0 && !YCharacters::IsLoneByte(character)) return character;
+  length = 1;
+  return YCharacters::LoneByte + static_cast<unsigned char>(utf8.front());
+}
+
+// The encoding inside must be UTF-8.
+std::size_t CutBetweenUtf8(std::string_view bytes, std::size_t room) {
+  for (std::size_t back = 1; back <= 3 && back <= room; ++back) {
+    if (YCharacters::LengthAt(bytes.substr(room - back)) > back) return room - back;
+  }
+  return room;
+}
+
 }  // namespace
 
 bool YCharacters::CanConvert() {
-  return YTextConverter(YEncoding::Inside(), Wide).isOpen() &&
-         YTextConverter(Wide, YEncoding::Inside()).isOpen();
+  return !YEncoding::IsDoubleByte() || (YTextConverter(YEncoding::Inside(), Wide).isOpen() &&
+                                        YTextConverter(Wide, YEncoding::Inside()).isOpen());
 }
 
 bool YCharacters::IsAscii(std::string_view text) {
@@ -159,6 +185,7 @@ bool YCharacters::IsAscii(std::string_view text) {
 }
 
 void YCharacters::AppendFromBytes(std::string_view bytes, std::u32string& characters) {
+  if (!YEncoding::IsDoubleByte()) return AppendFromAnyUtf8(bytes, characters);
   const Tables& tables = TheTables();
   characters.reserve(characters.size() + bytes.size());
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -170,20 +197,43 @@ void YCharacters::AppendFromBytes(std::string_view bytes, std::u32string& charac
   }
 }
 
-int YCharacters::CodeOf(char32_t character) {
-  if (character < 128) return static_cast<int>(character);
-  if (character >= Plane) return -1;
-  const int code = TheTables().code[character];
-  return code != 0 ? code : -1;
+long YCharacters::CodeOf(char32_t character) {
+  if (character < 128) return static_cast<long>(character);
+  std::string bytes;
+  if (!AppendBytes({&character, 1}, bytes)) return -1;
+  return static_cast<long>(Number(bytes));
 }
 
 bool YCharacters::AppendBytes(std::u32string_view characters, std::string& bytes) {
+  if (!YEncoding::IsDoubleByte()) {
+    AppendAnyUtf8(characters, bytes);
+    return true;
+  }
   for (const char32_t character : characters) {
-    const int code = CodeOf(character);
-    if (code < 0) return false;
-    AppendCode(code, bytes);
+    if (character < 128 || IsLoneByte(character)) {
+      bytes.push_back(static_cast<char>(character));
+    } else if (!AppendPair(character, bytes)) {
+      return false;
+    }
   }
   return true;
+}
+
+void YCharacters::AppendFromAnyUtf8(std::string_view bytes, std::u32string& characters) {
+  characters.reserve(characters.size() + bytes.size());
+  for (std::size_t length = 0; !bytes.empty(); bytes.remove_prefix(length)) {
+    characters.push_back(FirstOfAnyUtf8(bytes, length));
+  }
+}
+
+void YCharacters::AppendAnyUtf8(std::u32string_view characters, std::string& bytes) {
+  for (const char32_t character : characters) {
+    if (IsLoneByte(character)) {
+      bytes.push_back(static_cast<char>(character));
+    } else {
+      AppendUtf8Character(character, bytes);
+    }
+  }
 }
 
 std::size_t YCharacters::AppendFromUtf8(std::string_view utf8, std::u32string& characters) {
@@ -217,19 +267,24 @@ std::string YCharacters::BytesFromUtf8(std::string_view utf8) {
   AppendFromUtf8(utf8, characters);
   std::string bytes;
   for (const char32_t character : characters) {
-    const int code = CodeOf(character);
-    AppendCode(code < 0 ? '?' : code, bytes);
+    if (!AppendBytes({&character, 1}, bytes)) bytes.push_back('?');
   }
   return bytes;
 }
 
+std::size_t YCharacters::LengthAt(std::string_view bytes) {
+  if (YEncoding::IsDoubleByte()) return bytes.size() > 1 && IsPair(bytes[0], bytes[1]) ? 2 : 1;
+  std::size_t length = 1;
+  FirstOfAnyUtf8(bytes, length);
+  return length;
+}
+
 std::size_t YCharacters::CutBetween(std::string_view bytes, std::size_t room) {
   if (bytes.size() <= room) return bytes.size();
+  if (!YEncoding::IsDoubleByte()) return CutBetweenUtf8(bytes, room);
   std::size_t end = 0;
   while (end < room) {
-    const bool isDouble = YIsKanjiLead(static_cast<unsigned char>(bytes[end])) &&
-                          YIsKanjiTrail(static_cast<unsigned char>(bytes[end + 1]));
-    const std::size_t next = end + (isDouble ? 2 : 1);
+    const std::size_t next = end + LengthAt(bytes.substr(end, 2));
     if (next > room) break;
     end = next;
   }

@@ -9,14 +9,20 @@
 
 #include "foundation/YTypes.h"
 
-// "Bytes" are text in the encoding inside the process (YEncoding::Inside). A byte that is in no
-// character, or in a pair that would be converted back to another pair, becomes the private-use
-// character U+F700 plus its value. So any bytes can be converted to characters and back without
-// loss. Double-byte text is converted with tables that are made at first use.
+// "Bytes" are text in the encoding inside the process (YEncoding). A byte that is in no character,
+// or in one that would be converted back to other bytes, becomes a private-use character near the
+// end of Unicode, U+10FE00 plus its value: a "lone byte". So any bytes can be converted to
+// characters and back without loss, and all other characters of the encoding to bytes and back,
+// those of the private use areas included. Double-byte text is converted with tables that are made
+// at first use.
 class YQRT_API YCharacters {
  public:
   // The private-use character of byte 0; those of the other bytes follow.
-  static constexpr char32_t LoneByte = 0xF700;
+  static constexpr char32_t LoneByte = 0x10FE00;
+  // Only bytes of 128 and above are ever lone.
+  static constexpr bool IsLoneByte(char32_t character) {
+    return character >= LoneByte + 128 && character < LoneByte + 256;
+  }
 
   // Whether this machine can convert the encoding inside. Otherwise nothing else here may be
   // called.
@@ -28,14 +34,15 @@ class YQRT_API YCharacters {
   // Appends the characters of the bytes. Never fails.
   static void AppendFromBytes(std::string_view bytes, std::u32string& characters);
 
-  // The bytes of a character as a number: one byte, or lead * 256 + trail; -1 when the encoding
-  // does not have the character. A character for which other systems use another code point (the
-  // wave dash) is converted to its double-byte equivalent; no character is converted to the single
-  // byte of another one.
-  static int CodeOf(char32_t character);
+  // The bytes of a character as a number, the first byte being the highest; -1 when the encoding
+  // does not have the character. In Shift_JIS a character for which other systems use another code
+  // point (the wave dash) is converted to its double-byte equivalent; no character is converted to
+  // the single byte of another one.
+  static long CodeOf(char32_t character);
 
-  // Appends the bytes of the characters. Stops at the first character that the encoding does not
-  // have, and returns false.
+  // Appends the bytes of the characters, of a lone byte that byte. Stops at the first character
+  // that the encoding does not have, and returns false. Lone bytes that make a character together
+  // are that character when they are converted back.
   static bool AppendBytes(std::u32string_view characters, std::string& bytes);
 
   // Appends the characters of a UTF-8 text. Returns the number of bytes read, which is the offset
@@ -43,10 +50,17 @@ class YQRT_API YCharacters {
   static std::size_t AppendFromUtf8(std::string_view utf8, std::u32string& characters);
   static void AppendUtf8(std::u32string_view characters, std::string& utf8);
 
+  // The same as AppendFromBytes and AppendBytes when the encoding inside is UTF-8, at any time.
+  static void AppendFromAnyUtf8(std::string_view bytes, std::u32string& characters);
+  static void AppendAnyUtf8(std::u32string_view characters, std::string& bytes);
+
   static std::string Utf8FromBytes(std::string_view bytes);
   // A character that the encoding does not have becomes a question mark.
   static std::string BytesFromUtf8(std::string_view utf8);
 
+  // The number of bytes of the first character; 1 for a byte that is in none, and for a NUL.
+  // REQUIRES: the text is not empty.
+  static std::size_t LengthAt(std::string_view bytes);
   // The length of the longest prefix of at most `room` bytes that ends between two characters.
   static std::size_t CutBetween(std::string_view bytes, std::size_t room);
 };

@@ -21,6 +21,8 @@ enum YErrCode : unsigned int {
   YErrNoWordTable = 2061,        // the word table could not be created
   YErrAmbiguous = 2062,          // more than one path led from a token to the end of the syntax
   YErrTextTooLong = 2063,        // an expansion would exceed YcluiLongestExpansion
+  YErrEncodingIsFixed = 2064,    // the encoding inside cannot be changed any more
+  YErrOtherEncoding = 2065,      // the text of a file is not in the encoding inside
   YErrBadTokenArgument = 2069,   // clui-token: invalid argument
   YErrBadSyntaxArgument = 2070,  // a syntax primitive got an argument of another type
   YErrBadTokenParser = 2071,     // clui-token: the first argument is no parser

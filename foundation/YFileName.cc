@@ -4,7 +4,6 @@
 
 #include "foundation/YCharacters.h"
 #include "foundation/YEncoding.h"
-#include "foundation/YKanji.h"
 #include "foundation/YTextConverter.h"
 
 namespace {
@@ -14,13 +13,12 @@ std::size_t PassByte(std::string_view rest, std::string& to) {
   return 1;
 }
 
-// Copies a whole character of the encoding inside, because its second byte alone would be converted
+// Copies a whole character of the encoding inside, because the rest of it alone could be converted
 // as another character.
 std::size_t PassCharacter(std::string_view rest, std::string& to) {
-  const bool isDouble = rest.size() > 1 && YIsKanjiLead(static_cast<unsigned char>(rest[0])) &&
-                        YIsKanjiTrail(static_cast<unsigned char>(rest[1]));
-  to += rest.substr(0, isDouble ? 2 : 1);
-  return isDouble ? 2 : 1;
+  const std::size_t length = YCharacters::LengthAt(rest);
+  to += rest.substr(0, length);
+  return length;
 }
 
 // Bytes that cannot be converted are copied.
@@ -62,13 +60,7 @@ std::string YFileName::FromUtf8(std::string_view utf8) {
   std::u32string characters;
   YCharacters::AppendFromUtf8(utf8, characters);
   std::string text;
-  for (const char32_t character : characters) {
-    if (character > YCharacters::LoneByte && character < YCharacters::LoneByte + 256) {
-      text.push_back(static_cast<char>(character - YCharacters::LoneByte));
-    } else {
-      YCharacters::AppendUtf8({&character, 1}, text);
-    }
-  }
+  YCharacters::AppendAnyUtf8(characters, text);
   const char* const encoding = YEncoding::OfLocale();
   return IsUtf8(encoding) ? text : ConvertedWhole("UTF-8", encoding, text);
 }
@@ -78,12 +70,7 @@ std::string YFileName::ToUtf8(std::string_view name) {
   const std::string text =
       IsUtf8(encoding) ? std::string(name) : ConvertedWhole(encoding, "UTF-8", name);
   std::u32string characters;
-  for (std::string_view rest = text; !rest.empty();) {
-    rest.remove_prefix(YCharacters::AppendFromUtf8(rest, characters));
-    if (rest.empty()) break;
-    characters.push_back(YCharacters::LoneByte + static_cast<unsigned char>(rest.front()));
-    rest.remove_prefix(1);
-  }
+  YCharacters::AppendFromAnyUtf8(text, characters);
   std::string utf8;
   YCharacters::AppendUtf8(characters, utf8);
   return utf8;

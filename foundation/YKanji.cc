@@ -14,6 +14,7 @@ bool IsLead(char byte) {
 // byte, and since every lead byte can also be a trail byte, the lead bytes from there on form
 // pairs.
 long YCheckKanji(const char* text, int index) {
+  if (!YEncoding::IsDoubleByte()) return 0;
   int run = index;
   while (run > 0 && IsLead(text[run - 1])) --run;
   const bool followsOpenLead = (index - run) % 2 != 0;

@@ -1,16 +1,20 @@
 // Double-byte text.
 //
-// Text is bytes in Shift_JIS, code page 932. A double-byte character is a lead byte (0x81-0x9F,
-// 0xE0-0xFC) followed by a trail byte (0x40-0x7E, 0x80-0xFC); every other byte is a character of
-// its own. A trail byte can have the value of a backslash, a letter or a brace, so code that
-// examines single bytes must know where characters start, which only a scan from the start of the
-// text determines.
+// In Shift_JIS, code page 932, a double-byte character is a lead byte (0x81-0x9F, 0xE0-0xFC)
+// followed by a trail byte (0x40-0x7E, 0x80-0xFC); every other byte is a character of its own. A
+// trail byte can have the value of a backslash, a letter or a brace, so code that examines single
+// bytes must know where characters start, which only a scan from the start of the text determines.
+//
+// When the encoding inside (YEncoding) is UTF-8, no byte of a character has an ASCII value, and
+// every byte counts as single here: all classes are 0.
 
 #ifndef FOUNDATION_YKANJI_H_
 #define FOUNDATION_YKANJI_H_
 
+#include "foundation/YEncoding.h"
 #include "foundation/YTypes.h"
 
+// Whether the byte is a lead or a trail byte of Shift_JIS, whatever the encoding inside is.
 constexpr bool YIsKanjiLead(unsigned char byte) {
   return byte >= 0x81 && (byte <= 0x9F || (byte >= 0xE0 && byte <= 0xFC));
 }
@@ -44,7 +48,7 @@ class YKanjiWalk {
       inCharacter_ = false;
       return 4;
     }
-    if (!YIsKanjiLead(static_cast<unsigned char>(p[0]))) return 0;
+    if (!YIsKanjiLead(static_cast<unsigned char>(p[0])) || !isDoubleByte_) return 0;
     if (p[1] == '\0') return 1;
     if (!YIsKanjiTrail(static_cast<unsigned char>(p[1]))) return 0;
     inCharacter_ = true;
@@ -52,6 +56,7 @@ class YKanjiWalk {
   }
 
  private:
+  bool isDoubleByte_ = YEncoding::IsDoubleByte();
   bool inCharacter_ = false;
 };
 

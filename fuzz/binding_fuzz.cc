@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "foundation/YEncoding.h"
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/ycscm.h"
@@ -135,11 +136,12 @@ class Desk {
   void type(unsigned byte) {
     std::string key(1, static_cast<char>(byte));
     if (byte == 0) key = "say:";
-    if (IsKanjiLead(byte)) key += static_cast<char>(0x40 + choices_.below(0x3F));
+    if (IsLead(byte)) key += static_cast<char>(0x40 + choices_.below(0x3F));
     if (key != "<" || !field_->shown.empty()) field_->key(key);
   }
-  static bool IsKanjiLead(unsigned byte) {
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+  static bool IsLead(unsigned byte) {
+    return YEncoding::IsDoubleByte() && (byte >= 0x81 && byte <= 0x9F) ||
+           (byte >= 0xE0 && byte <= 0xFC);
   }
 };
 

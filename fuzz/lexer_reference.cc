@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/YEncoding.h"
 #include "lex/YcluiLex.h"
 #include "tests/support/Choices.h"
 #include "tests/support/codes.h"
@@ -70,6 +71,7 @@ bool IsLetter(char c) {
 
 // Whether two bytes, the second of which may be the end of the text, begin a double-byte character.
 bool IsDouble(char first, char second) {
+  if (!YEncoding::IsDoubleByte()) return false;
   const int lead = static_cast<unsigned char>(first);
   const int trail = static_cast<unsigned char>(second);
   if (lead < 0x81 || (lead > 0x9F && lead < 0xE0) || lead > 0xFC) return false;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "foundation/YKanji.h"
+#include "parser/YcluiLogEncoding.h"
 #include "parser/YcluiParser.h"
 #include "tests/support/Choices.h"
 #include "tests/support/WorkingFolder.h"
@@ -77,9 +78,14 @@ std::vector<std::string> Expected(const std::string& log, const Player& player) 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
   static const WorkingFolder folder;
   const std::string path = folder.path + "/log";
+  // In UTF-8 the opening lines with the mark admit any bytes.
+  const std::string head = YEncoding::IsDoubleByte()
+                               ? ""
+                               : "#\n" + std::string(YcluiLogEncoding::Opening) + "\n#\n" +
+                                     std::string(YcluiLogEncoding::Mark) + "\n";
   Choices choices(bytes, count);
   Player player(choices.byte());
-  const std::string log = choices.rest();
+  const std::string log = head + choices.rest();
   WriteFile(path, log);
   Require(player.playbackFromLog(path.c_str()) == 1, "a file can be played");
   while (player.continuePlayback() != 0) {

@@ -4,6 +4,7 @@
 
 #include <new>
 
+#include "foundation/YEncoding.h"
 #include "foundation/YErr.h"
 #include "lex/YcluiLexBytes.h"
 #include "lex/YcluiVariableTable.h"
@@ -22,6 +23,7 @@ YcluiLex::YcluiLex()
       argIntroducers(":"),
       argSeparators(","),
       argStops(",") {
+  YEncoding::Fix();
   if (wordTable == nullptr) {
     cluiFatal(YErrNoWordTable);
     return;

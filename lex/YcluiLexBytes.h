@@ -44,20 +44,20 @@ class YcluiByteSet {
 };
 
 // The special bytes inside quotes, except the quote: the NUL, the backslash, the first byte of a
-// variable form, and the lead bytes of double-byte characters.
-constexpr YcluiByteSet QuotedSpecials() {
+// variable form, and where there are double-byte characters their lead bytes.
+constexpr YcluiByteSet QuotedSpecials(bool isDoubleByte) {
   YcluiByteSet set;
   set.add('\0');
   set.add("\\$");
-  for (int byte = 0x80; byte <= 0xFF; ++byte) {
+  for (int byte = 0x80; isDoubleByte && byte <= 0xFF; ++byte) {
     if (YIsKanjiLead(static_cast<unsigned char>(byte))) set.add(static_cast<char>(byte));
   }
   return set;
 }
 
 // The special bytes of a word: the same and white space.
-constexpr YcluiByteSet WordSpecials() {
-  YcluiByteSet set = QuotedSpecials();
+constexpr YcluiByteSet WordSpecials(bool isDoubleByte) {
+  YcluiByteSet set = QuotedSpecials(isDoubleByte);
   set.add(" \t\n\v\f\r");
   return set;
 }

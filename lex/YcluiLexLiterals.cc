@@ -13,8 +13,9 @@
 
 namespace {
 
-constexpr YcluiByteSet QuotedBytes = QuotedSpecials();
-constexpr YcluiByteSet WordBytes = WordSpecials();
+// For an encoding without double-byte characters, and for one that has them.
+constexpr YcluiByteSet QuotedBytes[] = {QuotedSpecials(false), QuotedSpecials(true)};
+constexpr YcluiByteSet WordBytes[] = {WordSpecials(false), WordSpecials(true)};
 
 void Collect(YString& collected, const char* run, const char* end) {
   collected.concat(run, static_cast<unsigned long>(end - run));
@@ -52,7 +53,7 @@ std::string_view YcluiLex::collect(const char* run, const char* end) {
 
 char* YcluiLex::scanWord(char* text, std::string_view& scanned, bool& announces,
                          const char* introducers, const char* stops) {
-  YcluiByteSet special = WordBytes;
+  YcluiByteSet special = WordBytes[YEncoding::IsDoubleByte() ? 1 : 0];
   special.add(introducers);
   special.add(stops);
   announces = false;
@@ -93,7 +94,7 @@ char* YcluiLex::GetUnquotedString(char* text, YAttribValue& value, YWord& flag,
 }
 
 char* YcluiLex::GetStringLiteral(char* text, YAttribValue& value, char quote) {
-  YcluiByteSet special = QuotedBytes;
+  YcluiByteSet special = QuotedBytes[YEncoding::IsDoubleByte() ? 1 : 0];
   special.add(quote);
   value.SetNull();
   collected.truncate(0);

@@ -150,9 +150,11 @@ void* YcluiWordTable::search(const void* probe) const {
 // Stores the key in lower case in `folded`, as YFoldCase folds it, and returns its hash.
 std::uint64_t YcluiWordTable::fold(std::string_view key) const {
   folded.assign(key.data(), key.size());
+  const bool isDoubleByte = YEncoding::IsDoubleByte();
   std::uint64_t hash = HashOfNothing;
   for (char* p = folded.buffer; *p != '\0'; ++p) {
-    if (YIsKanjiLead(static_cast<unsigned char>(*p)) && IsKanjiStart(p) != 0 && p[1] != '\0') {
+    const bool mayStart = isDoubleByte && YIsKanjiLead(static_cast<unsigned char>(*p));
+    if (mayStart && IsKanjiStart(p) != 0 && p[1] != '\0') {
       hash = NextHash(hash, *p++);
     } else {
       *p = YLowerCase(*p);

@@ -8,8 +8,9 @@ set(package_root ${CMAKE_INSTALL_LIBDIR}/cmake/yqrtClui)
 
 # The headers that a host may include, and those that they include.
 set(public_headers
-  foundation/YArray.h foundation/YAttribValue.h foundation/YErr.h foundation/YErrCodes.h
-  foundation/YKanji.h foundation/YLiveList.h foundation/YMemory.h foundation/YPooled.h foundation/YStack.h
+  foundation/YArray.h foundation/YAttribValue.h foundation/YEncoding.h foundation/YErr.h
+  foundation/YErrCodes.h foundation/YKanji.h foundation/YLiveList.h foundation/YMemory.h
+  foundation/YPooled.h foundation/YStack.h
   foundation/YStatus.h foundation/YString.h foundation/YString_Array.h foundation/YTypes.h
   foundation/YcluiLimits.h
   platform/containers/YDictionary.h platform/containers/YLinkList.h platform/containers/YSet.h
@@ -23,7 +24,7 @@ set(public_headers
   script/ycscm.h)
 if(TARGET yqrtcluiterm)
   list(APPEND public_headers
-    foundation/YEncoding.h foundation/YTextConverter.h
+    foundation/YTextConverter.h
     terminal/YcluiCapabilities.h terminal/YcluiCells.h terminal/YcluiColours.h
     terminal/YcluiEditBuffer.h terminal/YcluiHistory.h terminal/YcluiHistoryFile.h
     terminal/YcluiKeyTable.h terminal/YcluiKeys.h terminal/YcluiKillRing.h terminal/YcluiLayout.h

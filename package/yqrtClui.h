@@ -11,6 +11,7 @@
 #ifndef YQRTCLUI_H_
 #define YQRTCLUI_H_
 
+#include "foundation/YEncoding.h"      // IWYU pragma: export
 #include "foundation/YErr.h"           // IWYU pragma: export
 #include "lex/YcluiLex.h"              // IWYU pragma: export
 #include "parser/YcluiHelp.h"          // IWYU pragma: export

@@ -2,14 +2,20 @@
 
 #include <cstdio>
 
+#include "foundation/YEncoding.h"
 #include "foundation/YErr.h"
+#include "foundation/YFileName.h"
 #include "foundation/YcluiLimits.h"
+#include "parser/YcluiLogEncoding.h"
 
 namespace {
 
 constexpr char OpeningLines[] =
     "#\n"
-    "# This command log file was written by Orven KV-7300 system.\n"
+    "%s\n"
+    "#\n";
+constexpr char Utf8Lines[] =
+    "%s\n"
     "#\n";
 constexpr char ClosingLines[] =
     "\n"
@@ -21,9 +27,12 @@ constexpr char ClosingLines[] =
 
 bool YcluiCommandLog::start(YcluiLogFile file, bool isAppended) {
   if (isOpen()) return cluiWarning(YErrLogIsOpen);
+  const bool fits = YcluiLogEncoding::Fits(YFileName::FromText(file.filename()).c_str());
+  if (isAppended && !fits) return cluiWarning(YErrOtherEncoding);
   if (file.open(isAppended ? "a" : "w") == 0) return cluiWarning(YErrNotOpened);
   file_ = file;
-  std::fputs(OpeningLines, file_);
+  std::fprintf(file_, OpeningLines, YcluiLogEncoding::Opening.data());
+  if (!YEncoding::IsDoubleByte()) std::fprintf(file_, Utf8Lines, YcluiLogEncoding::Mark.data());
   std::fflush(file_);
   return true;
 }

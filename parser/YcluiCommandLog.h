@@ -19,7 +19,7 @@ class YcluiCommandLog {
   void setNestStyle(YcluiLogNestStyle style) { nestStyle_ = style; }
 
   // Opens the log, at the end of the file when `isAppended`, and writes the opening lines. Returns
-  // false with YErrLogIsOpen or YErrNotOpened, as YErrWarning.
+  // false with YErrLogIsOpen, YErrOtherEncoding or YErrNotOpened, as YErrWarning.
   bool start(YcluiLogFile file, bool isAppended);
   // Writes the closing lines and closes the file. Returns false when no log is open, and with
   // YErrNotClosed when YcluiLogFile::close fails.

@@ -11,7 +11,7 @@ bool YcluiLogReader::read() {
     if (byte == '"') inString_ = !inString_;
     add(byte);
     if (byte == '\\') readEscaped();
-    if (byte >= 0x80) readTrail(byte);
+    if (byte >= 0x80 && isDoubleByte_) readTrail(byte);
   }
   return endLine(false);
 }

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "foundation/YEncoding.h"
 #include "foundation/YMemory.h"
 #include "foundation/YString.h"
 
@@ -41,6 +42,7 @@ class YcluiLogReader {
   char run_[256];  // bytes that are not yet appended to line_ and inFile_
   std::size_t runLength_ = 0;
   bool inString_ = false;
+  bool isDoubleByte_ = YEncoding::IsDoubleByte();
   long bytes_ = 0;
   long ends_ = 0;
 

@@ -250,10 +250,12 @@ class YQRT_API YcluiParser {
   // each popFrame ends a line, and so does a text after which more than YcluiLongestLogLine bytes
   // were written since the last such break. Every token is flushed.
 
-  // Opens a log and writes three lines of comment. `append` other than 0 keeps the content of an
-  // existing file. Returns 0 and records, as YErrWarning, YErrFileIsPlayed when the innermost
-  // playback is reading that file, YErrLogIsOpen when there is a log already, or YErrNotOpened when
-  // the file cannot be opened; before the last one YErrNotOpened is also recorded as YErrError.
+  // Opens a log and writes three lines of comment, in UTF-8 five, which mark the encoding. `append`
+  // other than 0 keeps the content of an existing file. Returns 0 and records, as YErrWarning,
+  // YErrFileIsPlayed when the innermost playback is reading that file, YErrLogIsOpen when there is
+  // a log already, YErrOtherEncoding when text would be appended to text of the other encoding, or
+  // YErrNotOpened when the file cannot be opened; before the last one YErrNotOpened is also
+  // recorded as YErrError.
   YWord startLogging(const char* path, YWord append);
   // Writes the closing lines and closes the log. Returns 0 when no log is open. Returns 0 with
   // YErrNotClosed, as YErrError, when something could not be written since the log was started or
@@ -276,6 +278,8 @@ class YQRT_API YcluiParser {
   //   YErrFileIsPlayed, as YErrWarning   when it is being played, at any level, or is paused
   //   YErrTooDeep, as YErrError          when YcluiMostNestedPlaybacks playbacks are running
   //   YErrNotOpened, as for a log        when it cannot be opened
+  //   YErrOtherEncoding, as YErrWarning  when its text is not in the encoding inside: nothing is
+  //                                      played then, of a pipe the lines before that text
   //   YErrNotClosed, as YErrError        when it was played, but cannot be closed
   //
   // A line ends at an end of line outside double quotes, however long it is. Two backslashes are

@@ -6,6 +6,7 @@
 #include "foundation/YErr.h"
 #include "foundation/YcluiLimits.h"
 #include "parser/YcluiDepth.h"
+#include "parser/YcluiLogEncoding.h"
 #include "parser/YcluiPlayedToken.h"
 
 namespace {
@@ -17,12 +18,23 @@ long OffsetInFile(long offset, const YcluiLogReader::Escapes* escapes) {
   return offset - 2 * static_cast<long>(added);
 }
 
+// What can be read only once is examined line by line.
+bool Fits(YcluiLogEncoding& encoding, const YcluiLogReader& reader) {
+  for (const char* p = reader.inFile(); *p != '\0'; ++p) encoding.add(*p);
+  encoding.add('\n');
+  return encoding.fits();
+}
+
 }  // namespace
 
 bool YcluiPlayback::play(YcluiLogFile file) {
   if (isPlayed(file)) return cluiWarning(YErrFileIsPlayed);
   if (depth_ >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
   if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
+  if (!YcluiLogEncoding::Fits(file)) {
+    file.giveUp();
+    return cluiWarning(YErrOtherEncoding);
+  }
   const YcluiDepth depth(depth_);
   PlayedFile played;
   played.file = file;
@@ -58,6 +70,8 @@ bool YcluiPlayback::playTop() {
   const std::uint64_t number = files_.topSlot().number;
   std::FILE* stream = files_.topSlot().file;
   YcluiLogReader reader(stream);
+  YcluiLogEncoding encoding;
+  const bool isPipe = std::fseek(stream, 0, SEEK_CUR) != 0;
   for (bool follows = true; follows;) {
     PlayedFile& file = files_.topSlot();
     file.line = reader.ends() + 1;
@@ -65,6 +79,10 @@ bool YcluiPlayback::playTop() {
     file.ends = reader.ends();
     file.bytes = reader.bytes();
     if (!follows) endReading(stream);
+    if (isPipe && !Fits(encoding, reader)) {
+      finishTop();
+      return cluiWarning(YErrOtherEncoding);
+    }
     playText(reader.line(), reader.inFile(), &reader.escapes());
     if (stopsAfterLine(number)) return true;
   }

@@ -34,8 +34,8 @@ class YcluiPlayback {
   YcluiPlayback& operator=(const YcluiPlayback&) = delete;
 
   // Plays the file to its end or to a pause. Returns false with YErrFileIsPlayed or YErrNotOpened
-  // as YErrWarning, with YErrTooDeep as YErrError, and with YErrNotClosed when the file was played
-  // and cannot be closed.
+  // or YErrOtherEncoding as YErrWarning, with YErrTooDeep as YErrError, and with YErrNotClosed when
+  // the file was played and cannot be closed.
   bool play(YcluiLogFile file);
   void pause() { isPaused_ = true; }
   // Continues the paused files, innermost first. Returns false when nothing was paused, with

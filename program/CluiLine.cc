@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "foundation/YKanji.h"
+#include "foundation/YCharacters.h"
 
 namespace {
 
@@ -18,10 +18,7 @@ void StepTo(CluiSpot& spot, std::size_t offset) {
 }  // namespace
 
 std::size_t CluiStepAt(const std::string& text, std::size_t offset) {
-  const bool two = offset + 1 < text.size() &&
-                   YIsKanjiLead(static_cast<unsigned char>(text[offset])) &&
-                   YIsKanjiTrail(static_cast<unsigned char>(text[offset + 1]));
-  return two ? 2 : 1;
+  return YCharacters::LengthAt(std::string_view(text).substr(offset));
 }
 
 void CluiLine::restart() {

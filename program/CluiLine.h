@@ -7,7 +7,7 @@
 
 #include "program/text/CluiEncoding.h"
 
-// The length in bytes, 1 or 2, of the character that starts at `offset`.
+// The length in bytes of the character that starts at `offset`.
 std::size_t CluiStepAt(const std::string& text, std::size_t offset);
 
 // The position of a character in a line of the input.

@@ -1,6 +1,7 @@
 #include "program/CluiOptions.h"
 
 #include <getopt.h>
+#include <strings.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -10,7 +11,7 @@ namespace {
 
 constexpr char Help[] =
     R"(Usage: clui [OPTION]... LANGUAGE.scm [FILE]...
-       clui --show [--encoding NAME] RECORDING...
+       clui --show [--encoding NAME] [--inside NAME] RECORDING...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
 without a FILE, lines are typed with editing, completion and a history.
@@ -20,6 +21,9 @@ without a FILE, lines are typed with editing, completion and a history.
       --encoding NAME
                      encoding of files, standard input and messages; any
                      superset of ASCII that iconv knows (default: UTF-8)
+      --inside NAME  encoding of text inside, and so of recordings: utf-8
+                     (default) or cp932, which has only the characters of
+                     Shift_JIS and reads recordings made with it
       --log FILE     record to FILE every word that is read (overwrites it)
       --append       with --log: append to FILE instead
       --nest STYLE   how to record words of a playback: plain, as if typed
@@ -44,6 +48,7 @@ enum LongOnly {
   OptHelp = 256,
   OptVersion,
   OptEncoding,
+  OptInside,
   OptEvery,
   OptTrace,
   OptLibrary,
@@ -58,6 +63,7 @@ constexpr option LongOptions[] = {
     {"help", no_argument, nullptr, OptHelp},
     {"version", no_argument, nullptr, OptVersion},
     {"encoding", required_argument, nullptr, OptEncoding},
+    {"inside", required_argument, nullptr, OptInside},
     {"log", required_argument, nullptr, OptLog},
     {"append", no_argument, nullptr, OptAppend},
     {"nest", required_argument, nullptr, OptNest},
@@ -93,6 +99,14 @@ bool ReadNestStyle(const char* name, YcluiLogNestStyle& style) {
     return true;
   }
   std::fprintf(stderr, "clui: --nest: expected plain, comment or silent, found \"%s\"\n", name);
+  return false;
+}
+
+bool ReadInside(const char* name, YEncoding::Kind& kind) {
+  const bool isShiftJis = strcasecmp(name, "cp932") == 0;
+  kind = isShiftJis ? YEncoding::ShiftJis : YEncoding::Utf8;
+  if (isShiftJis || strcasecmp(name, "utf-8") == 0) return true;
+  std::fprintf(stderr, "clui: --inside: expected utf-8 or cp932, found \"%s\"\n", name);
   return false;
 }
 
@@ -133,6 +147,9 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptEncoding:
         options.encoding = optarg;
+        break;
+      case OptInside:
+        if (!ReadInside(optarg, options.inside)) return BadUsage();
         break;
       case OptEvery:
         options.every = true;

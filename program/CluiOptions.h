@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/YEncoding.h"
 #include "parser/YcluiLogNestStyle.h"
 
 struct CluiOptions {
@@ -13,6 +14,7 @@ struct CluiOptions {
   std::vector<std::string> texts;              // of -e, in order
   std::vector<std::string> files;              // "-" is standard input
   std::string encoding = "UTF-8";              // of files and streams
+  YEncoding::Kind inside = YEncoding::Utf8;    // of text inside, recordings and the history
   std::string library;                         // empty: the installed one
   std::string log;                             // empty: nothing is recorded
   bool append = false;                         // at the end of that file

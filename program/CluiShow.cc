@@ -4,9 +4,12 @@
 #include <cstdio>
 #include <cstring>
 
+#include "foundation/YErrCodes.h"
+#include "parser/YcluiLogEncoding.h"
 #include "program/CluiRun.h"
 #include "program/CluiSource.h"
 #include "program/text/CluiEncoding.h"
+#include "program/text/CluiMessages.h"
 
 namespace {
 
@@ -18,10 +21,16 @@ bool Report(const std::string& name, const std::string& problem) {
 bool ShowFile(CluiEncoding& encoding, const std::string& name) {
   CluiSource source;
   std::string error;
+  if (!YcluiLogEncoding::Fits(name.c_str())) {
+    return Report(name, encoding.toUser(CluiCodeText(YErrOtherEncoding)));
+  }
   if (!source.openFile(name, error)) return Report(name, error);
   std::string line;
+  YcluiLogEncoding log;
   CluiRead result = CluiRead::End;
   while ((result = source.next(line, error)) == CluiRead::Line) {
+    for (const char byte : line) log.add(byte);
+    if (!log.fits()) return Report(name, encoding.toUser(CluiCodeText(YErrOtherEncoding)));
     const std::string text = encoding.toUser(encoding.fromSystem(line));
     std::fwrite(text.data(), 1, text.size(), stdout);
     if (std::ferror(stdout) != 0) return false;

@@ -5,7 +5,8 @@
 
 #include "program/CluiOptions.h"
 
-// Converts the files of the options from the system's encoding to the user's and prints them.
+// Converts the files of the options from the system's encoding to the user's and prints them. A
+// recording in another encoding is refused.
 // Returns the exit status.
 int CluiShow(const CluiOptions& options);
 

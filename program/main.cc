@@ -5,6 +5,7 @@
 
 #include <clocale>
 
+#include "foundation/YEncoding.h"
 #include "program/CluiOptions.h"
 #include "program/CluiRun.h"
 #include "program/CluiShow.h"
@@ -33,5 +34,6 @@ int main(int argc, char** argv) {
     case CluiStart::Run:
       break;
   }
+  YEncoding::SetInside(options.inside);
   return options.show ? CluiShow(options) : CluiRun(options).run();
 }

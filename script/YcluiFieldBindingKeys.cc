@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "foundation/YAscii.h"
+#include "foundation/YCharacters.h"
 #include "foundation/YKanji.h"
 #include "script/YcluiFieldBinding.h"
 
@@ -35,11 +36,12 @@ bool YcluiFieldBinding::endWord(const char* blank, std::size_t length) {
   return false;
 }
 
-// The current word starts at a character, so it is scanned to find the start of the last one.
+// The current word starts at a character, so the start of its last one can be found in it.
 bool YcluiFieldBinding::deleteLast() {
   if (wordIsEmpty()) return false;
-  std::uint32_t last = fieldText.length - 1;
-  if (YCheckKanji(currentWord(), static_cast<int>(last - wordStart_)) == 4) --last;
+  const std::string_view word(currentWord(), fieldText.length - wordStart_);
+  const auto last =
+      wordStart_ + static_cast<std::uint32_t>(YCharacters::CutBetween(word, word.size() - 1));
   const char byte = fieldText.buffer[last];
   fieldText.truncate(last);
   if (byte == '"' && !followsBackslash(last)) inQuote = !inQuote;

@@ -30,6 +30,7 @@ void YcluiFillFormat(const char* format, const char* first, const char* second, 
 }
 
 void YcluiAppendEscaped(const char* text, YString& out) {
+  const bool isDoubleByte = YEncoding::IsDoubleByte();
   YKanjiWalk walk;
   bool followsOpenLead = false;
   for (const char* p = text; *p != '\0'; ++p) {
@@ -39,6 +40,6 @@ void YcluiAppendEscaped(const char* text, YString& out) {
       out << '\\';
     }
     out << *p;
-    followsOpenLead = isSingle && YIsKanjiLead(static_cast<unsigned char>(*p));
+    followsOpenLead = isDoubleByte && isSingle && YIsKanjiLead(static_cast<unsigned char>(*p));
   }
 }

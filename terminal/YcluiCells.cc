@@ -12,6 +12,7 @@
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;
+constexpr char32_t Joiner = 0x200D;
 
 // The functions of <wctype.h> need a locale that has all characters; the user's may have fewer.
 locale_t AllCharacters() {
@@ -30,7 +31,7 @@ int WideWidth(char32_t character) {
 }
 
 bool IsLoneByte(char32_t character) {
-  return character >= YCharacters::LoneByte && character < YCharacters::LoneByte + 256;
+  return YCharacters::IsLoneByte(character);
 }
 
 bool IsControl(char32_t character) {
@@ -40,6 +41,28 @@ bool IsControl(char32_t character) {
 // A mark after anything else is shown with that.
 bool StandsAlone(char32_t character) {
   return IsControl(character) || IsLoneByte(character) || WideWidth(character) < 0;
+}
+
+// Arrows, symbols and emoji.
+bool IsPictograph(char32_t character) {
+  return (character >= 0x2190 && character < 0x2C00) ||
+         (character >= 0x1F000 && character < 0x20000);
+}
+
+bool IsLetterOfFlag(char32_t character) {
+  return character >= 0x1F1E6 && character <= 0x1F1FF;
+}
+
+bool IsSkinColour(char32_t character) {
+  return character >= 0x1F3FB && character <= 0x1F3FF;
+}
+
+// Whether a character with a width is of the unit before it: an emoji that is joined to another,
+// the colour of one, the second letter of a flag.
+bool Continues(const std::u32string& unit, char32_t character) {
+  if (!IsPictograph(unit.front()) || !IsPictograph(character)) return false;
+  if (IsLetterOfFlag(character)) return unit.size() == 1 && IsLetterOfFlag(unit.front());
+  return unit.back() == Joiner || (IsSkinColour(character) && IsPictograph(unit.back()));
 }
 
 std::size_t BytesOf(char32_t character, std::string& room) {
@@ -69,6 +92,12 @@ void YcluiCells::add(char32_t character, std::size_t length) {
   if (isMark && !cells_.empty() && !StandsAlone(cells_.back().character)) {
     cells_.back().text += character;
     cells_.back().end += length;
+    return;
+  }
+  if (!cells_.empty() && Continues(cells_.back().text, character)) {
+    cells_.back().text += character;
+    cells_.back().end += length;
+    cells_.back().width += WidthOf(character);
     return;
   }
   YcluiCell cell{{}, character, from, from + length, width(), 1};

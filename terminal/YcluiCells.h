@@ -10,8 +10,10 @@
 
 #include "foundation/YTypes.h"
 
-// One display unit: a character with the combining marks after it. A byte that is part of no
-// character is a unit of its own.
+// One display unit: a character with the combining marks after it, an emoji with its colour and
+// those joined to it, a flag. Its width is the sum of its characters' widths, as the terminals
+// count that go by the tables of the system. A byte that is part of no character is a unit of its
+// own.
 struct YcluiCell {
   std::u32string text;     // to be shown: "^A" for a control character, U+FFFD for a lone byte
   char32_t character = 0;  // the first one, as it is in the text

@@ -28,6 +28,8 @@ constexpr CodeText Codes[] = {
     {YErrNoWordTable, "out of memory for the words"},
     {YErrAmbiguous, "ambiguous syntax: more than one path ends the command here"},
     {YErrTextTooLong, "the expanded text would be longer than 16 MiB"},
+    {YErrEncodingIsFixed, "the encoding inside cannot be changed any more"},
+    {YErrOtherEncoding, "the text of the file is not in the encoding inside"},
     {YErrBadTokenArgument, "invalid argument of clui-token"},
     {YErrBadSyntaxArgument, "invalid syntax element"},
     {YErrBadTokenParser, "the first argument of clui-token is not a parser"},

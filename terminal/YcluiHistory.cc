@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 
 namespace {
 
@@ -135,7 +136,8 @@ const std::string* YcluiHistory::suggestion(std::string_view beginning) const {
 }
 
 std::string YcluiHistory::DefaultFile(const std::string& language) {
-  const std::string name = fs::path(language).stem().string() + ".history";
+  const char* const ending = YEncoding::IsDoubleByte() ? ".history" : ".utf-8.history";
+  const std::string name = fs::path(language).stem().string() + ending;
   std::string folder = AbsoluteVariable("XDG_STATE_HOME");
   if (folder.empty()) {
     folder = AbsoluteVariable("HOME");

@@ -61,9 +61,9 @@ class YQRT_API YcluiHistory {
   // The newest line that begins with the text and is longer; null without one. Reads no file.
   const std::string* suggestion(std::string_view beginning) const;
 
-  // The file for a language, by the base name of its script: clui/NAME.history in the folder
-  // $XDG_STATE_HOME, or ~/.local/state unless that variable has an absolute path. Empty when HOME
-  // has none either.
+  // The file for a language, by the base name of its script: clui/NAME.history, or when the
+  // encoding inside is UTF-8 clui/NAME.utf-8.history, in the folder $XDG_STATE_HOME, or
+  // ~/.local/state unless that variable has an absolute path. Empty when HOME has none either.
   static std::string DefaultFile(const std::string& language);
 
  private:

@@ -293,11 +293,12 @@ YcluiKeys::Character YcluiKeys::characterAt(std::size_t position) {
   std::string utf8;
   character.length = decode(std::string_view(bytes_).substr(position), utf8);
   YCharacters::AppendFromUtf8(utf8, character.characters);
+  if (!YEncoding::IsDoubleByte()) {
+    character.bytes = utf8;
+    return character;
+  }
   // Characters that mean lone bytes would make other characters of the bytes around them.
-  const auto isLone = [](char32_t c) {
-    return c >= YCharacters::LoneByte && c < YCharacters::LoneByte + 256;
-  };
-  const bool hasLone = std::ranges::any_of(character.characters, isLone);
+  const bool hasLone = std::ranges::any_of(character.characters, YCharacters::IsLoneByte);
   if (hasLone || !YCharacters::AppendBytes(character.characters, character.bytes))
     character.bytes.clear();
   return character;

@@ -107,7 +107,7 @@ YcluiLayout YcluiLayout::InOneRow(const YcluiPicture& picture, std::size_t width
   std::size_t first = cursor < width ? 0 : (cursor - width) / step * step + step;
   while (first < cursor && all[first].width == 0) ++first;
   std::size_t last = std::min(first + width, all.size());
-  if (last < all.size() && all[last].width == 0) --last;
+  while (last > first && last < all.size() && all[last].width == 0) --last;
 
   YcluiLayout layout;
   layout.rows.emplace_back();

@@ -15,8 +15,8 @@ bool IsBlank(const YcluiCell& cell) {
 bool MayBreakBetween(const YcluiCell& before, const YcluiCell& after) {
   if (IsBlank(after)) return false;
   if (IsBlank(before)) return true;
-  const bool isWide = (before.width == 2 && before.character >= 128) ||
-                      (after.width == 2 && after.character >= 128);
+  const bool isWide = (before.width >= 2 && before.character >= 128) ||
+                      (after.width >= 2 && after.character >= 128);
   return isWide && Closing.find(after.character) == Closing.npos &&
          Opening.find(before.character) == Opening.npos;
 }

@@ -233,6 +233,7 @@ YWord ScmVM::start(std::size_t memoryLimit, std::string& error) {
     error = std::string("iconv does not support the encoding ") + YEncoding::Inside();
     return 0;
   }
+  YEncoding::Fix();
   engine.thread = pthread_self();
   engine.memoryLimit = memoryLimit;
   StartGuile();

@@ -3,7 +3,8 @@
 //
 // There is one engine per process, used by the thread that started it: in another thread
 // ExecuteString fails, and a primitive called by a script raises an error. Names and texts that are
-// passed to and from the engine are in Shift_JIS (code page 932) unless a comment says otherwise.
+// passed to and from the engine are in the encoding inside the process (YEncoding) unless a comment
+// says otherwise; starting the engine fixes it.
 //
 // Scripts run in the module (guile-user). An error, an abort, a continuation or `exit` ends the
 // text in which it happens, and only that text: (exit) and (exit 0) end it with success, (exit n)

@@ -64,10 +64,11 @@ class ScmVMExternal {
   // is cleared and 0 or null is returned; a pop never sets the bit. The engine owns a popped
   // string, which is valid until the primitive returns. A string with a NUL, or with a character
   // outside the encoding, has the wrong type. Every string of bytes can be pushed and popped
-  // unchanged: a byte that is no character of the encoding is U+F700 plus the byte in Scheme.
+  // unchanged: a byte that is no character of the encoding is U+10FE00 plus the byte in Scheme.
   YSCM_API static long StackPopLong(YStatus& status);
   YSCM_API static double StackPopDouble(YStatus& status);  // a float too
-  // The character's code in the encoding: a byte, or lead * 256 + trail.
+  // The character's bytes in the encoding inside as a number: a byte, or lead * 256 + trail; in
+  // UTF-8 up to four bytes, the first being the highest.
   YSCM_API static long StackPopChar(YStatus& status);
   YSCM_API static const char* StackPopString(YStatus& status);
   YSCM_API static void* StackPopHandle(YStatus& status);  // the handle's first pointer

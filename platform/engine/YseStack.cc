@@ -229,7 +229,7 @@ long ScmVMExternal::StackPopChar(YStatus& status) {
   if (!popped.isThere()) return 0;
   static const std::string inEncoding = std::string("a character of ") + YEncoding::InsideInWords();
   const bool isChar = SCM_CHARP(popped.value);
-  const int code = isChar ? YCharacters::CodeOf(SCM_CHAR(popped.value)) : -1;
+  const long code = isChar ? YCharacters::CodeOf(SCM_CHAR(popped.value)) : -1;
   if (code >= 0) return code;
   ReportBadType(status, popped.argNum, isChar ? inEncoding.c_str() : NameOfType(YScmArgChar),
                 popped.value);

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "foundation/YAscii.h"
-#include "foundation/YKanji.h"
+#include "foundation/YCharacters.h"
 
 CluiTerminalField::~CluiTerminalField() {
   delete ModificationCallBack();
@@ -31,8 +31,7 @@ bool CluiTerminalField::type(std::string_view character) {
 bool CluiTerminalField::rubOut() {
   if (word().empty() || OfferModification(nullptr, 0) == 0) return false;
   const std::string last = word();
-  const int offset = static_cast<int>(last.size()) - 1;
-  text_.resize(text_.size() - (YCheckKanji(last.c_str(), offset) == 4 ? 2 : 1));
+  text_.resize(text_.size() - last.size() + YCharacters::CutBetween(last, last.size() - 1));
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "foundation/YCharacters.h"
 #include "foundation/YEncoding.h"
 
 namespace {
@@ -46,6 +47,31 @@ std::wstring ToWideWhole(YTextConverter& converter, std::string_view bytes) {
   return text;
 }
 
+// A character that means a lone byte is none that exists.
+bool IsSame(char32_t one, char32_t back) {
+  return one == back && !YCharacters::IsLoneByte(one);
+}
+
+std::wstring Shown(std::u32string_view characters) {
+  std::wstring text(characters.begin(), characters.end());
+  std::replace_if(text.begin(), text.end(), YCharacters::IsLoneByte, Replacement);
+  return text;
+}
+
+// Appends the bytes inside. Returns the number of characters before the first that does not exist
+// there, or that would be converted back to another.
+std::size_t AppendToSystem(const std::u32string& text, std::string& system) {
+  if (!YEncoding::IsDoubleByte()) {
+    YCharacters::AppendUtf8(text, system);
+    return text.size();
+  }
+  YCharacters::AppendBytes(text, system);
+  std::u32string back;
+  YCharacters::AppendFromBytes(system, back);
+  const auto lacking = std::mismatch(text.begin(), text.end(), back.begin(), back.end(), IsSame);
+  return static_cast<std::size_t>(lacking.first - text.begin());
+}
+
 // For bytes and for characters; false for a NUL.
 template <typename Text>
 bool IsAscii(const Text& text) {
@@ -59,9 +85,7 @@ bool CluiEncoding::open(const std::string& name, std::string& error) {
     error = "unknown encoding \"" + name + "\"";
     return false;
   }
-  const char* const inside = YEncoding::Inside();
-  if (!systemToWide_.open(inside, Wide) || !wideToSystem_.open(Wide, inside) ||
-      !utf8ToWide_.open("UTF-8", Wide)) {
+  if (!YCharacters::CanConvert()) {
     error = std::string("iconv cannot convert to and from ") + YEncoding::InsideInWords();
     return false;
   }
@@ -99,11 +123,9 @@ bool CluiEncoding::toSystem(std::string_view bytes, std::string& system, CluiFau
     fault = {CluiFault::BadBytes, text.size(), 0};
     return false;
   }
-  wideToSystem_.convert(BytesOf(text), system);
-  const std::wstring back = fromSystem(system);
-  if (back == text) return true;
-  const auto lacking = std::mismatch(text.begin(), text.end(), back.begin(), back.end()).first;
-  fault = {CluiFault::Lacking, static_cast<std::size_t>(lacking - text.begin()), *lacking};
+  const std::size_t exist = AppendToSystem({text.begin(), text.end()}, system);
+  if (exist == text.size()) return true;
+  fault = {CluiFault::Lacking, exist, text[exist]};
   return false;
 }
 
@@ -112,11 +134,19 @@ std::wstring CluiEncoding::fromUser(std::string_view bytes) {
 }
 std::wstring CluiEncoding::fromSystem(std::string_view text) {
   if (IsAscii(text)) return {text.begin(), text.end()};
-  return ToWideWhole(systemToWide_, text);
+  std::u32string characters;
+  YCharacters::AppendFromBytes(text, characters);
+  return Shown(characters);
 }
 std::wstring CluiEncoding::fromUtf8(std::string_view text) {
-  if (IsAscii(text)) return {text.begin(), text.end()};
-  return ToWideWhole(utf8ToWide_, text);
+  std::u32string characters;
+  while (!text.empty()) {
+    text.remove_prefix(YCharacters::AppendFromUtf8(text, characters));
+    if (text.empty()) break;
+    characters.push_back(Replacement);
+    text.remove_prefix(1);
+  }
+  return Shown(characters);
 }
 
 std::string CluiEncoding::toUser(std::wstring_view text) {

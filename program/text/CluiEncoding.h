@@ -1,7 +1,7 @@
 // Text of the user and text of the system.
 //
 // Files, streams and messages are in an encoding of the user's choice; the system's text is in the
-// one of YEncoding::Inside. Conversions use wide characters, one element per character, in between.
+// one of YEncoding. Conversions use wide characters, one element per character, in between.
 
 #ifndef PROGRAM_TEXT_CLUIENCODING_H_
 #define PROGRAM_TEXT_CLUIENCODING_H_
@@ -26,7 +26,7 @@ struct CluiFault {
 class CluiEncoding {
  public:
   // False, with a reason in `error`, for a name that iconv does not know and for an encoding that
-  // does not end a line with the single byte 10.
+  // does not end a line with the single byte 10. The encoding inside must have been chosen.
   bool open(const std::string& name, std::string& error);
 
   // The name that it was opened with.
@@ -50,9 +50,6 @@ class CluiEncoding {
   std::string name_;
   YTextConverter userToWide_;
   YTextConverter wideToUser_;
-  YTextConverter systemToWide_;
-  YTextConverter wideToSystem_;
-  YTextConverter utf8ToWide_;
   bool keepsAscii_ = false;  // each byte from 1 to 127 is the ASCII character
   bool isUtf8_ = false;
 

@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "foundation/YEncoding.h"
+#include "foundation/YErrCodes.h"
 #include "program/text/CluiWidth.h"
 #include "terminal/YcluiCodeText.h"
 
@@ -26,6 +27,10 @@ std::wstring ListOf(const wchar_t* head, std::vector<std::wstring>& words, std::
 }  // namespace
 
 std::wstring CluiCodeText(unsigned int code) {
+  if (code == YErrOtherEncoding) {
+    return YEncoding::IsDoubleByte() ? L"a recording in UTF-8, which is read without --inside cp932"
+                                     : L"a recording in code page 932, which --inside cp932 reads";
+  }
   const std::string text = YcluiCodeText(code);
   return std::wstring(text.begin(), text.end());
 }

@@ -42,8 +42,8 @@ TEST_P(YFileNameTest, OfTexts) {
 
 TEST_P(YFileNameTest, InUtf8) {
   const char* const rows[][2] = {
-      {"\u8868/\u00E9", "\u8868/\u00E9"},
-      {"\xE8\xA1/\x95", "\uF7E8\uF7A1/\uF795"},
+      {"\u8868/\u00E9\uF795", "\u8868/\u00E9\uF795"},
+      {"\xE8\xA1/\x95", "\U0010FEE8\U0010FEA1/\U0010FE95"},
   };
   for (const auto& [name, utf8] : rows) {
     EXPECT_EQ(YFileName::ToUtf8(name), utf8);

@@ -4,10 +4,12 @@
 
 #include <cstring>
 #include <random>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "foundation/YEncoding.h"
 #include "foundation/YErr.h"
 #include "fuzz/lexer_reference.h"
 #include "tests/support/lex_reader.h"
@@ -63,9 +65,10 @@ const LexCase Table[] = {
     {"${n}=2.50 name '${n}${n}'", "set name(s2.52.5)"},
     {"${n}=2 name '${n}", "set !end-of-input"},
     {"${n}=2 name 'a${m}' now", "set !no-variable"},
-    // Double-byte characters: a trail byte with the value of a backslash, a brace or a letter has
-    // no
-    // meaning of its own.
+};
+
+// A trail byte with the value of a backslash, a brace or a letter has no meaning of its own.
+const LexCase InShiftJis[] = {
     {"\x83\x5C now", "?\x83\x5C now"},
     {"\x81\x7D\x81\x5B now", "?\x81\x7D\x81\x5B now"},
     {"name \"\x83\x5C\" now", "name(s\x83\x5C) now"},
@@ -77,8 +80,23 @@ const LexCase Table[] = {
     {"NOW\x83\x41 \x83\x81:x", "?NOW\x83\x41 free:\x83\x81:(sx)"},
 };
 
+// No byte above 0x7F has a meaning, be it part of a character or not. Only ASCII letters are
+// folded.
+const LexCase InUtf8[] = {
+    {"now\u3042 now\xE3;\xE3\x81", "?now\u3042 ?now\xE3 ; ?\xE3\x81"},
+    {"name \"\u00E9\\\"\x83\\\\\" now", "name(s\u00E9\"\x83\\) now"},
+    {"name '\x81' now", "name(s\x81) now"},
+    {"now\x81", "?now\x81"},
+    {"line:1\u3000", "line:(i1)...|\u3000"},
+    {"NOW\u00C9 \u00DF:\u044F,e\u0301", "?NOW\u00C9 free:\u00DF:(s\u044F,se\u0301)"},
+    {"\xF0\x9F\x98\x80\\ \xED\x95\x9C", "?\xF0\x9F\x98\x80 \xED\x95\x9C"},
+};
+
 TEST(Tokens, OfTexts) {
   for (const LexCase& row : Table) EXPECT_EQ(LexReader().read(row.text), row.shown) << row.text;
+  const bool isDouble = YEncoding::IsDoubleByte();
+  for (const LexCase& row : isDouble ? std::span<const LexCase>(InShiftJis) : InUtf8)
+    EXPECT_EQ(LexReader().read(row.text), row.shown) << row.text;
 }
 
 // A caret below the start of each argument, and an "x" below what failed.

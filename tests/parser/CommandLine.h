@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/YEncoding.h"
 #include "foundation/YErr.h"
 #include "parser/YcluiParser.h"
 #include "tests/support/WorkingFolder.h"

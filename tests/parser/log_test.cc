@@ -1,6 +1,10 @@
 // Log files, logging and playback.
 
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <thread>
 
 #include "gtest/gtest.h"
 #include "parser/YcluiLogFile.h"
@@ -8,7 +12,10 @@
 
 namespace {
 
-const std::string Opening = "#\n# This command log file was written by Orven KV-7300 system.\n#\n";
+const std::string OldOpening =
+    "#\n# This command log file was written by Orven KV-7300 system.\n#\n";
+const std::string Mark = "# encoding: UTF-8\n#\n";
+const std::string Opening = YEncoding::IsDoubleByte() ? OldOpening : OldOpening + Mark;
 const std::string Closing = "\n#\n# stop logging\n#\n";
 
 TEST(LogFile, AFailedWriteIsReportedOnce) {
@@ -78,11 +85,14 @@ TEST(Playback, ReadsLines) {
       {"\"a\\\"b\"\nc", "[\"a\\\\\\\"b\"][c]", "[c]"},
       {"x\n\"\\\\\"\\n\n", "[x][\"\\\\\\\\\"\\n][]", "[\"\\\\\"\\n\n]"},
       {"ends in \\", "[ends in \\]", ""},
-      // A trail byte with the value of a backslash; lead bytes without a trail byte.
+  };
+  // A trail byte with the value of a backslash; lead bytes without a trail byte.
+  const char* const inShiftJis[][3] = {
       {"\"\x83\x5C\"\nb", "[\"\x83\x5C\"][b]", "[b]"},
       {"\x83\nb\xFF\"\n\"\n\x83", "[\x83][b\xFF\"\n\"][\x83]", "[b\xFF\"\n][\"\n][\x83]"},
   };
-  for (const auto& [file, lines, resumed] : cases) {
+  const auto play = [](const char* const(&row)[3]) {
+    const auto& [file, lines, resumed] = row;
     WriteFile("lines", file);
     CommandLine line("go", "go");
     line.perform("^play lines");
@@ -92,13 +102,69 @@ TEST(Playback, ReadsLines) {
     line.perform("^continue");
     EXPECT_EQ(line.texts, resumed) << file;
     EXPECT_EQ(line.isPlaybackRun(), 0u);
-  }
+  };
+  for (const auto& row : cases) play(row);
+  if (YEncoding::IsDoubleByte()) std::for_each(inShiftJis, std::end(inShiftJis), play);
   CommandLine line("go", "go");
   WriteFile("lines", "go\n" + std::string(2000, 'x') + "\n");
   line.perform("^pause; ^play lines; ^continue; ^play /");
   const std::string full(1023, 'x');
   EXPECT_EQ(line.texts, "[go][" + full + "][" + full.substr(46) + "\n][]")
       << "a file that cannot be read counts as empty";
+}
+
+// Logs as processes with the one and the other encoding leave them, and files written by hand.
+TEST(Playback, RefusesTextOfTheOtherEncoding) {
+  enum { Neither = 0, ShiftJis = 1, Utf8 = 2, Both = 3 };
+  const std::string wide = "say \"\x83\x5C\"\n";
+  const std::string accented = "say \"\u00E9\"\n";
+  const std::string twoBytes = "say \"\xC3\xB1\"\n";  // characters in both encodings
+  const struct {
+    std::string file;
+    int readers;
+  } rows[] = {
+      {"say a\n", Both},
+      {OldOpening + "say a\n", Both},
+      {OldOpening + Mark + "say a\n", Both},
+      {OldOpening + twoBytes, ShiftJis},
+      {OldOpening + Mark + twoBytes + "say \"\xFF\"\n", Utf8},
+      {"go " + OldOpening + twoBytes, ShiftJis},  // the first log was not closed
+      {OldOpening + "go\n" + Closing + OldOpening + Mark + accented, Utf8},
+      {OldOpening + Mark + accented + Closing + OldOpening + twoBytes, Neither},
+      {OldOpening + Mark + "go\n" + Closing + OldOpening + wide, ShiftJis},
+      {OldOpening + "go\n" + Mark + twoBytes, ShiftJis},  // not the mark, but a comment
+      {accented, Both},                                   // by hand
+      {wide, ShiftJis},
+      {"go\n\xE8\xA1", ShiftJis},
+  };
+  for (const auto& row : rows) {
+    WriteFile("other", row.file);
+    const bool isRead = (row.readers & (YEncoding::IsDoubleByte() ? ShiftJis : Utf8)) != 0;
+    CommandLine line("go say/s", "( go | say )");
+    const std::uint64_t before = YErr.count();
+    EXPECT_EQ(line.playbackFromLog("other"), isRead ? 1U : 0U) << row.file;
+    EXPECT_EQ(line.texts.empty(), !isRead) << row.file;
+    EXPECT_EQ(line.startLogging("other", 1), isRead ? 1U : 0U) << row.file;
+    if (!isRead) {
+      EXPECT_EQ(YErr.code(0), YErrOtherEncoding);
+      EXPECT_EQ(YErr.count(), before + 2);
+      EXPECT_EQ(ReadFile("other"), row.file);
+    }
+    line.shutLogging();
+    EXPECT_EQ(line.playbackFromLog("other"), isRead ? 1U : 0U) << row.file;
+  }
+}
+
+// What can be read only once is played up to such text.
+TEST(Playback, EndsBeforeTextOfTheOtherEncoding) {
+  if (YEncoding::IsDoubleByte()) GTEST_SKIP();
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  std::thread writer([] { WriteFile("pipe", "go\nsay \x83\x5C\ngo\n"); });
+  CommandLine line("go", "go");
+  EXPECT_EQ(line.playbackFromLog("pipe"), 0U);
+  writer.join();
+  EXPECT_EQ(line.texts, "[go]");
+  EXPECT_EQ(YErr.code(0), YErrOtherEncoding);
 }
 
 TEST(Playback, ReportsItsPosition) {

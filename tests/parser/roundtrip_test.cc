@@ -5,6 +5,7 @@
 #include <random>
 #include <sstream>
 
+#include "foundation/YEncoding.h"
 #include "gtest/gtest.h"
 #include "tests/parser/CommandLine.h"
 
@@ -151,7 +152,8 @@ class Speech {
     std::string text(1, quote);
     for (unsigned i = Below(random_, 9); i > 0; --i) {
       for (const char* p = pieces[Below(random_, 21)]; *p != '\0'; ++p) {
-        const bool isTrail = *p == '\\' && (text.back() == '\x95' || text.back() == '\x83');
+        const bool isTrail = YEncoding::IsDoubleByte() && *p == '\\' &&
+                             (text.back() == '\x95' || text.back() == '\x83');
         if ((*p == quote || *p == '\\') && !isTrail) text += '\\';
         text += *p;
       }

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 #include "parser/YcluiParser.h"
 #include "script/YcluiFieldBinding.h"
 #include "script/YcluiFieldFormat.h"
@@ -56,7 +58,7 @@ class Binding : public testing::Test {
   std::string type(const std::string& keys) {
     std::string trace;
     for (std::size_t i = 0; i < keys.size();) {
-      const std::size_t width = IsKanjiStart(&keys[i]) != 0 ? 2 : 1;
+      const std::size_t width = YCharacters::LengthAt(keys.substr(i));
       trace += (i == 0 ? "" : " ") + std::to_string(field->key(keys.substr(i, width)));
       trace += state();
       i += width;
@@ -84,7 +86,7 @@ TEST_F(Binding, ADeletedParserReceivesNoWords) {
 }
 
 TEST_F(Binding, KeyByKey) {
-  const Cases cases = {
+  Cases cases = {
       {"ab< < ", "1|a 1|ab 1|a 0a | 0a | 0a |"},
       {"a b ", "1|a 0a | 1a |b 0|"},  // the command is complete
       {"x # ", "1|x 0| 1|# 0# |"},    // a refused word is removed, a comment is not echoed
@@ -92,10 +94,19 @@ TEST_F(Binding, KeyByKey) {
       {"\\\"<c ", "1|\\ 1|\\\" 1|\\ 1|\\c 0|"},
       {"\"<c ", "1|\" 1| 1|c 0|"},
       {"\"\"< ", "1|\" 1|\"\" 1|\" 1|\" "},
-      {"\x83\\\" ", "1|\x83\\ 1|\x83\\\" 1|\x83\\\" "},
-      {"\x83\x83\x41<<<", "1|\x83\x83 1|\x83\x83\x41 1|\x83\x83 1| 0|"},
       {"\t\n\x7f", "1| 1| 1|"},
   };
+  const Cases inShiftJis = {
+      {"\x83\\\" ", "1|\x83\\ 1|\x83\\\" 1|\x83\\\" "},
+      {"\x83\x83\x41<<<", "1|\x83\x83 1|\x83\x83\x41 1|\x83\x83 1| 0|"},
+  };
+  const Cases inUtf8 = {
+      {"\u00E9\u8868<<<", "1|\u00E9 1|\u00E9\u8868 1|\u00E9 1| 0|"},
+      {"\xE8\xA1\xFF<<", "1|\xE8 1|\xE8\xA1 1|\xE8\xA1\xFF 1|\xE8\xA1 1|\xE8"},
+      {"\x83\\\"c ", "1|\x83 1|\x83\\ 1|\x83\\\" 1|\x83\\\"c 0|"},
+  };
+  const Cases& special = YEncoding::IsDoubleByte() ? inShiftJis : inUtf8;
+  cases.insert(cases.end(), special.begin(), special.end());
   for (const auto& [given, expected] : cases) {
     field = std::make_unique<TestField>();
     parser->reset();
@@ -127,13 +138,14 @@ TEST_F(Binding, Formats) {
       "[S say:\\\"x\\\"y\\\", a say:\\\"x\\\"y\\\"][S x\"y][E 'a ' 100%]",
       executed());
 
-  const Cases escapes = {
+  const Cases inUtf8 = {{"\u00E9\"\x83\\", "\u00E9\\\"\x83\\\\"}};
+  const Cases inShiftJis = {
       {"a\"b\\c", "a\\\"b\\\\c"},
       {"\x83\\\"", "\x83\\\\\""},
       {"\x81\"", "?\\\""},  // the lead byte and the backslash would be one character
       {"\x83\x83\"\x83", "\x83\x83\\\"\x83"},
   };
-  for (const auto& [text, expected] : escapes) {
+  for (const auto& [text, expected] : YEncoding::IsDoubleByte() ? inShiftJis : inUtf8) {
     YString escaped;
     YcluiAppendEscaped(text, escaped);
     EXPECT_STREQ(expected, escaped.buffer);

@@ -28,9 +28,14 @@ TEST(Cells, AreUnitsWithTheirWidths) {
       {U"\t\n\x7F", "^I/2 ^J/2 ^?/2"},
       {U"e\u0301\u0302x", "e\u0301\u0302/1 x/1"},
       {U"表\u0301", "表\u0301/2"},
-      {U"\u0301a", " \u0301/1 a/1"},           // a mark with nothing to be on
-      {U"\n\u0301", "^J/2  \u0301/1"},         // or with nothing that is shown
-      {U"\uF781\uF7FF", "\uFFFD/1 \uFFFD/1"},  // lone bytes
+      {U"\u0301a", " \u0301/1 a/1"},                   // a mark with nothing to be on
+      {U"\n\u0301", "^J/2  \u0301/1"},                 // or with nothing that is shown
+      {U"\U0010FE81\U0010FEFF", "\uFFFD/1 \uFFFD/1"},  // lone bytes
+      {U"\U0001F469\u200D\U0001F4BBx", "\U0001F469\u200D\U0001F4BB/4 x/1"},
+      {U"\U0001F44B\U0001F3FD\U0001F44B", "\U0001F44B\U0001F3FD/4 \U0001F44B/2"},
+      {U"\U0001F1E9\U0001F1EA\U0001F1F0", "\U0001F1E9\U0001F1EA/2 \U0001F1F0/1"},
+      {U"\u0915\u094D\u200D\u0937", "\u0915\u094D\u200D/1 \u0937/1"},  // joined letters
+      {U"\u1112\u1161\u11ABx", "\u1112\u1161\u11AB/2 x/1"},            // a syllable of Hangul
       {U"\u0085\u2028", "\uFFFD/1 \uFFFD/1"},
   };
   for (const auto& row : rows) EXPECT_EQ(Shown(YcluiCells(row.characters)), row.cells);
@@ -55,7 +60,7 @@ TEST(Cells, HaveOffsetsAndColumns) {
 
 TEST(Cells, KnowWordsOfAnyScript) {
   for (const char32_t c : U"a7_é表かｱ１") EXPECT_EQ(YcluiCells::IsOfWord(c), c != 0) << int(c);
-  for (const char32_t c : U" :-.。　\n\uF781") EXPECT_FALSE(YcluiCells::IsOfWord(c)) << int(c);
+  for (const char32_t c : U" :-.。　\n\U0010FE81") EXPECT_FALSE(YcluiCells::IsOfWord(c)) << int(c);
   for (const char32_t c : U" 　\t\n") EXPECT_EQ(YcluiCells::IsSpace(c), c != 0) << int(c);
 }
 

@@ -64,7 +64,7 @@ const struct {
     {"ab|", "left left left! right +x home home! +y", "y|axb"},
     {"表ｱ食|", "left left erase-left", "|ｱ食"},
     {"|表ｱ食", "right erase-right erase-right erase-right!", "表|"},
-    {"\uF7FF\uF7FF|", "left erase-left +a", "a|\uF7FF"},  // lone bytes
+    {"\U0010FEFF\U0010FEFF|", "left erase-left +a", "a|\U0010FEFF"},  // lone bytes
     {"a:  b_c, 表ｱ|", "word-left word-left", "a:  |b_c, 表ｱ"},
     {"|a:  b_c, 表。食", "word-right word-right word-right", "a:  b_c, 表|。食"},
     {"a: 3.5, |", "M-BS", "a: 3.|"},
@@ -91,6 +91,8 @@ const struct {
     {"e\u0301x|", "left left erase-right", "|x"},
     {"xe\u0301|", "C-T home right erase-right", "e\u0301|"},
     {"e|x", "=\u0301 erase-left", "|x"},
+    {"a\U0001F469\u200D\U0001F4BB|", "erase-left +\u00DF", "a\u00DF|"},
+    {"\U0001F44B\U0001F3FD|", "left erase-right undo", "\U0001F44B\U0001F3FD|"},
 };
 
 bool CanHold(std::string_view utf8) {

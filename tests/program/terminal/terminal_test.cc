@@ -80,7 +80,9 @@ class Terminal : public testing::TestWithParam<Row> {
         "export ASAN_OPTIONS=detect_leaks=0:detect_stack_use_after_return=0:replace_intrin=0\n"
         "export HOME=$PWD XDG_STATE_HOME=$PWD/state LC_ALL=C.UTF-8 PS1='$ ' PS2= HISTFILE=\n"
         "unset PROMPT_COMMAND NO_COLOR\n"
-        "mkdir -p bin && ln -sf " CLUI_PROGRAM " bin/clui && PATH=$PWD/bin:$PATH\n" +
+        "PATH=$PWD/bin:$PATH\n"
+        "mkdir -p bin && printf '#!/bin/sh\\nexec \"%s\" --inside %s \"$@\"' " CLUI_PROGRAM
+        " ${CLUI_INSIDE:-utf-8} >bin/clui && chmod +x bin/clui\n" +
             (mark == '$' ? line : "clui " + language + ".scm") + "\nexec sleep 1000\n");
   }
   void TearDown() override { tmux("kill-server"); }
