@@ -63,8 +63,9 @@ bool CluiRecorder::isRead() const {
 }
 
 void CluiRecorder::notStarted(const std::string& reason) {
-  if (diagnostics_.dropCodes() == YErrLogIsOpen) {
-    diagnostics_.problem(options_.log, CluiCodeText(YErrLogIsOpen));
+  const unsigned int code = diagnostics_.dropCodes();
+  if (code == YErrLogIsOpen || code == YErrOtherEncoding) {
+    diagnostics_.problem(options_.log, CluiCodeText(code));
   } else {
     diagnostics_.problem(options_.log, reason);
   }

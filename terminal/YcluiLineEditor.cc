@@ -488,7 +488,12 @@ void YcluiLineEditor::addRows(YcluiPicture& picture, std::size_t width, std::siz
     for (const YcluiWrappedRow& row : YcluiWrap::Rows(cells, width)) {
       if (room == 0 || row.begin == row.end) break;
       const std::size_t begin = cells[row.begin].begin;
-      const std::string part = message.substr(begin, cells[row.end - 1].end - begin);
+      // A word that is wider than the row is cut.
+      std::size_t end = row.begin + 1;
+      while (end < row.end &&
+             cells[end].column + cells[end].width <= cells[row.begin].column + width)
+        ++end;
+      const std::string part = message.substr(begin, cells[end - 1].end - begin);
       picture.rows.emplace_back(part, colours_.of(YcluiTextKind::Message));
       --room;
     }

@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+#include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 #include "tests/engine/engine_fixture.h"
 #include "tests/support/Rows.h"
 
@@ -16,6 +18,7 @@ using TextsTest = EngineTest;
 class TextsOfTable : public EngineTest, public testing::WithParamInterface<Row> {};
 
 TEST_P(TextsOfTable, HaveTheExpectedResult) {
+  if (IsOfOtherEncoding(GetParam(), !YEncoding::IsDoubleByte())) GTEST_SKIP();
   std::string given;
   for (const auto& [mark, text] : GetParam().lines) {
     if (mark == '<') given = text;
@@ -120,8 +123,8 @@ TEST_F(TextsTest, TheTextListenerReceivesEveryText) {
 }
 
 TEST_F(TextsTest, TheBufferIsNeverOverrun) {
-  const char* const text = "(string #\\a #\\x3042 #\\z)";  // "a<82 A0>z" with its quotes
-  const char* const cut[] = {"", "", "\"", "\"a", "\"a", "\"a\x82\xA0", "\"a\x82\xA0z"};
+  const char* const text = "(string #\\a #\\x3042 #\\z)";
+  const std::string value = YCharacters::BytesFromUtf8("\"a\u3042z\"");
   for (long size = 0; size < 7; ++size) {
     YStatus status{0};
     char buffer[9];
@@ -130,8 +133,9 @@ TEST_F(TextsTest, TheBufferIsNeverOverrun) {
     EXPECT_TRUE(YStatusIsGood(status));
     EXPECT_EQ(buffer[size], '#');
     if (size == 0) continue;
-    EXPECT_STREQ(buffer, cut[size]) << size;
-    EXPECT_EQ(length, static_cast<long>(std::strlen(cut[size])));
+    const bool isCut = size > 3 && size < static_cast<long>(value.size()) - 1;
+    EXPECT_EQ(buffer, value.substr(0, isCut ? 2 : static_cast<std::size_t>(size - 1))) << size;
+    EXPECT_EQ(length, static_cast<long>(std::strlen(buffer)));
   }
   YStatus status{0};
   EXPECT_EQ(ScmVMExternal::ExecuteString("(car 1)", nullptr, 100, status), 0);
@@ -147,7 +151,7 @@ TEST_F(TextsTest, OutputKeepsItsOrder) {
   ScmVM::bindProcedure("say", &SayInCpp, 0, 0);
   testing::internal::CaptureStdout();
   std::fputs("a", stdout);
-  Eval("(display \"b\x82\xA0\") (say) (display \"c\\n\") (say)");
+  Eval(YCharacters::BytesFromUtf8("(display \"b\u3042\") (say) (display \"c\\n\") (say)").c_str());
   std::fputs("d", stdout);
   Eval("(display \"e\") (car 1)");
   std::fputs("f", stdout);

@@ -3,6 +3,7 @@
 #include <limits>
 #include <string>
 
+#include "foundation/YCharacters.h"
 #include "gtest/gtest.h"
 #include "parser/YcluiHelp.h"
 #include "parser/YcluiParser.h"
@@ -110,12 +111,14 @@ TEST(Help, ManyEntriesAreFoundAgain) {
 
 TEST(Help, ValuesOfAListBeginWithWhatIsTyped) {
   YcluiHelp help;
-  // The second byte of the double-byte character is the letter "A" or "a".
-  help.setValues(5, 1, ListOf({"Solid", "sparse", "dashed", "s\x83\x41", "s\x83\x61"}));
+  // In Shift_JIS the second byte of the characters is the letter "A" or "a".
+  const std::string upper = YCharacters::BytesFromUtf8("s\u30A2");
+  const std::string lower = YCharacters::BytesFromUtf8("s\u30C1");
+  help.setValues(5, 1, ListOf({"Solid", "sparse", "dashed", upper.c_str(), lower.c_str()}));
   EXPECT_TRUE(help.hasValues(5, 1));
-  EXPECT_EQ(ValuesOf(help, 5, 1, nullptr), "Solid sparse dashed s\x83\x41 s\x83\x61");
-  EXPECT_EQ(ValuesOf(help, 5, 1, "S"), "Solid sparse s\x83\x41 s\x83\x61");
-  EXPECT_EQ(ValuesOf(help, 5, 1, "s\x83\x41"), "s\x83\x41");
+  EXPECT_EQ(ValuesOf(help, 5, 1, nullptr), "Solid sparse dashed " + upper + " " + lower);
+  EXPECT_EQ(ValuesOf(help, 5, 1, "S"), "Solid sparse " + upper + " " + lower);
+  EXPECT_EQ(ValuesOf(help, 5, 1, upper.c_str()), upper);
   EXPECT_EQ(ValuesOf(help, 5, 1, "solid2"), "");
   EXPECT_EQ(ValuesOf(help, 5, 2, ""), "");
   help.setValues(5, 1, YString_Array());

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <thread>
 
+#include "foundation/YCharacters.h"
 #include "gtest/gtest.h"
 #include "parser/YcluiLogFile.h"
 #include "tests/parser/CommandLine.h"
@@ -28,12 +29,13 @@ TEST(LogFile, AFailedWriteIsReportedOnce) {
 }
 
 TEST(Logging, WritesTokensAndEndsOfCommands) {
-  const std::pair<const char*, std::string> cases[] = {
+  const std::string wide = YCharacters::BytesFromUtf8("\u30BD");  // in Shift_JIS with a backslash
+  const std::pair<std::string, std::string> cases[] = {
       {"go", Opening + "go \n"},
       {"go box 1,; 2 unknown play go; ^shut", Opening + "go \nbox1,2 play go \n" + Closing},
       {"two ${v}=1 # c\nlost; ^dummy d; say 'a\"b\\\\c'; ^shut",
        Opening + "go \ngo \nsay\"a\"b\\c\" \n" + Closing},
-      {"all 1,0.5, 3,4, \x83\x5C; ^reset", Opening + "all1,0.5,3,4,\"\x83\x5C\" \n\n"},
+      {"all 1,0.5, 3,4, " + wide + "; ^reset", Opening + "all1,0.5,3,4,\"" + wide + "\" \n\n"},
       {"box 1,2; ^push; go; ^pop; ^write hand", Opening + "box1,2 go \n\nhand"},
       {"go; ^shut; ^append log; ^shut", Opening + "go \n" + Closing + Opening + Closing},
       {"go; ^shut; ^log log", Opening},
@@ -168,7 +170,8 @@ TEST(Playback, EndsBeforeTextOfTheOtherEncoding) {
 }
 
 TEST(Playback, ReportsItsPosition) {
-  WriteFile("places", "go \"two\nlines\"\nstop\xFF\n\nstop\n");
+  const std::string odd = YEncoding::IsDoubleByte() ? "\xFF" : "x";
+  WriteFile("places", "go \"two\nlines\"\nstop" + odd + "\n\nstop\n");
   CommandLine line("go stop", "( go | stop{stop} )");
   const auto place = [&] {
     return std::to_string(line.playbackLine()) + "+" + std::to_string(line.playbackPosition());

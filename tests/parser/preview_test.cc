@@ -4,6 +4,7 @@
 #include <random>
 #include <vector>
 
+#include "foundation/YCharacters.h"
 #include "gtest/gtest.h"
 #include "parser/YcluiPreview.h"
 #include "tests/parser/CommandLine.h"
@@ -37,6 +38,8 @@ std::string Dump(const YcluiPreview& preview, const std::string& text) {
 }
 
 TEST(Preview, SaysWhatEachPieceMeans) {
+  const std::string wide = YCharacters::BytesFromUtf8("say: \u8868 go");
+  const std::string widePieces = YCharacters::BytesFromUtf8("word[say:] str[\u8868]. word[go].");
   const struct {
     const char* before;
     const char* text;
@@ -73,7 +76,7 @@ TEST(Preview, SaysWhatEachPieceMeans) {
       {"", "free: a", "bad[free:] str[a]"},
       {"", "red box: 1,2", "word[red] bad[box:] int[1] punct[,] int[2]"},
       {"", "red box: 1,", "word[red] bad[box:] int[1] punct[,]"},
-      {"", "say: \x95\x5C go", "word[say:] str[\x95\x5C]. word[go]."},
+      {"", wide.c_str(), widePieces.c_str()},
   };
   for (const auto& row : cases) {
     CommandLine line(Words, Syntax);

@@ -5,11 +5,17 @@
 #include <random>
 #include <sstream>
 
+#include "foundation/YCharacters.h"
 #include "foundation/YEncoding.h"
 #include "gtest/gtest.h"
 #include "tests/parser/CommandLine.h"
 
 namespace {
+
+// In Shift_JIS with a second byte that is a backslash or a brace, and with a single byte.
+const std::string Wide = YCharacters::BytesFromUtf8("\u8868");
+const std::string Wide2 = YCharacters::BytesFromUtf8("\u30DC");
+const std::string Narrow = YCharacters::BytesFromUtf8("\uFF71");
 
 using Random = std::mt19937;
 
@@ -44,7 +50,7 @@ class Speaker : public YcluiParser {
     setSyntaxGraph(syntax);
     addIndefiniteNode(new YcluiSyntaxNode(3, "anywhere $-1"));
     setAlias("al", "in out anywhere");
-    interpret("${n}=12 ${s}=\"a \x95\x5C b\"");
+    interpret(YCharacters::BytesFromUtf8("${n}=12 ${s}=\"a \u8868 b\"").c_str());
   }
 
   std::vector<std::string> events;
@@ -52,7 +58,7 @@ class Speaker : public YcluiParser {
 
  private:
   void addWord(Random& random, unsigned index) {
-    const char* const syllables[] = {"ka", "\x95\x5C", "ro", "\x83\x7B", "x9", "\xB1"};
+    static const std::string syllables[] = {"ka", Wide, "ro", Wide2, "x9", Narrow};
     Word word;
     word.shortest = std::string(1, static_cast<char>('b' + index)) + "q";
     std::string name = word.shortest + syllables[Below(random, 6)] + syllables[Below(random, 6)];
@@ -143,15 +149,15 @@ class Speech {
     return Below(random_, 2) == 0 ? text.str() : std::to_string(Below(random_, 99)) + ".50";
   }
   std::string string() {
-    const char* const pieces[] = {"a",        " ",     ",",        ":",    ";",  "#",    "'",
-                                  "$ ",       "{",     "\x95\x5C", "1",    "}",  "Z",    "\xFF",
-                                  "\x83\x7B", "\x83 ", "\t",       "\xB1", "\n", "\\\"", "\\\\"};
+    static const std::string pieces[] = {"a",   " ",     ",",  ":",    ";",  "#",    "'",
+                                         "$ ",  "{",     Wide, "1",    "}",  "Z",    "\xFF",
+                                         Wide2, "\x83 ", "\t", Narrow, "\n", "\\\"", "\\\\"};
     const char quote = Below(random_, 2) == 0 ? '"' : '\'';
     if (Below(random_, 8) == 0) return "\x83\\b";
     if (Below(random_, 8) == 0) return "\"a ${s} ${n}\"";
     std::string text(1, quote);
     for (unsigned i = Below(random_, 9); i > 0; --i) {
-      for (const char* p = pieces[Below(random_, 21)]; *p != '\0'; ++p) {
+      for (const char* p = pieces[Below(random_, 21)].c_str(); *p != '\0'; ++p) {
         const bool isTrail = YEncoding::IsDoubleByte() && *p == '\\' &&
                              (text.back() == '\x95' || text.back() == '\x83');
         if ((*p == quote || *p == '\\') && !isTrail) text += '\\';

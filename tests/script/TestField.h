@@ -9,7 +9,7 @@
 #include <functional>
 #include <string>
 
-#include "foundation/YKanji.h"
+#include "foundation/YCharacters.h"
 #include "platform/ui/YuiTextField.h"
 
 class TestField : public YuiTextField {
@@ -32,9 +32,8 @@ class TestField : public YuiTextField {
     const std::string sent = character + "x";  // not terminated
     const auto length = static_cast<std::uint32_t>(isDeletion ? 0 : character.size());
     if (OfferModification(sent.data(), length) == 0) return 0;
-    const int last = static_cast<int>(shown.size()) - 1;
     if (isDeletion) {
-      shown.resize(shown.size() - (YCheckKanji(shown.c_str(), last) == 4 ? 2 : 1));
+      shown.resize(YCharacters::CutBetween(shown, shown.size() - 1));
     } else if (std::iscntrl(static_cast<unsigned char>(character[0])) == 0) {
       shown += character;
     }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "foundation/YCharacters.h"
 #include "foundation/YEncoding.h"
@@ -16,6 +17,7 @@
 namespace {
 
 using Cases = const char* const[][2];
+using Rows = std::vector<std::pair<std::string, std::string>>;
 
 // A field, a parser with the words a, b, c and say:, which has a string argument, and their
 // binding.
@@ -86,7 +88,7 @@ TEST_F(Binding, ADeletedParserReceivesNoWords) {
 }
 
 TEST_F(Binding, KeyByKey) {
-  Cases cases = {
+  Rows cases = {
       {"ab< < ", "1|a 1|ab 1|a 0a | 0a | 0a |"},
       {"a b ", "1|a 0a | 1a |b 0|"},  // the command is complete
       {"x # ", "1|x 0| 1|# 0# |"},    // a refused word is removed, a comment is not echoed
@@ -96,17 +98,16 @@ TEST_F(Binding, KeyByKey) {
       {"\"\"< ", "1|\" 1|\"\" 1|\" 1|\" "},
       {"\t\n\x7f", "1| 1| 1|"},
   };
-  const Cases inShiftJis = {
+  const Rows inShiftJis = {
       {"\x83\\\" ", "1|\x83\\ 1|\x83\\\" 1|\x83\\\" "},
       {"\x83\x83\x41<<<", "1|\x83\x83 1|\x83\x83\x41 1|\x83\x83 1| 0|"},
   };
-  const Cases inUtf8 = {
+  const Rows inUtf8 = {
       {"\u00E9\u8868<<<", "1|\u00E9 1|\u00E9\u8868 1|\u00E9 1| 0|"},
       {"\xE8\xA1\xFF<<", "1|\xE8 1|\xE8\xA1 1|\xE8\xA1\xFF 1|\xE8\xA1 1|\xE8"},
       {"\x83\\\"c ", "1|\x83 1|\x83\\ 1|\x83\\\" 1|\x83\\\"c 0|"},
   };
-  const Cases& special = YEncoding::IsDoubleByte() ? inShiftJis : inUtf8;
-  cases.insert(cases.end(), special.begin(), special.end());
+  for (const auto& row : YEncoding::IsDoubleByte() ? inShiftJis : inUtf8) cases.push_back(row);
   for (const auto& [given, expected] : cases) {
     field = std::make_unique<TestField>();
     parser->reset();
@@ -138,17 +139,17 @@ TEST_F(Binding, Formats) {
       "[S say:\\\"x\\\"y\\\", a say:\\\"x\\\"y\\\"][S x\"y][E 'a ' 100%]",
       executed());
 
-  const Cases inUtf8 = {{"\u00E9\"\x83\\", "\u00E9\\\"\x83\\\\"}};
-  const Cases inShiftJis = {
+  const Rows inShiftJis = {
       {"a\"b\\c", "a\\\"b\\\\c"},
       {"\x83\\\"", "\x83\\\\\""},
       {"\x81\"", "?\\\""},  // the lead byte and the backslash would be one character
       {"\x83\x83\"\x83", "\x83\x83\\\"\x83"},
   };
+  const Rows inUtf8 = {{"a\u00E9\"\x83\\", "a\u00E9\\\"\x83\\\\"}};
   for (const auto& [text, expected] : YEncoding::IsDoubleByte() ? inShiftJis : inUtf8) {
     YString escaped;
-    YcluiAppendEscaped(text, escaped);
-    EXPECT_STREQ(expected, escaped.buffer);
+    YcluiAppendEscaped(text.c_str(), escaped);
+    EXPECT_EQ(expected, escaped.buffer);
   }
   for (const char* good : {"", "%%", "x%s%%s", "%s%s"}) {
     EXPECT_TRUE(YcluiFormatIsValid(good, 2)) << good;

@@ -40,6 +40,11 @@ inline std::vector<Row> RowsOf(const std::vector<std::string>& files) {
   return rows;
 }
 
+// Whether the row is for one encoding inside, by the beginning of its name, and not for this one.
+inline bool IsOfOtherEncoding(const Row& row, bool isUtf8) {
+  return row.name.starts_with(isUtf8 ? "cp932:" : "utf-8:");
+}
+
 inline std::string NameOfRow(const testing::TestParamInfo<Row>& info) {
   std::string name = info.param.table + "_" + info.param.name;
   for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';

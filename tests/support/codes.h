@@ -26,6 +26,8 @@ inline std::string CodeText(unsigned code, unsigned severity = YErrError) {
       {YErrNoWordTable, "no-word-table"},
       {YErrAmbiguous, "ambiguous"},
       {YErrTextTooLong, "too-long"},
+      {YErrEncodingIsFixed, "encoding-fixed"},
+      {YErrOtherEncoding, "other-encoding"},
       {YErrBadTokenArgument, "token-argument"},
       {YErrBadSyntaxArgument, "syntax-argument"},
       {YErrBadTokenParser, "token-parser"},

@@ -7,10 +7,11 @@
 
 namespace {
 
-const bool isChosen = [] {
+// Before the texts of the tests are made.
+__attribute__((constructor(101))) void Choose() {
   const char* const name = std::getenv("CLUI_INSIDE");
   const bool isUtf8 = name != nullptr && std::string_view(name) == "utf-8";
-  return YEncoding::SetInside(isUtf8 ? YEncoding::Utf8 : YEncoding::ShiftJis) != 0;
-}();
+  YEncoding::SetInside(isUtf8 ? YEncoding::Utf8 : YEncoding::ShiftJis);
+}
 
 }  // namespace

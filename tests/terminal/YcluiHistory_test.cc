@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "foundation/YCharacters.h"
+#include "foundation/YEncoding.h"
 #include "tests/support/WorkingFolder.h"
 
 namespace {
@@ -204,11 +205,8 @@ TEST_F(History, GoesOnWithoutAFile) {
 
 TEST(HistoryFile, IsWhereTheUserKeepsStates) {
   const char* const rows[][3] = {
-      {"/s", "/h", "/s/clui/a.b.history"},
-      {"s", "/h", "/h/.local/state/clui/a.b.history"},
-      {"", "h", ""},
-      {nullptr, nullptr, ""},
-      {"/s", nullptr, "/s/clui/a.b.history"},
+      {"/s", "/h", "/s/clui/a.b"}, {"s", "/h", "/h/.local/state/clui/a.b"}, {"", "h", ""},
+      {nullptr, nullptr, ""},      {"/s", nullptr, "/s/clui/a.b"},
   };
   const auto set = [](const char* name, const char* value) {
     value == nullptr ? unsetenv(name) : setenv(name, value, 1);
@@ -216,7 +214,8 @@ TEST(HistoryFile, IsWhereTheUserKeepsStates) {
   for (const auto& [state, home, file] : rows) {
     set("XDG_STATE_HOME", state);
     set("HOME", home);
-    EXPECT_EQ(YcluiHistory::DefaultFile("x/a.b.scm"), file);
+    const std::string ending = YEncoding::IsDoubleByte() ? ".history" : ".utf-8.history";
+    EXPECT_EQ(YcluiHistory::DefaultFile("x/a.b.scm"), *file == '\0' ? "" : file + ending);
   }
 }
 
