@@ -4,7 +4,6 @@
 
 #include "foundation/YEncoding.h"
 #include "foundation/YErr.h"
-#include "foundation/YFileName.h"
 #include "foundation/YcluiLimits.h"
 #include "parser/YcluiLogEncoding.h"
 
@@ -27,8 +26,7 @@ constexpr char ClosingLines[] =
 
 bool YcluiCommandLog::start(YcluiLogFile file, bool isAppended) {
   if (isOpen()) return cluiWarning(YErrLogIsOpen);
-  const bool fits = YcluiLogEncoding::Fits(YFileName::FromText(file.filename()).c_str());
-  if (isAppended && !fits) return cluiWarning(YErrOtherEncoding);
+  if (isAppended && !YcluiLogEncoding::Fits(file)) return cluiWarning(YErrOtherEncoding);
   if (file.open(isAppended ? "a" : "w") == 0) return cluiWarning(YErrNotOpened);
   file_ = file;
   std::fprintf(file_, OpeningLines, YcluiLogEncoding::Opening.data());

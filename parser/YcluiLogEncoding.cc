@@ -1,5 +1,6 @@
 #include "parser/YcluiLogEncoding.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -45,23 +46,15 @@ bool YcluiLogEncoding::fitsInCharacter(char byte) {
   return read == length;
 }
 
-bool YcluiLogEncoding::Fits(std::FILE* stream) {
-  if (std::fseek(stream, 0, SEEK_SET) != 0) return true;
-  YcluiLogEncoding log;
-  for (int byte = getc_unlocked(stream); byte != EOF && log.fits(); byte = getc_unlocked(stream)) {
-    log.add(static_cast<char>(byte));
-  }
-  const bool isWhole = log.bytes_ == 0;
-  std::rewind(stream);
-  return log.fits() && isWhole;
-}
-
-bool YcluiLogEncoding::Fits(const char* name) {
+bool YcluiLogEncoding::Fits(const std::string& name) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(name, error)) return true;
-  std::FILE* const stream = std::fopen(name, "r");
+  std::FILE* const stream = std::fopen(name.c_str(), "r");
   if (stream == nullptr) return true;
-  const bool fits = Fits(stream);
+  YcluiLogEncoding log;
+  for (int byte = getc_unlocked(stream); byte != EOF && log.fits_; byte = getc_unlocked(stream)) {
+    log.add(static_cast<char>(byte));
+  }
   std::fclose(stream);
-  return fits;
+  return log.fits_ && log.bytes_ == 0;
 }

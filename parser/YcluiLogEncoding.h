@@ -4,10 +4,12 @@
 #define PARSER_YCLUILOGENCODING_H_
 
 #include <cstddef>
-#include <cstdio>
+#include <string>
 #include <string_view>
 
+#include "foundation/YFileName.h"
 #include "foundation/YTypes.h"
+#include "parser/YcluiLogFile.h"
 
 // A process whose encoding inside is UTF-8 marks its logs by a comment after the opening lines; a
 // log without the mark was written in Shift_JIS. Text in ASCII is the same in both. A file without
@@ -28,11 +30,11 @@ class YQRT_API YcluiLogEncoding {
   // Whether the bytes so far, up to the last character, are in the encoding inside.
   bool fits() const { return fits_; }
 
-  // Examines a file from its beginning, where the stream is then. True also for what can be read
-  // only once, such as a pipe.
-  static bool Fits(std::FILE* stream);
-  // The same for a name in bytes of the file system. True also when there is no such file.
-  static bool Fits(const char* name);
+  // Examines a whole file. True also for one that cannot be read, or that can be read only once,
+  // such as a pipe.
+  static bool Fits(const YcluiLogFile& file) { return Fits(YFileName::FromText(file.filename())); }
+  // The same for a name in bytes of the file system.
+  static bool Fits(const std::string& name);
 
  private:
   enum class Writer { Unknown, ShiftJis, Utf8 };

@@ -30,11 +30,8 @@ bool Fits(YcluiLogEncoding& encoding, const YcluiLogReader& reader) {
 bool YcluiPlayback::play(YcluiLogFile file) {
   if (isPlayed(file)) return cluiWarning(YErrFileIsPlayed);
   if (depth_ >= YcluiMostNestedPlaybacks) return cluiError(YErrTooDeep);
+  if (!YcluiLogEncoding::Fits(file)) return cluiWarning(YErrOtherEncoding);
   if (file.open("r") == 0) return cluiWarning(YErrNotOpened);
-  if (!YcluiLogEncoding::Fits(file)) {
-    file.giveUp();
-    return cluiWarning(YErrOtherEncoding);
-  }
   const YcluiDepth depth(depth_);
   PlayedFile played;
   played.file = file;

@@ -21,7 +21,7 @@ bool Report(const std::string& name, const std::string& problem) {
 bool ShowFile(CluiEncoding& encoding, const std::string& name) {
   CluiSource source;
   std::string error;
-  if (!YcluiLogEncoding::Fits(name.c_str())) {
+  if (!YcluiLogEncoding::Fits(name)) {
     return Report(name, encoding.toUser(CluiCodeText(YErrOtherEncoding)));
   }
   if (!source.openFile(name, error)) return Report(name, error);

@@ -132,7 +132,6 @@ user name: eve privilege: 1 digest: 12345
 no user name: bob
 banner: '") (exit) (display "'       # no mistake
 banner: "no end
-banner: "smile ☺"                    # a character that the system does not have
 snmp community: public               # read or write is missing
 show snmp
 cancel
