@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "foundation/YCharacters.h"
+#include "terminal/YcluiHalfTyped.h"
 #include "terminal/YcluiMistake.h"
 #include "terminal/YcluiPainter.h"
 #include "terminal/YcluiWrap.h"
@@ -18,10 +19,6 @@ bool IsNamed(const YcluiKey& key, YcluiKeyName name) {
 
 bool IsControl(const YcluiKey& key, char letter) {
   return key.kind == YcluiKey::Control && key.letter == letter;
-}
-
-bool IsInCommand(const YcluiParser& parser) {
-  return parser.numberOfToken() > 0 || parser.tokenIsOpen() != 0 || parser.nestingDepth() > 1;
 }
 
 // Whether nothing but white space, comments and commas follows the piece.
@@ -473,7 +470,7 @@ YcluiPicture YcluiLineEditor::picture() const {
   if (searches_) {
     picture.prompt.add("search \"" + sought_ + "\": ", promptStyle);
   } else {
-    picture.prompt.add(IsInCommand(parser_) ? open_ : ready_, promptStyle);
+    picture.prompt.add(YcluiIsHalfTyped(parser_) ? open_ : ready_, promptStyle);
   }
   picture.line = YcluiPaint(preview_, buffer_.text(), unfinished_, colours_);
   picture.cursor = buffer_.cursor();

@@ -25,16 +25,6 @@ YcluiPrompt::Outcome OutcomeOf(YcluiLineEditor::Request end) {
 
 }  // namespace
 
-void YcluiGiveUp(YcluiParser& parser) {
-  parser.exhaust();
-  const bool isOpen = parser.tokenIsOpen() != 0 || parser.numberOfToken() > 0;
-  parser.dropOpenToken();
-  if (isOpen || parser.nestingDepth() == 1) return parser.reset();
-  parser.popFrame();
-  YString_Array words;
-  if (parser.completionList("", words) == 0) parser.reset();
-}
-
 YcluiPrompt::YcluiPrompt(YcluiParser& parser, const std::string& language)
     : parser_(parser),
       capabilities_(YcluiCapabilities::Read()),

@@ -10,17 +10,13 @@
 #include "foundation/YTypes.h"
 #include "parser/YcluiParser.h"
 #include "terminal/YcluiCapabilities.h"
+#include "terminal/YcluiHalfTyped.h"
 #include "terminal/YcluiHistory.h"
 #include "terminal/YcluiKeys.h"
 #include "terminal/YcluiLineEditor.h"
 #include "terminal/YcluiScreen.h"
 #include "terminal/YcluiStyledText.h"
 #include "terminal/YcluiTerminal.h"
-
-// Drops the half-typed command of a parser: the words in its frame, or where there are none the
-// frame that interrupts another one. The command of the frame below is dropped, too, when it is
-// complete, since it would accept no further word.
-YQRT_API void YcluiGiveUp(YcluiParser& parser);
 
 // Lets a user type lines, with the editor's preview, completion and history, on standard input and
 // output:

@@ -14,7 +14,7 @@
 #include "program/terminal/CluiTypedWord.h"
 #include "terminal/YcluiOfferList.h"
 #include "terminal/YcluiOffers.h"
-#include "terminal/YcluiPrompt.h"
+#include "terminal/YcluiHalfTyped.h"
 
 namespace {
 
@@ -223,8 +223,7 @@ void CluiSession::leaveLine(const std::string& prompt) {
 
 bool CluiSession::commandIsOpen() {
   YcluiParser* parser = typing_.parser();
-  if (parser == nullptr) return false;
-  return parser->numberOfToken() > 0 || parser->tokenIsOpen() != 0 || parser->nestingDepth() > 1;
+  return parser != nullptr && YcluiIsHalfTyped(*parser);
 }
 
 // --- Events of the parser and the engine

@@ -8,6 +8,7 @@
 #include "program/terminal/CluiPrelude.h"
 #include "program/terminal/CluiSession.h"
 #include "program/terminal/CluiTypedWord.h"
+#include "terminal/YcluiHalfTyped.h"
 #include "terminal/YcluiOffers.h"
 
 namespace {
