@@ -11,7 +11,8 @@
 (define terminal-parser #f)
 
 ;; Each key and its action. Keys without a character arrive as control characters: Up as Control-P,
-;; Down as Control-N, Return as Control-M, Tab as Control-I, Backspace as Control-H.
+;; Down as Control-N, Return as Control-M, Tab as Control-I, Backspace as Control-H. Any other key
+;; edits the word.
 (define terminal-keys
   '((#\space . "(terminal-blank)")
     (#\" . "(terminal-quote)")
@@ -26,7 +27,6 @@
     (#\x03 . "(terminal-escape)")       ; Control-C
     (#\x04 . "(terminal-end)")          ; Control-D
     (#\x17 . "(terminal-back)")         ; Control-W
-    (#\x15 . "(terminal-drop-word)")    ; Control-U
     (#\x0c . "(terminal-clear)")))      ; Control-L
 
 ;; How typed text is sent: a line at Return, or each word at its end.
@@ -70,12 +70,21 @@
 
 (define (terminal-drop-word) (terminal-put ""))
 
-;;; Keys
+;; Called when a key has edited the word, to set the field's text to it.
+(define (terminal-update) (clui-replace-current-word (terminal-attached) (terminal-typed)))
 
-;; A word ends where it ends for the parser: not in a quote, nor after a backslash or a comma. The
-;; binding ignores keys in a quote. terminal-quote and terminal-erase replace the word instead of
-;; typing and deleting quotes, so the binding never regards a quote as open.
-(define (terminal-blank) (terminal-end-word " "))
+;;; Keys
+;;;
+;;; terminal-edit does what a key does without an action: it edits the word, completes it, opens the
+;;; list or recalls a line.
+
+;; A word ends where it ends for the parser: not in a quote, nor after a backslash or a comma. In
+;; the middle of the word a blank is inserted. The binding ignores keys in a quote; terminal-quote
+;; inserts a quote without the binding, so that it never regards one as open.
+(define (terminal-blank)
+  (if (terminal-at-end?)
+      (terminal-end-word " ")
+      (terminal-insert " ")))
 
 (define (terminal-return) (terminal-end-word "\n"))
 
@@ -85,55 +94,28 @@
           (text (terminal-send text))
           (else (terminal-put (string-append word " "))))))
 
-(define (terminal-quote) (terminal-put (string-append (terminal-word) "\"")))
-
-(define (terminal-erase)
-  (let ((word (terminal-word)))
-    (if (string-null? word)
-        (terminal-bell)
-        (terminal-put (string-drop-right word 1)))))
-
-;; Completes the word as far as possible. The second time, lists the words that begin with it.
-(define (terminal-tab)
-  (let* ((word (terminal-word))
-         (more (terminal-complete terminal-parser word)))
-    (cond ((and (string? more) (not (string=? more word))) (terminal-put more))
-          ((equal? (terminal-last-key) "\t") (terminal-show word))
-          (else (terminal-bell)))))
-
-;; Lists the words that can come next. In an argument and in a paste, types a question mark.
-(define (terminal-question)
-  (let ((word (terminal-word)))
-    (if (or (terminal-pasting?)
-            (terminal-in-argument? terminal-parser word)
-            (not (terminal-show word)))
-        (terminal-put (string-append word "?")))))
-
-(define (terminal-show word)
-  (or (terminal-list terminal-parser word)
-      (begin (terminal-bell) #f)))
+(define (terminal-quote) (terminal-insert "\""))
 
 (define (terminal-number-sign)
-  (let ((word (terminal-word)))
-    (if (string-null? word)
-        (terminal-print "a comment cannot be typed; a word does not begin with \"#\"")
-        (terminal-put (string-append word "#")))))
+  (if (string-null? (terminal-word))
+      (terminal-print "a comment cannot be typed; a word does not begin with \"#\"")
+      (terminal-insert "#")))
 
-(define (terminal-up) (terminal-recall (terminal-older (terminal-word))))
+(define (terminal-erase) (terminal-edit))
 
-(define (terminal-down) (terminal-recall (terminal-newer)))
+(define (terminal-tab) (terminal-edit))
 
-(define (terminal-recall line)
-  (if line (terminal-put line) (terminal-bell)))
+(define (terminal-question) (terminal-edit))
+
+(define (terminal-up) (terminal-edit))
+
+(define (terminal-down) (terminal-edit))
+
+(define (terminal-back) (terminal-edit))
 
 (define (terminal-escape)
   (terminal-drop-word)
   (terminal-give-up terminal-parser))
 
 (define (terminal-end)
-  (if (terminal-empty?) (terminal-leave) (terminal-bell)))
-
-(define (terminal-back)
-  (if (string-null? (terminal-word))
-      (terminal-take-back terminal-parser)
-      (terminal-drop-word)))
+  (if (string-null? (terminal-word)) (terminal-leave) (terminal-edit)))

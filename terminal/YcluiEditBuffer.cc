@@ -98,10 +98,11 @@ bool YcluiEditBuffer::set(std::string_view bytes) {
   return replace(0, text_.size(), bytes) || end();
 }
 
-void YcluiEditBuffer::clear() {
+void YcluiEditBuffer::begin(std::string_view text) {
   YcluiKillRing kills = std::move(kills_);
   *this = YcluiEditBuffer();
   kills_ = std::move(kills);
+  exchange(0, 0, text);
 }
 
 bool YcluiEditBuffer::eraseLeft() {

@@ -38,8 +38,10 @@ class YQRT_API YcluiEditBuffer {
   bool replace(std::size_t begin, std::size_t end, std::string_view bytes);
   // Replaces all of the text, with the cursor at the end.
   bool set(std::string_view bytes);
-  // Begins a new line: the text is empty and nothing can be undone. What was killed is kept.
-  void clear();
+  // Begins a new line with this text and the cursor at its end. Nothing of before can be undone;
+  // what was killed is kept.
+  void begin(std::string_view text);
+  void clear() { begin(""); }
 
   // Moves the cursor; an offset inside a unit means its beginning.
   bool moveTo(std::size_t offset);

@@ -128,11 +128,16 @@ std::size_t YcluiHistory::Find(std::string_view line, std::string_view text) {
   return None;
 }
 
-const std::string* YcluiHistory::suggestion(std::string_view beginning) const {
-  for (auto line = lines_.rbegin(); line != lines_.rend(); ++line) {
-    if (BeginsLonger(*line, beginning)) return &*line;
+std::size_t YcluiHistory::lineBeginning(std::string_view text, std::size_t from) const {
+  for (std::size_t i = std::min(from, lines_.size()); i > 0; --i) {
+    if (BeginsLonger(lines_[i - 1], text)) return i - 1;
   }
-  return nullptr;
+  return None;
+}
+
+const std::string* YcluiHistory::suggestion(std::string_view beginning) const {
+  const std::size_t found = lineBeginning(beginning, lines_.size());
+  return found == None ? nullptr : &lines_[found];
 }
 
 std::string YcluiHistory::DefaultFile(const std::string& language) {

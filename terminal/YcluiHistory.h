@@ -58,7 +58,10 @@ class YQRT_API YcluiHistory {
   // None without one.
   static std::size_t Find(std::string_view line, std::string_view text);
 
-  // The newest line that begins with the text and is longer; null without one. Reads no file.
+  // The index of the newest line before the line `from` that begins with the text and is longer;
+  // None without one. Begin with size() as `from`. Reads no file.
+  std::size_t lineBeginning(std::string_view text, std::size_t from) const;
+  // The newest such line of all; null without one.
   const std::string* suggestion(std::string_view beginning) const;
 
   // The file for a language, by the base name of its script: clui/NAME.history, or when the

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/YAscii.h"
 #include "foundation/YCharacters.h"
 #include "terminal/YcluiHalfTyped.h"
 #include "terminal/YcluiMistake.h"
@@ -12,6 +13,10 @@
 namespace {
 
 constexpr std::size_t Nowhere = std::string::npos;
+
+// The earlier lines that are read for a hint, at most, and how many bytes they may have.
+constexpr int MostTried = 4;
+constexpr std::size_t LongestTried = 1000;
 
 bool IsNamed(const YcluiKey& key, YcluiKeyName name) {
   return key.kind == YcluiKey::Named && key.name == name;
@@ -47,7 +52,12 @@ bool GoesOn(const YcluiPreview& preview) {
 }  // namespace
 
 YcluiLineEditor::YcluiLineEditor(const YcluiParser& parser, YcluiHistory& history)
-    : parser_(parser), history_(history), preview_(parser), offers_(parser), list_(offers_) {}
+    : parser_(parser),
+      history_(history),
+      preview_(parser),
+      hinted_(parser),
+      offers_(parser),
+      list_(offers_) {}
 
 void YcluiLineEditor::setPrompts(const std::string& ready, const std::string& open) {
   ready_ = ready;
@@ -55,12 +65,47 @@ void YcluiLineEditor::setPrompts(const std::string& ready, const std::string& op
 }
 
 void YcluiLineEditor::begin() {
+  sendsWords_ = false;
+  sent_ = Sent();
   buffer_.clear();
+  restart();
+}
+
+void YcluiLineEditor::beginAfter(const Sent& sent, const std::string& text) {
+  sendsWords_ = true;
+  sent_ = sent;
+  buffer_.begin(text);
+  restart();
+}
+
+void YcluiLineEditor::restart() {
   history_.reset();
   dropRows();
   searches_ = tabbed_ = rings_ = false;
-  preview();
-  updateHint();
+  refresh();
+}
+
+void YcluiLineEditor::setText(const std::string& text) {
+  buffer_.set(text);
+  dropRows();
+  refresh();
+}
+
+void YcluiLineEditor::insert(const std::string& text) {
+  buffer_.insert(text);
+  dropRows();
+  refresh();
+}
+
+void YcluiLineEditor::moveTo(std::size_t offset) {
+  buffer_.moveTo(offset);
+  refresh();
+}
+
+std::string YcluiLineEditor::WithoutFirstComma(std::string text) {
+  const std::size_t first = text.find_first_not_of(" \t\r\n\v\f");
+  if (first != Nowhere && text[first] == ',') text[first] = ' ';
+  return text;
 }
 
 void YcluiLineEditor::dropRows() {
@@ -76,9 +121,15 @@ YcluiLineEditor::Request YcluiLineEditor::handle(const YcluiKey& key) {
   const bool wasTab = IsNamed(key, YcluiKeyName::Tab);
   if (!wasTab) tabbed_ = false;
   if (!list_.selects() && !wasTab) list_.close();
-  const Request request = searches_         ? search(key)
-                          : list_.selects() ? chooseFromList(key)
-                                            : edit(key);
+  Request request = Request::None;
+  if (!isForChoice(key)) {
+    endChoice();
+    request = edit(key);
+  } else if (searches_) {
+    search(key);
+  } else {
+    chooseFromList(key);
+  }
   const bool isOver =
       request == Request::Line || request == Request::Leave || request == Request::Interrupt;
   if (isOver) return request;
@@ -89,7 +140,45 @@ YcluiLineEditor::Request YcluiLineEditor::handle(const YcluiKey& key) {
 
 void YcluiLineEditor::preview() {
   previewed_ = buffer_.text();
-  preview_.read(previewed_.c_str());
+  preview_.read(readable(previewed_).c_str());
+}
+
+std::string YcluiLineEditor::readable(const std::string& text) const {
+  return sent_.endsInArgument ? WithoutFirstComma(text) : text;
+}
+
+void YcluiLineEditor::refresh() {
+  accepted_.clear();
+  preview();
+  updateHint();
+}
+
+bool YcluiLineEditor::isForChoice(const YcluiKey& key) const {
+  if (searches_) {
+    return key.kind == YcluiKey::Text || IsControl(key, 'r') || IsControl(key, 's') ||
+           IsControl(key, 'g') || IsControl(key, 'c') || IsNamed(key, YcluiKeyName::Backspace) ||
+           IsNamed(key, YcluiKeyName::Escape);
+  }
+  if (!list_.selects() || key.kind != YcluiKey::Named) return false;
+  switch (key.name) {
+    case YcluiKeyName::Tab:
+    case YcluiKeyName::BackTab:
+    case YcluiKeyName::Left:
+    case YcluiKeyName::Right:
+    case YcluiKeyName::Up:
+    case YcluiKeyName::Down:
+    case YcluiKeyName::Return:
+    case YcluiKeyName::Escape:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void YcluiLineEditor::endChoice() {
+  if (list_.selects()) list_.close();
+  if (searches_) endSearch(true);
+  if (buffer_.text() != previewed_) preview();
 }
 
 // --- Keys
@@ -297,7 +386,7 @@ void YcluiLineEditor::openList(bool selects) {
 void YcluiLineEditor::complete() {
   if (tabbed_ || list_.isOpen()) return openList(true);
   offers_.find(preview_, buffer_.text(), buffer_.cursor());
-  if (offers_.count() == 1) return takeOffer(0);
+  if (offers_.count() == 1 && takeOffer(0)) return;
   const std::string common = offers_.common();
   if (common.size() > offers_.end() - offers_.begin()) {
     buffer_.replace(offers_.begin(), offers_.end(), common);
@@ -308,13 +397,19 @@ void YcluiLineEditor::complete() {
   tabbed_ = !offers_.empty();
 }
 
-void YcluiLineEditor::takeOffer(std::size_t index) {
-  const std::string text = offers_.inserted(index);
-  buffer_.replace(offers_.begin(), offers_.endFor(text), text);
+// False when all of it is there already.
+bool YcluiLineEditor::takeOffer(std::size_t index) {
+  std::string text = offers_.inserted(index);
+  if (sendsWords_ && text.ends_with(' ')) text.pop_back();
+  const std::size_t end = offers_.begin() + text.size();
+  if (!buffer_.replace(offers_.begin(), offers_.endFor(text), text) && !buffer_.moveTo(end)) {
+    return false;
+  }
   addedBlank_ = text.ends_with(' ');
+  return true;
 }
 
-YcluiLineEditor::Request YcluiLineEditor::chooseFromList(const YcluiKey& key) {
+void YcluiLineEditor::chooseFromList(const YcluiKey& key) {
   const bool isTab = IsNamed(key, YcluiKeyName::Tab);
   if (isTab || IsNamed(key, YcluiKeyName::Right)) {
     list_.next();
@@ -326,13 +421,8 @@ YcluiLineEditor::Request YcluiLineEditor::chooseFromList(const YcluiKey& key) {
     list_.rowUp();
   } else {
     list_.close();
-    if (IsNamed(key, YcluiKeyName::Return)) {
-      takeOffer(list_.selected());
-    } else if (!IsNamed(key, YcluiKeyName::Escape)) {
-      return edit(key);
-    }
+    if (IsNamed(key, YcluiKeyName::Return)) takeOffer(list_.selected());
   }
-  return Request::None;
 }
 
 // --- Hints
@@ -351,21 +441,40 @@ void YcluiLineEditor::updateHint() {
   if (!offers_.isFresh()) offers_.findHere(preview_);
   if (!offers_.empty()) unfinished_ = buffer_.cursor();
   if (preview_.ending() == YcluiEndsInPoint) unfinished_ = buffer_.text().size();
-  if (!buffer_.isAtEnd() || buffer_.empty() || !message_.empty() || !hint_.empty()) return;
+  if (!buffer_.isAtEnd() || !message_.empty() || !hint_.empty()) return;
   if (offers_.isFresh() && offers_.typing().kind == YcluiTypingArgument) {
-    const bool isApart = YcluiCells::IsSpace(static_cast<unsigned char>(buffer_.text().back()));
+    const bool isApart = buffer_.empty() || YIsWhiteSpace(buffer_.text().back());
     hint_ = (isApart ? "" : " ") + offers_.argumentText();
     return;
   }
+  if (buffer_.empty()) return;
   if (offers_.count() == 1) {
     hint_ = offers_.rest(0);
     hintTakes_ = Taken::Offer;
   }
   if (hint_.empty()) {
-    const std::string* line = history_.suggestion(buffer_.text());
-    if (line != nullptr) hint_ = line->substr(buffer_.text().size());
+    hint_ = restOfEarlierLine();
     hintTakes_ = hint_.empty() ? Taken::Nothing : Taken::Hint;
   }
+}
+
+// Of the newest lines that begin so, the first one that is not certain to be refused.
+std::string YcluiLineEditor::restOfEarlierLine() {
+  const std::string beginning = sent_.typed + buffer_.text();
+  std::size_t at = history_.size();
+  for (int tried = 0; tried < MostTried; ++tried) {
+    at = history_.lineBeginning(beginning, at);
+    if (at == YcluiHistory::None) break;
+    const std::string& line = history_[at];
+    if (line.size() > LongestTried) continue;
+    const std::string rest = line.substr(beginning.size());
+    if (line == accepted_) return rest;
+    hinted_.read(readable(buffer_.text() + rest).c_str());
+    if (YcluiFirstMistake(hinted_) >= 0) continue;
+    accepted_ = line;
+    return rest;
+  }
+  return std::string();
 }
 
 // A value out of its range is a hint while it is being typed at the end of the line, and a note
@@ -431,8 +540,7 @@ void YcluiLineEditor::seek(std::size_t from, YcluiHistory::Direction direction) 
   buffer_.moveTo(YcluiHistory::Find(line, sought_));
 }
 
-// Any other key ends the search with the line that was found, and acts on it.
-YcluiLineEditor::Request YcluiLineEditor::search(const YcluiKey& key) {
+void YcluiLineEditor::search(const YcluiKey& key) {
   constexpr auto Older = YcluiHistory::Direction::Older;
   if (key.kind == YcluiKey::Text) {
     sought_ += key.bytes;
@@ -454,12 +562,7 @@ YcluiLineEditor::Request YcluiLineEditor::search(const YcluiKey& key) {
     endSearch(false);
   } else {
     endSearch(true);
-    if (!IsNamed(key, YcluiKeyName::Escape)) {
-      if (buffer_.text() != previewed_) preview();
-      return edit(key);
-    }
   }
-  return Request::None;
 }
 
 // --- The picture
@@ -472,6 +575,7 @@ YcluiPicture YcluiLineEditor::picture() const {
   } else {
     picture.prompt.add(YcluiIsHalfTyped(parser_) ? open_ : ready_, promptStyle);
   }
+  if (!sent_.shown.empty()) picture.prompt.add(sent_.shown + " ");
   picture.line = YcluiPaint(preview_, buffer_.text(), unfinished_, colours_);
   picture.cursor = buffer_.cursor();
   if (!hint_.empty()) picture.hint.add(hint_, colours_.of(YcluiTextKind::Hint));

@@ -41,12 +41,40 @@ class YQRT_API YcluiLineEditor {
   // The second one is shown while a command is half typed.
   void setPrompts(const std::string& ready, const std::string& open);
 
+  // The beginning of a line of which each word is sent at its end.
+  struct Sent {
+    std::string shown;  // the command line of the parser, shown before the text
+    std::string typed;  // the same as it was typed, for hints from the history
+    // Whether a comma at the start of the text separates an argument from one that was sent.
+    bool endsInArgument = false;
+  };
+
   // Begins an empty line, for the parser as it is now.
   void begin();
+  // Begins a line that goes on after words that were sent: what is edited is the word that was not.
+  // A completed word gets no blank, which would send it. Nothing of `text` can be undone.
+  void beginAfter(const Sent& sent, const std::string& text = "");
   Request handle(const YcluiKey& key);
   const std::string& text() const { return buffer_.text(); }
+  std::size_t cursor() const { return buffer_.cursor(); }
+  bool isAtEnd() const { return buffer_.isAtEnd(); }
   // Whether the last key could do nothing.
   bool rings() const { return rings_; }
+
+  // Changes by the caller, for the parser as it is then; they can be undone. setText moves the
+  // cursor to the end, and moveTo to the offset.
+  void setText(const std::string& text);
+  void insert(const std::string& text);
+  void moveTo(std::size_t offset);
+
+  // Whether the key is one of an open list with a selection, or of a search through the history.
+  // Any other key closes the list, and ends the search with the line that was found.
+  bool isForChoice(const YcluiKey& key) const;
+  void endChoice();
+
+  // The text with a comma at its start replaced by a blank: as the parser reads it after an
+  // argument that was sent. All offsets stay the same.
+  static std::string WithoutFirstComma(std::string text);
 
   // Prompt, line, cursor and hint.
   YcluiPicture picture() const;
@@ -62,11 +90,15 @@ class YQRT_API YcluiLineEditor {
   YcluiColours colours_;
   YcluiEditBuffer buffer_;
   YcluiPreview preview_;
+  YcluiPreview hinted_;  // of the line whose rest is a hint
   YcluiOffers offers_;
   YcluiOfferList list_;
   std::string ready_ = "> ";
   std::string open_ = "... ";
+  bool sendsWords_ = false;
+  Sent sent_;              // empty unless it sends words
   std::string previewed_;  // the text that the preview has read
+  std::string accepted_;   // an earlier line that `hinted_` has found no mistake in
   std::string message_;    // below the line, until the next key
   std::string note_;       // below the line, too: what is wrong with a value that is accepted
   bool rings_ = false;
@@ -84,7 +116,11 @@ class YQRT_API YcluiLineEditor {
   std::size_t found_ = 0;  // the index of the line
   YcluiEditBuffer before_;
 
+  void restart();
   void preview();
+  void refresh();
+  std::string readable(const std::string& text) const;
+  std::string restOfEarlierLine();
   void updateHint();
   void updateNotes();
   void act(bool done) { rings_ = !done; }
@@ -98,11 +134,11 @@ class YQRT_API YcluiLineEditor {
   bool asksForList(const std::string& bytes);
   void openList(bool selects);
   void complete();
-  void takeOffer(std::size_t index);
-  Request chooseFromList(const YcluiKey& key);
+  bool takeOffer(std::size_t index);
+  void chooseFromList(const YcluiKey& key);
   bool takeHint();
   void recall(const std::string* line);
-  Request search(const YcluiKey& key);
+  void search(const YcluiKey& key);
   void beginSearch();
   void endSearch(bool takesLine);
   void seek(std::size_t from, YcluiHistory::Direction direction);

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "terminal/YcluiShow.h"
+
 namespace {
 
 // How long the bytes of one key may take to arrive.
@@ -67,7 +69,7 @@ YcluiPrompt::Outcome YcluiPrompt::readLine(std::string& line) {
   editor_.begin();
   YcluiKey key;
   for (;;) {
-    show();
+    YcluiShow(editor_, screen_);
     flush();
     if (!readKeys(key)) {
       history_.add(editor_.text());
@@ -110,22 +112,8 @@ void YcluiPrompt::checkWindow() {
   const bool wasResized = terminal_.wasResized();
   if (wasResized && terminal_.size(width, height)) screen_.resize(width, height);
   if (!wasResized && !wasStopped) return;
-  show();
+  YcluiShow(editor_, screen_);
   flush();
-}
-
-// A terminal that cannot show rows below the line gets them as text above it.
-void YcluiPrompt::show() {
-  YcluiPicture picture = editor_.picture();
-  if (screen_.showsRows()) {
-    editor_.addRows(picture, screen_.width(), screen_.rowsBeside(picture));
-  } else if (editor_.hasRows()) {
-    YcluiPicture rows;
-    editor_.addRows(rows, screen_.width(), screen_.height());
-    for (const YcluiStyledText& row : rows.rows) screen_.print(row);
-    editor_.dropRows();
-  }
-  screen_.show(std::move(picture));
 }
 
 void YcluiPrompt::flush() {

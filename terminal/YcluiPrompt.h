@@ -80,7 +80,6 @@ class YQRT_API YcluiPrompt {
 
   bool readKeys(YcluiKey& key);
   void checkWindow();
-  void show();
   void flush();
   void stop();
   void finish(YcluiLineEditor::Request request);

@@ -12,9 +12,10 @@
 #include "program/CluiLine.h"
 #include "program/terminal/CluiColours.h"
 #include "program/terminal/CluiTypedWord.h"
+#include "terminal/YcluiHalfTyped.h"
 #include "terminal/YcluiOfferList.h"
 #include "terminal/YcluiOffers.h"
-#include "terminal/YcluiHalfTyped.h"
+#include "terminal/YcluiShow.h"
 
 namespace {
 
@@ -29,7 +30,8 @@ constexpr char TabByte = '\t';
 constexpr char ReturnByte = '\r';
 constexpr char DownByte = '\x0E';
 constexpr char UpByte = '\x10';
-constexpr char SuspendByte = '\x1A';  // Control-Z
+constexpr char EraseWordByte = '\x17';  // Control-W
+constexpr char SuspendByte = '\x1A';    // Control-Z
 constexpr char EscapeByte = '\x1B';
 
 CluiSession* TheSession = nullptr;
@@ -89,26 +91,29 @@ bool CluiSession::run() {
   int width = 0;
   int height = 0;
   if (terminal_.size(width, height)) screen_.resize(width, height);
-  const std::string error = CluiReadColours(settings_.colours, colours_);
+  editor_.emplace(*typing_.parser(), history_);
+  const std::string error = CluiReadColours(settings_.colours, editor_->colours());
   if (!error.empty()) screen_.print(error);
+  beginWord(field_.word());
   loop();
   CluiClearInterrupt();  // in a terminal Control-C is a key and does not end the run
   screen_.leave();
   flush();
   terminal_.close();
+  keepUnfinished();
   history_.save();
   return typing_.parser() != nullptr;
 }
 
 // Attaches the field to the parser unless the language has done so.
 bool CluiSession::attach() {
-  if (field_.isAttached()) return true;
+  if (field_.binding() != nullptr) return true;
   YStatus status = {0};
   char result[64];
   const std::string text =
       "(terminal-attach " + std::to_string(reinterpret_cast<long>(typing_.parser())) + ")";
   ScmVMExternal::ExecuteString(text.c_str(), result, sizeof result, status);
-  return YStatusIsGood(status) && field_.isAttached();
+  return YStatusIsGood(status) && field_.binding() != nullptr;
 }
 
 // --- The loop
@@ -124,7 +129,7 @@ void CluiSession::loop() {
     checkSignals();
     if (event == YcluiTerminal::Event::Nothing && CluiInterrupted()) {
       CluiClearInterrupt();
-      control(InterruptByte);
+      handle({YcluiKey::Control, YcluiKeyName::None, 'c', ""});
     } else if (event == YcluiTerminal::Event::Nothing) {
       keys.settle();
     }
@@ -150,6 +155,7 @@ void CluiSession::afterInterrupt(YcluiKeys& keys) {
   keys.drop();
   pasted_.clear();
   pasteFault_.clear();
+  afterPaste_.clear();
   typing_.takeHeld();
   dropsPaste_ = pasting_;
   screen_.print("interrupted");
@@ -163,7 +169,9 @@ void CluiSession::checkSignals() {
 }
 
 void CluiSession::refresh() {
-  if (!pasting_) screen_.show(picture(prompt(), true));
+  if (pasting_ || typing_.parser() == nullptr) return;
+  editor_->setPrompts(settings_.prompts.ready, settings_.prompts.open);
+  YcluiShow(*editor_, screen_);
 }
 
 void CluiSession::flush() {
@@ -177,21 +185,12 @@ const std::string& CluiSession::prompt() {
   return commandIsOpen() ? settings_.prompts.open : settings_.prompts.ready;
 }
 
-// The line that was sent is plain; the word after it may be in colours.
-YcluiPicture CluiSession::picture(const std::string& prompt, bool isPainted) {
+YcluiPicture CluiSession::sentPicture(const std::string& prompt) {
   YcluiPicture picture;
-  picture.prompt.add(prompt, colours_.of(YcluiTextKind::Prompt));
+  const YcluiStyle style = editor_ ? editor_->colours().of(YcluiTextKind::Prompt) : YcluiStyle();
+  picture.prompt.add(prompt, style);
+  picture.line.add(field_.text());
   picture.cursor = field_.text().size();
-  const YcluiParser* parser = typing_.parser();
-  if (!isPainted || parser == nullptr) {
-    picture.line.add(field_.text());
-    return picture;
-  }
-  const std::string word = field_.word();
-  picture.line.add(field_.text().substr(0, field_.text().size() - word.size()));
-  if (typedWord_ == nullptr) typedWord_ = std::make_unique<CluiTypedWord>(*parser);
-  typedWord_->read(word, mayBeginWithComma());
-  typedWord_->paint(colours_, picture.line);
   return picture;
 }
 
@@ -203,12 +202,12 @@ bool CluiSession::list(const YcluiParser& parser, const std::string& word) {
   const std::string argument = offers.argumentText();
   if (!argument.empty()) screen_.print(argument);
   if (offers.empty()) return !argument.empty();
-  const std::size_t room = screen_.rowsBeside(picture(prompt(), false));
+  const std::size_t room = screen_.rowsBeside(sentPicture(prompt()));
   const std::size_t taken = argument.empty() ? 0 : 1;
   YcluiOfferList list(offers);
   list.open(false);
   for (const YcluiStyledText& row :
-       list.rows(screen_.width(), room > taken ? room - taken : 1, colours_)) {
+       list.rows(screen_.width(), room > taken ? room - taken : 1, editor_->colours())) {
     screen_.print(row);
   }
   return true;
@@ -216,7 +215,7 @@ bool CluiSession::list(const YcluiParser& parser, const std::string& word) {
 
 // Shows the line once more and leaves it on the screen.
 void CluiSession::leaveLine(const std::string& prompt) {
-  screen_.show(picture(prompt, false));
+  screen_.show(sentPicture(prompt));
   screen_.leave();
   flush();
 }
@@ -256,26 +255,23 @@ void CluiSession::scriptRuns() {
 // --- Keys
 
 void CluiSession::handle(const YcluiKey& key) {
-  switch (key.kind) {
-    case YcluiKey::Text:
+  key_ = &key;
+  const char byte = ByteOf(key);
+  if (editor_->isForChoice(key)) {
+    edit(key);
+  } else {
+    editor_->endChoice();
+    updateField();
+    if (key.kind == YcluiKey::Text) {
       lastKey_ = thisKey_ = '\0';
-      offer(key.bytes);
-      break;
-    case YcluiKey::Named:
-    case YcluiKey::Control:
-      if (const char byte = ByteOf(key)) byte == EraseByte ? erase() : control(byte);
-      break;
-    case YcluiKey::Invalid:
-      screen_.print(key.bytes);
-      break;
-    default:
-      break;
+      if (offer(key.bytes)) edit(key);
+    } else if (byte != '\0') {
+      control(byte);
+    } else {
+      edit(key);
+    }
   }
-}
-
-void CluiSession::erase() {
-  lastKey_ = thisKey_ = '\0';
-  if (offer(std::string(1, EraseByte)) && !field_.rubOut()) screen_.ring();
+  key_ = nullptr;
 }
 
 void CluiSession::control(char byte) {
@@ -284,13 +280,37 @@ void CluiSession::control(char byte) {
   thisKey_ = byte;
   if (byte == ReturnByte) closeQuote();
   if (!offer(std::string(1, byte))) return;
-  if (byte == LeaveByte && field_.text().empty()) {
+  if (byte == LeaveByte && editor_->text().empty()) {
     settings_.leaves = true;
-    return;
+  } else if (byte == InterruptByte) {
+    setWord("");
+    giveUp();
+    beginWord("");
+  } else {
+    edit(*key_);
   }
-  if (byte != InterruptByte) return;
-  takeWord();
-  giveUp();
+}
+
+// Return, Control-C and Control-D on an empty word are not for the editor: it has no whole line.
+void CluiSession::edit(const YcluiKey& key) {
+  YcluiParser* parser = typing_.parser();
+  if (parser == nullptr) return;
+  isEdited_ = true;
+  const char byte = ByteOf(key);
+  if (editor_->cursor() == 0 && !editor_->isForChoice(key)) {
+    if (byte == EraseByte || byte == EraseWordByte) return takeLastToEdit(byte == EraseByte);
+  }
+  const bool isEnd = byte == LeaveByte && editor_->text().empty();
+  if (isEnd || byte == InterruptByte || byte == ReturnByte) {
+    if (!editor_->isForChoice(key)) return;
+  }
+  const YcluiParser::Hold hold(*parser);
+  const bool isPasted = pasting_ && key.kind == YcluiKey::Text;
+  const YcluiKey pasted = {YcluiKey::Paste, YcluiKeyName::None, '\0', key.bytes};
+  const YcluiLineEditor::Request request = editor_->handle(isPasted ? pasted : key);
+  if (editor_->rings()) screen_.ring();
+  if (request == YcluiLineEditor::Request::Clear) screen_.clear();
+  updateField();
 }
 
 void CluiSession::stop() {
@@ -305,23 +325,66 @@ void CluiSession::closeQuote() {
   YcluiParser* parser = typing_.parser();
   if (parser == nullptr) return;
   for (int i = 0; i < 2; ++i) {
-    const CluiTypedWord word(*parser, field_.word(), mayBeginWithComma());
+    const CluiTypedWord word(*parser, editor_->text(), mayBeginWithComma());
     if (word.ending() != YcluiEndsInQuote) return;
-    field_.type(std::string(1, word.openQuote()));
+    setWord(editor_->text() + word.openQuote());
   }
 }
 
-// Returns whether the field may apply the change.
+// Returns whether nothing is bound to the key, so that it edits.
 bool CluiSession::offer(const std::string& bytes) {
   const std::string word = field_.word();
+  const CluiSentWords::Extent before(*typing_.parser());
   const std::size_t refusals = typing_.refusals();
   outcome_ = Outcome::None;
+  isEdited_ = false;
   typing_.beginWord(word);
   const bool let = field_.type(bytes);
   typing_.endWord(outcome_ == Outcome::Read);
-  remember(word, typing_.refusals() != refusals);
+  remember(word, before, typing_.refusals() != refusals);
   clearStaleLine();
+  if (!let) followField();
   return let;
+}
+
+// --- The word in the editor and in the field
+
+// Begins a word after what the parser has read.
+void CluiSession::beginWord(const std::string& text) {
+  const YcluiParser* parser = typing_.parser();
+  outcome_ = Outcome::None;
+  if (parser == nullptr) return;
+  const YcluiParser::Hold hold(*parser);
+  const std::string typed = sent_.text();
+  editor_->beginAfter({field_.line(), typed.empty() ? typed : typed + " ",
+                       mayBeginWithComma() && CluiTypedWord::EndsInArgument(*parser)},
+                      text);
+  updateField();
+}
+
+void CluiSession::setWord(const std::string& text) {
+  const YcluiParser* parser = typing_.parser();
+  if (parser == nullptr) return;
+  const YcluiParser::Hold hold(*parser);
+  editor_->setText(text);
+  updateField();
+}
+
+// After an action of a key, which may have changed the word, the parser or both.
+void CluiSession::followField() {
+  if (outcome_ != Outcome::None) return beginWord(field_.word());
+  if (!isEdited_ || field_.word() != editor_->text()) setWord(field_.word());
+}
+
+// What is erased at the end is erased in the field as by a key, so that its binding closes a quote.
+void CluiSession::updateField() {
+  const std::string& text = editor_->text();
+  while (!text.starts_with(field_.word()) && field_.rubOut()) {
+  }
+  if (field_.word() == text) return;
+  YStatus status = {0};
+  char result[64];
+  ScmVMExternal::ExecuteString("(terminal-update)", result, sizeof result, status);
 }
 
 // A command that sets another syntax empties the command line without an echo; reset() echoes it.
@@ -334,26 +397,29 @@ void CluiSession::clearStaleLine() {
 // --- History
 
 // A refused word is an entry of its own, so that it can be recalled and corrected.
-void CluiSession::remember(const std::string& word, bool refused) {
-  if (outcome_ == Outcome::None) return;
-  if (outcome_ == Outcome::TakenBack) {
-    if (!typed_.empty()) typed_.pop_back();
-    return;
-  }
+void CluiSession::remember(const std::string& word, const CluiSentWords::Extent& before,
+                           bool refused) {
+  if (outcome_ == Outcome::None || outcome_ == Outcome::TakenBack) return;
+  const YcluiParser* parser = typing_.parser();
   if (refused) {
     history_.add(word);
-  } else if (!word.empty()) {
-    typed_.push_back(word);
+  } else {
+    sent_.add(word, before, parser == nullptr ? before : CluiSentWords::Extent(*parser));
   }
-  if (outcome_ == Outcome::GivenUp || !commandIsOpen()) addTypedToHistory();
+  if (outcome_ == Outcome::GivenUp || !commandIsOpen()) addSentToHistory();
   history_.reset();
 }
 
-void CluiSession::addTypedToHistory() {
-  std::string line;
-  for (const std::string& word : typed_) line.append(line.empty() ? "" : " ").append(word);
-  history_.add(line);
-  typed_.clear();
+void CluiSession::addSentToHistory() {
+  history_.add(sent_.text());
+  sent_.clear();
+}
+
+// What was half typed when the session ended.
+void CluiSession::keepUnfinished() {
+  const std::string sent = sent_.text();
+  const std::string word = editor_->text();
+  history_.add(sent.empty() || word.empty() ? sent + word : sent + " " + word);
 }
 
 // --- Actions of keys
@@ -365,18 +431,55 @@ void CluiSession::giveUp() {
   outcome_ = Outcome::GivenUp;
 }
 
-// An open token is shown but is not in the frame yet. Pushing and popping a dummy token makes the
-// parser echo the line without it.
 void CluiSession::takeBack() {
+  takeLast();
+}
+
+// The text of the last token, which is removed from the parser; none without a token. An open token
+// is shown but is not in the frame yet: pushing and popping a dummy token makes the parser echo the
+// line without it.
+std::optional<std::string> CluiSession::takeLast() {
   YcluiParser* parser = typing_.parser();
-  if (parser == nullptr) return;
+  if (parser == nullptr) return std::nullopt;
+  const CluiSentWords::Extent extent(*parser);
+  if (extent.tokens == 0) return std::nullopt;
+  const std::string line = field_.line();
   parser->exhaust();
-  if (parser->tokenIsOpen() != 0) {
+  if (extent.isOpen) {
     parser->dropOpenToken();
     parser->pushDummyToken("");
   }
   parser->popToken();
   outcome_ = Outcome::TakenBack;
+  const std::string left = field_.line();
+  std::optional<std::string> typed = sent_.takeBack(extent);
+  if (typed) return typed;
+  sent_.set(left, CluiSentWords::Extent(*parser));
+  const std::size_t begin = left.empty() ? 0 : left.size() + 1;
+  return line.substr(std::min(begin, line.size()));
+}
+
+// The last token becomes the beginning of the word again, or is dropped.
+void CluiSession::takeLastToEdit(bool keeps) {
+  const std::string word = editor_->text();
+  const std::optional<std::string> last = takeLast();
+  if (!last) return screen_.ring();
+  beginWord(keeps ? *last + word : word);
+  editor_->moveTo(keeps ? last->size() : 0);
+}
+
+void CluiSession::editByKey() {
+  if (key_ != nullptr) edit(*key_);
+}
+
+void CluiSession::insert(const std::string& text) {
+  const YcluiParser* parser = typing_.parser();
+  if (!editor_ || parser == nullptr) return;
+  const YcluiParser::Hold hold(*parser);
+  if (outcome_ != Outcome::None || field_.word() != editor_->text()) beginWord(field_.word());
+  editor_->insert(text);
+  isEdited_ = true;
+  updateField();
 }
 
 // --- Pasting
@@ -395,10 +498,13 @@ void CluiSession::handlePasted(const YcluiKey& key) {
 
 void CluiSession::beginPaste() {
   lastKey_ = thisKey_ = '\0';
+  editor_->endChoice();
+  updateField();
   pasting_ = true;
   dropsPaste_ = false;
   pasted_.clear();
   pasteFault_.clear();
+  afterPaste_.clear();
   pastedLines_ = 0;
 }
 
@@ -409,9 +515,8 @@ void CluiSession::paste(const std::string& bytes) {
   }
 }
 
-// The word typed before the paste is the beginning of its first line.
 void CluiSession::pasteLine() {
-  std::string line = takeWord() + std::exchange(pasted_, std::string());
+  std::string line = takeBeforeCursor() + std::exchange(pasted_, std::string());
   ++pastedLines_;
   if (!IsBlank(line)) {
     screen_.hide();
@@ -434,18 +539,30 @@ void CluiSession::pasteRest() {
   if (!skipsLine()) rest += pasted_;
   pasted_.clear();
   std::replace_if(rest.begin(), rest.end(), YIsWhiteSpace, ' ');
+  beginWord(field_.word());
   for (std::size_t i = 0; i < rest.size() && typing_.parser() != nullptr;) {
     const std::size_t length = CluiStepAt(rest, i);
-    offer(rest.substr(i, length));
+    const YcluiKey key = {YcluiKey::Text, YcluiKeyName::None, '\0', rest.substr(i, length)};
+    key_ = &key;
+    if (offer(key.bytes)) edit(key);
+    key_ = nullptr;
     i += length;
+  }
+  if (!afterPaste_.empty()) {
+    const std::size_t cursor = editor_->cursor();
+    insert(std::exchange(afterPaste_, std::string()));
+    editor_->moveTo(cursor);
   }
   pasting_ = false;
 }
 
-// Removes the word from the field character by character, so that the binding closes its quote.
-std::string CluiSession::takeWord() {
-  std::string word = field_.word();
-  while (field_.rubOut()) {
-  }
-  return word;
+// The part of the word that is the beginning of the first line of the paste. The rest of the word
+// follows the last one.
+std::string CluiSession::takeBeforeCursor() {
+  const std::string word = field_.word();
+  if (word.empty()) return word;
+  const std::size_t cursor = word == editor_->text() ? editor_->cursor() : word.size();
+  afterPaste_.insert(0, word.substr(cursor));
+  setWord("");
+  return word.substr(0, cursor);
 }

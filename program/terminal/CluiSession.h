@@ -3,25 +3,25 @@
 #ifndef PROGRAM_TERMINAL_CLUISESSION_H_
 #define PROGRAM_TERMINAL_CLUISESSION_H_
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "program/terminal/CluiSentWords.h"
 #include "program/terminal/CluiTerminalField.h"
 #include "program/terminal/CluiTerminalSettings.h"
-#include "program/terminal/CluiTypedWord.h"
 #include "program/terminal/CluiTyping.h"
 #include "terminal/YcluiCapabilities.h"
-#include "terminal/YcluiColours.h"
 #include "terminal/YcluiHistory.h"
 #include "terminal/YcluiKeys.h"
+#include "terminal/YcluiLineEditor.h"
 #include "terminal/YcluiPicture.h"
 #include "terminal/YcluiScreen.h"
 #include "terminal/YcluiTerminal.h"
 
-// Passes keys to the field and shows the field's text on the screen. The binding of the field
-// decides what a key does; the session itself only closes an open quote before Return.
+// A line editor holds the word that has not been sent, and the field has the same text after each
+// key. A key that has a byte is offered to the binding of the field first. What is bound runs its
+// action, which may replace the word or send it; any other key edits.
 //
 // Other output to the terminal must be preceded by clearLine(). The line of a complete command
 // stays on the screen.
@@ -61,6 +61,11 @@ class CluiSession {
   static bool IsKey(std::string_view text) { return text.starts_with("(terminal-"); }
 
   // Actions of keys, see CluiTerminalProcedures.h.
+  void editByKey();
+  void insert(const std::string& text);
+  bool isAtEnd() const { return !editor_ || editor_->isAtEnd(); }
+  // The word as the editor has it.
+  std::string word() const { return editor_ ? editor_->text() : std::string(); }
   void giveUp();
   void takeBack();
   // The previous key if it was a control byte, else NUL.
@@ -76,24 +81,26 @@ class CluiSession {
   std::string encoding_;
   CluiTerminalSettings& settings_;
   YcluiCapabilities capabilities_;
-  YcluiColours colours_;
   YcluiTerminal terminal_;
   CluiTerminalField field_;
   YcluiScreen screen_;
   YcluiHistory history_;
-  std::unique_ptr<CluiTypedWord> typedWord_;  // of the parser; keeps the order of its words
+  std::optional<YcluiLineEditor> editor_;  // while it runs
+  const YcluiKey* key_ = nullptr;          // being handled
+  bool isEdited_ = false;                  // the editor has handled it
   char lastKey_ = '\0';
   char thisKey_ = '\0';
   // What the current key has done to the command line.
   enum class Outcome { None, Read, GivenUp, TakenBack };
   Outcome outcome_ = Outcome::None;
-  std::vector<std::string> typed_;  // the words of the unfinished command, for the history
-  bool wordIsNew_ = false;          // the last word has not run a script yet
+  CluiSentWords sent_;      // of the unfinished command
+  bool wordIsNew_ = false;  // the last word has not run a script yet
   bool pasting_ = false;
   bool dropsPaste_ = false;      // an interrupt drops the rest of a paste
   std::string pasted_;           // the incomplete last line of a paste
   std::string pasteFault_;       // about a character of that line that does not exist inside
   std::size_t pastedLines_ = 0;  // number of lines of a paste
+  std::string afterPaste_;       // what was after the cursor when a line was pasted
 
   bool attach();
   void loop();
@@ -103,17 +110,24 @@ class CluiSession {
   void refresh();
   void flush();
   const std::string& prompt();
-  YcluiPicture picture(const std::string& prompt, bool isPainted);
+  YcluiPicture sentPicture(const std::string& prompt);
   void leaveLine(const std::string& prompt);
 
   void handle(const YcluiKey& key);
-  void erase();
   void control(char byte);
+  void edit(const YcluiKey& key);
   void stop();
   void closeQuote();
   bool offer(const std::string& bytes);
-  void remember(const std::string& word, bool refused);
-  void addTypedToHistory();
+  void beginWord(const std::string& text);
+  void setWord(const std::string& text);
+  void followField();
+  void updateField();
+  std::optional<std::string> takeLast();
+  void takeLastToEdit(bool keeps);
+  void remember(const std::string& word, const CluiSentWords::Extent& before, bool refused);
+  void addSentToHistory();
+  void keepUnfinished();
   void clearStaleLine();
   bool commandIsOpen();
 
@@ -123,7 +137,7 @@ class CluiSession {
   void pasteLine();
   void pasteRest();
   bool skipsLine();
-  std::string takeWord();
+  std::string takeBeforeCursor();
 };
 
 #endif  // PROGRAM_TERMINAL_CLUISESSION_H_

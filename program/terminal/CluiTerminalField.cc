@@ -35,6 +35,10 @@ bool CluiTerminalField::rubOut() {
   return true;
 }
 
+std::string CluiTerminalField::line() const {
+  return text_.substr(0, wordStart_ == 0 ? 0 : wordStart_ - 1);
+}
+
 std::string CluiTerminalField::word() const {
   return text_.substr(std::min(wordStart_, text_.size()));
 }

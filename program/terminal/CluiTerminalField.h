@@ -24,11 +24,13 @@ class CluiTerminalField : public YuiTextField {
   bool type(std::string_view character);
   // Deletes the last character. False when there is none, or the binding refuses the deletion.
   bool rubOut();
-  // Whether a binding is attached.
-  bool isAttached() const { return ModificationCallBack() != nullptr; }
+  // The binding that a script has attached, or null.
+  YuiModificationCallBack* binding() const { return ModificationCallBack(); }
 
-  // The text, and the word being typed at its end.
+  // The text; the command line at its beginning, without a blank; and the word being typed after
+  // it.
   const std::string& text() const { return text_; }
+  std::string line() const;
   std::string word() const;
 
  private:

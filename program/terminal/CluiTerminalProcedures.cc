@@ -126,6 +126,34 @@ void TerminalList(std::uint32_t, YStatus& status) {
   Scm::StackPushBoolean(Session() != nullptr && Session()->list(*parser, word) ? 1 : 0);
 }
 
+// --- The word being typed
+
+void TerminalEdit(std::uint32_t, YStatus&) {
+  if (Session() != nullptr) Session()->editByKey();
+  Scm::StackPushNull();
+}
+
+void TerminalInsert(std::uint32_t, YStatus& status) {
+  const char* text = Scm::VMEAssertIsAString(1, status, -1);
+  if (!YStatusIsGood(status)) return;
+  if (Session() != nullptr) Session()->insert(text);
+  Scm::StackPushNull();
+}
+
+void TerminalAtEnd(std::uint32_t, YStatus&) {
+  Scm::StackPushBoolean(Session() == nullptr || Session()->isAtEnd() ? 1 : 0);
+}
+
+void TerminalBinding(std::uint32_t, YStatus&) {
+  YuiModificationCallBack* binding = Session() == nullptr ? nullptr : Session()->field().binding();
+  Scm::StackPushHandle(binding, nullptr, nullptr);
+}
+
+void TerminalTyped(std::uint32_t, YStatus&) {
+  const std::string word = Session() == nullptr ? std::string() : Session()->word();
+  Scm::StackPushString(word.c_str());
+}
+
 // --- History
 
 void TerminalOlder(std::uint32_t, YStatus& status) {
@@ -234,7 +262,9 @@ constexpr struct {
     {"terminal-empty?", TerminalEmpty, 0},        {"terminal-in-argument?", TerminalInArgument, 2},
     {"terminal-bell", TerminalBell, 0},           {"terminal-clear", TerminalClear, 0},
     {"terminal-ended", TerminalEnded, 3},         {"terminal-send-words", TerminalSendWords, 1},
-    {"terminal-set-colours", TerminalColours, 1},
+    {"terminal-set-colours", TerminalColours, 1}, {"terminal-edit", TerminalEdit, 0},
+    {"terminal-insert", TerminalInsert, 1},       {"terminal-at-end?", TerminalAtEnd, 0},
+    {"terminal-attached", TerminalBinding, 0},    {"terminal-typed", TerminalTyped, 0},
 };
 
 }  // namespace

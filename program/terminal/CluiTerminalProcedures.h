@@ -16,6 +16,11 @@
 //   (terminal-colours TEXT)       sets colours, see YcluiColours::read. Before the session begins
 //   (terminal-prompt READY OPEN)  sets the prompts: without and with an unfinished command
 //   (terminal-leave)              ends the session
+//   (terminal-edit)               does what the present key does by itself
+//   (terminal-insert TEXT)        inserts TEXT at the cursor
+//   (terminal-at-end?)            whether the cursor is at the end of the word
+//   (terminal-attached)           the binding of the field of the terminal
+//   (terminal-typed)              the word being typed, as the line editor has it
 //   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is
 //                                 whole and nothing else matches; #f when nothing matches
 //   (terminal-list P WORD)        lists what can continue WORD, up to the height of the window, or

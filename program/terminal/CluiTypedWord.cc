@@ -1,25 +1,22 @@
 #include "program/terminal/CluiTypedWord.h"
 
-#include "parser/YcluiParser.h"
-#include "terminal/YcluiPainter.h"
+#include <algorithm>
 
-namespace {
+#include "foundation/YAscii.h"
+#include "terminal/YcluiLineEditor.h"
 
-constexpr char Blanks[] = " \t\r\n\v\f";
-
-}  // namespace
-
-void CluiTypedWord::read(const std::string& word, bool mayBeginWithComma) {
-  word_ = text_ = word;
-  isComma_ = false;
-  const YcluiToken* open = parser_.openToken();
-  const std::size_t first = text_.find_first_not_of(Blanks);
-  const bool isAfterArgument = mayBeginWithComma && open != nullptr && open->argc() > 1;
-  if (isAfterArgument && first != std::string::npos && text_[first] == ',') {
-    text_[first] = ' ';
-    isComma_ = text_.find_first_not_of(Blanks) == std::string::npos;
-  }
+CluiTypedWord::CluiTypedWord(const YcluiParser& parser, const std::string& word,
+                             bool mayBeginWithComma)
+    : text_(mayBeginWithComma && EndsInArgument(parser) ? YcluiLineEditor::WithoutFirstComma(word)
+                                                        : word),
+      isComma_(text_ != word && std::all_of(text_.begin(), text_.end(), YIsWhiteSpace)),
+      preview_(parser) {
   preview_.read(text_.c_str());
+}
+
+bool CluiTypedWord::EndsInArgument(const YcluiParser& parser) {
+  const YcluiToken* open = parser.openToken();
+  return open != nullptr && open->argc() > 1;
 }
 
 YcluiTextEnding CluiTypedWord::ending() const {
@@ -28,17 +25,4 @@ YcluiTextEnding CluiTypedWord::ending() const {
 
 char CluiTypedWord::openQuote() const {
   return text_[preview_.piece(preview_.count() - 1).begin];
-}
-
-void CluiTypedWord::paint(const YcluiColours& colours, YcluiStyledText& to) {
-  const YcluiStyledText painted = YcluiPaint(preview_, word_, unfinished(), colours);
-  for (std::size_t i = 0; i < word_.size(); ++i) to.add(word_.substr(i, 1), painted.styleAt(i));
-}
-
-// The end of the text where what is refused may become a word or a point; npos elsewhere.
-std::size_t CluiTypedWord::unfinished() {
-  if (ending() == YcluiEndsInPoint) return text_.size();
-  const YcluiTyping& typing = preview_.at(static_cast<std::uint32_t>(text_.size()));
-  const bool begins = typing.begin < typing.end && preview_.findCandidates() > 0;
-  return begins ? text_.size() : std::string::npos;
 }

@@ -153,6 +153,7 @@ TEST(LineEditor, Hints) {
           {"s<End><Left><End>", "stop |"},
           {"go", "go|{ # first}"},
           {"go<End>", "go # first|"},
+          {"goz", "goz|"},
           {"box:", "box:|{ WIDTH: an integer from 1 to 100, in metres}"},
           {"box: <Right>", "box: |{WIDTH: an integer from 1 to 100, in metres} !"},
           {"box: 1,", "box: 1,|{ HEIGHT: an integer}"},
@@ -168,7 +169,7 @@ TEST(LineEditor, Hints) {
           {"paint: \"sea b", "paint: \"sea b|{lue}"},
           {"paint: sa", "paint: sa|{y \"x\"}"},
       },
-      "go # first\n");
+      "go # first\ngozilla\n");
 }
 
 TEST(LineEditor, RecallsLines) {
