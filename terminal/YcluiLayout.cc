@@ -88,11 +88,14 @@ YcluiLayout YcluiLayout::Of(const YcluiPicture& picture, std::size_t width) {
   writer.add(picture.prompt);
   writer.add(picture.line, picture.cursor);
   writer.add(picture.hint);
+  writer.finish();
+  const std::size_t ofLine = layout.rows.size();
   for (const YcluiStyledText& row : picture.rows) {
     writer.newRow();
     writer.add(row);
   }
   writer.finish();
+  layout.below = layout.rows.size() - ofLine;
   return layout;
 }
 
@@ -118,10 +121,19 @@ YcluiLayout YcluiLayout::InOneRow(const YcluiPicture& picture, std::size_t width
 
 void YcluiLayout::cut(std::size_t height) {
   if (rows.size() <= height) return;
-  const std::size_t after = std::min(rows.size() - 1 - row, (height - 1) / 2);
-  const std::size_t first = row + after + 1 > height ? row + after + 1 - height : 0;
-  rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(first));
-  rows.resize(height);
+  const std::size_t ofLine = rows.size() - below;
+  const std::size_t left = height > ofLine ? height - ofLine : 0;
+  below = std::min(below, std::max(left, height / 2));
+  const std::size_t room = std::min(height - below, ofLine);
+
+  const std::size_t after = std::min(ofLine - 1 - row, (room - 1) / 2);
+  const std::size_t first = row + after + 1 > room ? row + after + 1 - room : 0;
+  const auto begin = rows.begin();
+  const auto at = [begin](std::size_t index) { return begin + static_cast<std::ptrdiff_t>(index); };
+  rows.erase(at(ofLine + below), rows.end());
+  rows.erase(at(first + room), at(ofLine));
+  rows.erase(begin, at(first));
+  rows[room - 1].continues = false;
   rows.back().continues = false;
   row -= first;
 }

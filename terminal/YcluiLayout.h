@@ -30,6 +30,7 @@ struct YQRT_API YcluiLayout {
   static constexpr std::size_t NoCursor = static_cast<std::size_t>(-1);  // as that of a picture
 
   std::vector<YcluiRow> rows;  // at least one
+  std::size_t below = 0;       // how many of them are the rows below the line
   std::size_t row = 0;         // of the cursor, whose column is always inside the window
   std::size_t column = 0;
 
@@ -39,8 +40,9 @@ struct YQRT_API YcluiLayout {
   // In a single row: prompt and line alone, and of them the part around the cursor.
   static YcluiLayout InOneRow(const YcluiPicture& picture, std::size_t width);
 
-  // Keeps at most `height` rows with that of the cursor. What is below the cursor gets up to half
-  // of them before the first rows are dropped.
+  // Keeps at most `height` rows with that of the cursor. The rows below the line get what the line
+  // leaves, and at least half of them if there are so many; of the line, what is below the cursor
+  // gets up to half of its share before its first rows are dropped. REQUIRES: height > 0
   void cut(std::size_t height);
 };
 

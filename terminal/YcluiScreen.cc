@@ -84,7 +84,7 @@ std::size_t YcluiScreen::rowAfterReflow() const {
     const std::vector<YcluiColumn>& columns = shown_.rows[i].columns;
     const std::size_t end = i == at_.row ? std::min(at_.column, columns.size()) : columns.size();
     const auto step = [&](std::size_t width) {
-      if (column + width > width_) ++row, column = 0;
+      if (column > 0 && column + width > width_) ++row, column = 0;
       column += width;
     };
     for (std::size_t k = 0; k < end; ++k) step(columns[k].width);
@@ -102,7 +102,7 @@ bool YcluiScreen::showsRows() const {
 
 std::size_t YcluiScreen::rowsBeside(const YcluiPicture& picture) const {
   const std::size_t rows = layOut(picture).rows.size();
-  return rows < height_ ? height_ - rows : 0;
+  return std::max(rows < height_ ? height_ - rows : 0, height_ / 2);
 }
 
 YcluiLayout YcluiScreen::layOut(const YcluiPicture& picture) const {

@@ -37,7 +37,8 @@ class YQRT_API YcluiScreen {
   std::size_t height() const { return height_; }
   // Whether hint and rows of a picture are shown. Where they are not, print them.
   bool showsRows() const;
-  // How many rows of the window a picture leaves for others; 0 when it needs all.
+  // How many rows below the line are seen if they are added to a picture without any: what it
+  // leaves of the window, and at least half of that, since then only a part of the line is shown.
   std::size_t rowsBeside(const YcluiPicture& picture) const;
 
   // Makes the screen show this, from the next takeOutput on.

@@ -305,8 +305,9 @@ TEST(Screen, WritesNoMoreThanItMust) {
   }
 }
 
-// Of a line that is sent all is left behind, and nothing that was shown with it.
-TEST(Screen, LeavesTheWholeLine) {
+// A message is seen even where the line alone fills the window. Of a line that is sent all is left
+// behind, and nothing that was shown with it.
+TEST(Screen, ShowsAMessageAndLeavesTheWholeLine) {
   YcluiCapabilities capabilities = Capabilities();
   capabilities.width = 5;
   capabilities.height = 3;
@@ -316,7 +317,9 @@ TEST(Screen, LeavesTheWholeLine) {
   picture.rows = {YcluiStyledText("list")};
   screen.show(picture);
   terminal.write(screen.takeOutput());
-  EXPECT_EQ(screen.rowsBeside(picture), 0U);
+  EXPECT_EQ(screen.rowsBeside(picture), 1U);
+  const char* const shown[] = {"> abc", "defgh", "list"};
+  for (std::size_t i = 0; i < std::size(shown); ++i) EXPECT_EQ(terminal.text(i), shown[i]);
   screen.leave();
   EXPECT_TRUE(screen.isHidden());
   screen.print("done");
