@@ -20,7 +20,6 @@
     (#\return . "(terminal-return)")
     (#\tab . "(terminal-tab)")
     (#\? . "(terminal-question)")
-    (#\# . "(terminal-number-sign)")
     (#\x10 . "(terminal-up)")
     (#\x0e . "(terminal-down)")
     (#\esc . "(terminal-escape)")
@@ -78,8 +77,8 @@
 ;;; terminal-edit does what a key does without an action: it edits the word, completes it, opens the
 ;;; list or recalls a line.
 
-;; A word ends where it ends for the parser: not in a quote, nor after a backslash or a comma. In
-;; the middle of the word a blank is inserted. The binding ignores keys in a quote; terminal-quote
+;; A word ends where it ends for the parser: not in a quote, nor after a backslash or a comma; a
+;; comment ends at Return. In the middle of the word a blank is inserted. The binding ignores keys in a quote; terminal-quote
 ;; inserts a quote without the binding, so that it never regards one as open.
 (define (terminal-blank)
   (if (terminal-at-end?)
@@ -95,11 +94,6 @@
           (else (terminal-put (string-append word " "))))))
 
 (define (terminal-quote) (terminal-insert "\""))
-
-(define (terminal-number-sign)
-  (if (string-null? (terminal-word))
-      (terminal-print "a comment cannot be typed; a word does not begin with \"#\"")
-      (terminal-insert "#")))
 
 (define (terminal-erase) (terminal-edit))
 

@@ -447,7 +447,7 @@ void YcluiLineEditor::updateHint() {
     hint_ = (isApart ? "" : " ") + offers_.argumentText();
     return;
   }
-  if (buffer_.empty()) return;
+  if (buffer_.empty() && sent_.typed.empty()) return;
   if (offers_.count() == 1) {
     hint_ = offers_.rest(0);
     hintTakes_ = Taken::Offer;

@@ -16,10 +16,10 @@ std::optional<std::string> CluiSentWords::takeBack(const Extent& extent) {
   std::string text;
   std::vector<Word> left = words_;
   std::size_t i = left.size();
-  while (i > 0 && left[i - 1].depth == extent.depth && left[i - 1].last <= extent.tokens) {
+  while (i > 0 && left[i - 1].depth == extent.depth) {
     const Word& word = left[--i];
     if (word.last < word.first) continue;
-    if (word.last < extent.tokens) break;
+    if (word.last != extent.tokens) break;
     if (word.first < extent.tokens) return std::nullopt;
     text.insert(0, text.empty() ? word.text : word.text + " ");
     left.erase(left.begin() + static_cast<std::ptrdiff_t>(i));

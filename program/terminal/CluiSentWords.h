@@ -21,6 +21,8 @@ class CluiSentWords {
     int depth;    // the number of frames
     int tokens;   // in the top frame, an open one included
     bool isOpen;  // the last one is open
+
+    bool operator==(const Extent&) const = default;
   };
 
   // Adds a text that has been sent, with the extents before and after it.

@@ -279,7 +279,12 @@ void CluiSession::control(char byte) {
   lastKey_ = thisKey_;
   thisKey_ = byte;
   if (byte == ReturnByte) closeQuote();
-  if (!offer(std::string(1, byte))) return;
+  const std::string typed = editor_->text();
+  if (!offer(std::string(1, byte))) {
+    const bool isComment = byte == ReturnByte && typed.starts_with('#');
+    if (isComment && field_.word().empty()) keepComment(typed);
+    return;
+  }
   if (byte == LeaveByte && editor_->text().empty()) {
     settings_.leaves = true;
   } else if (byte == InterruptByte) {
@@ -340,6 +345,7 @@ bool CluiSession::offer(const std::string& bytes) {
   isEdited_ = false;
   typing_.beginWord(word);
   const bool let = field_.type(bytes);
+  if (let && bytes == "\"") countsQuotes_ = true;
   typing_.endWord(outcome_ == Outcome::Read);
   remember(word, before, typing_.refusals() != refusals);
   clearStaleLine();
@@ -376,10 +382,10 @@ void CluiSession::followField() {
   if (!isEdited_ || field_.word() != editor_->text()) setWord(field_.word());
 }
 
-// What is erased at the end is erased in the field as by a key, so that its binding closes a quote.
+// A binding that counts quotes gets what is erased at the end as by a key, so that it closes one.
 void CluiSession::updateField() {
   const std::string& text = editor_->text();
-  while (!text.starts_with(field_.word()) && field_.rubOut()) {
+  while (countsQuotes_ && !text.starts_with(field_.word()) && field_.rubOut()) {
   }
   if (field_.word() == text) return;
   YStatus status = {0};
@@ -396,16 +402,16 @@ void CluiSession::clearStaleLine() {
 
 // --- History
 
-// A refused word is an entry of its own, so that it can be recalled and corrected.
+// A refused text is an entry of its own, so that it can be recalled and corrected. What was
+// accepted of it is known by the command line only.
 void CluiSession::remember(const std::string& word, const CluiSentWords::Extent& before,
                            bool refused) {
   if (outcome_ == Outcome::None || outcome_ == Outcome::TakenBack) return;
   const YcluiParser* parser = typing_.parser();
-  if (refused) {
-    history_.add(word);
-  } else {
-    sent_.add(word, before, parser == nullptr ? before : CluiSentWords::Extent(*parser));
-  }
+  const CluiSentWords::Extent after = parser == nullptr ? before : CluiSentWords::Extent(*parser);
+  if (!refused) sent_.add(word, before, after);
+  if (refused) history_.add(word);
+  if (refused && !(after == before)) sent_.set(field_.line(), after);
   if (outcome_ == Outcome::GivenUp || !commandIsOpen()) addSentToHistory();
   history_.reset();
 }
@@ -413,6 +419,16 @@ void CluiSession::remember(const std::string& word, const CluiSentWords::Extent&
 void CluiSession::addSentToHistory() {
   history_.add(sent_.text());
   sent_.clear();
+}
+
+// A comment that was sent is an entry of its own: within a command it would hide what follows it.
+void CluiSession::keepComment(const std::string& comment) {
+  history_.add(comment);
+  YcluiPicture picture = sentPicture(prompt());
+  picture.line.add(comment);
+  picture.cursor = picture.line.text().size();
+  screen_.show(picture);
+  screen_.leave();
 }
 
 // What was half typed when the session ended.

@@ -88,6 +88,7 @@ class CluiSession {
   std::optional<YcluiLineEditor> editor_;  // while it runs
   const YcluiKey* key_ = nullptr;          // being handled
   bool isEdited_ = false;                  // the editor has handled it
+  bool countsQuotes_ = false;              // the binding does, since no action is bound to quotes
   char lastKey_ = '\0';
   char thisKey_ = '\0';
   // What the current key has done to the command line.
@@ -127,6 +128,7 @@ class CluiSession {
   void takeLastToEdit(bool keeps);
   void remember(const std::string& word, const CluiSentWords::Extent& before, bool refused);
   void addSentToHistory();
+  void keepComment(const std::string& comment);
   void keepUnfinished();
   void clearStaleLine();
   bool commandIsOpen();

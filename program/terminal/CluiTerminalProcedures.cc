@@ -199,7 +199,8 @@ bool EndsInArgument(const YcluiParser& parser, const std::string& word) {
   return parser.openToken() != nullptr || word.find(':') != std::string::npos;
 }
 
-// An end of line ends everything but an argument that a comma announces, and a point.
+// An end of line ends everything but an argument that a comma announces, and a point; a blank ends
+// no comment, either.
 void TerminalEnded(std::uint32_t, YStatus& status) {
   const char* end = Scm::VMEAssertIsAString(3, status, -1);
   if (!YStatusIsGood(status)) return;
@@ -211,7 +212,8 @@ void TerminalEnded(std::uint32_t, YStatus& status) {
   if (parser == nullptr) return;
   const CluiTypedWord typed(*parser, word, MayBeginWithComma());
   const YcluiTextEnding ending = typed.ending();
-  const bool isWhole = ending == YcluiEndsWhole || ending == YcluiEndsInToken;
+  const bool isWhole =
+      (ending == YcluiEndsWhole || ending == YcluiEndsInToken) && !typed.endsInComment();
   const bool announces = ending == YcluiEndsAfterComma || ending == YcluiEndsInPoint;
   if (blank == "\n" ? announces : !isWhole) return PushFalse();
   Scm::StackPushString((typed.text() + blank).c_str());

@@ -23,6 +23,11 @@ YcluiTextEnding CluiTypedWord::ending() const {
   return isComma_ ? YcluiEndsAfterComma : preview_.ending();
 }
 
+bool CluiTypedWord::endsInComment() const {
+  const int count = preview_.count();
+  return count > 0 && preview_.piece(count - 1).kind == YcluiPieceComment;
+}
+
 char CluiTypedWord::openQuote() const {
   return text_[preview_.piece(preview_.count() - 1).begin];
 }

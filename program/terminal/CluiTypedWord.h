@@ -25,6 +25,8 @@ class CluiTypedWord {
 
   // After a comma that is the whole word, an argument must follow, too.
   YcluiTextEnding ending() const;
+  // Whether it ends in a comment.
+  bool endsInComment() const;
   // The quote that is open at the end. REQUIRES: ending() == YcluiEndsInQuote
   char openQuote() const;
   // Finds what can be put in at the end.

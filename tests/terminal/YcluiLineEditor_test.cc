@@ -172,6 +172,35 @@ TEST(LineEditor, Hints) {
       "go # first\ngozilla\n");
 }
 
+// A host that sends each word at its end: the parser has read what is before the text.
+TEST(LineEditor, EditsAWordAfterThoseThatWereSent) {
+  const struct {
+    const char* sent;
+    bool endsInArgument;
+    const char* keys;
+    const char* seen;
+  } rows[] = {
+      {"box: ", false, "", "|{WIDTH: an integer from 1 to 100, in metres}"},
+      {"box: 1", true, "", "|{HEIGHT: an integer}"},
+      {"box: 1", true, ",", ",|{ HEIGHT: an integer}"},
+      {"box: 1", true, ",x", ",x|"},
+      {"box: 1,2 ", false, "", "|{red}"},
+      {"box: 1,2 ", false, "<Right>", "red|"},
+      {"box: 1,2 ", false, "r<Tab>", "red|"},
+      {"box: 1,2 ", false, "r<Tab><C-_><C-_>", "|{red}"},
+      {"box: 1,2 ", false, "re<Tab><Tab><Tab>", "red| / [red]"},
+      {"wait: 1 ", false, "<C-_>", "| !"},
+  };
+  for (const auto& row : rows) {
+    EditorSession session("box: 1,2 red\nbox: 1,2 nix\n");
+    session.parser.interpret(row.sent);
+    session.editor.beginAfter({row.sent, row.sent, row.endsInArgument});
+    for (const YcluiKey& key : KeysOf(row.keys)) session.editor.handle(key);
+    EXPECT_EQ(session.seen(), row.seen) << row.sent << row.keys;
+    EXPECT_EQ(session.editor.picture().prompt.text(), std::string("... ") + row.sent + " ");
+  }
+}
+
 TEST(LineEditor, RecallsLines) {
   Check(
       {
