@@ -2,9 +2,11 @@
 
 add_library(clui_options INTERFACE)
 target_include_directories(clui_options INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(clui_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror
-  # g++ 12 sees overlaps in concatenations of strings where there are none.
-  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(CLUI_WARNINGS)
+  target_compile_options(clui_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror
+    # g++ 12 sees overlaps in concatenations of strings where there are none.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+endif()
 if(CLUI_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
     message(FATAL_ERROR "CLUI_FUZZ needs clang++ as the compiler")
@@ -26,8 +28,8 @@ endif()
 # also be linked without that, so the tests of single folders link quickly.
 include(CheckLinkerFlag)
 set(CLUI_LINK_TIME OFF)
-if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CLUI_SANITIZE
-   AND NOT CLUI_SANITIZE_THREADS)
+if(BUILD_SHARED_LIBS AND NOT CLUI_SANITIZE AND NOT CLUI_SANITIZE_THREADS
+    AND CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_BUILD_TYPE MATCHES "^Rel")
   check_linker_flag(CXX -flto=auto CLUI_LINK_TIME_WORKS)
   set(CLUI_LINK_TIME ${CLUI_LINK_TIME_WORKS})
 endif()
@@ -42,7 +44,39 @@ function(clui_floor name)
   # be inlined.
   target_compile_options(clui_${name} PRIVATE -fno-exceptions -fno-semantic-interposition
     $<$<BOOL:${CLUI_LINK_TIME}>:-flto=auto -ffat-lto-objects>)
-  target_compile_definitions(clui_${name} PRIVATE YSCM_IMPORT)
+  target_compile_definitions(clui_${name} PRIVATE YSCM_IMPORT
+    $<$<NOT:$<BOOL:${BUILD_SHARED_LIBS}>>:YQRTCLUI_STATIC>)
+endfunction()
+
+# A library that hosts link, shared or static as BUILD_SHARED_LIBS says, with the alias target
+# yqrtClui::NAME that an installation has too. Hosts include its headers from the folder that
+# package/Install.cmake fills, and compile them as C++17 or later.
+#   clui_library(yqrtcluiterm EXPORT_NAME terminal SOURCES a.cc b.cc)
+function(clui_library name)
+  cmake_parse_arguments(ARG "" "EXPORT_NAME" "SOURCES" ${ARGN})
+  if(NOT ARG_EXPORT_NAME)
+    set(ARG_EXPORT_NAME ${name})
+  endif()
+  add_library(${name} ${ARG_SOURCES})
+  add_library(yqrtClui::${ARG_EXPORT_NAME} ALIAS ${name})
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:clui_options>)
+  target_include_directories(${name} INTERFACE
+    $<BUILD_INTERFACE:${CLUI_INCLUDE}/yqrtClui>
+    $<BUILD_INTERFACE:${CLUI_INCLUDE}>)
+  target_compile_features(${name} INTERFACE cxx_std_17)
+  # Before 1.0 each minor version is an interface of its own.
+  set_target_properties(${name} PROPERTIES
+    EXPORT_NAME ${ARG_EXPORT_NAME}
+    INSTALL_RPATH "$ORIGIN"
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+endfunction()
+
+# Keeps instances of the standard library's templates inside a shared library.
+function(clui_limit_exports name)
+  set(exports ${PROJECT_SOURCE_DIR}/package/exports.map)
+  target_link_options(${name} PRIVATE -Wl,--version-script=${exports})
+  set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
 endfunction()
 
 # The tests of a floor: one program, from the given sources and the objects of the floors.

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "foundation/YcluiVersion.h"
+
 namespace {
 
 constexpr char Help[] =
@@ -178,7 +180,7 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
       case OptHelp:
         return Print(Help);
       case OptVersion:
-        return Print("clui " CLUI_VERSION "\n");
+        return Print("clui " YQRTCLUI_VERSION "\n");
       default:
         return BadUsage();
     }

@@ -11,10 +11,10 @@
 #include "program/CluiInterrupt.h"
 #include "program/CluiProcedures.h"
 #include "program/terminal/CluiTerminalProcedures.h"
+#include "script/YcluiLibrary.h"
 
 namespace {
 
-constexpr char LibraryName[] = "lib-CLUI";
 
 std::string NameOf(const std::string& file) {
   return file == "-" ? "<stdin>" : file;
@@ -68,8 +68,8 @@ bool CluiRun::start() {
   }
   CluiCatchInterrupt();
   setPorts();
-  const std::string library = options_.library.empty() ? CLUI_LIBRARY : options_.library;
-  if (ScmVM::openLibrary(library.c_str(), LibraryName, error) == 0) {
+  const char* const library = options_.library.empty() ? YcluiLibraryFile : options_.library.c_str();
+  if (ScmVM::openLibrary(library, YcluiLibraryName, error) == 0) {
     diagnostics_.problem("clui", error);
     return false;
   }

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "parser/YcluiParser.h"
+#include "script/YcluiLibrary.h"
 #include "script/ycscmPrimitives.h"
 
 namespace {
@@ -41,7 +42,7 @@ const YScmProc Procs[] = {
 }  // namespace
 
 const char* CluiLibraryName() {
-  return "lib-CLUI";
+  return YcluiLibraryName;
 }
 
 const YScmProc* CluiLibraryProcs() {

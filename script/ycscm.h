@@ -19,7 +19,7 @@
 
 extern "C" {
 
-// Returns "lib-CLUI".
+// Returns YcluiLibraryName (script/YcluiLibrary.h).
 YQRT_API const char* CluiLibraryName();
 
 // The first row of the table and the number of its rows. They never change.

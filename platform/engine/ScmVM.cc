@@ -255,7 +255,8 @@ YWord ScmVM::openLibrary(const char* fileName, const char* libraryName, std::str
     error = dlerror();
     return 0;
   }
-  if (OpenHandle(library, fileName, libraryName, error)) return 1;
+  const char* const shown = fileName != nullptr ? fileName : "the program";
+  if (OpenHandle(library, shown, libraryName, error)) return 1;
   dlclose(library);
   return 0;
 }

@@ -44,8 +44,9 @@ class YQRT_API ScmVM {
   // there is one.
   static YWord start(std::size_t memoryLimit, std::string& error);
 
-  // Opens a script library (`fileName` is passed to dlopen), checks its five entry points, its name
-  // and its table, calls its initialiser and binds each row of the table as a procedure. Does
+  // Opens a script library, checks its five entry points, its name and its table, calls its
+  // initialiser and binds each row of the table as a procedure. `fileName` is passed to dlopen, so
+  // null is the program itself. script/YcluiLibrary.h has both names of the command library. Does
   // nothing for a library that is already open. On failure returns 0 with the reason in `error`,
   // and nothing is bound. At most 1024 procedures can be bound in a process.
   static YWord openLibrary(const char* fileName, const char* libraryName, std::string& error);

@@ -1,0 +1,30 @@
+# Removes the files that `cmake --install` wrote, as listed in MANIFEST, and the folders of this
+# project that are empty then.
+
+if(NOT EXISTS "${MANIFEST}")
+  message(FATAL_ERROR "Nothing to remove: ${MANIFEST} does not exist. It is written by an "
+    "installation from this build folder")
+endif()
+file(STRINGS "${MANIFEST}" files)
+set(folders)
+foreach(file IN LISTS files)
+  file(REMOVE "$ENV{DESTDIR}${file}")
+  cmake_path(GET file PARENT_PATH folder)
+  while(folder MATCHES "/yqrtClui(/|$)")
+    list(APPEND folders "$ENV{DESTDIR}${folder}")
+    cmake_path(GET folder PARENT_PATH folder)
+  endwhile()
+endforeach()
+# Deepest first.
+list(REMOVE_DUPLICATES folders)
+list(SORT folders ORDER DESCENDING)
+foreach(folder IN LISTS folders)
+  file(GLOB content "${folder}/*" "${folder}/.*")
+  list(FILTER content EXCLUDE REGEX "/[.][.]?$")
+  if(NOT content AND IS_DIRECTORY "${folder}")
+    file(REMOVE_RECURSE "${folder}")
+  endif()
+endforeach()
+list(LENGTH files count)
+file(REMOVE "${MANIFEST}")
+message(STATUS "Removed ${count} files")
