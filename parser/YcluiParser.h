@@ -41,6 +41,10 @@ class YcluiParser;
 class YcluiParserCore;
 using pYcluiParser_Stack = YStack<YcluiParser*>;
 
+// The destructor is not virtual on purpose: see there.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // A parser owns a lexer, a syntax graph, the indefinite nodes and a stack of frames; the top is the
 // current frame. A host declares words, sets a syntax and passes text:
 //
@@ -397,5 +401,7 @@ class YQRT_API YcluiParser {
   friend class YcluiPreview;
   std::unique_ptr<YcluiParserCore> core;  // all state
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // PARSER_YCLUIPARSER_H_

@@ -16,14 +16,18 @@ struct YcluiColumn {
   YcluiStyle style;
   std::size_t width = 1;
 
-  bool operator==(const YcluiColumn&) const = default;
+  bool operator==(const YcluiColumn& other) const {
+    return text == other.text && style == other.style && width == other.width;
+  }
 };
 
 struct YcluiRow {
   std::vector<YcluiColumn> columns;  // at most the width of the window
   bool continues = false;            // the next row goes on where this one is full
 
-  bool operator==(const YcluiRow&) const = default;
+  bool operator==(const YcluiRow& other) const {
+    return columns == other.columns && continues == other.continues;
+  }
 };
 
 struct YQRT_API YcluiLayout {

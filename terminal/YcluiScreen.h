@@ -68,7 +68,9 @@ class YQRT_API YcluiScreen {
   struct Position {
     std::size_t row = 0;     // of the rows shown
     std::size_t column = 0;  // the number of columns in use: after the last one
-    bool operator==(const Position&) const = default;
+    bool operator==(const Position& other) const {
+      return row == other.row && column == other.column;
+    }
   };
 
   const YcluiCapabilities& capabilities_;

@@ -9,7 +9,10 @@ struct YcluiStyle {
   bool dim = false;
   bool underline = false;
 
-  bool operator==(const YcluiStyle&) const = default;
+  bool operator==(const YcluiStyle& other) const {
+    return colour == other.colour && bold == other.bold && dim == other.dim &&
+           underline == other.underline;
+  }
 };
 
 #endif  // TERMINAL_YCLUISTYLE_H_

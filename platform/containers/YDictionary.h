@@ -35,6 +35,10 @@ class YQRT_API YAssoc : public YAssoc_virtual_behavior {
   virtual YWord equalsKey(const void* k) const;
 };
 
+// The destructor is not virtual on purpose: see YSet.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // A set of YAssoc records. The `equals` of the stored record decides which record matches a probe.
 class YQRT_API YAssocSet : public YSet {
  public:
@@ -51,6 +55,8 @@ class YQRT_API YDictionary : public YAssocSet {
   // The first attached record whose equalsKey accepts the key, or null. Linear in the size.
   virtual YAssoc* searchByKey(const void* key) const;
 };
+
+#pragma GCC diagnostic pop
 
 // Iterates over a set of records in the order in which they were attached:
 //   for (YAssocSetItr i(set); i.item != nullptr; ++i) use(i.item);

@@ -17,6 +17,10 @@ class YQRT_API YSet_virtual_behavior {
   ~YSet_virtual_behavior() = default;
 };
 
+// The destructor is not virtual on purpose: see YSet.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // A set of pointers; it does not own the items. Iteration follows the order in which they were
 // attached. attach, detach and search take constant time on average: one hashValue, and one compare
 // for each item of the same hash value.
@@ -65,5 +69,7 @@ class YQRT_API YSet : public YSet_virtual_behavior {
   // The first item at or after `index`, null after the last. Sets `index` to its index.
   void* itemFrom(std::size_t& index) const;
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // PLATFORM_CONTAINERS_YSET_H_

@@ -2,7 +2,8 @@
 # Installs the build into an empty folder, compiles the embedding examples against what is there with
 # a host's default flags, by find_package and by pkg-config, and runs them. Every function that an
 # installed header declares can be linked. The prompt is built where the line editor is, and typed
-# into where there is tmux.
+# into where there is tmux; the host of scripts is built where the engine is. At the end nothing is
+# left of what was installed.
 set -euo pipefail
 build=$1 examples=$2 compiler=$3
 room=$(mktemp -d)
@@ -20,31 +21,50 @@ missing=$(grep -rhE '^[A-Za-z_][^(]*[(]' "$room/there/include" |
   sort -u | comm -23 - <(sort -u <<<"$exported"))
 [ -z "$missing" ] || { printf 'declared in a header, but not exported: %s\n' "$missing"; exit 1; }
 
-# Makes NAME/found/NAME and NAME/by_pkg_config of an example.
-made() { # name package
-  local flags
-  cmake -S "$examples/$1" -B "$room/$1/found" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+# Makes NAME/found/NAME and NAME/by_pkg_config of the host in a folder.
+made() { # folder package
+  local flags name
+  name=$(basename "$1")
+  cmake -S "$1" -B "$room/$name/found" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
     -DCMAKE_PREFIX_PATH="$room/there" >/dev/null
-  ninja -C "$room/$1/found" >/dev/null
+  ninja -C "$room/$name/found" >/dev/null
   read -ra flags < <(pkg-config --cflags --libs "$2")
-  "$compiler" -std=c++20 -o "$room/$1/by_pkg_config" "$examples/$1/main.cc" "${flags[@]}"
-  for host in "$room/$1/found/$1" "$room/$1/by_pkg_config"; do
-    ! LD_LIBRARY_PATH=$libraries ldd "$host" | grep -E 'guile|not found' || exit 1
+  "$compiler" -std=c++20 -o "$room/$name/by_pkg_config" "$1/main.cc" "${flags[@]}"
+  for host in "$room/$name/found/$name" "$room/$name/by_pkg_config"; do
+    ! LD_LIBRARY_PATH=$libraries ldd "$host" | grep -E "not found${3+|$3}" || exit 1
   done
 }
 
-made embed yqrtClui
+# Configures a host that asks for a component; prints what CMake says.
+asked() { # component
+  mkdir -p "$room/asks"
+  printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'project(asks CXX)' \
+    "find_package(yqrtClui REQUIRED COMPONENTS $1)" >"$room/asks/CMakeLists.txt"
+  cmake -S "$room/asks" -B "$room/asks/build" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+    -DCMAKE_PREFIX_PATH="$room/there" 2>&1
+}
+! says=$(asked nonsense)
+[[ $says == *'yqrtClui has no component "nonsense"'* ]] || { echo "$says"; exit 1; }
+
+for file in "$PKG_CONFIG_PATH"/*.pc; do pkg-config --exists --print-errors "$(basename "$file" .pc)"; done
+
+if [ -e "$PKG_CONFIG_PATH/yqrtyse.pc" ]; then
+  made "$(dirname "$0")/script" yqrtyse
+  for host in "$room/script/found/script" "$room/script/by_pkg_config"; do
+    got=$(LD_LIBRARY_PATH=$libraries "$host")
+    [ "$got" = '#t here' ] || { printf 'got: %s\n' "$got"; exit 1; }
+  done
+else
+  ! says=$(asked engine)
+  [[ $says == *'component "engine" of yqrtClui needs'* ]] || { echo "$says"; exit 1; }
+fi
+
+made "$examples/embed" yqrtClui guile
 expected=$'result 12\nresult 14\nrefused: twelve\nrefused: less:\ntotal 26'
 for host in "$room/embed/found/embed" "$room/embed/by_pkg_config"; do
   got=$(printf 'add:5,7 from:10\nless:-4\ntwelve LESS:3 tot\n' | LD_LIBRARY_PATH=$libraries "$host")
   [ "$got" = "$expected" ] || { printf 'got:\n%s\n' "$got"; exit 1; }
 done
-
-[ -e "$PKG_CONFIG_PATH/yqrtcluiterm.pc" ] || exit 0
-[[ $(<"$examples/../docs/embedding.md") == *"$(sed 's/^./    &/' "$examples/prompt/main.cc")"* ]] ||
-  { echo 'docs/embedding.md has another program than examples/prompt'; exit 1; }
-made prompt yqrtcluiterm
-hash tmux 2>/dev/null || exit 0
 
 # Waits until a line of the screen matches; blanks at its end do not count.
 shows() {
@@ -57,20 +77,33 @@ shows() {
   exit 1
 }
 
-tmux new-session -d -x 80 -y 20 "XDG_STATE_HOME=$room LD_LIBRARY_PATH=$libraries LC_ALL=C.UTF-8 \
-  $room/prompt/by_pkg_config && echo left; sleep 60"
-shows '>'
-tmux send-keys Tab Tab
-shows 'quit    leaves'
-tmux send-keys 'li' Tab ' k' Tab ' '
-shows '> light: kitchen'
-tmux send-keys 'level: '
-shows '> light: kitchen level: LEVEL: .* 0 to 100, in percent'
-tmux send-keys '400' Enter 'shov' Enter
-shows '.*"shov".*expected.*show'
-tmux send-keys C-e C-u 'show nonsense' Enter
-shows 'kitchen: 100'
-shows 'refused: nonsense'
-tmux send-keys 'quit' Enter
-shows 'left'
-grep -qx 'show nonsense' "$room/clui/lamps.history"
+typed_into() {
+  tmux new-session -d -x 80 -y 20 "XDG_STATE_HOME=$room LD_LIBRARY_PATH=$libraries LC_ALL=C.UTF-8 \
+    $room/prompt/by_pkg_config && echo left; sleep 60"
+  shows '>'
+  tmux send-keys Tab Tab
+  shows 'quit    leaves'
+  tmux send-keys 'li' Tab ' k' Tab ' '
+  shows '> light: kitchen'
+  tmux send-keys 'level: '
+  shows '> light: kitchen level: LEVEL: .* 0 to 100, in percent'
+  tmux send-keys '400' Enter 'shov' Enter
+  shows '.*"shov".*expected.*show'
+  tmux send-keys C-e C-u 'show nonsense' Enter
+  shows 'kitchen: 100'
+  shows 'refused: nonsense'
+  tmux send-keys 'quit' Enter
+  shows 'left'
+  grep -qx 'show nonsense' "$room/clui/lamps.history"
+}
+
+if [ -e "$PKG_CONFIG_PATH/yqrtcluiterm.pc" ]; then
+  [[ $(<"$examples/../docs/embedding.md") == *"$(sed 's/^./    &/' "$examples/prompt/main.cc")"* ]] ||
+    { echo 'docs/embedding.md has another program than examples/prompt'; exit 1; }
+  made "$examples/prompt" yqrtcluiterm guile
+  ! hash tmux 2>/dev/null || typed_into
+fi
+
+cmake -D MANIFEST="$build/install_manifest.txt" -P "$(dirname "$0")/../../package/Uninstall.cmake"
+left=$(find "$room/there" ! -type d; find "$room/there" -iname '*yqrt*')
+[ -z "$left" ] || { printf 'left after the removal: %s\n' "$left"; exit 1; }
