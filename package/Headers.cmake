@@ -3,6 +3,7 @@
 #   #include <yqrtClui.h>  or  #include <yqrtClui/yqrtClui.h>
 
 set(root ${CLUI_INCLUDE}/yqrtClui)
+set(linked_headers)
 file(REMOVE_RECURSE ${root})
 foreach(header ${root_headers} ${public_headers})
   set(link ${header})
@@ -12,4 +13,5 @@ foreach(header ${root_headers} ${public_headers})
   cmake_path(GET link PARENT_PATH folder)
   file(MAKE_DIRECTORY ${root}/${folder})
   file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${header} ${root}/${link} SYMBOLIC COPY_ON_ERROR)
+  list(APPEND linked_headers ${root}/${link})
 endforeach()
