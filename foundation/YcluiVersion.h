@@ -17,7 +17,7 @@
 #define YQRTCLUI_TEXT_OF(number) YQRTCLUI_TEXT_OF_(number)
 
 // "0.1", as in the soname.
-#define YQRTCLUI_INTERFACE            \
+#define YQRTCLUI_INTERFACE                 \
   YQRTCLUI_TEXT_OF(YQRTCLUI_VERSION_MAJOR) \
   "." YQRTCLUI_TEXT_OF(YQRTCLUI_VERSION_MINOR)
 

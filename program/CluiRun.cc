@@ -15,7 +15,6 @@
 
 namespace {
 
-
 std::string NameOf(const std::string& file) {
   return file == "-" ? "<stdin>" : file;
 }
@@ -68,7 +67,8 @@ bool CluiRun::start() {
   }
   CluiCatchInterrupt();
   setPorts();
-  const char* const library = options_.library.empty() ? YcluiLibraryFile : options_.library.c_str();
+  const char* const library =
+      options_.library.empty() ? YcluiLibraryFile : options_.library.c_str();
   if (ScmVM::openLibrary(library, YcluiLibraryName, error) == 0) {
     diagnostics_.problem("clui", error);
     return false;

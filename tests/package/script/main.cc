@@ -20,9 +20,8 @@ int main() {
   }
   char result[16];
   YStatus status{};
-  ScmVMExternal::ExecuteString(
-      "(let ((p (clui-parser-new 0))) (positive? (clui-token p \"go\")))", result, sizeof result,
-      status);
+  ScmVMExternal::ExecuteString("(let ((p (clui-parser-new 0))) (positive? (clui-token p \"go\")))",
+                               result, sizeof result, status);
   // The script's parser is one of the library that this host is linked with.
   std::printf("%s %s\n", result, YcluiParser::Live(0) != nullptr ? "here" : "elsewhere");
   return 0;
