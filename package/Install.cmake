@@ -98,10 +98,11 @@ if(TARGET yqrtcluiterm)
                   REQUIRES_PRIVATE ${CLUI_TERMINFO_MODULE_NAME})
 endif()
 if(TARGET yqrtyse)
+  # Guile is no requirement: of that, --static would ask for more than a shared Guile needs.
   clui_install(yqrtyse Engine engine)
   clui_install_targets(Engine)
   clui_install_pc(yqrtyse "The script engine of yqrtClui" REQUIRES yqrtClui
-                  REQUIRES_PRIVATE guile-3.0 LIBS_PRIVATE -ldl -lpthread ${engine_options})
+                  LIBS_PRIVATE ${CLUI_GUILE_LDFLAGS} -ldl -lpthread ${engine_options})
 endif()
 
 configure_package_config_file(
