@@ -22,6 +22,8 @@ set(public_headers
   syntax/YcluiSyntaxNodeStk.h
   parser/YcluiHelp.h parser/YcluiLineParser.h parser/YcluiLogFile.h parser/YcluiLogNestStyle.h
   parser/YcluiParser.h parser/YcluiPlayedToken.h parser/YcluiPreview.h
+  language/Argument.h language/Command.h language/Language.h language/Line.h language/Result.h
+  language/Syntax.h
   script/YcluiLibrary.h script/ycscm.h)
 if(TARGET yqrtcluiterm)
   list(APPEND public_headers
@@ -34,7 +36,7 @@ if(TARGET yqrtcluiterm)
     terminal/YcluiStyledText.h terminal/YcluiTerminal.h)
 endif()
 # Those that are in the root of the installed folder.
-set(root_headers package/yqrtClui.h)
+set(root_headers package/yqrtClui.h language/yqrtClui/Language.h)
 include(${CMAKE_CURRENT_LIST_DIR}/Headers.cmake)
 if(NOT CLUI_INSTALL)
   return()
