@@ -314,8 +314,11 @@ std::vector<Candidate> LanguageCore::complete(std::string_view text) {
   update();
   if (preview_ == nullptr) preview_ = std::make_unique<YcluiPreview>(parser_);
   const std::string read(text);
+  // What follows a running command in its line is no part of the state that it completes from.
+  const bool suspends = running_ > 0 && parser_.lex()->pushString("") != 0;
   preview_->read(read.c_str());
   const YcluiTyping typing = preview_->at(static_cast<std::uint32_t>(read.size()));
+  if (suspends) parser_.lex()->popString();
   const YcluiHelp& help = parser_.help();
   std::vector<Candidate> candidates;
   if (typing.kind == YcluiTypingArgument) {

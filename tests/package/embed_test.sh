@@ -66,14 +66,44 @@ for host in "$room/embed/found/embed" "$room/embed/by_pkg_config"; do
   [ "$got" = "$expected" ] || { printf 'got:\n%s\n' "$got"; exit 1; }
 done
 
+# The first language of the README, in C++.
+sed -n '/`hello.cc`:$/,/^    }$/s/^    //p' "$examples/../README.md" >"$room/hello.cc"
+read -ra flags < <(pkg-config --cflags --libs yqrtClui)
+"$compiler" -std=c++17 -Wall -Wextra -Wnon-virtual-dtor -Wconversion -Wshadow -Werror \
+  -o "$room/hello" "$room/hello.cc" "${flags[@]}"
+got=$(echo 'hello add:5,7 q hello' | LD_LIBRARY_PATH=$libraries "$room/hello")
+[ "$got" = $'Hello.\n12\nBye.' ] || { printf 'hello.cc of the README:\n%s\n' "$got"; exit 1; }
+[[ $(<"$examples/../docs/embedding.md") == *"$(sed 's/^./    &/' "$room/hello.cc")"* ]] ||
+  { echo 'docs/embedding.md has another hello.cc than README.md'; exit 1; }
+
+calculated() {
+  cat >"$room/areas" <<'END'
+take: 3.5 times: 4 keep: area
+take: area over: 2 minus: 1 show list
+take: 1 over: 0 show
+  take: x show forget: x
+take: 2
+  help plus: 3 show
+forget: area list quit take: 1 show
+END
+  expected=$'6\narea = 14\n  keep:     stores the result\n  minus:    subtracts\n  over:     divides
+  plus:     adds\n  show      prints the result\n  times:    multiplies
+  help      lists what can be typed\n5
+3:17: the result is no number\n4:11: there is no variable x\n4:16: there is no variable x'
+  for host in "$room/calculator/found/calculator" "$room/calculator/by_pkg_config"; do
+    got=$(LD_LIBRARY_PATH=$libraries "$host" "$room/areas" 2>"$room/refused" || cat "$room/refused")
+    [ "$got" = "$expected" ] || { printf 'got:\n%s\n' "$got"; exit 1; }
+  done
+}
+
 # Waits until a line of the screen matches; blanks at its end do not count.
-shows() {
+shows() { # pattern session
   for _ in {1..100}; do
-    tmux capture-pane -p | sed 's/ *$//' | grep -qx -- "$1" && return
+    tmux capture-pane -p ${2:+-t "$2"} | sed 's/ *$//' | grep -qx -- "$1" && return
     sleep 0.1
   done
   printf 'not on the screen: %s\n' "$1"
-  tmux capture-pane -p
+  tmux capture-pane -p ${2:+-t "$2"}
   exit 1
 }
 
@@ -97,11 +127,29 @@ typed_into() {
   grep -qx 'show nonsense' "$room/clui/lamps.history"
 }
 
+calculator_typed_into() {
+  tmux new-session -d -s calculator -x 80 -y 20 "XDG_STATE_HOME=$room LD_LIBRARY_PATH=$libraries \
+    LC_ALL=C.UTF-8 $room/calculator/by_pkg_config && echo left; sleep 60"
+  typed() { tmux send-keys -t calculator "$@"; }
+  shown() { shows "$1" calculator; }
+  shown '>'
+  typed 'ta' Tab '3.5 ti' Tab '4 keep: area' Enter
+  typed 'take: ' Tab ' over: 0 show' Enter
+  shown 'the result is no number'
+  typed 'take: area pl' Enter
+  shown '.*"pl".*expected.*plus:.*'
+  typed C-c 'qu' Tab Enter
+  shown 'left'
+  grep -qx 'take: area over: 0 show' "$room/clui/calculator.history"
+}
+
 if [ -e "$PKG_CONFIG_PATH/yqrtcluiterm.pc" ]; then
   [[ $(<"$examples/../docs/embedding.md") == *"$(sed 's/^./    &/' "$examples/prompt/main.cc")"* ]] ||
     { echo 'docs/embedding.md has another program than examples/prompt'; exit 1; }
   made "$examples/prompt" yqrtcluiterm guile
-  ! hash tmux 2>/dev/null || typed_into
+  made "$examples/calculator" yqrtcluiterm guile
+  calculated
+  ! hash tmux 2>/dev/null || { typed_into && calculator_typed_into; }
 fi
 
 cmake -D MANIFEST="$build/install_manifest.txt" -P "$(dirname "$0")/../../package/Uninstall.cmake"
