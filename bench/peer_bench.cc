@@ -45,6 +45,7 @@ constexpr const char* Script = "a call in a script, ns";
 constexpr const char* Loop = "loop";
 constexpr const char* Clui = "yqrtClui";
 constexpr const char* ShortForms = "yqrtClui, short forms";
+constexpr const char* Declared = "yqrtClui, in C++";
 constexpr const char* Libcli = "libcli";
 constexpr const char* Tcl = "Tcl";
 
@@ -133,6 +134,7 @@ void PeerBench::measureReading(const std::vector<Peers>& peers) {
     p.addReading(tasks, Reading, Spelling::Whole, lines_);
     p.addReading(tasks, Reading, Spelling::Short, lines_);
     p.addLogging(tasks, Reading, fewLines_);
+    p.addDeclared(tasks, Reading, lines_);
   }
   for (const Peers& p : peers) p.addPreviewing(tasks, Previewing, lines_);
   for (const Peers& p : peers) p.addReading(tasks, Unknown, Spelling::Unknown, fewLines_);
@@ -167,7 +169,7 @@ void PeerBench::measure(const char* table, const std::vector<Task>& tasks) {
 // Runs the tasks of yqrtClui once more. Opening a log allocates, so that one is not counted.
 void PeerBench::countAllocations(const std::vector<Task>& tasks) {
   for (const Task& task : tasks) {
-    if (task.kind != Clui && task.kind != ShortForms) continue;
+    if (task.kind != Clui && task.kind != ShortForms && task.kind != Declared) continue;
     const long before = HeapRequests();
     task.work.run();
     const long requests = HeapRequests() - before;
@@ -201,6 +203,8 @@ bool PeerBench::checkBounds() {
   results_.atMost("a line with 10,000 commands, in lines with 10", growth(Clui), 2);
   results_.atMost("the same in short forms", growth(ShortForms), 2);
   results_.atMost("a preview of a line, in lines", previewInLines(), 3);
+  results_.atMost("a line that calls a function of a language in C++, in lines",
+                  greatestRatio(Reading, Declared, Clui), 1.2);
   if (has(Tcl)) {
     results_.atLeast("a line of Tcl, in lines", 1 / greatestRatio(Reading, Clui, Tcl), 2);
   }

@@ -15,7 +15,7 @@ from pathlib import Path
 
 PLOTTED_ROW = "a line, ns"
 COLOURS = {"loop": "#777777", "yqrtClui": "#c0392b", "libcli": "#2471a3", "Tcl": "#1e8449"}
-DASHES = {"": "none", "short forms": "6 4", "with a log": "2 3"}
+DASHES = {"": "none", "short forms": "6 4", "with a log": "2 3", "in C++": "8 3 2 3"}
 LEFT, RIGHT, TOP, BOTTOM = 80, 570, 50, 430
 TIMES = ["1 ns", "10 ns", "100 ns", "1 µs", "10 µs", "100 µs", "1 ms", "10 ms", "100 ms"]
 

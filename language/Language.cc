@@ -1,47 +1,65 @@
 #include "language/Language.h"
 
+#include <utility>
+
 #include "language/LanguageCore.h"
 
 namespace yqrtClui {
 
 // --- Feeds
 
-LanguageFeed::LanguageFeed(std::shared_ptr<LanguageCore> core, Result& result)
-    : core_(std::move(core)), result_(result), outer_(nullptr) {
-  core_->begin(*this);
+LanguageFeed::LanguageFeed(LanguageCore& core, Result& result) : core_(core), result_(result) {
+  core_.begin(*this);
 }
 
 LanguageFeed::~LanguageFeed() {
-  core_->release(*this);
+  if (core_.release(*this)) delete &core_;
 }
 
 std::exception_ptr LanguageFeed::read(std::string_view lines) {
-  return core_->read(*this, lines);
+  return core_.read(*this, lines);
 }
 
 bool LanguageFeed::isOver() const {
-  return core_->isOver(*this);
+  return core_.isOver(*this);
 }
 
 void LanguageFeed::end(bool isWhole) {
-  core_->end(*this, isWhole);
+  core_.end(*this, isWhole);
 }
 
 // --- The language
 
-Language::Language() : core_(std::make_shared<LanguageCore>()) {}
+namespace {
 
-Language::Language(Language&& other) noexcept = default;
+// A text that is being read destroys the core when it ends.
+void Destroy(LanguageCore* core) {
+  if (core == nullptr) return;
+  if (core->isReading()) return core->abandon();
+  delete core;
+}
+
+}  // namespace
+
+Language::Language() : core_(new LanguageCore) {}
+
+Language::Language(Language&& other) noexcept : core_(std::exchange(other.core_, nullptr)) {}
 
 Language& Language::operator=(Language&& other) noexcept {
   if (this == &other) return *this;
-  if (core_ != nullptr) core_->abandon();
-  core_ = std::move(other.core_);
+  Destroy(std::exchange(core_, std::exchange(other.core_, nullptr)));
   return *this;
 }
 
 Language::~Language() {
-  if (core_ != nullptr) core_->abandon();
+  Destroy(core_);
+}
+
+std::exception_ptr Language::readText(LanguageCore& core, std::string_view text, Result& result) {
+  LanguageFeed feed(core, result);
+  std::exception_ptr thrown = feed.read(text);
+  if (thrown == nullptr) feed.end(false);
+  return thrown;
 }
 
 void Language::add(const Syntax& syntax, std::unique_ptr<detail::Command> command,

@@ -30,7 +30,7 @@ class LanguageCore;
 class YQRT_API LanguageFeed {
  public:
   // The result must outlive it.
-  LanguageFeed(std::shared_ptr<LanguageCore> core, Result& result);
+  LanguageFeed(LanguageCore& core, Result& result);
   LanguageFeed(const LanguageFeed&) = delete;
   LanguageFeed& operator=(const LanguageFeed&) = delete;
   ~LanguageFeed();
@@ -46,9 +46,9 @@ class YQRT_API LanguageFeed {
  private:
   friend class LanguageCore;
 
-  std::shared_ptr<LanguageCore> core_;
+  LanguageCore& core_;
   Result& result_;
-  LanguageFeed* outer_;  // the text whose command feeds this one; null for none
+  LanguageFeed* outer_ = nullptr;  // the text whose command feeds this one; null for none
   bool hasThrown_ = false;
   std::string line_;        // being read, with its end
   std::size_t number_ = 0;  // of the line, from 1
@@ -137,12 +137,16 @@ class YQRT_API Language {
   // --- Text
 
   // Reads a text. A command that is half typed at its end is continued by the next text.
-  Result feed(std::string_view text) { return feedAll(text, false); }
+  Result feed(std::string_view text) {
+    Result result;
+    detail::Rethrow(readText(*core_, text, result));
+    return result;
+  }
   // Reads a stream line by line, each as soon as it is complete, to its end, or until a command
   // leaves the language. A command that is half typed at the end of the stream is refused.
   Result feed(std::istream& stream) {
     Result result;
-    LanguageFeed feed(core_, result);
+    LanguageFeed feed(*core_, result);
     std::string line;
     while (!feed.isOver() && std::getline(stream, line)) {
       line += '\n';
@@ -201,18 +205,12 @@ class YQRT_API Language {
  private:
   using Handler = std::function<std::exception_ptr(const Refusal&)>;
 
-  std::shared_ptr<LanguageCore> core_;
+  LanguageCore* core_;  // owned; a text that is being read destroys it when the language is gone
 
   void add(const Syntax& syntax, std::unique_ptr<detail::Command> command, bool isAnywhere);
   void setHandler(Handler handler);
   bool hasHandler() const;
-  Result feedAll(std::string_view text, bool isWhole) {
-    Result result;
-    LanguageFeed feed(core_, result);
-    detail::Rethrow(feed.read(text));
-    feed.end(isWhole);
-    return result;
-  }
+  static std::exception_ptr readText(LanguageCore& core, std::string_view text, Result& result);
   static Result notOpened(const std::string& path);
 };
 
@@ -252,7 +250,7 @@ bool Language::run(Prompt& prompt) {
       continue;
     }
     Result result;
-    LanguageFeed feed(core_, result);
+    LanguageFeed feed(*core_, result);
     detail::Rethrow(feed.read(line));
     goesOn = !feed.isOver();
     feed.end(false);

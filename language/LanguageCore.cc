@@ -36,10 +36,6 @@ bool LanguageCore::remove(const Syntax& word) {
   return word.kind() == Syntax::Kind::Word && words_.remove(*word.word());
 }
 
-void LanguageCore::update() {
-  if (isStale_ && running_ == 0) setSyntax();
-}
-
 // A new graph of all commands; the parser destroys the former one. The walker visits the
 // alternative first that was inserted last, so words are listed in the order of their commands.
 void LanguageCore::setSyntax() {
@@ -64,21 +60,25 @@ bool LanguageCore::isAnywhere(std::uint32_t id) const {
 
 void LanguageCore::begin(LanguageFeed& feed) {
   feed.outer_ = std::exchange(feed_, &feed);
+  feed.line_.swap(spareLine_);
   if (feed.outer_ == nullptr) {
     isLeft_ = false;
     update();
   }
   codes_ = YErr.count();
-  feed.frames_ = parser_.nestingDepth();
+  if (feed.outer_ == nullptr) return;
   // What is fed by a command is a command of its own.
-  if (feed.outer_ != nullptr) parser_.pushFrame();
+  feed.frames_ = parser_.nestingDepth();
+  parser_.pushFrame();
 }
 
-void LanguageCore::release(LanguageFeed& feed) {
+bool LanguageCore::release(LanguageFeed& feed) {
   feed_ = feed.outer_;
-  if (feed_ == nullptr) return;
+  feed.line_.swap(spareLine_);
+  if (feed_ == nullptr) return isAbandoned_;
   if (parser_.tokenIsOpen() != 0) parser_.dropOpenToken();
   while (parser_.nestingDepth() > feed.frames_) parser_.popFrame();
+  return false;
 }
 
 std::exception_ptr LanguageCore::read(LanguageFeed& feed, std::string_view lines) {
@@ -121,10 +121,6 @@ void LanguageCore::readLine(LanguageFeed& feed) {
   refusal.code = YErrTooDeep;
   refusal.message = "too many commands feed the language inside each other";
   report(std::move(refusal), 0);
-}
-
-bool LanguageCore::isOver(const LanguageFeed& feed) const {
-  return feed.hasThrown_ || isLeft_ || isAbandoned_;
 }
 
 void LanguageCore::end(LanguageFeed& feed, bool isWhole) {
@@ -206,8 +202,7 @@ void LanguageCore::runCommand(std::size_t number) {
   const bool isAnywhere = entries_[number].isAnywhere;
   detail::Command& command = *entries_[number].command;
   const Tokens& tokens = collectTokens(isAnywhere);
-  const int depth = parser_.nestingDepth();
-  const long offset = offsetOf(parser_.lastTokenOffset(), parser_.lex()->tokenOffset());
+  const int depth = isAnywhere ? parser_.nestingDepth() : 0;
   if (feed_ != nullptr) ++feed_->result_.commands;
 
   detail::Outcome outcome;
@@ -221,7 +216,7 @@ void LanguageCore::runCommand(std::size_t number) {
     Refusal refusal;
     refusal.kind = Refusal::Kind::CommandFailed;
     refusal.message = std::move(outcome.failure);
-    report(std::move(refusal), offset);
+    report(std::move(refusal), offsetOf(parser_.lastTokenOffset(), -1));
   }
   if (isStopped()) parser_.exhaust();
   if (isAnywhere && parser_.nestingDepth() == depth && parser_.lastIsIndefinite() != 0) {
@@ -257,8 +252,7 @@ bool LanguageCore::isInAlias() const {
   return feed_ != nullptr && parser_.lex()->suspendedTexts() > feed_->suspended_;
 }
 
-void LanguageCore::notePlace() {
-  if (feed_ == nullptr || isInAlias()) return;
+void LanguageCore::notePlaceInLine() {
   feed_->token_ = static_cast<long>(parser_.lex()->tokenOffset());
 }
 

@@ -20,8 +20,8 @@
 
 namespace yqrtClui {
 
-// Reads texts for feeds and runs commands. It lives as long as the Language or a feed that is being
-// read, so that a command may destroy the Language.
+// Reads texts for feeds and runs commands. It lives as long as the Language or the outermost feed
+// that is being read, so that a command may destroy the Language.
 class LanguageCore {
  public:
   using Handler = std::function<std::exception_ptr(const Refusal&)>;
@@ -37,15 +37,19 @@ class LanguageCore {
   bool remove(const Syntax& word);
   const std::string& error() const { return error_; }
   // Sets the syntax if commands were added, unless a command is running.
-  void update();
+  void update() {
+    if (isStale_ && running_ == 0) setSyntax();
+  }
 
   // --- Text
 
   void begin(LanguageFeed& feed);
   std::exception_ptr read(LanguageFeed& feed, std::string_view lines);
-  bool isOver(const LanguageFeed& feed) const;
+  bool isOver(const LanguageFeed& feed) const { return feed.hasThrown_ || isLeft_ || isAbandoned_; }
   void end(LanguageFeed& feed, bool isWhole);
-  void release(LanguageFeed& feed);
+  // Returns whether the core is to be destroyed.
+  bool release(LanguageFeed& feed);
+  bool isReading() const { return feed_ != nullptr; }
   void leave() { isLeft_ = true; }
   bool isLeft() const { return isLeft_; }
   void drop();
@@ -83,6 +87,7 @@ class LanguageCore {
   std::shared_ptr<Handler> handler_ = std::make_shared<Handler>();
   std::unique_ptr<YcluiPreview> preview_;  // for completion
   LanguageFeed* feed_ = nullptr;           // the innermost text
+  std::string spareLine_;                  // its memory is used by the next feed
   std::exception_ptr thrown_;              // by a command, until the feed returns it
   std::deque<Tokens> levels_;              // the words of the running commands
   std::size_t running_ = 0;                // how many there are
@@ -95,7 +100,11 @@ class LanguageCore {
   void skipRest();
   bool isStopped() const { return feed_ != nullptr ? isOver(*feed_) : isAbandoned_; }
   void stop(std::exception_ptr thrown);
-  void notePlace();
+  // Only texts that commands feed need it: the parser knows the place in the outermost one.
+  void notePlace() {
+    if (feed_ != nullptr && feed_->outer_ != nullptr && !isInAlias()) notePlaceInLine();
+  }
+  void notePlaceInLine();
   bool isInAlias() const;
   long offsetOf(long inParser, long inLexer) const;
   bool checkArguments(const YcluiToken& token, const WordDeclaration& word);

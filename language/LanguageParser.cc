@@ -1,6 +1,6 @@
 #include "language/LanguageParser.h"
 
-#include <cstdlib>
+#include "foundation/YAscii.h"
 
 #include "language/LanguageCore.h"
 
@@ -18,7 +18,11 @@ LanguageParser::LanguageParser(LanguageCore& language) : core_(language) {
 }
 
 YWord LanguageParser::evaluate(const char* command) {
-  core_.runCommand(std::strtoul(command, nullptr, 10));
+  std::size_t number = 0;
+  for (; YIsDigit(*command); ++command) {
+    number = number * 10 + static_cast<std::size_t>(*command - '0');
+  }
+  core_.runCommand(number);
   return 1;
 }
 

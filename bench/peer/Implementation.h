@@ -43,6 +43,8 @@ std::unique_ptr<Implementation> MakeHandLoop(const Language& language);
 std::unique_ptr<Implementation> MakeClui(const Language& language);
 // Writes each line to a log.
 std::unique_ptr<Implementation> MakeCluiWithLog(const Language& language);
+// Declares the language in C++, with functions as commands.
+std::unique_ptr<Implementation> MakeCluiLanguage(const Language& language);
 std::unique_ptr<Implementation> MakeLibcli(const Language& language);
 std::unique_ptr<Implementation> MakeTcl(const Language& language);
 

@@ -16,7 +16,10 @@ const std::vector<Kind>& Kinds() {
   return kinds;
 }
 
-Peers::Peers(int commands) : language_(commands), withLog_(MakeCluiWithLog(language_)) {
+Peers::Peers(int commands)
+    : language_(commands),
+      withLog_(MakeCluiWithLog(language_)),
+      declared_(MakeCluiLanguage(language_)) {
   for (const Kind& kind : Kinds()) implementations_.push_back(kind.make(language_));
 }
 
@@ -34,6 +37,10 @@ void Peers::addReading(std::vector<Task>& tasks, const char* row, Spelling spell
 
 void Peers::addLogging(std::vector<Task>& tasks, const char* row, int lines) const {
   tasks.push_back(reading(*withLog_, row, "yqrtClui, with a log", Spelling::Whole, lines));
+}
+
+void Peers::addDeclared(std::vector<Task>& tasks, const char* row, int lines) const {
+  tasks.push_back(reading(*declared_, row, "yqrtClui, in C++", Spelling::Whole, lines));
 }
 
 void Peers::addPreviewing(std::vector<Task>& tasks, const char* row, int count) const {

@@ -32,6 +32,8 @@ class Peers {
   void addReading(std::vector<Task>& tasks, const char* row, Spelling spelling, int lines) const;
   // The same by yqrtClui with a log, of kind "yqrtClui, with a log".
   void addLogging(std::vector<Task>& tasks, const char* row, int lines) const;
+  // The same by a language declared in C++, of kind "yqrtClui, in C++".
+  void addDeclared(std::vector<Task>& tasks, const char* row, int lines) const;
   // A unit is a line that yqrtClui previews.
   void addPreviewing(std::vector<Task>& tasks, const char* row, int lines) const;
   // A unit is a completion after as many letters of a command's word. With `alternating`, each one
@@ -43,6 +45,7 @@ class Peers {
   Language language_;
   std::vector<std::unique_ptr<Implementation>> implementations_;  // in the order of Kinds()
   std::unique_ptr<Implementation> withLog_;
+  std::unique_ptr<Implementation> declared_;
 
   Task reading(Implementation& implementation, const char* row, const std::string& kind,
                Spelling spelling, int lines) const;
