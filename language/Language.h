@@ -197,8 +197,8 @@ class YQRT_API Language {
   template <class Prompt>
   bool run(Prompt& prompt);
 
-  // The parser, for previews, logs, variables and aliases. Its syntax, its words and its callbacks
-  // for tokens and refusals belong to the language. Valid as long as the language, wherever that is
+  // The parser, for previews, logs, variables and aliases. Its syntax, its words and its refuse
+  // callback belong to the language. Valid as long as the language, wherever that is
   // moved.
   YcluiParser& parser();
 

@@ -7,14 +7,13 @@
 namespace yqrtClui {
 
 LanguageParser::LanguageParser(LanguageCore& language) : core_(language) {
-  setTokCallback(
-      [](void* data, YcluiToken& token) {
-        return static_cast<LanguageCore*>(data)->admits(token) ? YcluiTokenPass : YcluiTokenDrop;
-      },
-      &language);
   setTokRefuseCallback([](void* data, const YcluiToken& token,
                           std::uint32_t) { static_cast<LanguageCore*>(data)->refuse(token); },
                        &language);
+}
+
+YWord LanguageParser::admits(const YcluiToken& token) {
+  return core_.admits(token) ? 1 : 0;
 }
 
 YWord LanguageParser::evaluate(const char* command) {

@@ -18,6 +18,7 @@ class LanguageParser final : public YcluiParser {
   LanguageCore& core_;
 
   YWord evaluate(const char* command) override;
+  YWord admits(const YcluiToken& token) override;
 };
 
 }  // namespace yqrtClui

@@ -70,6 +70,10 @@ YWord YcluiParser::isAliasRun() const {
   return core->isAliasRun ? 1 : 0;
 }
 
+YWord YcluiParser::admits(const YcluiToken& /*token*/) {
+  return 1;
+}
+
 YWord YcluiParser::evaluate(const char* text) {
   if (!YScmIsThere()) return 0;
   YStatus status{0};

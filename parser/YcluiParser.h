@@ -396,6 +396,9 @@ class YQRT_API YcluiParser {
   // Runs the text of a command in the script engine. Returns 1 on success; 0 also without an
   // engine. A host that runs commands itself overrides this.
   virtual YWord evaluate(const char* text);
+  // Whether a token that the token callback has let pass may be offered to the syntax. With 0 it is
+  // discarded as one that the callback drops. A host that checks arguments overrides this.
+  virtual YWord admits(const YcluiToken& token);
 
   friend class YcluiParserCore;
   friend class YcluiPreview;

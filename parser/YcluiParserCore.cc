@@ -148,6 +148,7 @@ bool YcluiParserCore::pushToken(YcluiToken& token) {
   if (tokenCallback.isSet() && tokenCallback.proc(tokenCallback.data, token) == YcluiTokenDrop) {
     return false;
   }
+  if (parser_.admits(token) == 0) return false;
   if (token.id() == YcluiIdAlias) return expand(token);
 
   const YcluiSyntaxNode* accepted = stepInto(*frame, token);
