@@ -149,7 +149,10 @@ if [ -e "$PKG_CONFIG_PATH/yqrtcluiterm.pc" ]; then
   made "$examples/prompt" yqrtcluiterm guile
   made "$examples/calculator" yqrtcluiterm guile
   calculated
-  ! hash tmux 2>/dev/null || { typed_into && calculator_typed_into; }
+  if hash tmux 2>/dev/null; then
+    typed_into
+    calculator_typed_into
+  fi
 fi
 
 cmake -D MANIFEST="$build/install_manifest.txt" -P "$(dirname "$0")/../../package/Uninstall.cmake"
