@@ -21,10 +21,14 @@ struct CluiOptions {
   YcluiLogNestStyle nest = YcluiLogNestPlain;  // how playbacks are recorded
   bool play = false;                           // the files are recordings to be played
   bool show = false;                           // print recordings, and nothing else
+  bool lint = false;                           // examine the language, and nothing else
   bool typed = false;                          // input is typed in a terminal
   bool quiet = false;                          // neither progress nor summary
   bool trace = false;                          // every token, echo and command
   bool every = false;                          // report every refused word of a line
+
+  // Whether a task of the workshop needs what the script declared (CluiGrammarRecorder).
+  bool examines() const { return lint; }
 };
 
 // What is left to do after the options are read.

@@ -76,7 +76,8 @@ bool CluiRun::start() {
   CluiBindProcedures();
   if (!CluiBindHelpProcedures()) return false;
   if (options_.typed) typist_.open(encoding_, options_.language, report_);
-  return CluiBindTerminalProcedures(typist_.settings());
+  if (!CluiBindTerminalProcedures(typist_.settings())) return false;
+  return !options_.examines() || grammars_.start();
 }
 
 // Scripts read and write in the encoding of the other files and streams.
@@ -100,6 +101,7 @@ bool CluiRun::loadLanguage() {
       },
       &diagnostics_);
   const bool loaded = ScmVM::loadFile(options_.language.c_str()) != 0;
+  grammars_.end();
   diagnostics_.reportCodes();
   if (!loaded || !findParser()) return false;
   listen();

@@ -19,6 +19,7 @@
 #include "program/CluiTrace.h"
 #include "program/CluiTypist.h"
 #include "program/text/CluiEncoding.h"
+#include "workshop/CluiGrammarRecorder.h"
 
 // One in a process, as there is one engine and one error manager.
 class CluiRun {
@@ -50,6 +51,7 @@ class CluiRun {
   CluiRecorder recorder_;
   CluiPlayer player_;
   CluiTypist typist_;
+  CluiGrammarRecorder grammars_;  // records only for a task of the workshop
 
   bool start();
   void setPorts();

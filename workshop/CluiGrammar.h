@@ -3,23 +3,34 @@
 #ifndef WORKSHOP_CLUIGRAMMAR_H_
 #define WORKSHOP_CLUIGRAMMAR_H_
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-// Where a call is in the script; line 0 when that is unknown.
-struct CluiPlace {
+// Names and code are in the encoding inside (YEncoding), names of files in UTF-8.
+
+// Where a call is in a script, from 1; 0 when that is unknown.
+struct CluiScriptPlace {
   std::string file;
   int line = 0;
-  int column = 0;  // from 1
+  int column = 0;
+
+  auto operator<=>(const CluiScriptPlace&) const = default;
 };
 
+// Each call is recorded with two places: `place` is that of the call itself, or, when the call is
+// in a procedure that made several, that of the top-level form that called the procedure; `form` is
+// always the latter.
+
 struct CluiWord {
-  std::uint32_t id = 0;
-  std::string name;
+  std::uint32_t id = 0;      // 0 for a declaration that was refused
+  std::string name;          // as written; the words of a parser are in lower case
   std::string abbreviation;  // empty without one
   std::vector<int> types;    // of the arguments: 1 string, 2 float, 3 integer, 4 point
-  CluiPlace place;
+  bool isCharacter = false;  // a word of one character, which needs no blanks around it
+  CluiScriptPlace place;
+  CluiScriptPlace form;
 };
 
 // A part of the syntax, as it was written: an argument of the call that created the fragment
@@ -34,7 +45,8 @@ struct CluiFragment {
     Repetition,  // clui-anyof
   };
   Kind kind = Kind::Sequence;
-  CluiPlace place;
+  CluiScriptPlace place;  // of a word and of code: of the call around it
+  CluiScriptPlace form;
   std::uint32_t tokenId = 0;        // of a word
   std::string code;                 // of Code
   int priority = 127;               // of Priority
@@ -46,14 +58,17 @@ struct CluiFragment {
 struct CluiAnywhereWord {
   std::uint32_t tokenId = 0;
   std::string code;
-  CluiPlace place;
+  CluiScriptPlace place;
+  CluiScriptPlace form;
 };
 
 // The declarations of one parser, in the order in which the script made them.
 struct CluiGrammar {
   std::vector<CluiWord> words;
-  CluiFragment syntax;  // of the last clui-set-syntax
-  std::vector<CluiAnywhereWord> anywhere;
+  std::vector<CluiWord> refusedWords;      // whose names were in use
+  CluiFragment syntax;                     // of the last clui-set-syntax; without parts before it
+  std::vector<CluiAnywhereWord> anywhere;  // declared after it
+  std::vector<CluiFragment> formerSyntaxes;
 };
 
 #endif  // WORKSHOP_CLUIGRAMMAR_H_

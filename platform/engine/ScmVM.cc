@@ -293,10 +293,16 @@ void ScmVM::setTextListener(void (*listener)(void*, const char*), void* data) {
 }
 
 void ScmVM::place(std::string& file, int& line) {
+  int column = 0;
+  place(file, line, column);
+}
+
+void ScmVM::place(std::string& file, int& line, int& column) {
   const Engine& engine = TheEngine();
   file.clear();
-  line = 0;
+  line = column = 0;
   if (engine.places.empty()) return;
   file = engine.places.back().file;
   line = engine.places.back().line;
+  column = engine.places.back().column;
 }

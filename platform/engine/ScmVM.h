@@ -75,6 +75,8 @@ class YQRT_API ScmVM {
   // The file (UTF-8) and the line of the top-level form that is being run, or an empty name and 0
   // when no file is being loaded.
   static void place(std::string& file, int& line);
+  // The same with the column, from 1, of the form; 0 when that is unknown.
+  static void place(std::string& file, int& line, int& column);
 
   // Stops the running text and those around it: Scheme code at once, even while it sleeps or reads;
   // a primitive first returns. Can be called from a signal handler. Does nothing when no text is

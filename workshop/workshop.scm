@@ -1,0 +1,77 @@
+;;; Recording of the calls that declare a language.
+;;;
+;;; clui runs this file before the script of a language that it examines. The primitives below
+;;; become macros, because only a macro knows the position of a call. A call has the result of the
+;;; primitive, or its error; a name that is not called, as in (apply clui-syntax parts), is a
+;;; procedure. All this is in a module of its own, so that a script may redefine any name.
+
+(define-module (yqrt workshop)
+  #:use-module (rnrs bytevectors))
+
+;; Parts of clui: record a call, and that the name of a primitive occurs at a place.
+(define note (@@ (guile-user) workshop-note))
+(define mention (@@ (guile-user) workshop-mention))
+
+;; Calls the primitive and records the call when it succeeds. `place` is (file line column) or #f.
+(define (call name primitive place . arguments)
+  (let ((result (apply primitive arguments)))
+    (if (eq? name 'clui-priority)
+        (hashq-set! priorities result place)
+        (apply note (symbol->string name) (for-clui place) result (map argument arguments)))
+    result))
+
+;; The pairs that clui-priority has returned, and their places.
+(define priorities (make-weak-key-hash-table))
+
+;; Priorities are recorded as (priority limit . place).
+(define (argument value)
+  (if (pair? value)
+      (cons* (car value) (cdr value) (for-clui (hashq-ref priorities value)))
+      value))
+
+(define (for-clui place)
+  (if place (cons (bytes (car place)) (cdr place)) '()))
+
+;; A text that clui gets as UTF-8. The engine passes the private-use characters as single bytes.
+(define (bytes text)
+  (if (string-every char-set:ascii text)
+      text
+      (list->string
+       (map (lambda (byte) (integer->char (if (< byte 128) byte (+ #xf700 byte))))
+            (bytevector->u8-list (string->utf8 text))))))
+
+(define (place-of form)
+  (let* ((source (or (syntax-source form) '()))
+         (file (assq-ref source 'filename)))
+    (and file (list file (1+ (assq-ref source 'line)) (1+ (assq-ref source 'column))))))
+
+(define-syntax record
+  (syntax-rules ()
+    ((_ (name procedure primitive) ...)
+     (begin
+       (begin
+         (define primitive (@@ (guile-user) name))
+         (define (procedure . arguments) (apply call 'name primitive #f arguments))
+         (define-syntax name
+           (lambda (form)
+             (let ((place (place-of form)))
+               (mention (symbol->string 'name) (for-clui place))
+               (syntax-case form ()
+                 ((_ argument (... ...))
+                  #`(call 'name primitive '#,(datum->syntax #'here place) argument (... ...)))
+                 (_ (identifier? form) #'procedure)))))
+         (module-define! (resolve-module '(guile-user)) 'name
+                         (module-ref (current-module) 'name)))
+       ...))))
+
+(record
+ (clui-parser-new parser-new primitive-parser-new)
+ (clui-token token primitive-token)
+ (clui-syntax syntax primitive-syntax)
+ (clui-oneof oneof primitive-oneof)
+ (clui-anyof anyof primitive-anyof)
+ (clui-priority priority primitive-priority)
+ (clui-set-syntax set-syntax primitive-set-syntax)
+ (clui-indefinite-syntax indefinite-syntax primitive-indefinite-syntax)
+ (clui-set-keystroke-action keystroke-action primitive-keystroke-action)
+ (clui-put-dummy-token put-dummy-token primitive-put-dummy-token))
