@@ -14,6 +14,7 @@ namespace {
 constexpr char Help[] =
     R"(Usage: clui [OPTION]... LANGUAGE.scm [FILE]...
        clui --show [--encoding NAME] [--inside NAME] RECORDING...
+       clui --lint LANGUAGE.scm
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
 without a FILE, lines are typed with editing, completion and a history.
@@ -32,6 +33,8 @@ without a FILE, lines are typed with editing, completion and a history.
                      (default); comment, in comments; silent, not at all
       --play         play each FILE back as a recording
       --show         print recordings, converted to the encoding
+      --lint         examine LANGUAGE.scm, which is loaded, and print what is
+                     wrong with its words, its syntax and its code
   -q, --quiet        no progress, no summary and no greeting
       --every        report every refused word; by default the first of a line
                      and the number of the others
@@ -42,8 +45,8 @@ without a FILE, lines are typed with editing, completion and a history.
       --version      print the version and exit
 
 Exit status: 0 every word was accepted; 1 a word was refused, a command failed
-or the input ended inside a command; 2 an error such as bad usage or a file
-that cannot be read; 130 interrupted.
+or the input ended inside a command, or --lint found something; 2 an error such
+as bad usage or a file that cannot be read; 130 interrupted.
 )";
 
 enum LongOnly {
@@ -58,7 +61,8 @@ enum LongOnly {
   OptAppend,
   OptNest,
   OptPlay,
-  OptShow
+  OptShow,
+  OptLint
 };
 
 constexpr option LongOptions[] = {
@@ -71,6 +75,7 @@ constexpr option LongOptions[] = {
     {"nest", required_argument, nullptr, OptNest},
     {"play", no_argument, nullptr, OptPlay},
     {"show", no_argument, nullptr, OptShow},
+    {"lint", no_argument, nullptr, OptLint},
     {"quiet", no_argument, nullptr, 'q'},
     {"every", no_argument, nullptr, OptEvery},
     {"trace", no_argument, nullptr, OptTrace},
@@ -125,11 +130,16 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
   }
   if (!options.show) options.language = *names++;
   options.files.assign(names, end);
+  if (options.lint && !options.files.empty()) {
+    std::fputs("clui: --lint accepts no FILE\n", stderr);
+    return BadUsage();
+  }
   if (options.play && options.files.empty()) {
     std::fputs("clui: --play needs a FILE\n", stderr);
     return BadUsage();
   }
-  const bool readsInput = !options.show && options.files.empty() && options.texts.empty();
+  const bool readsInput =
+      !options.show && !options.lint && options.files.empty() && options.texts.empty();
   options.typed = readsInput && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
   if (readsInput && !options.typed) options.files.emplace_back("-");
   return CluiStart::Run;
@@ -176,6 +186,9 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptShow:
         options.show = true;
+        break;
+      case OptLint:
+        options.lint = true;
         break;
       case OptHelp:
         return Print(Help);

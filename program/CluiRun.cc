@@ -12,6 +12,7 @@
 #include "program/CluiProcedures.h"
 #include "program/terminal/CluiTerminalProcedures.h"
 #include "script/YcluiLibrary.h"
+#include "workshop/CluiLint.h"
 
 namespace {
 
@@ -44,8 +45,14 @@ int CluiRun::run() {
     return Unable;
   }
   if (!start() || !loadLanguage()) {
+    if (options_.lint) lint(false);
     finish();
     return CluiInterrupted() ? Interrupted : Unable;
+  }
+  if (options_.lint) {
+    const int status = lint(true);
+    finish();
+    return outcome_.unable ? Unable : status;
   }
   if (recorder_.start()) {
     typist_.isOpen() ? typist_.run(options_.quiet) : readInputs();
@@ -181,6 +188,25 @@ void CluiRun::readLines(CluiSource& source) {
   if (CluiInterrupted()) return report_.print({reading_.input(), number, 0}, L"interrupted");
   if (result == CluiRead::Failed) diagnostics_.inputFailed(0, error);
   feeder_.end(number);
+}
+
+// Prints what is to be said about the language. Of a script that failed, only words are examined.
+int CluiRun::lint(bool isLoaded) {
+  YcluiParser* const parser = YcluiParser::Live(0);
+  if (parser == nullptr) return Unable;
+  const std::vector<CluiFinding> findings = CluiLint(*parser, grammars_, isLoaded);
+  for (const CluiFinding& finding : findings) {
+    const CluiScriptPlace& place = finding.place;
+    const std::wstring text =
+        encoding_.fromUtf8(place.file + ":" + std::to_string(place.line) + ":" +
+                           std::to_string(place.column) + ": " + finding.kind + " ");
+    std::puts(encoding_.toUser(text + encoding_.fromSystem(finding.subject + ": " + finding.text))
+                  .c_str());
+  }
+  // The codes are about texts that were tried.
+  diagnostics_.dropCodes();
+  if (std::fflush(stdout) != 0) outcome_.unable = true;
+  return findings.empty() ? AllAccepted : SomethingRefused;
 }
 
 // Destroys the parsers of the script, so that their logs are closed.

@@ -62,6 +62,7 @@ class CluiRun {
   void readTexts();
   void readFile(const std::string& name);
   void readLines(CluiSource& source);
+  int lint(bool isLoaded);
   void finish();
   int status() const;
   void summarise();

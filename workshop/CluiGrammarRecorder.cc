@@ -107,6 +107,7 @@ CluiGrammarRecorder::~CluiGrammarRecorder() {
 
 bool CluiGrammarRecorder::start() {
   Recorder = this;
+  records_ = true;
   ScmVM::bindProcedure("workshop-note", Note, 3, 1);
   ScmVM::bindProcedure("workshop-mention", Mention, 2, 0);
   YStatus status = {0};
@@ -122,7 +123,7 @@ void CluiGrammarRecorder::Note(std::uint32_t count, YStatus& status) {
   std::vector<Value> values(count);
   for (std::size_t i = count; i > 0; --i) values[i - 1] = PopValue(status);
   YStatusSetGood(status);
-  if (Recorder == nullptr) return;
+  if (Recorder == nullptr || !Recorder->records_) return;
   Call call;
   call.name = values[0].text;
   call.place = PlaceOf(values[1].list, 0);
@@ -254,8 +255,8 @@ void CluiGrammarRecorder::noteAnywhere(const Call& call) {
 // --- What was recorded
 
 void CluiGrammarRecorder::end() {
-  if (Recorder != this) return;
-  Recorder = nullptr;
+  if (!records_) return;
+  records_ = false;
   std::map<std::pair<CluiScriptPlace, CluiScriptPlace>, int> calls;
   std::map<CluiScriptPlace, int> callsAtPlace;
   const auto count = [&](const auto& call) {

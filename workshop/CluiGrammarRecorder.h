@@ -44,8 +44,9 @@ class CluiGrammarRecorder {
   // The fragments that the script created and did not use.
   std::vector<const CluiFragment*> unusedFragments() const;
 
-  // Whether the syntax may be replaced, or words without a meaning be added to a command, by code
-  // that did not run while the script was loaded, or that can run again.
+  // Also of code that was read after the recording ended (CluiCodeReader): whether the syntax may
+  // be replaced, or words without a meaning be added to a command, by code that did not run while
+  // the script was loaded, or that can run again.
   bool maySetSyntax() const { return maySetSyntax_; }
   bool mayPutDummies() const { return mayPutDummies_; }
 
@@ -55,6 +56,7 @@ class CluiGrammarRecorder {
   std::map<long, std::unique_ptr<CluiGrammar>> grammars_;  // by the number of the parser
   std::map<const void*, CluiFragment> fragments_;          // that exist and are not used yet
   std::vector<CluiKeyFormat> keyFormats_;
+  bool records_ = false;
   bool maySetSyntax_ = false;
   bool mayPutDummies_ = false;
 

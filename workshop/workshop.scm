@@ -6,6 +6,7 @@
 ;;; procedure. All this is in a module of its own, so that a script may redefine any name.
 
 (define-module (yqrt workshop)
+  #:use-module (language tree-il)
   #:use-module (rnrs bytevectors))
 
 ;; Parts of clui: record a call, and that the name of a primitive occurs at a place.
@@ -75,3 +76,63 @@
  (clui-indefinite-syntax indefinite-syntax primitive-indefinite-syntax)
  (clui-set-keystroke-action keystroke-action primitive-keystroke-action)
  (clui-put-dummy-token put-dummy-token primitive-put-dummy-token))
+
+;;; Reading of the code of words
+
+;; Reads and expands the texts that clui hands out, and reports what Scheme refuses, and names that
+;; are bound neither in the script nor by one of the texts.
+(define (check-codes)
+  (let ((next (@@ (guile-user) workshop-next-code))
+        (problem (@@ (guile-user) workshop-problem))
+        (defined (make-hash-table))
+        (used (make-hash-table))) ; a list of (number of text . module) for each name
+    (define (use! name module number)
+      (hashq-set! used name (cons (cons number module) (hashq-ref used name '()))))
+    (define (check text number)
+      (catch #t
+        (lambda ()
+          (for-each (lambda (form)
+                      (each-name (macroexpand form)
+                                 (lambda (name module) (use! name module number))
+                                 (lambda (name) (hashq-set! defined name #t))))
+                    (forms-of text)))
+        (lambda (key . details)
+          (problem number "refused" ((@@ (yqrt engine) message-of) key details)))))
+    (let loop ((number 0))
+      (let ((text (next)))
+        (when text
+          (check text number)
+          (loop (1+ number)))))
+    (hash-for-each
+     (lambda (name uses)
+       (for-each (lambda (each)
+                   (if (not (or (hashq-ref defined name) (bound? name (cdr each))))
+                       (problem (car each) "unbound" (symbol->string name))))
+                 uses))
+     used)))
+
+(define (forms-of text)
+  (call-with-input-string text
+    (lambda (port)
+      (let loop ((form (read port)))
+        (if (eof-object? form) '() (cons form (loop (read port))))))))
+
+;; Calls `use` with each global name that the expanded code refers to and its module, #f for that of
+;; the script, and `define` with each one that it defines.
+(define (each-name code use define)
+  (tree-il-fold
+   (lambda (node seed)
+     (cond ((toplevel-ref? node) (use (toplevel-ref-name node) #f))
+           ((toplevel-set? node) (use (toplevel-set-name node) #f))
+           ((module-ref? node) (use (module-ref-name node) (module-ref-mod node)))
+           ((toplevel-define? node) (define (toplevel-define-name node)))))
+   (lambda (node seed) seed)
+   #f
+   code))
+
+(define (bound? name module)
+  (let* ((module (if module
+                     (resolve-module module #f #:ensure #f)
+                     (resolve-module '(guile-user))))
+         (variable (and module (module-variable module name))))
+    (and variable (variable-bound? variable))))

@@ -1,0 +1,173 @@
+// Checks of the syntax.
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "syntax/YcluiNfa.h"
+#include "workshop/CluiLintChecks.h"
+
+namespace {
+
+// Priorities in the order in which they are compared with each other; more are unlikely.
+constexpr std::size_t MostPriorities = 256;
+
+std::string NamesOf(const CluiLintedLanguage& language, const std::vector<std::uint32_t>& ids) {
+  std::string names;
+  for (const std::uint32_t id : ids) names += (names.empty() ? "" : " ") + language.nameOf(id);
+  return names;
+}
+
+// The node that accepts the last of the words.
+int AcceptingNode(CluiLintedLanguage& language, const std::vector<std::uint32_t>& words) {
+  YcluiNfa walker;
+  walker.syntaxGraph(&language.model.graph());
+  const YcluiSyntaxNode* node = nullptr;
+  for (const std::uint32_t id : words) node = walker.stepNext(id);
+  return node == nullptr ? -1 : language.model.numberOf(node);
+}
+
+std::uint32_t FirstWordOf(const CluiFragment& fragment) {
+  if (fragment.kind == CluiFragment::Kind::Word) return fragment.tokenId;
+  for (const CluiFragment& part : fragment.parts) {
+    const std::uint32_t id = FirstWordOf(part);
+    if (id != 0) return id;
+  }
+  return 0;
+}
+
+// The first word of the call after the part, or else of the call.
+std::uint32_t WordAfter(const CluiFragment& call, const CluiFragment* part) {
+  std::uint32_t id = 0;
+  for (const CluiFragment& each : call.parts) {
+    if (&each > part && id == 0) id = FirstWordOf(each);
+  }
+  return id != 0 ? id : FirstWordOf(call);
+}
+
+}  // namespace
+
+void CluiCheckSharedEnds(CluiLintedLanguage& language) {
+  for (const CluiSyntaxPaths::SharedEnd& shared : language.paths.sharedEnds()) {
+    std::vector<std::uint32_t> words = shared.before;
+    words.push_back(language.nodeAt(shared.nodes.front()).tokenId);
+    const int runs = AcceptingNode(language, words);
+    for (const int node : shared.nodes) {
+      if (node == runs) continue;
+      const std::string after =
+          shared.before.empty() ? "" : " after " + NamesOf(language, shared.before);
+      language.add(language.nodeAt(node).call->place, "same-end", language.nameOfNode(node),
+                   "two alternatives end with this word" + after +
+                       ", and only the code of the one" +
+                       CluiAtPlace(language.nodeAt(runs).call->place) +
+                       " runs; use different words, or remove one");
+    }
+  }
+}
+
+void CluiCheckUnreached(CluiLintedLanguage& language) {
+  if (!language.paths.isComplete()) return;
+  for (const auto& [node, before] : language.paths.unreachedNodes()) {
+    const CluiModelNode& unreached = language.nodeAt(node);
+    std::string text;
+    if (language.worksAnywhere(unreached.tokenId)) {
+      text =
+          "it is never reached here, since it works anywhere, which comes first; remove it from "
+          "the syntax or from the words that work anywhere";
+    } else if (before >= 0) {
+      text = "it is never reached, since " + language.nameOfNode(before) +
+             " ends the command before it; put it before the word that ends the command";
+    } else {
+      continue;
+    }
+    language.add(unreached.call->place, "unreached", language.nameOf(unreached.tokenId), text);
+  }
+}
+
+void CluiCheckEndless(CluiLintedLanguage& language) {
+  if (!language.paths.isComplete()) return;
+  const std::string mend = "; put a word that ends it after the repeated part";
+  if (language.paths.isEndless()) {
+    const CluiFragment& syntax = language.grammar.syntax;
+    language.add(syntax.place, "endless", language.nameOf(FirstWordOf(syntax)),
+                 "no command ends, since nothing follows a repeated part" + mend);
+    return;
+  }
+  for (const int node : language.paths.endlessNodes()) {
+    const CluiModelNode& word = language.nodeAt(node);
+    const bool resets =
+        word.code != nullptr && word.code->code.find("(clui-reset") != std::string::npos;
+    if (resets) continue;
+    language.add(
+        word.call->place, "endless", language.nameOf(word.tokenId),
+        "a command with this word never ends, since nothing follows a repeated part" + mend);
+  }
+}
+
+void CluiCheckLostCode(CluiLintedLanguage& language) {
+  for (const CluiSyntaxModel::Part& lost : language.model.lostCode()) {
+    language.add(lost.call->place, "lost-code", CluiInQuotes(lost.part->code),
+                 "this code never runs, since no word of its own is before it; write it directly "
+                 "after its word");
+  }
+  for (const CluiSyntaxModel::Displaced& displaced : language.model.displacedCode()) {
+    language.add(displaced.code.call->place, "displaced-code",
+                 CluiInQuotes(displaced.code.part->code),
+                 "this code follows a fragment, so it runs at the earlier word " +
+                     language.nameOf(displaced.tokenId) + "; write it directly after its word");
+  }
+}
+
+void CluiCheckIdlePriorities(CluiLintedLanguage& language) {
+  const std::vector<int> first = language.paths.firstNodes();
+  for (const auto& [part, call] : language.model.priorities()) {
+    const auto hasIt = [&, sought = part](const CluiModelNode& node) {
+      return node.priority == sought;
+    };
+    std::string reason;
+    if (std::none_of(language.model.nodes().begin(), language.model.nodes().end(), hasIt)) {
+      reason = "no word follows it directly, or another priority does";
+    } else if (part->priority == 127 && part->limit == 127) {
+      reason = "127 and 127 are the usual priorities";
+    } else if (std::none_of(first.begin(), first.end(),
+                            [&](int node) { return hasIt(language.nodeAt(node)); })) {
+      reason = "the word after it does not begin a command";
+    } else {
+      continue;
+    }
+    language.add(part->place, "idle-priority", language.nameOf(WordAfter(*call, part)),
+                 "the priority changes nothing, since " + reason +
+                     "; put it before the first word of a command, or remove it");
+  }
+}
+
+void CluiCheckExclusivePriorities(CluiLintedLanguage& language) {
+  struct Level {
+    int priority;
+    int limit;
+    int node;  // that has these priorities
+  };
+  std::vector<Level> levels;
+  for (const int node : language.paths.firstNodes()) {
+    const CluiFragment* const own = language.nodeAt(node).priority;
+    const Level level = {own == nullptr ? 127 : own->priority, own == nullptr ? 127 : own->limit,
+                         node};
+    const bool isKnown = std::any_of(levels.begin(), levels.end(), [&](const Level& known) {
+      return known.priority == level.priority && known.limit == level.limit;
+    });
+    if (!isKnown && levels.size() < MostPriorities) levels.push_back(level);
+  }
+  for (const Level& one : levels) {
+    for (const Level& other : levels) {
+      const CluiFragment* const own = language.nodeAt(one.node).priority;
+      const CluiFragment* const its = language.nodeAt(other.node).priority;
+      // Each pair once, at priorities that the script sets.
+      if (own == nullptr || (its != nullptr && other.node <= one.node)) continue;
+      if (one.limit >= other.priority || other.limit >= one.priority) continue;
+      language.add(own->place, "exclusive-priorities", language.nameOfNode(one.node),
+                   "neither this command nor " + language.nameOfNode(other.node) +
+                       " can interrupt the other, since both priorities are above the limits; "
+                       "raise a limit");
+    }
+  }
+}
