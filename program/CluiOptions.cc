@@ -130,8 +130,8 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
   }
   if (!options.show) options.language = *names++;
   options.files.assign(names, end);
-  if (options.lint && !options.files.empty()) {
-    std::fputs("clui: --lint accepts no FILE\n", stderr);
+  if (options.lint && (!options.files.empty() || !options.texts.empty())) {
+    std::fputs("clui: --lint accepts neither a FILE nor -e\n", stderr);
     return BadUsage();
   }
   if (options.play && options.files.empty()) {

@@ -192,20 +192,18 @@ void CluiRun::readLines(CluiSource& source) {
 
 // Prints what is to be said about the language. Of a script that failed, only words are examined.
 int CluiRun::lint(bool isLoaded) {
-  YcluiParser* const parser = YcluiParser::Live(0);
-  if (parser == nullptr) return Unable;
-  const std::vector<CluiFinding> findings = CluiLint(*parser, grammars_, isLoaded);
+  const std::vector<CluiFinding> findings = CluiLint(grammars_, isLoaded);
   for (const CluiFinding& finding : findings) {
     const CluiScriptPlace& place = finding.place;
     const std::wstring text =
         encoding_.fromUtf8(place.file + ":" + std::to_string(place.line) + ":" +
                            std::to_string(place.column) + ": " + finding.kind + " ");
-    std::puts(encoding_.toUser(text + encoding_.fromSystem(finding.subject + ": " + finding.text))
-                  .c_str());
+    const std::wstring rest = encoding_.fromSystem(finding.subject + ": " + finding.text);
+    std::puts(encoding_.toUser(text + rest).c_str());
   }
   // The codes are about texts that were tried.
   diagnostics_.dropCodes();
-  if (std::fflush(stdout) != 0) outcome_.unable = true;
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) outcome_.unable = true;
   return findings.empty() ? AllAccepted : SomethingRefused;
 }
 

@@ -75,17 +75,20 @@ std::string CluiAtPlace(const CluiScriptPlace& place) {
          std::to_string(place.column);
 }
 
-std::vector<CluiFinding> CluiLint(YcluiParser& parser, const CluiGrammarRecorder& recorder,
-                                  bool isLoaded) {
-  const CluiGrammar* const grammar = recorder.grammarOf(parser);
-  if (grammar == nullptr || parser.lex() == nullptr) return {};
-  CluiLintedLanguage language(*grammar, recorder, *parser.lex());
-  for (const CluiCheck check : WordChecks) check(language);
-  if (isLoaded && language.model.isComplete()) {
-    for (const CluiCheck check : SyntaxChecks) check(language);
+std::vector<CluiFinding> CluiLint(const CluiGrammarRecorder& recorder, bool isLoaded) {
+  std::vector<CluiFinding> findings;
+  YcluiParser* parser = nullptr;
+  for (int i = 0; (parser = YcluiParser::Live(i)) != nullptr; ++i) {
+    const CluiGrammar* const grammar = recorder.grammarOf(*parser);
+    if (grammar == nullptr || parser->lex() == nullptr) continue;
+    CluiLintedLanguage language(*grammar, recorder, *parser->lex());
+    for (const CluiCheck check : WordChecks) check(language);
+    if (isLoaded && language.model.isComplete()) {
+      for (const CluiCheck check : SyntaxChecks) check(language);
+    }
+    findings.insert(findings.end(), language.findings().begin(), language.findings().end());
   }
-  std::vector<CluiFinding>& findings = language.findings();
   std::sort(findings.begin(), findings.end());
   findings.erase(std::unique(findings.begin(), findings.end()), findings.end());
-  return std::move(findings);
+  return findings;
 }

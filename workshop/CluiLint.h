@@ -8,9 +8,6 @@
 
 #include "workshop/CluiGrammarRecorder.h"
 
-class YcluiLex;
-class YcluiParser;
-
 struct CluiFinding {
   CluiScriptPlace place;
   std::string kind;     // such as "unreached", in ASCII
@@ -20,10 +17,9 @@ struct CluiFinding {
   auto operator<=>(const CluiFinding&) const = default;
 };
 
-// What is wrong with the language of a parser, in the order of the script. Reads texts with the
-// lexer of the parser, and so ends an unfinished command; records codes. `recorder` has ended. Of a
-// script that failed, only the words are examined.
-std::vector<CluiFinding> CluiLint(YcluiParser& parser, const CluiGrammarRecorder& recorder,
-                                  bool isLoaded);
+// What is wrong with the languages of all parsers that the recorder saw and that are alive, in the
+// order of the script. Reads texts with their lexers, so an unfinished line is lost, and records
+// codes. Of a script that failed, only the words are examined. `recorder` has ended.
+std::vector<CluiFinding> CluiLint(const CluiGrammarRecorder& recorder, bool isLoaded);
 
 #endif  // WORKSHOP_CLUILINT_H_

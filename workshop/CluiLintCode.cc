@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "lex/YcluiToken.h"
@@ -52,33 +54,58 @@ class FormWords {
   explicit FormWords(CluiLintedLanguage& language)
       : language_(language), positions_(language.model, language.paths) {}
 
-  // False when nothing can be said: too many paths, or the word of a word that works anywhere that
-  // is not the last one.
-  bool find(const Code& code, const CluiForm& form, Words& words) {
-    words.clear();
+  // Valid until the next call. Null when nothing can be said: there are too many paths, or the form
+  // means another word than the last one for a word that works anywhere.
+  const Words* find(const Code& code, const CluiForm& form) {
     if (code.node < 0) {
-      if (code.tokenId == 0 || form.kind != CluiForm::Kind::FromEnd || form.number != 0) {
-        return false;
-      }
-      words = language_.wordsOf(code.tokenId);
-      return true;
+      const bool isKnown =
+          code.tokenId != 0 && form.kind == CluiForm::Kind::FromEnd && form.number == 0;
+      return isKnown ? &language_.wordsOf(code.tokenId) : nullptr;
     }
-    if (!language_.paths.isComplete() || !language_.paths.isReached(code.node)) return false;
-    const std::optional<std::set<int>> nodes = positions_.nodesFor(code.node, form);
-    if (!nodes) return false;
-    std::set<std::uint32_t> ids;
-    for (const int node : *nodes) ids.insert(language_.nodeAt(node).tokenId);
-    for (const std::uint32_t id : ids) {
-      const Words& named = language_.wordsOf(id);
-      if (named.empty()) return false;
-      words.insert(words.end(), named.begin(), named.end());
+    if (!language_.paths.isComplete() || !language_.paths.isReached(code.node)) return nullptr;
+    if (form.kind == CluiForm::Kind::FromEnd && form.number == 0) {
+      return &language_.wordsOf(language_.nodeAt(code.node).tokenId);
     }
-    return true;
+    const Known* const known = findBefore(code.node, form);
+    if (known == nullptr || !known->isSure) return nullptr;
+    if (known->nodes.contains(code.node) || !positions_.canBeAt(code.node, form)) {
+      return &known->words;
+    }
+    own_ = known->words;
+    const Words& last = language_.wordsOf(language_.nodeAt(code.node).tokenId);
+    own_.insert(own_.end(), last.begin(), last.end());
+    return &own_;
   }
 
  private:
+  struct Known {
+    std::set<int> nodes;
+    Words words;  // all names of the words that the nodes accept
+    bool isSure = true;
+  };
+
   CluiLintedLanguage& language_;
   CluiWordPositions positions_;
+  std::map<std::tuple<int, CluiForm::Kind, long>, Known> known_;
+  Words own_;
+
+  const Known* findBefore(int node, const CluiForm& form) {
+    const auto key = std::make_tuple(positions_.keyOf(node), form.kind, form.number);
+    const auto [entry, isNew] = known_.try_emplace(key);
+    Known& known = entry->second;
+    if (!isNew) return &known;
+    std::optional<std::set<int>> nodes = positions_.nodesFor(node, form);
+    known.isSure = nodes.has_value();
+    if (nodes) known.nodes = std::move(*nodes);
+    std::set<std::uint32_t> ids;
+    for (const int each : known.nodes) ids.insert(language_.nodeAt(each).tokenId);
+    for (const std::uint32_t id : ids) {
+      const Words& named = language_.wordsOf(id);
+      if (named.empty()) known.isSure = false;
+      known.words.insert(known.words.end(), named.begin(), named.end());
+    }
+    return &known;
+  }
 };
 
 std::string TokenArgumentFor(const CluiForm& form) {
@@ -166,12 +193,14 @@ class CodeTexts {
 
 void AddVariants(const Code& code, FormWords& formWords, CodeTexts& texts) {
   const CluiTemplate parsed(code.text);
-  std::map<const CluiForm*, Words> words;
+  std::map<const CluiForm*, Words> words;  // the first ones
   std::size_t variants = 1;
   for (const CluiForm& form : parsed.forms()) {
-    Words& found = words[&form];
-    if (SelectsWord(form) && !formWords.find(code, form, found)) found.clear();
-    variants = std::max(variants, std::min(found.size(), MostVariants));
+    const Words* const found = SelectsWord(form) ? formWords.find(code, form) : nullptr;
+    if (found == nullptr) continue;
+    const std::size_t count = std::min(found->size(), MostVariants);
+    words[&form].assign(found->data(), found->data() + count);
+    variants = std::max(variants, count);
   }
   for (std::size_t i = 0; i < variants; ++i) {
     texts.add(parsed.filled([&](const CluiForm& form) { return StandIn(form, words[&form], i); }),
@@ -183,13 +212,11 @@ void AddVariants(const Code& code, FormWords& formWords, CodeTexts& texts) {
 
 void CluiCheckTemplates(CluiLintedLanguage& language) {
   FormWords formWords(language);
-  Words words;
   for (const Code& code : CodesOf(language)) {
     const CluiTemplate parsed(code.text);
     for (const CluiForm& form : parsed.forms()) {
-      if (SelectsWord(form) && formWords.find(code, form, words)) {
-        CheckForm(language, code, form, words);
-      }
+      const Words* const words = SelectsWord(form) ? formWords.find(code, form) : nullptr;
+      if (words != nullptr) CheckForm(language, code, form, *words);
     }
   }
 }

@@ -45,6 +45,30 @@ std::uint32_t WordAfter(const CluiFragment& call, const CluiFragment* part) {
   return id != 0 ? id : FirstWordOf(call);
 }
 
+// For each node whether a word there or after it has code that resets the parser, which ends a
+// command too.
+std::vector<bool> NodesBeforeReset(const CluiSyntaxModel& model) {
+  std::vector<std::vector<std::size_t>> previous(model.nodes().size());
+  std::vector<bool> isBefore(model.nodes().size());
+  std::vector<std::size_t> work;
+  for (std::size_t i = 0; i < model.nodes().size(); ++i) {
+    const CluiModelNode& node = model.nodes()[i];
+    for (const int next : node.next) previous[static_cast<std::size_t>(next)].push_back(i);
+    if (node.code == nullptr || node.code->code.find("(clui-reset") == std::string::npos) continue;
+    isBefore[i] = true;
+    work.push_back(i);
+  }
+  while (!work.empty()) {
+    const std::size_t node = work.back();
+    work.pop_back();
+    for (const std::size_t before : previous[node]) {
+      if (!isBefore[before]) work.push_back(before);
+      isBefore[before] = true;
+    }
+  }
+  return isBefore;
+}
+
 }  // namespace
 
 void CluiCheckSharedEnds(CluiLintedLanguage& language) {
@@ -87,17 +111,17 @@ void CluiCheckUnreached(CluiLintedLanguage& language) {
 void CluiCheckEndless(CluiLintedLanguage& language) {
   if (!language.paths.isComplete()) return;
   const std::string mend = "; put a word that ends it after the repeated part";
+  const std::vector<bool> isReset = NodesBeforeReset(language.model);
   if (language.paths.isEndless()) {
+    if (isReset[static_cast<std::size_t>(language.model.start())]) return;
     const CluiFragment& syntax = language.grammar.syntax;
     language.add(syntax.place, "endless", language.nameOf(FirstWordOf(syntax)),
                  "no command ends, since nothing follows a repeated part" + mend);
     return;
   }
   for (const int node : language.paths.endlessNodes()) {
+    if (isReset[static_cast<std::size_t>(node)]) continue;
     const CluiModelNode& word = language.nodeAt(node);
-    const bool resets =
-        word.code != nullptr && word.code->code.find("(clui-reset") != std::string::npos;
-    if (resets) continue;
     language.add(
         word.call->place, "endless", language.nameOf(word.tokenId),
         "a command with this word never ends, since nothing follows a repeated part" + mend);

@@ -16,6 +16,7 @@ CluiWordPositions::CluiWordPositions(const CluiSyntaxModel& model, const CluiSyn
   const std::vector<CluiModelNode>& nodes = model_.nodes();
   previous_.resize(nodes.size());
   hasWordBefore_.resize(nodes.size());
+  keys_.resize(nodes.size());
   std::vector<int> work;
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     for (const int next : nodes[i].next) previous_[Index(next)].push_back(static_cast<int>(i));
@@ -28,6 +29,36 @@ CluiWordPositions::CluiWordPositions(const CluiSyntaxModel& model, const CluiSyn
       if (hasWordBefore_[Index(next)]) continue;
       hasWordBefore_[Index(next)] = true;
       if (nodes[Index(next)].tokenId == 0) work.push_back(next);
+    }
+  }
+  findKeys();
+}
+
+// Follows the links backwards from each node while there is only one. The key is the node at which
+// they fork or begin, or the complement of a token node on the way.
+void CluiWordPositions::findKeys() {
+  std::vector<bool> isKnown(keys_.size());
+  std::vector<int> chain;
+  for (std::size_t i = 0; i < keys_.size(); ++i) {
+    int node = static_cast<int>(i);
+    int key = node;
+    for (chain.clear();; node = key) {
+      key = node;
+      if (isKnown[Index(node)]) {
+        key = keys_[Index(node)];
+        break;
+      }
+      chain.push_back(node);
+      if (previous_[Index(node)].size() != 1) break;
+      key = previous_[Index(node)].front();
+      if (model_.nodes()[Index(key)].tokenId != 0) {
+        key = ~key;
+        break;
+      }
+    }
+    for (const int each : chain) {
+      keys_[Index(each)] = key;
+      isKnown[Index(each)] = true;
     }
   }
 }
@@ -44,12 +75,16 @@ std::optional<std::set<int>> CluiWordPositions::nodesFor(int node, const CluiFor
     if (level(static_cast<std::size_t>(i)).empty()) return std::set<int>();
   }
   const std::set<int>& there = level(static_cast<std::size_t>(form.number));
-  const std::set<int> before = allBefore(node);
+  const std::set<int>& before = allBefore(node);
   std::set<int> both;
   std::copy_if(before.begin(), before.end(), std::inserter(both, both.end()),
                [&](int found) { return there.contains(found); });
-  if (there.contains(node)) both.insert(node);
   return both;
+}
+
+bool CluiWordPositions::canBeAt(int node, const CluiForm& form) {
+  if (form.kind == CluiForm::Kind::FromEnd) return form.number == 0;
+  return form.number <= FarthestStep && level(static_cast<std::size_t>(form.number)).contains(node);
 }
 
 // The reached token nodes that can accept the word after these nodes.
@@ -104,15 +139,11 @@ const std::set<int>& CluiWordPositions::level(std::size_t number) {
   return levels_[number];
 }
 
-// The token nodes before the node on any path to it. Words with the same single node before them,
-// such as the choices of one repetition, have the same ones.
-std::set<int> CluiWordPositions::allBefore(int node) {
-  const std::vector<int>& previous = previous_[Index(node)];
-  if (previous.size() != 1) return searchBack(node);
-  const int key = previous.front();
-  const auto known = allBefore_.find(key);
-  if (known != allBefore_.end()) return known->second;
-  return allBefore_[key] = searchBack(node);
+// The token nodes before the node on any path to it.
+const std::set<int>& CluiWordPositions::allBefore(int node) {
+  const auto [entry, isNew] = allBefore_.try_emplace(keyOf(node));
+  if (isNew) entry->second = searchBack(node);
+  return entry->second;
 }
 
 std::set<int> CluiWordPositions::searchBack(int node) const {

@@ -20,10 +20,14 @@ class CluiWordPositions {
   CluiWordPositions(const CluiSyntaxModel& model, const CluiSyntaxPaths& paths);
 
   // The token nodes at which the word of a form of kind FromStart or FromEnd can have been accepted
-  // when `node` has accepted the last word of the command. The command of each path that leads to
-  // `node` is considered; the set is empty when none has such a word. Nothing when there are too
-  // many paths to say.
+  // before `node` accepted the last word of the command, over all paths that lead to the node.
+  // Empty when there is none; nothing when there are too many paths to say. The last word itself is
+  // not considered, so it is no answer for $$.
   std::optional<std::set<int>> nodesFor(int node, const CluiForm& form);
+  // Nodes with the same number here have the same results of nodesFor.
+  int keyOf(int node) const { return keys_[static_cast<std::size_t>(node)]; }
+  // Whether the form can mean the last word, which `node` has accepted.
+  bool canBeAt(int node, const CluiForm& form);
 
  private:
   static constexpr long FarthestStep = 64;
@@ -33,14 +37,16 @@ class CluiWordPositions {
   std::vector<std::vector<int>> previous_;  // the links, backwards
   std::vector<bool> hasWordBefore_;         // for each node, on some path to it
   std::vector<std::set<int>> levels_;       // the token nodes of the first, second ... word
-  std::map<int, std::set<int>> allBefore_;  // of the structural node before a word
+  std::vector<int> keys_;                   // the farthest node before which there is only one way
+  std::map<int, std::set<int>> allBefore_;  // by key
 
   // Whether a command goes on after the node has accepted a word.
   bool goesOn(int node) const { return paths_.isReached(node) && !paths_.endsCommand(node); }
   std::set<int> nodesAfter(const std::vector<int>& nodes) const;
   std::set<int> nodesBefore(const std::set<int>& nodes) const;
   const std::set<int>& level(std::size_t number);
-  std::set<int> allBefore(int node);
+  const std::set<int>& allBefore(int node);
+  void findKeys();
   std::set<int> searchBack(int node) const;
 };
 
