@@ -199,7 +199,8 @@ void CluiGrammarRecorder::noteWord(const Call& call) {
 // same address. What is stored for the address is replaced then, and until then no call that
 // succeeds can have it as an argument.
 void CluiGrammarRecorder::noteFragment(const Call& call, CluiFragment::Kind kind) {
-  CluiFragment fragment;
+  Built built;
+  CluiFragment& fragment = built.fragment;
   fragment.kind = kind;
   fragment.place = call.place;
   fragment.form = call.form;
@@ -222,20 +223,26 @@ void CluiGrammarRecorder::noteFragment(const Call& call, CluiFragment::Kind kind
         break;
       }
       default:
-        part = take(argument.handle);
+        Built inner = take(argument.handle);
+        part = std::move(inner.fragment);
+        built.depth = std::max(built.depth, inner.depth + 1);
     }
     fragment.parts.push_back(std::move(part));
   }
-  fragments_[call.result.handle] = std::move(fragment);
+  if (built.depth > MostDepth) {
+    fragment.parts.clear();
+    built.depth = 0;
+  }
+  fragments_[call.result.handle] = std::move(built);
 }
 
-CluiFragment CluiGrammarRecorder::take(const void* handle) {
+CluiGrammarRecorder::Built CluiGrammarRecorder::take(const void* handle) {
   auto node = fragments_.extract(handle);
-  return node.empty() ? CluiFragment() : std::move(node.mapped());
+  return node.empty() ? Built() : std::move(node.mapped());
 }
 
 void CluiGrammarRecorder::noteSyntax(const Call& call) {
-  CluiFragment syntax = take(call.result.handle);
+  CluiFragment syntax = take(call.result.handle).fragment;
   CluiGrammar* const grammar = grammarFor(call);
   if (grammar == nullptr) return;
   if (!grammar->syntax.parts.empty()) {
@@ -284,7 +291,7 @@ void CluiGrammarRecorder::eachCall(const Visit& visit) {
     EachCall(grammar->syntax, visit);
     for (CluiFragment& syntax : grammar->formerSyntaxes) EachCall(syntax, visit);
   }
-  for (auto& [handle, fragment] : fragments_) EachCall(fragment, visit);
+  for (auto& [handle, built] : fragments_) EachCall(built.fragment, visit);
 }
 
 const CluiGrammar* CluiGrammarRecorder::grammarOf(const YcluiParser& parser) const {
@@ -294,6 +301,6 @@ const CluiGrammar* CluiGrammarRecorder::grammarOf(const YcluiParser& parser) con
 
 std::vector<const CluiFragment*> CluiGrammarRecorder::unusedFragments() const {
   std::vector<const CluiFragment*> unused;
-  for (const auto& [handle, fragment] : fragments_) unused.push_back(&fragment);
+  for (const auto& [handle, built] : fragments_) unused.push_back(&built.fragment);
   return unused;
 }

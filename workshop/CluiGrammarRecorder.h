@@ -22,10 +22,13 @@ struct CluiKeyFormat {
 };
 
 // While it exists, successful calls of the primitives that declare words and syntax are recorded,
-// with their positions; nothing else about them changes. There is at most one in a process, since
-// the primitives stay replaced.
+// with their positions; nothing else about them changes. Parts of a syntax that is nested more than
+// MostDepth deep are not recorded: the fragment has no parts. There is at most one recorder in a
+// process, since the primitives stay replaced.
 class CluiGrammarRecorder {
  public:
+  static constexpr int MostDepth = 10'000;
+
   CluiGrammarRecorder() = default;
   CluiGrammarRecorder(const CluiGrammarRecorder&) = delete;
   CluiGrammarRecorder& operator=(const CluiGrammarRecorder&) = delete;
@@ -54,7 +57,11 @@ class CluiGrammarRecorder {
   struct Call;
 
   std::map<long, std::unique_ptr<CluiGrammar>> grammars_;  // by the number of the parser
-  std::map<const void*, CluiFragment> fragments_;          // that exist and are not used yet
+  struct Built {
+    CluiFragment fragment;
+    int depth = 0;
+  };
+  std::map<const void*, Built> fragments_;  // that exist and are not used yet
   std::vector<CluiKeyFormat> keyFormats_;
   bool records_ = false;
   bool maySetSyntax_ = false;
@@ -69,7 +76,7 @@ class CluiGrammarRecorder {
   void noteSyntax(const Call& call);
   void noteAnywhere(const Call& call);
   CluiGrammar* grammarFor(const Call& call);
-  CluiFragment take(const void* handle);
+  Built take(const void* handle);
   // Calls `visit` with each declaration.
   template <class Visit>
   void eachCall(const Visit& visit);

@@ -113,6 +113,15 @@ std::string TokenArgumentFor(const CluiForm& form) {
   return "(token-argument $p " + std::to_string(word) + " " + std::to_string(form.argument) + ")";
 }
 
+// What a user can type as an argument beyond the declared ones is a text.
+std::string TextInCode(const CluiForm& form, const CluiWord& word) {
+  const auto index = static_cast<std::size_t>(form.argument);
+  const std::string which = index < word.types.size() ? "argument " + std::to_string(index + 1)
+                                                      : "an argument that is added to those";
+  return form.text + " inserts a text that a user typed into code, " + which + " of " +
+         CluiInQuotes(word.name) + "; write " + TokenArgumentFor(form) + " without quotes instead";
+}
+
 void CheckForm(CluiLintedLanguage& language, const Code& code, const CluiForm& form,
                const Words& words) {
   if (words.empty()) {
@@ -123,20 +132,26 @@ void CheckForm(CluiLintedLanguage& language, const Code& code, const CluiForm& f
   }
   if (form.argument < 0) return;
   const auto index = static_cast<std::size_t>(form.argument);
-  std::size_t most = 0;
+  const CluiWord* unsafe = nullptr;
+  bool isDeclared = false;
   for (const CluiWord* word : words) {
-    most = std::max(most, word->types.size());
-    if (index < word->types.size() && word->types[index] == YcluiValueString) {
-      return language.add(code.place, "text-in-code", code.subject,
-                          form.text + " inserts a text that a user typed into code, argument " +
-                              std::to_string(index + 1) + " of " + CluiInQuotes(word->name) +
-                              "; write " + TokenArgumentFor(form) + " without quotes instead");
-    }
+    const bool declares = index < word->types.size();
+    const bool isText = declares ? word->types[index] == YcluiValueString : !word->types.empty();
+    if (isText && unsafe == nullptr) unsafe = word;
+    isDeclared = isDeclared || declares;
   }
-  if (index < most) return;
-  language.add(code.place, "missing-argument", code.subject,
-               CluiInQuotes(words.front()->name) + " has no argument for " + form.text +
-                   ", it has " + std::to_string(most) + "; count the arguments from 0");
+  if (!isDeclared) {
+    const std::string reason = unsafe == nullptr
+                                   ? " has no arguments"
+                                   : " declares only " + std::to_string(unsafe->types.size()) +
+                                         ", and what a user adds is a text";
+    language.add(code.place, "missing-argument", code.subject,
+                 form.text + " is no argument, since " +
+                     CluiInQuotes((unsafe == nullptr ? words.front() : unsafe)->name) + reason +
+                     "; count the arguments from 0, or declare it");
+  } else if (unsafe != nullptr) {
+    language.add(code.place, "text-in-code", code.subject, TextInCode(form, *unsafe));
+  }
 }
 
 // What a form inserts in one of several variants. A number replaces text of users, since code that

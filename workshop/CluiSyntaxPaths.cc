@@ -114,7 +114,7 @@ void CluiSyntaxPaths::explore() {
   if (model_.nodes().empty()) return;
   add({model_.start()}, {-1, 0});
   for (int at = 0; at < static_cast<int>(states_.size()); ++at) {
-    if (visits_ > MostVisits) {
+    if (visits_ > MostVisits || states_.size() > MostStates) {
       isComplete_ = false;
       return;
     }

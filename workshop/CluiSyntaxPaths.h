@@ -13,12 +13,13 @@
 #include "workshop/CluiSyntaxModel.h"
 
 // Follows the steps of all words from the beginning of a command, each until the command ends. A
-// state is the set of nodes after which the next word can come. The exploration stops after
-// MostVisits nodes have been looked at, so it takes seconds at most; the results are then
-// incomplete.
+// state is the set of nodes after which the next word can come. The exploration stops when it has
+// looked at MostVisits nodes or found MostStates states, so it takes seconds at most; the results
+// are then incomplete.
 class CluiSyntaxPaths {
  public:
   static constexpr std::size_t MostVisits = 30'000'000;
+  static constexpr std::size_t MostStates = 200'000;
 
   // A step by which several nodes end a command, and the words before it.
   struct SharedEnd {
