@@ -83,6 +83,7 @@ std::vector<CluiFinding> CluiLint(const CluiGrammarRecorder& recorder, bool isLo
     if (grammar == nullptr || parser->lex() == nullptr) continue;
     CluiLintedLanguage language(*grammar, recorder, *parser->lex());
     for (const CluiCheck check : WordChecks) check(language);
+    if (isLoaded) CluiCheckSize(language);
     if (isLoaded && language.model.isComplete()) {
       for (const CluiCheck check : SyntaxChecks) check(language);
     }

@@ -59,7 +59,8 @@ void CluiCheckHiddenWords(CluiLintedLanguage& language);
 void CluiCheckRecordings(CluiLintedLanguage& language);
 void CluiCheckUnusedWords(CluiLintedLanguage& language);
 
-// Syntax.
+// Syntax. The first check reports when the others cannot examine the syntax, or not all of it.
+void CluiCheckSize(CluiLintedLanguage& language);
 void CluiCheckSharedEnds(CluiLintedLanguage& language);
 void CluiCheckUnreached(CluiLintedLanguage& language);
 void CluiCheckEndless(CluiLintedLanguage& language);

@@ -71,6 +71,20 @@ std::vector<bool> NodesBeforeReset(const CluiSyntaxModel& model) {
 
 }  // namespace
 
+void CluiCheckSize(CluiLintedLanguage& language) {
+  const CluiFragment& syntax = language.grammar.syntax;
+  const std::string name = language.nameOf(FirstWordOf(syntax));
+  if (!language.model.isComplete()) {
+    if (syntax.place.line == 0) return;  // there is none
+    language.add(syntax.place, "too-large", name,
+                 "the syntax is nested too deeply, so it was not examined; nest it less");
+  } else if (!language.paths.isComplete()) {
+    language.add(syntax.place, "too-large", name,
+                 "too many states are possible, so it was not examined which words are reached; "
+                 "let fewer alternatives begin with the same words");
+  }
+}
+
 void CluiCheckSharedEnds(CluiLintedLanguage& language) {
   for (const CluiSyntaxPaths::SharedEnd& shared : language.paths.sharedEnds()) {
     std::vector<std::uint32_t> words = shared.before;
