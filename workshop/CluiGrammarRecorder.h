@@ -21,10 +21,11 @@ struct CluiKeyFormat {
   CluiScriptPlace place;
 };
 
-// While it exists, successful calls of the primitives that declare words and syntax are recorded,
-// with their positions; nothing else about them changes. Parts of a syntax that is nested more than
-// MostDepth deep are not recorded: the fragment has no parts. There is at most one recorder in a
-// process, since the primitives stay replaced.
+// Between start and end, successful calls of the primitives that declare words and syntax are
+// recorded, with their positions. Results and errors stay the same; but the names are macros, which
+// a script notices if it assigns to them by set! or gets them from a module as values. Parts of a
+// syntax that is nested more than MostDepth deep are not recorded: the fragment has no parts. There
+// is at most one recorder in a process, since the primitives stay replaced.
 class CluiGrammarRecorder {
  public:
   static constexpr int MostDepth = 10'000;

@@ -3,7 +3,8 @@
 ;;; clui runs this file before the script of a language that it examines. The primitives below
 ;;; become macros, because only a macro knows the position of a call. A call has the result of the
 ;;; primitive, or its error; a name that is not called, as in (apply clui-syntax parts), is a
-;;; procedure. All this is in a module of its own, so that a script may redefine any name.
+;;; procedure. Only set! and module-ref see the difference. All this is in a module of its own, so
+;;; that a script may redefine any name.
 
 (define-module (yqrt workshop)
   #:use-module (language tree-il)
