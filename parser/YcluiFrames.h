@@ -26,6 +26,8 @@ class YcluiFrames {
   void replaceSyntax(YcluiSyntaxGraph* graph);
   // Takes ownership of the node. Does nothing without a syntax, or for null.
   void addIndefinite(YcluiSyntaxNode* node);
+  // The syntax, null before there is one.
+  const YcluiSyntaxGraph* graph() const { return graph_; }
   // The node whose successors are the indefinite nodes; null without a syntax.
   const YcluiSyntaxNode* indefiniteRoot() const { return indefiniteRoot_; }
   // Destroys the retired graphs. Called when no operation of the parser is running.

@@ -163,6 +163,14 @@ void YcluiParser::addIndefiniteNode(YcluiSyntaxNode* node) {
   core->frames.addIndefinite(node);
 }
 
+const YcluiSyntaxGraph* YcluiParser::syntaxGraph() const {
+  return core->frames.graph();
+}
+
+const YcluiSyntaxNode* YcluiParser::indefiniteRoot() const {
+  return core->frames.indefiniteRoot();
+}
+
 YWord YcluiParser::pushFrame() {
   const YcluiLineParser* below = core->frames.current();
   if (below == nullptr) return 0;

@@ -206,6 +206,11 @@ class YQRT_API YcluiParser {
   // node. Null is ignored.
   void addIndefiniteNode(YcluiSyntaxNode* node);
 
+  // The present graph, and the structural node whose successors are the indefinite nodes. They still
+  // belong to the parser. Null without a syntax.
+  const YcluiSyntaxGraph* syntaxGraph() const;
+  const YcluiSyntaxNode* indefiniteRoot() const;
+
   // --- Frames, by which one command interrupts another; all frames walk the same graph
 
   // Puts an empty frame on top, with the whole line of the one below as its prefix; echoes and logs
