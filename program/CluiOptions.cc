@@ -15,6 +15,9 @@ constexpr char Help[] =
     R"(Usage: clui [OPTION]... LANGUAGE.scm [FILE]...
        clui --show [--encoding NAME] [--inside NAME] RECORDING...
        clui --lint LANGUAGE.scm
+       clui --diagram LANGUAGE.scm [WORD]...
+       clui --dot LANGUAGE.scm
+       clui --manual LANGUAGE.scm
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
 without a FILE, lines are typed with editing, completion and a history.
@@ -35,6 +38,12 @@ without a FILE, lines are typed with editing, completion and a history.
       --show         print recordings, converted to the encoding
       --lint         examine LANGUAGE.scm, which is loaded, and print what is
                      wrong with its words, its syntax and its code
+      --diagram      print railroad diagrams as SVG, of the commands that begin with
+                     or contain a WORD, or of all. With this and the next two
+                     options each TEXT of -e is read before, and no file
+      --dot          print the graph of the syntax, for Graphviz
+      --manual       print a manual of the language as a page of HTML. Commands
+                     of a syntax that a TEXT of -e sets get a chapter
   -q, --quiet        no progress, no summary and no greeting
       --every        report every refused word; by default the first of a line
                      and the number of the others
@@ -62,7 +71,10 @@ enum LongOnly {
   OptNest,
   OptPlay,
   OptShow,
-  OptLint
+  OptLint,
+  OptDiagram,
+  OptDot,
+  OptManual
 };
 
 constexpr option LongOptions[] = {
@@ -76,6 +88,9 @@ constexpr option LongOptions[] = {
     {"play", no_argument, nullptr, OptPlay},
     {"show", no_argument, nullptr, OptShow},
     {"lint", no_argument, nullptr, OptLint},
+    {"diagram", no_argument, nullptr, OptDiagram},
+    {"dot", no_argument, nullptr, OptDot},
+    {"manual", no_argument, nullptr, OptManual},
     {"quiet", no_argument, nullptr, 'q'},
     {"every", no_argument, nullptr, OptEvery},
     {"trace", no_argument, nullptr, OptTrace},
@@ -117,6 +132,20 @@ bool ReadInside(const char* name, YEncoding::Kind& kind) {
   return false;
 }
 
+// Reads the arguments after the language of which a picture is drawn.
+CluiStart ReadWords(char** names, char** end, CluiOptions& options) {
+  if (options.play || options.show || !options.log.empty()) {
+    std::fputs("clui: --diagram, --dot and --manual read no recording and write none\n", stderr);
+    return BadUsage();
+  }
+  if (names != end && options.drawing != CluiDrawing::Diagram) {
+    std::fprintf(stderr, "clui: --dot and --manual read no file, found \"%s\"\n", *names);
+    return BadUsage();
+  }
+  options.words.assign(names, end);
+  return CluiStart::Run;
+}
+
 // Reads the arguments after the options.
 CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
   if (options.append && options.log.empty()) {
@@ -129,6 +158,7 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
     return BadUsage();
   }
   if (!options.show) options.language = *names++;
+  if (options.drawing != CluiDrawing::None) return ReadWords(names, end, options);
   options.files.assign(names, end);
   if (options.lint && (!options.files.empty() || !options.texts.empty())) {
     std::fputs("clui: --lint accepts neither a FILE nor -e\n", stderr);
@@ -189,6 +219,15 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptLint:
         options.lint = true;
+        break;
+      case OptDiagram:
+        options.drawing = CluiDrawing::Diagram;
+        break;
+      case OptDot:
+        options.drawing = CluiDrawing::Graph;
+        break;
+      case OptManual:
+        options.drawing = CluiDrawing::Manual;
         break;
       case OptHelp:
         return Print(Help);

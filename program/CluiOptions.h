@@ -9,6 +9,9 @@
 #include "foundation/YEncoding.h"
 #include "parser/YcluiLogNestStyle.h"
 
+// A picture or a page of a language.
+enum class CluiDrawing { None, Diagram, Graph, Manual };
+
 struct CluiOptions {
   std::string language;                        // the script that creates the parser
   std::vector<std::string> texts;              // of -e, in order
@@ -22,13 +25,15 @@ struct CluiOptions {
   bool play = false;                           // the files are recordings to be played
   bool show = false;                           // print recordings, and nothing else
   bool lint = false;                           // examine the language, and nothing else
+  CluiDrawing drawing = CluiDrawing::None;     // write it instead of reading files
+  std::vector<std::string> words;              // that commands of a diagram have; empty: all
   bool typed = false;                          // input is typed in a terminal
   bool quiet = false;                          // neither progress nor summary
   bool trace = false;                          // every token, echo and command
   bool every = false;                          // report every refused word of a line
 
   // Whether a task of the workshop needs what the script declared (CluiGrammarRecorder).
-  bool examines() const { return lint; }
+  bool examines() const { return lint || drawing != CluiDrawing::None; }
 };
 
 // What is left to do after the options are read.

@@ -36,7 +36,8 @@ CluiRun::CluiRun(const CluiOptions& options)
       feeder_(encoding_, reading_, diagnostics_, outcome_),
       recorder_(options, reading_, diagnostics_, outcome_),
       player_(reading_, diagnostics_, feeder_, progress_, outcome_),
-      typist_(reading_, diagnostics_, feeder_, outcome_) {}
+      typist_(reading_, diagnostics_, feeder_, outcome_),
+      draw_(options, encoding_, reading_, diagnostics_, grammars_) {}
 
 int CluiRun::run() {
   std::string error;
@@ -54,7 +55,9 @@ int CluiRun::run() {
     finish();
     return outcome_.unable ? Unable : status;
   }
-  if (recorder_.start()) {
+  if (options_.drawing != CluiDrawing::None) {
+    draw();
+  } else if (recorder_.start()) {
     typist_.isOpen() ? typist_.run(options_.quiet) : readInputs();
     recorder_.end();
   } else {
@@ -91,6 +94,10 @@ bool CluiRun::start() {
 void CluiRun::setPorts() {
   std::string text = "(for-each (lambda (port) (set-port-encoding! port \"" + options_.encoding +
                      "\")) (list (current-input-port) (current-output-port) (current-error-port)))";
+  // Standard output is for the picture.
+  if (options_.drawing != CluiDrawing::None) {
+    text += "(set-current-output-port (current-error-port))";
+  }
   char result[64];
   YStatus status = {0};
   ScmVMExternal::ExecuteString(text.c_str(), result, sizeof result, status);
@@ -108,7 +115,7 @@ bool CluiRun::loadLanguage() {
       },
       &diagnostics_);
   const bool loaded = ScmVM::loadFile(options_.language.c_str()) != 0;
-  grammars_.end();
+  if (options_.drawing == CluiDrawing::None) grammars_.end();
   diagnostics_.reportCodes();
   if (!loaded || !findParser()) return false;
   listen();
@@ -158,6 +165,19 @@ void CluiRun::readTexts() {
   source.openText(text);
   reading_.setInput("-e");
   readLines(source);
+}
+
+// Texts may set the syntax that is to be drawn, as a mode does.
+void CluiRun::draw() {
+  draw_.loaded();
+  for (const std::string& text : options_.texts) {
+    CluiSource source;
+    source.openText(text + "\n");
+    reading_.setInput("-e");
+    readLines(source);
+    draw_.hasRead(text);
+  }
+  if (!draw_.print()) outcome_.unable = true;
 }
 
 void CluiRun::readFile(const std::string& name) {

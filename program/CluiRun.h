@@ -7,6 +7,7 @@
 
 #include "lex/YcluiToken.h"
 #include "program/CluiDiagnostics.h"
+#include "program/CluiDraw.h"
 #include "program/CluiFeeder.h"
 #include "program/CluiOptions.h"
 #include "program/CluiOutcome.h"
@@ -53,6 +54,8 @@ class CluiRun {
   CluiTypist typist_;
   CluiGrammarRecorder grammars_;  // records only for a task of the workshop
 
+  CluiDraw draw_;
+
   bool start();
   void setPorts();
   bool loadLanguage();
@@ -60,6 +63,7 @@ class CluiRun {
   void listen();
   void readInputs();
   void readTexts();
+  void draw();
   void readFile(const std::string& name);
   void readLines(CluiSource& source);
   int lint(bool isLoaded);
