@@ -81,8 +81,9 @@ class DotWriter {
 
   std::string attributesOf(const YcluiSyntaxNode& node) const {
     if (node.tokenId != 0) return wordAttributes(node, "rounded");
-    return node.kind == YcluiNodeClosure ? "shape=point color=gray40 tooltip=\"in a repetition\""
-                                         : "shape=point tooltip=\"structural\"";
+    return node.kind == YcluiNodeClosure
+               ? "shape=point height=0.07 color=gray40 tooltip=\"in a repetition\""
+               : "shape=point height=0.07 tooltip=\"structural\"";
   }
 
   std::string wordAttributes(const YcluiSyntaxNode& node, const char* style) const {

@@ -109,7 +109,7 @@ void CluiManual::addGroup(const std::string& heading, std::vector<CluiCommand>& 
   (isAnywhere ? anywhere_ : commands_) += static_cast<std::size_t>(count);
   const std::string anchor = anchorOf(heading);
   const std::string title = CluiEscaped(heading);
-  contents_ += "<div data-group><p>" + title + "</p><ul>\n";
+  contents_ += "<div data-group><p>" + title + "</p><ul role=\"list\">\n";
   body_ += "<section data-group aria-labelledby=\"" + anchor + "\">\n<h2 id=\"" + anchor + "\">" +
            title + "</h2>\n";
   for (CluiCommand& command : commands) {
@@ -146,8 +146,8 @@ void CluiManual::addTable(const char* heading, const char* name, const char* tex
                           const std::vector<CluiNamedText>& rows) {
   if (rows.empty()) return;
   const std::string anchor = anchorOf(heading);
-  contents_ += std::string("<div data-group><p>Names</p><ul>\n<li><a href=\"#") + anchor + "\">" +
-               heading + "</a></li>\n</ul></div>\n";
+  contents_ += std::string("<div data-group><p>Names</p><ul role=\"list\">\n<li><a href=\"#") +
+               anchor + "\">" + heading + "</a></li>\n</ul></div>\n";
   body_ += "<section data-group aria-labelledby=\"h-" + anchor + "\">\n<article id=\"" + anchor +
            "\" aria-label=\"" + heading + "\">\n<h2 id=\"h-" + anchor + "\"><a href=\"#" + anchor +
            "\">" + heading + "</a></h2>\n<table><thead><tr><th scope=\"col\">" + name +

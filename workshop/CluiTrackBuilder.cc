@@ -17,8 +17,7 @@ std::string NoteOf(const CluiFragment& priority) {
     note = "priority " + std::to_string(priority.priority);
   }
   if (priority.limit != DefaultPriority) {
-    note += (note.empty() ? "interrupted up to priority " : ", interrupted up to ") +
-            std::to_string(priority.limit);
+    note += (note.empty() ? "admits up to " : ", admits up to ") + std::to_string(priority.limit);
   }
   return note;
 }

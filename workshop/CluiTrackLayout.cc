@@ -14,6 +14,8 @@ using Size = CluiTrackSize;
 // At 13 pixels, in hundredths of a pixel.
 constexpr int NarrowWidth = 790;
 constexpr int FullWidth = 1330;
+constexpr int TextSize = 13;  // of words and notes, in pixels
+constexpr int NoteSize = 11;
 constexpr int SmallestRoom = 160;
 
 void LayOutBox(CluiTrack& track, int margin) {
@@ -144,7 +146,7 @@ void CluiLayOut(CluiTrack& track, int room) {
   track.shape = track.width;
   if (track.note.empty()) return;
   track.up += Size::NoteHeight;
-  track.width = std::max(track.width, CluiTextWidth(track.note));
+  track.width = std::max(track.width, CluiTextWidth(track.note) * NoteSize / TextSize);
 }
 
 int CluiTextWidth(std::string_view text) {

@@ -31,7 +31,7 @@ std::string TipOfWord(const CluiWordText& word) {
   if (first.shortest < first.name.size()) {
     tip += "; in short " + first.name.substr(0, first.shortest);
   }
-  if (!word.text.empty()) tip += ": " + word.text;
+  if (!word.text.empty()) tip += " \u2013 " + word.text;
   if (word.isAnywhere) tip += " (anywhere)";
   return tip;
 }
@@ -39,7 +39,7 @@ std::string TipOfWord(const CluiWordText& word) {
 std::string TipOfArgument(const CluiArgumentText& argument) {
   std::string tip = argument.type;
   if (!argument.range.empty()) tip += ", " + argument.range;
-  if (!argument.text.empty()) tip += ": " + argument.text;
+  if (!argument.text.empty()) tip += " \u2013 " + argument.text;
   return tip;
 }
 

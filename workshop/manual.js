@@ -76,7 +76,7 @@
       clear();
       field.focus();
     } else if (event.key === 'Enter' && active === field) {
-      const entry = best();
+      const entry = field.value.trim() === '' ? undefined : best();
       if (entry) goTo(entry);
     } else if (event.key in arrows && (active === field || links.includes(active))) {
       move(arrows[event.key]);
