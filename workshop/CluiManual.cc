@@ -18,7 +18,9 @@ constexpr char Legend[] = R"html(<section id="how-to-read" aria-labelledby="h-ho
 <p>A command follows the track from left to right; where the track divides, each way is right.
 Rounded boxes are words, typed as they are; of a word with an underlined beginning, that much is
 enough. Boxes with corners are values. A track that leads back, with an arrow, repeats what is
-above it. A box with a dashed edge is a word that is accepted at any point of a command.</p>
+above it. A box with a dashed edge is a word that is accepted at any point of a command. Of two
+commands, the first may interrupt the second, unfinished one if its priority is not above the number
+that the second one admits; both are 127 unless the picture says otherwise.</p>
 </section>
 )html";
 
