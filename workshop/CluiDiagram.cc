@@ -78,11 +78,12 @@ std::string CluiDiagramOf(std::vector<CluiCommand>& commands) {
          "</svg>\n";
 }
 
-std::string CluiDiagramOf(CluiTrack& track) {
-  CluiLayOut(track, Room);
+std::string CluiDiagramOf(CluiCommand& command) {
+  const CluiTrack& track = command.track;
+  CluiLayOut(command.track, Room);
   CluiTrackPainter painter;
   painter.drawCommand(track, 0, 0);
   return Opening(CluiTrackPainter::WidthOf(track), CluiTrackPainter::HeightOf(track),
-                 "Railroad diagram") +
+                 "Railroad diagram of " + command.name) +
          painter.takeElements() + "</svg>";
 }

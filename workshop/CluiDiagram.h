@@ -15,7 +15,8 @@ extern const char CluiDiagramStyle[];
 // An SVG of the commands below each other, each with its name, with the style. Lays the tracks out.
 std::string CluiDiagramOf(std::vector<CluiCommand>& commands);
 
-// An SVG element of one track, without the style and without a name, for a page that has them.
-std::string CluiDiagramOf(CluiTrack& track);
+// An SVG element of one command, without the style and with its name as a label only, for a page
+// that has them.
+std::string CluiDiagramOf(CluiCommand& command);
 
 #endif  // WORKSHOP_CLUIDIAGRAM_H_

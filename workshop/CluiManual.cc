@@ -43,7 +43,7 @@ std::string FormsOf(const CluiWordText& word) {
   for (const CluiSpelling& spelling : word.spellings) {
     const bool isFirst = &spelling == word.spellings.data();
     if (!isFirst) forms += (forms.empty() ? "also " : ", also ") + Code(spelling.name);
-    if (spelling.shortest == spelling.name.size()) continue;
+    if (spelling.shortest == 0 || spelling.shortest == spelling.name.size()) continue;
     forms += (forms.empty() ? "in short " : ", in short ") +
              Code(spelling.name.substr(0, spelling.shortest));
   }
@@ -134,7 +134,7 @@ void CluiManual::addCommand(CluiCommand& command) {
     body_ += "<p class=\"about\">" + CluiEscaped(words.front()->text) + "</p>\n";
   }
   body_ += "<p class=\"line\">" + Code(CluiTrackLine(command.track, LongestLine)) + "</p>\n";
-  body_ += "<div class=\"picture\">" + CluiDiagramOf(command.track) + "</div>\n<dl>\n";
+  body_ += "<div class=\"picture\">" + CluiDiagramOf(command) + "</div>\n<dl>\n";
   for (const CluiWordText* word : words) body_ += EntryOf(*word);
   body_ += "</dl>\n</article>\n";
 }

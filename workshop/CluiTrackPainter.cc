@@ -28,7 +28,7 @@ std::string TipOfWord(const CluiWordText& word) {
   std::string tip = word.name();
   for (std::size_t i = 1; i < word.spellings.size(); ++i) tip += ", " + word.spellings[i].name;
   const CluiSpelling& first = word.spellings.front();
-  if (first.shortest < first.name.size()) {
+  if (first.shortest > 0 && first.shortest < first.name.size()) {
     tip += "; in short " + first.name.substr(0, first.shortest);
   }
   if (!word.text.empty()) tip += " \u2013 " + word.text;
