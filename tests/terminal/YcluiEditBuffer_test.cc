@@ -23,14 +23,14 @@ const std::map<std::string, Operation> Operations = {
     {"word-right", &YcluiEditBuffer::wordRight},
     {"erase-left", &YcluiEditBuffer::eraseLeft},
     {"erase-right", &YcluiEditBuffer::eraseRight},
-    {"C-K", &YcluiEditBuffer::killToEnd},
-    {"C-U", &YcluiEditBuffer::killToBeginning},
-    {"C-W", &YcluiEditBuffer::killToSpace},
-    {"M-BS", &YcluiEditBuffer::killWordLeft},
-    {"M-D", &YcluiEditBuffer::killWordRight},
-    {"C-Y", &YcluiEditBuffer::yank},
-    {"M-Y", &YcluiEditBuffer::yankPop},
-    {"C-T", &YcluiEditBuffer::transpose},
+    {"K-end", &YcluiEditBuffer::killToEnd},
+    {"K-beginning", &YcluiEditBuffer::killToBeginning},
+    {"K-space", &YcluiEditBuffer::killToSpace},
+    {"K-word-left", &YcluiEditBuffer::killWordLeft},
+    {"K-word-right", &YcluiEditBuffer::killWordRight},
+    {"yank", &YcluiEditBuffer::yank},
+    {"yank-pop", &YcluiEditBuffer::yankPop},
+    {"transpose", &YcluiEditBuffer::transpose},
     {"undo", &YcluiEditBuffer::undo},
     {"redo", &YcluiEditBuffer::redo},
 };
@@ -54,42 +54,23 @@ std::string Shown(const YcluiEditBuffer& buffer) {
          YCharacters::Utf8FromBytes(text.substr(buffer.cursor()));
 }
 
-// The bar is the cursor. A "!" after a step: it can change nothing. Rows with a combining mark need
-// an encoding that has it.
+// What the reference below does not know: characters of other classes and combining marks. The bar
+// is the cursor. A "!" after a step: it can change nothing. Rows with a combining mark need an
+// encoding that has it.
 const struct {
   const char *before, *steps, *after;
 } Rows[] = {
-    {"|", "left! right! home! end! word-left! word-right! erase-left! erase-right!", "|"},
-    {"|", "C-K! C-U! C-W! M-BS! M-D! C-Y! M-Y! C-T! undo! redo!", "|"},
-    {"ab|", "left left left! right +x home home! +y", "y|axb"},
     {"表ｱ食|", "left left erase-left", "|ｱ食"},
     {"|表ｱ食", "right erase-right erase-right erase-right!", "表|"},
     {"\U0010FEFF\U0010FEFF|", "left erase-left +a", "a|\U0010FEFF"},  // lone bytes
     {"a:  b_c, 表ｱ|", "word-left word-left", "a:  |b_c, 表ｱ"},
     {"|a:  b_c, 表。食", "word-right word-right word-right", "a:  b_c, 表|。食"},
-    {"a: 3.5, |", "M-BS", "a: 3.|"},
-    {"a: 3.5, |x", "C-W C-W C-W!", "|x"},
-    {"a　b|", "C-W", "a　|"},
-    {"ab| .cd ef", "M-D M-D", "ab|"},
-    {"ab|cd", "C-K C-K! C-U C-Y", "abcd|"},  // killed on both sides, joined in order
-    {"ab cd|", "C-W left C-W C-Y end C-Y", "ab ab|"},
-    {"a b c|", "C-W left right C-W C-Y", "a b |"},  // what is between ends the series
-    {"1 2 3|", "C-W left C-W home C-K C-Y M-Y M-Y", "3|"},
-    {"1 2 3|", "C-W left C-W home C-K C-Y M-Y M-Y M-Y undo undo", "2|"},
-    {"x|", "C-U C-Y left M-Y!", "|x"},
-    {"|ab", "C-T! right C-T", "ba|"},
-    {"表a|", "C-T", "a表|"},
-    {"|", "+one__two_3 undo", "one  two |"},
-    {"|", "+one__two_3 undo undo undo undo!", "|"},
+    {"a: 3.5, |", "K-word-left", "a: 3.|"},
+    {"a　b|", "K-space", "a　|"},
     {"|", "+one__two_3 undo undo undo redo redo", "one  two |"},
-    {"|", "+ab left right +c undo", "ab|"},
-    {"|", "+ab =cd +e undo", "abcd|"},
     {"|", "+ab =cd +e undo undo undo", "|"},
-    {"|", "=ab +c erase-left erase-left undo", "ab|"},
-    {"ab|", "C-U +x undo undo redo +y redo!", "y|"},
-    {"ab|c", "C-U undo", "ab|c"},
     {"e\u0301x|", "left left erase-right", "|x"},
-    {"xe\u0301|", "C-T home right erase-right", "e\u0301|"},
+    {"xe\u0301|", "transpose home right erase-right", "e\u0301|"},
     {"e|x", "=\u0301 erase-left", "|x"},
     {"a\U0001F469\u200D\U0001F4BB|", "erase-left +\u00DF", "a\u00DF|"},
     {"\U0001F44B\U0001F3FD|", "left erase-right undo", "|\U0001F44B\U0001F3FD"},
@@ -250,11 +231,11 @@ class Reference {
   bool kill(const std::string& step) {
     std::size_t begin = now.cursor;
     std::size_t end = now.cursor;
-    if (step == "K end") end = now.units.size();
-    if (step == "K beginning") begin = 0;
-    if (step == "K word-right") end = wordEnd();
-    if (step == "K word-left") begin = wordBegin();
-    if (step == "K space") {
+    if (step == "K-end") end = now.units.size();
+    if (step == "K-beginning") begin = 0;
+    if (step == "K-word-right") end = wordEnd();
+    if (step == "K-word-left") begin = wordBegin();
+    if (step == "K-space") {
       begin = back([](const std::string& u) { return u == " "; },
                    [](const std::string& u) { return u != " "; });
     }
@@ -318,27 +299,7 @@ class Reference {
 
 // Every operation, thousands of times, on text in which bytes join to characters and fall apart.
 TEST(EditBuffer, AgreesWithAPlainOne) {
-  const std::vector<std::pair<std::string, Operation>> steps = {
-      {"left", &YcluiEditBuffer::left},
-      {"right", &YcluiEditBuffer::right},
-      {"home", &YcluiEditBuffer::home},
-      {"end", &YcluiEditBuffer::end},
-      {"word-left", &YcluiEditBuffer::wordLeft},
-      {"word-right", &YcluiEditBuffer::wordRight},
-      {"erase-left", &YcluiEditBuffer::eraseLeft},
-      {"erase-right", &YcluiEditBuffer::eraseRight},
-      {"K end", &YcluiEditBuffer::killToEnd},
-      {"K beginning", &YcluiEditBuffer::killToBeginning},
-      {"K space", &YcluiEditBuffer::killToSpace},
-      {"K word-left", &YcluiEditBuffer::killWordLeft},
-      {"K word-right", &YcluiEditBuffer::killWordRight},
-      {"yank", &YcluiEditBuffer::yank},
-      {"yank-pop", &YcluiEditBuffer::yankPop},
-      {"transpose", &YcluiEditBuffer::transpose},
-      {"undo", &YcluiEditBuffer::undo},
-      {"undo", &YcluiEditBuffer::undo},
-      {"redo", &YcluiEditBuffer::redo},
-  };
+  const std::vector<std::pair<std::string, Operation>> steps(Operations.begin(), Operations.end());
   const std::string wide = YCharacters::BytesFromUtf8("表");
   std::vector<std::string> units = {"a", "b", " ", " ", ".", wide, "\xFF"};
   for (const char byte : wide) units.emplace_back(1, byte);
