@@ -65,7 +65,7 @@ function(clui_library name)
     $<BUILD_INTERFACE:${CLUI_INCLUDE}>)
   target_compile_features(${name} INTERFACE cxx_std_17)
   # Before 1.0 each minor version is an interface of its own. Headers of terminfo and Guile define
-  # macros with common names, so that files are not joined even if the host joins its own.
+  # macros with common names, so these files are not joined even where a host joins its own.
   set_target_properties(${name} PROPERTIES
     EXPORT_NAME ${ARG_EXPORT_NAME}
     UNITY_BUILD OFF

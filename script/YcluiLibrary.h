@@ -2,9 +2,8 @@
 //
 //   ScmVM::openLibrary(YcluiLibraryFile, YcluiLibraryName, error);
 //
-// An engine that is linked with the library gets that very library in this way and no other one:
-// the dynamic linker answers a request for the soname of a loaded library with what is loaded,
-// without a search.
+// An engine that is linked with the library opens that very library in this way and no other one:
+// for the soname of a loaded library the dynamic linker returns what is loaded, without a search.
 
 #ifndef SCRIPT_YCLUILIBRARY_H_
 #define SCRIPT_YCLUILIBRARY_H_

@@ -1,5 +1,5 @@
-# Runs between the installation into the folders that cpack packs and the packing: what Debian asks of
-# a package and an installation elsewhere does not need.
+# Runs after the installation into the folders that cpack packs, and before the packing. Adds and
+# changes what Debian requires of a package and other installations do not need.
 
 file(GLOB components LIST_DIRECTORIES true "${CPACK_TEMPORARY_DIRECTORY}/*")
 foreach(folder IN LISTS components)
