@@ -1,6 +1,7 @@
 // Checks of the syntax.
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -157,18 +158,18 @@ void CluiCheckLostCode(CluiLintedLanguage& language) {
 }
 
 void CluiCheckIdlePriorities(CluiLintedLanguage& language) {
-  const std::vector<int> first = language.paths.firstNodes();
+  // The priorities that a word has, and whether one that begins a command has them.
+  std::map<const CluiFragment*, bool> begins;
+  for (const CluiModelNode& node : language.model.nodes()) begins.emplace(node.priority, false);
+  for (const int node : language.paths.firstNodes()) begins[language.nodeAt(node).priority] = true;
   for (const auto& [part, call] : language.model.priorities()) {
-    const auto hasIt = [&, sought = part](const CluiModelNode& node) {
-      return node.priority == sought;
-    };
+    const auto found = begins.find(part);
     std::string reason;
-    if (std::none_of(language.model.nodes().begin(), language.model.nodes().end(), hasIt)) {
+    if (found == begins.end()) {
       reason = "no word follows it directly, or another priority does";
     } else if (part->priority == 127 && part->limit == 127) {
       reason = "127 and 127 are the usual priorities";
-    } else if (std::none_of(first.begin(), first.end(),
-                            [&](int node) { return hasIt(language.nodeAt(node)); })) {
+    } else if (!found->second) {
       reason = "the word after it does not begin a command";
     } else {
       continue;
