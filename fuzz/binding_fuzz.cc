@@ -140,8 +140,8 @@ class Desk {
     if (key != "<" || !field_->shown.empty()) field_->key(key);
   }
   static bool IsLead(unsigned byte) {
-    return YEncoding::IsDoubleByte() && (byte >= 0x81 && byte <= 0x9F) ||
-           (byte >= 0xE0 && byte <= 0xFC);
+    const bool isLead = (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+    return isLead && YEncoding::IsDoubleByte();
   }
 };
 

@@ -286,11 +286,37 @@ void YcluiScreen::clearTail(std::size_t row, std::size_t before) {
 void YcluiScreen::put(std::size_t row, std::size_t begin, std::size_t end) {
   const std::vector<YcluiColumn>& columns = shown_.rows[row].columns;
   for (std::size_t i = begin; i < end; ++i) {
-    if (columns[i].width == 0) continue;
-    pen_.set(columns[i].style, output_);
-    pen_.write(columns[i].text, columns[i].width, output_);
+    if (columns[i].width > 2 && i + columns[i].width < columns_) {
+      putJoined(row, i);
+    } else if (columns[i].width > 0) {
+      pen_.set(columns[i].style, output_);
+      pen_.write(columns[i].text, columns[i].width, output_);
+    }
   }
   at_ = {row, end};
+}
+
+// Some terminals show joined emoji as one of two columns. The cursor is set before and after them,
+// so that only blanks follow there.
+void YcluiScreen::putJoined(std::size_t row, std::size_t column) {
+  const YcluiColumn& unit = shown_.rows[row].columns[column];
+  const std::size_t end = column + unit.width;
+  pen_.set({}, output_);
+  output_.append(unit.width, ' ');
+  output_ += across(row, end, column);
+  pen_.set(unit.style, output_);
+  pen_.write(unit.text, unit.width, output_);
+  pen_.set({}, output_);
+  output_ += '\r' + across(row, 0, end);
+}
+
+bool YcluiScreen::hasJoined(std::size_t row, std::size_t from, std::size_t to) const {
+  if (row >= shown_.rows.size()) return false;
+  const std::vector<YcluiColumn>& columns = shown_.rows[row].columns;
+  to = std::min(to, columns.size());
+  return from < to && std::any_of(columns.begin() + static_cast<std::ptrdiff_t>(from),
+                                  columns.begin() + static_cast<std::ptrdiff_t>(to),
+                                  [](const YcluiColumn& column) { return column.width > 2; });
 }
 
 // After the last column terminals differ in where the cursor is; at the start of a row it is sure.
@@ -323,7 +349,8 @@ std::string YcluiScreen::across(std::size_t row, std::size_t from, std::size_t t
     TakeShorter(best, '\r' + across(row, 0, to));
   } else {
     best = Moves(capabilities_.right, capabilities_.rightBy, to - from);
-    if (best.empty() || to - from < best.size()) TakeShorter(best, rewritten(row, from, to));
+    const bool isShorter = to - from < best.size() && !hasJoined(row, from, to);
+    if (best.empty() || isShorter) TakeShorter(best, rewritten(row, from, to));
     if (best.empty()) return '\r' + rewritten(row, 0, to);
   }
   TakeShorter(best, YcluiCapabilities::With(capabilities_.toColumn, to));

@@ -98,6 +98,8 @@ class YQRT_API YcluiScreen {
   void drawRow(std::size_t row, const std::vector<YcluiRow>& before);
   void clearTail(std::size_t row, std::size_t before);
   void put(std::size_t row, std::size_t begin, std::size_t end);
+  void putJoined(std::size_t row, std::size_t column);
+  bool hasJoined(std::size_t row, std::size_t from, std::size_t to) const;
   void goTo(Position to);
   std::string upward(std::size_t count) const;
   std::string across(std::size_t row, std::size_t from, std::size_t to);

@@ -5,6 +5,7 @@
 
 #include "foundation/YAscii.h"
 #include "foundation/YCharacters.h"
+#include "terminal/YcluiCells.h"
 
 CluiTerminalField::~CluiTerminalField() {
   delete ModificationCallBack();
@@ -29,6 +30,18 @@ bool CluiTerminalField::type(std::string_view character) {
 }
 
 bool CluiTerminalField::rubOut() {
+  const std::string before = word();
+  if (before.empty()) return false;
+  const YcluiCells cells{std::string_view(before)};
+  std::u32string characters;
+  YCharacters::AppendFromBytes(before.substr(cells[cells.size() - 1].begin), characters);
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    if (!rubOutCharacter()) return i > 0;
+  }
+  return true;
+}
+
+bool CluiTerminalField::rubOutCharacter() {
   if (word().empty() || OfferModification(nullptr, 0) == 0) return false;
   const std::string last = word();
   text_.resize(text_.size() - last.size() + YCharacters::CutBetween(last, last.size() - 1));

@@ -22,7 +22,8 @@ class CluiTerminalField : public YuiTextField {
   // Offers one character or control byte to the binding and returns whether the field may apply it.
   // Appends the character then; a control byte is never appended.
   bool type(std::string_view character);
-  // Deletes the last character. False when there is none, or the binding refuses the deletion.
+  // Deletes the last character with the marks on it, one by one. False when there is none, or the
+  // binding refuses the deletion.
   bool rubOut();
   // The binding that a script has attached, or null.
   YuiModificationCallBack* binding() const { return ModificationCallBack(); }
@@ -36,6 +37,8 @@ class CluiTerminalField : public YuiTextField {
  private:
   std::string text_;
   std::size_t wordStart_ = 0;
+
+  bool rubOutCharacter();
 };
 
 #endif  // PROGRAM_TERMINAL_CLUITERMINALFIELD_H_
