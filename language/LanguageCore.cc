@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "foundation/YErr.h"
 #include "language/LanguageRefusals.h"
 #include "language/LanguageSyntax.h"
 #include "parser/YcluiHelp.h"
@@ -63,9 +62,10 @@ void LanguageCore::begin(LanguageFeed& feed) {
   feed.line_.swap(spareLine_);
   if (feed.outer_ == nullptr) {
     isLeft_ = false;
+    errors_ = &YErr;
     update();
   }
-  codes_ = YErr.count();
+  codes_ = errors_->count();
   if (feed.outer_ == nullptr) return;
   // What is fed by a command is a command of its own.
   feed.frames_ = parser_.nestingDepth();
@@ -162,7 +162,7 @@ bool LanguageCore::admits(const YcluiToken& token) {
     return false;
   }
   notePlace();
-  codes_ = YErr.count();
+  codes_ = errors_->count();
   const WordDeclaration* word = words_.find(token.id());
   return word == nullptr || checkArguments(token, *word);
 }
@@ -194,7 +194,7 @@ void LanguageCore::refuse(const YcluiToken& token) {
     report(RefusedLiteral(lex, token, words_.find(token.id()), code),
            offsetOf(parser_.lastFaultOffset(), lex.faultOffset()));
   }
-  codes_ = YErr.count();
+  codes_ = errors_->count();
 }
 
 void LanguageCore::runCommand(std::size_t number) {
@@ -223,7 +223,7 @@ void LanguageCore::runCommand(std::size_t number) {
     parser_.popToken();
   }
   update();
-  codes_ = YErr.count();
+  codes_ = errors_->count();
 }
 
 // The tokens stay where they are until the command returns: what it feeds is in other frames.
@@ -287,8 +287,8 @@ void LanguageCore::report(Refusal refusal, long offset) {
 
 // Of a token that is refused: what was recorded for it.
 unsigned int LanguageCore::newCode() const {
-  const bool isNew = YErr.count() != codes_ && YErr.code(0) != YErrAmbiguous;
-  return isNew ? YErr.code(0) : YErrNothing;
+  const bool isNew = errors_->count() != codes_ && errors_->code(0) != YErrAmbiguous;
+  return isNew ? errors_->code(0) : YErrNothing;
 }
 
 std::vector<std::string> LanguageCore::expectedWords() const {

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "foundation/YErr.h"
 #include "language/Language.h"
 #include "language/LanguageParser.h"
 #include "language/LanguageWords.h"
@@ -91,6 +92,7 @@ class LanguageCore {
   std::exception_ptr thrown_;              // by a command, until the feed returns it
   std::deque<Tokens> levels_;              // the words of the running commands
   std::size_t running_ = 0;                // how many there are
+  const YErrManager* errors_ = &YErr;      // of the thread that feeds
   std::uint64_t codes_ = 0;                // recorded before the present token
 
   void setSyntax();

@@ -167,8 +167,8 @@ inline Word<> word(std::string name, std::string abbreviation = {}) {
 }
 // A word with arguments. Its name should end with ":", so that the arguments can follow at once.
 template <class First, class... Others>
-Word<First, Others...> word(std::string name, const Argument<First>& first,
-                            const Argument<Others>&... others) {
+inline Word<First, Others...> word(std::string name, const Argument<First>& first,
+                                   const Argument<Others>&... others) {
   return Word<First, Others...>(
       WordDeclaration{std::move(name), {}, {}, {first.declaration(), others.declaration()...}});
 }

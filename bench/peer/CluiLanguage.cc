@@ -1,6 +1,7 @@
 // The same language declared in C++: each command is a function with the values as parameters.
 
 #include "bench/peer/Implementation.h"
+#include "parser/YcluiParser.h"
 #include "yqrtClui/Language.h"
 
 namespace {
@@ -28,8 +29,10 @@ class CluiLanguage final : public Implementation {
 
   Outcome read(const TypedLines& lines) override {
     outcome_ = Outcome();
-    lines.forEach([this](const char* line, std::size_t length) {
-      if (!language_.feed({line, length})) ++outcome_.refused;
+    // By the parser, as the other implementation, since what is compared is a call.
+    YcluiParser& parser = language_.parser();
+    lines.forEach([this, &parser](const char* line, std::size_t) {
+      if (parser.interpret(line) == 0) ++outcome_.refused;
     });
     return outcome_;
   }

@@ -17,7 +17,7 @@ PKG_CONFIG_PATH=$(dirname "$(find "$room/there" -name yqrtClui.pc)")
 libraries=$(dirname "$PKG_CONFIG_PATH")
 exported=$(nm --dynamic --defined-only --demangle --format=posix "$libraries"/lib*.so | sed 's/[ (].*//')
 missing=$(grep -rhE '^[A-Za-z_][^(]*[(]' "$room/there/include" |
-  grep -vE '^(using|inline|constexpr|template)|[{]$' | sed -E 's/[(].*//; s/.*[ *&]//' |
+  grep -vE '^(using|inline|constexpr|template|struct)|[{]$' | sed -E 's/[(].*//; s/.*[ *&]//' |
   sort -u | comm -23 - <(sort -u <<<"$exported"))
 [ -z "$missing" ] || { printf 'declared in a header, but not exported: %s\n' "$missing"; exit 1; }
 
