@@ -26,7 +26,7 @@ std::string Quoted(const std::string& text) {
 
 std::string LabelOf(const CluiWordText& word) {
   std::string label = word.name();
-  for (const CluiArgumentText& argument : word.arguments) {
+  for (const CluiWordArgument& argument : word.arguments) {
     if (!argument.isOptional) label += (&argument == word.arguments.data() ? " " : ", ");
     if (!argument.isOptional) label += argument.name;
   }

@@ -51,7 +51,7 @@ std::string FormsOf(const CluiWordText& word) {
   return forms.empty() ? "" : "<span class=\"forms\">" + forms + "</span>";
 }
 
-std::string ValuesOf(const CluiArgumentText& argument) {
+std::string ValuesOf(const CluiWordArgument& argument) {
   if (argument.isFile) return "; the name of a file";
   std::string text;
   for (std::size_t i = 0; i < argument.values.size(); ++i) {
@@ -63,7 +63,7 @@ std::string ValuesOf(const CluiArgumentText& argument) {
   return text;
 }
 
-std::string ItemOf(const CluiArgumentText& argument) {
+std::string ItemOf(const CluiWordArgument& argument) {
   std::string item = "<li><code>" + CluiEscaped(argument.name) + "</code>";
   if (argument.type != argument.name) item += ": " + argument.type;
   if (argument.isOptional) item += ", optional";
@@ -77,7 +77,7 @@ std::string EntryOf(const CluiWordText& word) {
   entry += CluiEscaped(word.text);
   if (!word.arguments.empty()) {
     entry += "<ul>";
-    for (const CluiArgumentText& argument : word.arguments) entry += ItemOf(argument);
+    for (const CluiWordArgument& argument : word.arguments) entry += ItemOf(argument);
     entry += "</ul>";
   }
   return entry + "</dd>\n";

@@ -36,7 +36,7 @@ std::string TipOfWord(const CluiWordText& word) {
   return tip;
 }
 
-std::string TipOfArgument(const CluiArgumentText& argument) {
+std::string TipOfArgument(const CluiWordArgument& argument) {
   std::string tip = argument.type;
   if (!argument.range.empty()) tip += ", " + argument.range;
   if (!argument.text.empty()) tip += " \u2013 " + argument.text;

@@ -112,7 +112,7 @@ void CluiVocabulary::addArguments(const YcluiKeyword& keyword, CluiWordText& wor
     const bool hasHelp = help.argumentName(keyword.id(), index) != nullptr ||
                          help.argumentText(keyword.id(), index) != nullptr;
     if (!isDeclared && !hasHelp) return;
-    CluiArgumentText argument = argumentOf(keyword.id(), index);
+    CluiWordArgument argument = argumentOf(keyword.id(), index);
     argument.isOptional = !isDeclared;
     argument.type = TypeText(isDeclared ? keyword.argType(index - 1) : YcluiValueString);
     if (argument.name.empty()) argument.name = argument.type;
@@ -120,9 +120,9 @@ void CluiVocabulary::addArguments(const YcluiKeyword& keyword, CluiWordText& wor
   }
 }
 
-CluiArgumentText CluiVocabulary::argumentOf(std::uint32_t id, int index) const {
+CluiWordArgument CluiVocabulary::argumentOf(std::uint32_t id, int index) const {
   const YcluiHelp& help = parser_.help();
-  CluiArgumentText argument;
+  CluiWordArgument argument;
   argument.name = TextOf(help.argumentName(id, index));
   argument.text = TextOf(help.argumentText(id, index));
   double low = 0;

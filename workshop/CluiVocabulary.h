@@ -14,7 +14,7 @@ class YcluiKeyword;
 class YcluiParser;
 
 // An argument of a word. Texts here are in UTF-8, and empty where there is nothing to say.
-struct CluiArgumentText {
+struct CluiWordArgument {
   std::string name;  // from its help; otherwise its type
   std::string type;  // "string", "number", "integer" or "point"
   std::string text;
@@ -33,7 +33,7 @@ struct CluiSpelling {
 // The words of one id.
 struct CluiWordText {
   std::vector<CluiSpelling> spellings;  // at least one; the first is shown
-  std::vector<CluiArgumentText> arguments;
+  std::vector<CluiWordArgument> arguments;
   std::string text;
   bool isAnywhere = false;  // accepted at any point of a command
 
@@ -72,7 +72,7 @@ class CluiVocabulary {
 
   void addWord(const YcluiKeyword& keyword);
   void addArguments(const YcluiKeyword& keyword, CluiWordText& word);
-  CluiArgumentText argumentOf(std::uint32_t id, int index) const;
+  CluiWordArgument argumentOf(std::uint32_t id, int index) const;
   void addVariables();
 };
 
