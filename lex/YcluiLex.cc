@@ -41,13 +41,16 @@ YcluiLex::YcluiLex(const YcluiLex* shared, Trial /*tag*/)
 
 void YcluiLex::beginTrial(const YcluiLex& shared) {
   if (!usable()) return;
-  variableTable->discardOwn();
   while (popString() != 0) {
   }
   setString("");
   if (delimiters.length == shared.delimiters.length && argStops.length > 0) return;
   delimiters = shared.delimiters;
   argStops = shared.argStops;
+}
+
+void YcluiLex::forgetOwnVariables() {
+  if (usable()) variableTable->discardOwn();
 }
 
 YcluiLex::~YcluiLex() {

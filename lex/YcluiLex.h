@@ -196,8 +196,14 @@ class YQRT_API YcluiLex {
   // null. It declares no words, and the variables that its texts set are its own.
   struct Trial {};
   YcluiLex(const YcluiLex* shared, Trial /*tag*/);
-  // Discards these variables and the texts, and takes over new delimiters.
+  // Discards the texts and takes over new delimiters.
   void beginTrial(const YcluiLex& shared);
+  // Discards these variables.
+  void forgetOwnVariables();
+  // How many bytes the strings with variable forms have in the token that was read last, of which
+  // YcluiLongestExpansion bounds the number. To be kept with a token under construction.
+  static std::size_t ExpandedIn(const YcluiLex& lexer) { return lexer.expanded; }
+  void setExpanded(std::size_t bytes) { expanded = bytes; }
 
   // The scanners. Each one reads from `text`, which is NUL-terminated, stores the result in
   // `value`, and returns the end of what it read. On failure it records a code, makes `value` a

@@ -22,6 +22,7 @@ set(public_headers
   syntax/YcluiSyntaxNodeStk.h
   parser/YcluiHelp.h parser/YcluiLineParser.h parser/YcluiLogFile.h parser/YcluiLogNestStyle.h
   parser/YcluiParser.h parser/YcluiPlayedToken.h parser/YcluiPreview.h
+  parser/YcluiPreviewState.h
   language/Argument.h language/Command.h language/Language.h language/Line.h language/Result.h
   language/Syntax.h
   script/YcluiLibrary.h script/ycscm.h)

@@ -69,7 +69,7 @@ YcluiValueType YcluiTypeOfArgument(const YcluiLex& lexer, const YcluiToken& toke
   return isDeclared ? keyword->argType(index - 1) : YcluiValueString;
 }
 
-void YcluiPieces::read(YcluiTrial& trial, std::string_view text) {
+void YcluiPieces::read(YcluiTrial& trial, const YcluiTrialState& before, std::string_view text) {
   pieces_.clear();
   text_ = text;
   end_ = 0;
@@ -77,7 +77,7 @@ void YcluiPieces::read(YcluiTrial& trial, std::string_view text) {
   ending_ = YcluiEndsWhole;
   missesArgument_ = false;
   step_ = YcluiTrial::Step();
-  trial.begin(text);
+  trial.begin(before, text);
   shift_ = trial.unreadBefore();
   while (trial.next(step_)) {
     if (step_.depth > 0) {

@@ -14,7 +14,7 @@
 class YcluiPieces {
  public:
   // Ends with the trial at the end of the text.
-  void read(YcluiTrial& trial, std::string_view text);
+  void read(YcluiTrial& trial, const YcluiTrialState& before, std::string_view text);
 
   int count() const { return static_cast<int>(pieces_.size()); }
   const YcluiPiece& at(int index) const { return pieces_[static_cast<std::size_t>(index)]; }

@@ -13,6 +13,7 @@
 #include "parser/YcluiParserCore.h"
 #include "parser/YcluiPieces.h"
 #include "parser/YcluiTrial.h"
+#include "parser/YcluiTrialState.h"
 
 namespace {
 
@@ -46,13 +47,11 @@ class YcluiPreviewCore {
   explicit YcluiPreviewCore(const YcluiParserCore& parser)
       : parser_(parser), trial_(parser), trialAt_(parser) {}
 
-  void read(const char* text) {
-    text_.assign(text);
-    pieces.read(trial_, view());
-    leavesCommand = trial_.isInCommand();
-    typing = YcluiTyping();
-    candidates.selectNone();
-  }
+  void read(const char* text);
+  bool read(const char* text, const YcluiPreviewState& before);
+  YcluiPreviewState present();
+  YcluiPreviewState state();
+  YcluiPreviewState stateInside();
   void at(std::uint32_t offset);
   int findCandidates();
 
@@ -76,12 +75,16 @@ class YcluiPreviewCore {
   YcluiTrial trial_;
   YcluiTrial trialAt_;  // of the text in front of what is being typed
   YcluiPieces piecesAt_;
+  YcluiTrialState before_;  // in which the text is read
+  YcluiTrialState spare_;
   YString text_;
   YString prefix_;  // what the span has up to the offset, in lower case
   YcluiCandidates words_{&YcluiNfa::acceptingNodes};
   YcluiCandidates::Words found_;
   Place indexed_;  // of the candidates
 
+  void readText(const char* text);
+  static YcluiPreviewState shared(const YcluiTrialState& state);
   std::string_view view() const { return {text_.buffer, text_.length}; }
   bool canGrow(const YcluiPiece& piece, std::uint32_t offset) const;
   void setVariable(std::size_t begin, std::uint32_t offset);
@@ -92,6 +95,68 @@ class YcluiPreviewCore {
   void addAliases(std::string_view prefix);
   void addVariables();
 };
+
+// --- Reading
+
+void YcluiPreviewCore::read(const char* text) {
+  trial_.present(before_);
+  readText(text);
+}
+
+bool YcluiPreviewCore::read(const char* text, const YcluiPreviewState& before) {
+  const bool isPresent = trial_.isPresent(before.generation_);
+  if (!isPresent) {
+    trial_.present(before_);
+  } else if (before.open_ != nullptr) {
+    before_ = *before.open_;
+  } else {
+    trial_.clear(before_);
+    before_.generation = before.generation_;
+    before_.isSupposed = before.isSupposed_;
+    before_.assignments = YcluiAssignments(before.assignments_);
+  }
+  readText(text);
+  return isPresent;
+}
+
+void YcluiPreviewCore::readText(const char* text) {
+  text_.assign(text);
+  pieces.read(trial_, before_, view());
+  leavesCommand = trial_.isInCommand();
+  typing = YcluiTyping();
+  candidates.selectNone();
+}
+
+YcluiPreviewState YcluiPreviewCore::present() {
+  trial_.present(spare_);
+  return shared(spare_);
+}
+
+YcluiPreviewState YcluiPreviewCore::state() {
+  trial_.end(spare_);
+  return shared(spare_);
+}
+
+YcluiPreviewState YcluiPreviewCore::stateInside() {
+  const YcluiTextEnding ending = pieces.ending();
+  if (ending != YcluiEndsAfterComma && ending != YcluiEndsInPoint) return state();
+  trial_.endInside(spare_);
+  return shared(spare_);
+}
+
+YcluiPreviewState YcluiPreviewCore::shared(const YcluiTrialState& state) {
+  YcluiPreviewState result;
+  if (state.generation == 0) return result;
+  result.generation_ = state.generation;
+  result.isSupposed_ = state.isSupposed;
+  if (state.isBetweenCommands()) {
+    result.assignments_ = state.assignments.last();
+  } else {
+    const YAllocator<YcluiTrialState> allocator;
+    result.open_ = std::allocate_shared<YcluiTrialState>(allocator, state);
+  }
+  return result;
+}
 
 // --- What is being typed
 
@@ -124,7 +189,7 @@ void YcluiPreviewCore::at(std::uint32_t offset) {
       }
     }
   }
-  piecesAt_.read(trialAt_, view().substr(0, typing.begin));
+  piecesAt_.read(trialAt_, before_, view().substr(0, typing.begin));
   prefix_.assign(text_.buffer + typing.begin, offset - typing.begin);
   describe();
   const std::size_t name = OpenVariable({prefix_.buffer, prefix_.length});
@@ -245,6 +310,22 @@ YcluiPreview::~YcluiPreview() = default;
 
 void YcluiPreview::read(const char* text) {
   core_->read(text);
+}
+
+bool YcluiPreview::read(const char* text, const YcluiPreviewState& before) {
+  return core_->read(text, before);
+}
+
+YcluiPreviewState YcluiPreview::present() const {
+  return core_->present();
+}
+
+YcluiPreviewState YcluiPreview::state() const {
+  return core_->state();
+}
+
+YcluiPreviewState YcluiPreview::stateInside() const {
+  return core_->stateInside();
 }
 
 int YcluiPreview::count() const {

@@ -8,6 +8,7 @@
 
 #include "foundation/YTypes.h"
 #include "lex/YcluiToken.h"
+#include "parser/YcluiPreviewState.h"
 
 class YcluiParser;
 class YcluiPreviewCore;
@@ -102,16 +103,26 @@ struct YcluiCandidate {
 //   preview.read("box 1,2 red");
 //   for (int i = 0; i < preview.count(); ++i) paint(preview.piece(i));
 //
-// It starts from the parser's present state: its frame, a token whose arguments are incomplete,
-// text that is unread. Nothing of the parser changes: no callback, no command, no log, no variable;
+// It starts from the parser's present state, that is, its frame, a token whose arguments are
+// incomplete, and text that is unread; or goes on after a text that it has read:
+//
+//   preview.read(first);
+//   preview.read(second, preview.state());  // as if the parser had read the first
+//
+// A state can be kept and returned to. An editor keeps one for each line of a file; after a change
+// it reads again from the changed line, until the state behind a line is the one that it was.
+//
+// Nothing of the parser changes: no callback, no command, no log, no variable;
 // nothing is recorded in the error manager. It supposes that commands and callbacks leave the
 // parser as it is, and marks what follows the first command that would run.
 //
 // A preview can be made before the parser has a syntax, and used until the parser is destroyed.
 // What it returns describes the last text that was read, at the time when it was read: read it
-// again after the parser has changed. Reading costs the length of the text and of what its aliases
-// expand to; a preview that has read such texts before does not allocate, but for variables that
-// the text sets.
+// again after the parser has changed. Reading costs the length of the text, of what was unread
+// before it and of what its aliases expand to; a preview that has read such texts before does not
+// allocate, but for variables that the text sets. Going to a state costs the number of assignments
+// in which it differs from the text read last: for the next text none, for an earlier one all of
+// them up to there.
 class YQRT_API YcluiPreview {
  public:
   explicit YcluiPreview(const YcluiParser& parser);
@@ -121,6 +132,20 @@ class YQRT_API YcluiPreview {
 
   // Reads a text; null is the empty one. Without a syntax all of it is unread.
   void read(const char* text);
+  // Reads it in the state. Returns false when that is void, or not of the present syntax: then it
+  // is read in the parser's present state.
+  bool read(const char* text, const YcluiPreviewState& before);
+
+  // The parser's present state: read(text, present()) is read(text). Void without a syntax.
+  YcluiPreviewState present() const;
+  // The state after the last text, in which the parser would read the next one.
+  YcluiPreviewState state() const;
+  // The state for a text that would be appended to the last one and read together with it. It
+  // differs from `state` where the lexer refuses the end of a text that more text would mend: at
+  // YcluiEndsAfterComma and YcluiEndsInPoint, where it goes on in that token. A host that holds
+  // such a line until it has the next one reads that in this state; a comment at the end of the
+  // line wants its newline.
+  YcluiPreviewState stateInside() const;
 
   // The pieces: in order, without gaps, the first one beginning at 0 and the last one ending with
   // the text. Only the piece of a missing argument is empty.

@@ -5,30 +5,106 @@
 
 YcluiTrial::YcluiTrial(const YcluiParserCore& core) : core_(core), lexer_(core.lexer.get()) {}
 
-void YcluiTrial::begin(std::string_view text) {
+void YcluiTrial::present(YcluiTrialState& state) const {
   const YcluiLineParser* frame = core_.frames.current();
-  isOver_ = frame == nullptr || !token_.exists();
+  state.generation = 0;
+  state.assignments = YcluiAssignments();
+  state.isSupposed = false;
+  if (frame == nullptr || !core_.workToken.exists()) return;
+  state.walker = *frame;
+  state.generation = frame->generation();
+  state.first = frame->firstNode();
+  state.hasTokens = frame->numberOfToken() > 0;
+  keepToken(state, core_.workToken, YcluiTrialLex::ExpandedIn(*core_.lexer));
+  state.unread.assign(core_.lexer->more() != 0 ? core_.lexer->unreadText() : "");
+}
+
+bool YcluiTrial::isPresent(std::uint64_t generation) const {
+  const YcluiLineParser* frame = core_.frames.current();
+  return generation != 0 && frame != nullptr && frame->generation() == generation;
+}
+
+void YcluiTrial::clear(YcluiTrialState& state) const {
+  state.walker = *core_.frames.current();
+  state.clear();
+}
+
+void YcluiTrial::keepToken(YcluiTrialState& state, const YcluiWorkToken& token,
+                           std::size_t expanded) {
+  state.isOpen = token.isOpen();
+  if (!state.isOpen) return;
+  state.token = *token;
+  state.expanded = expanded;
+}
+
+void YcluiTrial::begin(const YcluiTrialState& state, std::string_view text) {
+  isOver_ = state.generation == 0 || !token_.exists();
   depth_ = expansions_ = 0;
   isSupposed_ = hasTokens_ = false;
   leavesText_ = isOver_;
+  generation_ = state.generation;
   if (isOver_) return;
   const YErrAside aside;
-  walker_ = *frame;
-  first_ = frame->firstNode();
+  walker_ = state.walker;
+  first_ = state.first;
   interrupted_ = core_.frames.interruptedNode();
-  hasTokens_ = frame->numberOfToken() > 0;
-  token_.forReading() = *core_.workToken;
+  hasTokens_ = state.hasTokens;
+  isSupposed_ = state.isSupposed;
   lexer_.begin();
-  const char* unread = core_.lexer->unreadText();
-  lexer_.setString(unread);
+  token_.dropOpen();
+  setVariables(state.assignments);
+  if (state.isOpen) {
+    token_.open(state.token);
+    lexer_.setExpanded(state.expanded);
+  }
+  lexer_.setString(state.unread.buffer);
   text_.assign(text.data(), text.size());
   if (lexer_.more() != 0) {
-    unreadBefore_ = static_cast<long>(std::string_view(unread).size());
+    unreadBefore_ = static_cast<long>(state.unread.length);
     lexer_.putString(text_.buffer);
   } else {
     unreadBefore_ = 0;
     lexer_.setString(text_.buffer);
   }
+}
+
+// The lexer keeps what it has if it is part of what is wanted. An assignment that failed may have
+// left it a copy of a variable, so it keeps nothing when nothing is wanted.
+void YcluiTrial::setVariables(const YcluiAssignments& wanted) {
+  if (wanted.count() == 0 || !assignments_.isBeginningOf(wanted)) {
+    lexer_.forgetVariables();
+    assignments_ = YcluiAssignments();
+  }
+  missing_.clear();
+  const YcluiAssignment* const known = assignments_.last().get();
+  for (const auto* i = wanted.last().get(); i != known; i = i->before.get()) {
+    missing_.push_back(i);
+  }
+  for (; !missing_.empty(); missing_.pop_back()) {
+    lexer_.setString(missing_.back()->text.buffer);
+    lexer_.getNextToken(token_.forReading());
+  }
+  assignments_ = wanted;
+}
+
+void YcluiTrial::end(YcluiTrialState& state) const {
+  state.generation = generation_;
+  if (generation_ == 0) return;
+  state.walker = walker_;
+  state.first = first_;
+  state.hasTokens = hasTokens_;
+  state.isSupposed = isSupposed_;
+  keepToken(state, token_, YcluiTrialLex::ExpandedIn(lexer_));
+  state.unread.assign(lexer_.unreadText());
+  state.assignments = assignments_;
+}
+
+void YcluiTrial::endInside(YcluiTrialState& state) const {
+  end(state);
+  state.unread.assign(lexer_.faultText());
+  state.isOpen = true;
+  state.token = *token_;
+  state.expanded = YcluiTrialLex::ExpandedIn(lexer_);
 }
 
 bool YcluiTrial::next(Step& step) {
@@ -77,6 +153,8 @@ void YcluiTrial::read(Step& step, const YErrAside& aside) {
     leaveText();
   } else if (token.id() == YcluiIdVariable) {
     step.verdict = Verdict::Set;
+    const std::size_t length = static_cast<std::size_t>(step.wordEnd - step.begin);
+    assignments_.add({lexer_.unreadText() - length, length});
   } else if (token.id() == YcluiIdAlias) {
     expand(step, aside);
   } else {

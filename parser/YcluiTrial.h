@@ -5,10 +5,13 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "foundation/YErr.h"
+#include "foundation/YMemory.h"
 #include "foundation/YString.h"
 #include "lex/YcluiTrialLex.h"
+#include "parser/YcluiTrialState.h"
 #include "parser/YcluiWorkToken.h"
 #include "syntax/YcluiNfa.h"
 
@@ -43,12 +46,25 @@ class YcluiTrial {
     bool isSupposed = false;  // a command would have run before it
   };
 
-  // Starts from the parser's present state, whose unread text precedes this one.
-  void begin(std::string_view text);
+  // The parser's present state.
+  void present(YcluiTrialState& state) const;
+  // Whether the present syntax has that generation.
+  bool isPresent(std::uint64_t generation) const;
+  // Makes the state one between commands. REQUIRES: the parser has a syntax.
+  void clear(YcluiTrialState& state) const;
+
+  // Starts from a state of the present syntax, whose unread text precedes this one.
+  void begin(const YcluiTrialState& state, std::string_view text);
   // Reads the next token. False at the end of what interpret would read.
   bool next(Step& step);
 
-  // After the last `next`. Offsets of the lexer count from the unread text on.
+  // After the last `next`, the state in which the next text is read.
+  void end(YcluiTrialState& state) const;
+  // The same for a text that is appended to this one. REQUIRES: the last token was refused because
+  // the text ended in its arguments.
+  void endInside(YcluiTrialState& state) const;
+
+  // of the lexer count from the unread text on.
   const YcluiTrialLex& lexer() const { return lexer_; }
   // The length of that text, 0 when nothing in it was a token.
   long unreadBefore() const { return unreadBefore_; }
@@ -74,6 +90,10 @@ class YcluiTrial {
   YcluiWorkToken token_;
   YString text_;  // ends with NUL, as the lexer wants it
   long unreadBefore_ = 0;
+  std::uint64_t generation_ = 0;
+  YcluiAssignments assignments_;  // that the lexer has carried out
+  // Those that it has not; empty between operations.
+  std::vector<const YcluiAssignment*, YAllocator<const YcluiAssignment*>> missing_;
   const YcluiSyntaxNode* first_ = nullptr;  // on which the present command began
   const YcluiSyntaxNode* interrupted_ = nullptr;
   int depth_ = 0;
@@ -83,6 +103,8 @@ class YcluiTrial {
   bool isOver_ = false;
   bool leavesText_ = false;
 
+  static void keepToken(YcluiTrialState& state, const YcluiWorkToken& token, std::size_t expanded);
+  void setVariables(const YcluiAssignments& wanted);
   bool findToken();
   void read(Step& step, const YErrAside& aside);
   void expand(Step& step, const YErrAside& aside);

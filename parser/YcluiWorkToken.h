@@ -28,6 +28,11 @@ class YcluiWorkToken {
 
   // Whether some of its arguments are still missing.
   bool isOpen() const { return exists() && token_->underConstruction() != 0; }
+  // Takes over a token whose arguments are missing.
+  void open(const YcluiToken& token) {
+    forReading() = token;
+    token_->setNeedMore(1);
+  }
   // Ends that state; the arguments read so far stay in the token.
   void dropOpen() {
     if (exists()) token_->setNeedMore(0);

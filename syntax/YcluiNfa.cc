@@ -206,6 +206,19 @@ std::uint64_t YcluiNfa::generation() const {
   return graph == nullptr ? 0 : steps().generation(graph->end);
 }
 
+bool YcluiNfa::isWith(const YcluiNfa& other) const {
+  if (graph != other.graph || indefiniteRoot != other.indefiniteRoot) return false;
+  if (terminated != other.terminated || currentNode != other.currentNode) return false;
+  if (predecessor != nullptr || other.predecessor != nullptr) {
+    return predecessor == other.predecessor;
+  }
+  if (nextNodes.count() != other.nextNodes.count()) return false;
+  for (int i = 0; i < nextNodes.count(); ++i) {
+    if (nextNodes.at(i) != other.nextNodes.at(i)) return false;
+  }
+  return true;
+}
+
 // --- The place
 
 void YcluiNfa::clearPlace() {

@@ -94,6 +94,10 @@ class YQRT_API YcluiNfa {
   const YcluiSyntaxNode* place() const;
   std::uint64_t generation() const;
 
+  // Whether the other walker is in the same graph at the same place, so that all further steps of
+  // both have the same results. It may be false for places that differ in their making only.
+  bool isWith(const YcluiNfa& other) const;
+
  protected:
   YcluiSyntaxGraph* graph = nullptr;
   YcluiSyntaxNode* indefiniteRoot = nullptr;

@@ -208,6 +208,10 @@ TEST(Preview, ReadsWithoutAllocatingOnceWarm) {
   preview.read(text);
   preview.at(20);
   EXPECT_EQ(Allocations(), before);
+  preview.read(text, preview.state());
+  const long beforeNext = Allocations();
+  preview.read(text, preview.state());
+  EXPECT_EQ(Allocations(), beforeNext);
 }
 
 TEST(Preview, HasNothingToSayWithoutSyntax) {

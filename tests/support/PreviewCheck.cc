@@ -35,13 +35,27 @@ bool IsWordPiece(const YcluiPiece& piece) {
          piece.kind != YcluiPiecePunctuation && piece.kind != YcluiPieceUnread;
 }
 
+// The pieces from an offset on, blanks and comments left out. What is supposed is not told.
+std::string PiecesOf(const YcluiPreview& preview, std::uint32_t from = 0) {
+  std::ostringstream out;
+  for (int i = 0; i < preview.count(); ++i) {
+    const YcluiPiece& piece = preview.piece(i);
+    if (piece.kind <= YcluiPieceComment || piece.end <= from) continue;
+    out << std::max(piece.begin, from) - from << '-' << piece.end - from << ':' << piece.kind << ' '
+        << piece.tokenId << ' ' << piece.argument << ' ' << piece.code << ' ' << piece.endsCommand
+        << ';';
+  }
+  out << preview.ending() << preview.leavesCommand();
+  return out.str();
+}
+
 bool IsRefused(const YcluiPiece& piece) {
   return piece.kind == YcluiPieceRefused || piece.kind == YcluiPieceOpenQuote;
 }
 
 }  // namespace
 
-PreviewCheck::PreviewCheck(Choices& choices) : choices_(choices), preview_(*this) {
+PreviewCheck::PreviewCheck(Choices& choices) : choices_(choices), preview_(*this), onward_(*this) {
   const YcluiValueType types[] = {YcluiValueInteger, YcluiValueFloat, YcluiValuePoint,
                                   YcluiValueString};
   std::uint32_t id = 0;
@@ -122,16 +136,23 @@ std::string PreviewCheck::text() {
 }
 
 std::string PreviewCheck::step() {
-  switch (choices_.below(8)) {
+  switch (choices_.below(10)) {
     case 0:
       pushFrame();
+      state_ = YcluiPreviewState();
       return "";
     case 1:
       popFrame();
+      state_ = YcluiPreviewState();
       return "";
     case 2:
       dropOpenToken();
+      state_ = YcluiPreviewState();
       return "";
+    case 3:
+      return readFromStates();
+    case 4:
+      return readLinesAsOne();
     default:
       return read(text());
   }
@@ -169,6 +190,8 @@ std::string PreviewCheck::read(const std::string& text) {
   const std::string wrong = wrongCandidates(text);
   if (!wrong.empty()) return wrong;
   preview_.read(text.c_str());
+  const std::string wrongState = readOn(text);
+  if (!wrongState.empty()) return wrongState;
   if (observed() != before) return "something changed: " + before + " -> " + observed();
   outcomes_.clear();
   firstCommand_ = NoCommand;
@@ -177,6 +200,54 @@ std::string PreviewCheck::read(const std::string& text) {
   interpret(text.c_str());
   const std::string different = wasUnread ? "" : differences(text);
   return different.empty() ? "" : different + " in \"" + text + "\"";
+}
+
+// The texts before, read one after another, leave what the parser that interpreted them is in.
+std::string PreviewCheck::readOn(const std::string& text) {
+  if (!onward_.read(text.c_str(), state_) && state_ != YcluiPreviewState()) return "void state";
+  state_ = onward_.state();
+  const std::string pieces = PiecesOf(onward_);
+  return pieces == PiecesOf(preview_) ? "" : "another state before \"" + text + "\"";
+}
+
+// A state is one to return to, and equal ones cannot be told apart by what follows.
+std::string PreviewCheck::readFromStates() {
+  std::vector<YcluiPreviewState> states = {preview_.present()};
+  std::vector<std::string> texts;
+  std::vector<std::string> pieces;
+  for (int i = 0; i < 4; ++i) {
+    texts.push_back(text());
+    preview_.read(texts.back().c_str(), states.back());
+    pieces.push_back(PiecesOf(preview_));
+    states.push_back(preview_.state());
+  }
+  for (std::size_t i = texts.size(); i-- > 0;) {
+    onward_.read(texts[i].c_str(), states[i]);
+    if (PiecesOf(onward_) != pieces[i]) return "other pieces from a state: \"" + texts[i] + "\"";
+    if (onward_.state() != states[i + 1]) return "another state after \"" + texts[i] + "\"";
+    for (std::size_t other = 0; other < i; ++other) {
+      if (states[other] != states[i]) continue;
+      onward_.read(texts[i].c_str(), states[other]);
+      if (PiecesOf(onward_) != pieces[i]) return "equal states differ: \"" + texts[i] + "\"";
+    }
+  }
+  return "";
+}
+
+// A line that ends after a comma, and the next one, mean what they mean together.
+std::string PreviewCheck::readLinesAsOne() {
+  const std::string first = text() + "\n";
+  const std::string second = text() + "\n";
+  preview_.read(first.c_str());
+  const YcluiTextEnding ending = preview_.ending();
+  if (ending != YcluiEndsAfterComma && ending != YcluiEndsInPoint) return "";
+  // Of a word that is refused in the first line, the arguments in the next one show it.
+  if (preview_.piece(preview_.firstRefused()).argument == 0) return "";
+  onward_.read(second.c_str(), preview_.stateInside());
+  preview_.read((first + second).c_str());
+  const std::string pieces = PiecesOf(preview_, static_cast<std::uint32_t>(first.size()));
+  if (PiecesOf(onward_) == pieces) return "";
+  return "other in one text: \"" + first + second + "\"";
 }
 
 // Whether it is the part of a variable form that could not be read.

@@ -34,6 +34,9 @@ class PreviewCheck final : public YcluiParser {
 
   Choices& choices_;
   YcluiPreview preview_;
+  // Reads all texts, each in the state after the one before.
+  YcluiPreview onward_;
+  YcluiPreviewState state_;
   std::map<int, Outcome> outcomes_;
   std::uint64_t errors_ = 0;
   int firstCommand_ = 0;  // the offset of the token that ran it
@@ -45,6 +48,9 @@ class PreviewCheck final : public YcluiParser {
   bool followsForm(int index) const;
   std::string differences(const std::string& text);
   std::string wrongCandidates(const std::string& text);
+  std::string readOn(const std::string& text);
+  std::string readFromStates();
+  std::string readLinesAsOne();
   void refuse(unsigned code);
   YWord evaluate(const char* text) override;
 };
