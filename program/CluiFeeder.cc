@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "parser/YcluiParser.h"
+#include "program/CluiTextEnd.h"
 #include "program/text/CluiMessages.h"
 
 void CluiFeeder::feed(std::string& bytes, std::size_t number) {
@@ -21,13 +22,14 @@ void CluiFeeder::feedText(std::string& text, std::size_t number) {
 }
 
 bool CluiFeeder::mustHold(const std::string& text) {
-  const YcluiParser& parser = *reading_.parser();
   if (!heldText_.empty() && CluiIsBlank(text)) return true;
-  if (!CluiMayEndInComma(text) || parser.lex()->more() != 0) return false;
-  const CluiTextState begin = heldText_.empty() ? CluiStateOf(parser) : heldState_;
-  const CluiTextEnd end = CluiEndOf(parser, text, begin);
-  heldState_ = end.state;
-  return end.kind == CluiTextEnd::Comma;
+  if (!CluiMayEndInComma(text)) return false;
+  if (preview_ == nullptr) preview_ = std::make_unique<YcluiPreview>(*reading_.parser());
+  preview_->read(text.c_str(), heldText_.empty() ? preview_->present() : heldState_);
+  const YcluiTextEnding ending = preview_->ending();
+  if (ending != YcluiEndsAfterComma && ending != YcluiEndsInPoint) return false;
+  heldState_ = preview_->stateInside();
+  return true;
 }
 
 void CluiFeeder::flush() {

@@ -3,8 +3,10 @@
 #ifndef PROGRAM_CLUIFEEDER_H_
 #define PROGRAM_CLUIFEEDER_H_
 
+#include <memory>
 #include <string>
 
+#include "parser/YcluiPreview.h"
 #include "program/CluiDiagnostics.h"
 #include "program/CluiReading.h"
 #include "program/CluiTextEnd.h"
@@ -40,8 +42,9 @@ class CluiFeeder {
   CluiDiagnostics& diagnostics_;
   CluiOutcome& outcome_;
   std::string heldText_;
-  std::size_t heldNumber_ = 0;  // of the first held line
-  CluiTextState heldState_;     // at the end of the held lines
+  std::size_t heldNumber_ = 0;             // of the first held line
+  std::unique_ptr<YcluiPreview> preview_;  // null until a line ends in a comma
+  YcluiPreviewState heldState_;            // at the end of the held lines
 
   bool mustHold(const std::string& text);
   void interpret(std::string& text, std::size_t number);

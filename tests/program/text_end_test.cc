@@ -1,4 +1,4 @@
-// Compares CluiEndOf and previews with the lexer on random texts.
+// Compares how previews say that a text ends with the lexer, on random texts.
 
 #include <gtest/gtest.h>
 
@@ -41,18 +41,12 @@ bool CanContinue(YcluiLex& lex, const std::string& text, int refusals) {
   return false;
 }
 
-enum class End { Whole, Open, Announces };
-
-End EndOf(CluiTextEnd::Kind kind) {
-  if (kind == CluiTextEnd::Whole) return End::Whole;
-  const bool isOpen = kind == CluiTextEnd::Quote || kind == CluiTextEnd::Escape;
-  return isOpen ? End::Open : End::Announces;
+bool IsOpen(YcluiTextEnding ending) {
+  return ending == YcluiEndsInQuote || ending == YcluiEndsInEscape;
 }
 
-End EndOf(YcluiTextEnding ending) {
-  if (ending == YcluiEndsWhole || ending == YcluiEndsInToken) return End::Whole;
-  const bool isOpen = ending == YcluiEndsInQuote || ending == YcluiEndsInEscape;
-  return isOpen ? End::Open : End::Announces;
+bool Announces(YcluiTextEnding ending) {
+  return ending == YcluiEndsAfterComma || ending == YcluiEndsInPoint;
 }
 
 TEST(TextEnd, AgreesWithTheLexer) {
@@ -65,31 +59,27 @@ TEST(TextEnd, AgreesWithTheLexer) {
                                 "\\", "#",  "\n", ";",  "\x83\x5C", "\x95\x5C"};
   std::mt19937 random(11);
   YcluiPreview preview(parser);
-  int kinds[5] = {};
+  int endings[6] = {};
   for (int round = 0; round < 50000; ++round) {
     std::string text;
     for (int i = 2 + static_cast<int>(random() % 14); i > 0; --i) {
       text += pieces[random() % std::size(pieces)];
     }
-    const CluiTextEnd::Kind kind = CluiEndOf(parser, text, {}).kind;
     parser.exhaust();
     preview.read(text.c_str());
+    const YcluiTextEnding ending = preview.ending();
     const Refusals refusals = RefusalsOf(lex, text);
-    const bool isOpen = EndOf(kind) == End::Open;
-    const bool agree = EndOf(kind) == EndOf(preview.ending());
-    ASSERT_TRUE(agree || text.find('#') != std::string::npos) << text;
-    ASSERT_EQ(isOpen, refusals.isUnclosed) << text;
-    ++kinds[kind];
+    ASSERT_EQ(IsOpen(ending), refusals.isUnclosed) << text;
+    ++endings[ending];
     // More text cannot continue a comment, nor a word without its argument, which is refused at
     // once.
     const std::size_t last = text.find_last_not_of(" \n");
     const bool isOver = last != std::string::npos && text[last] == ':';
-    if (isOpen || isOver || text.find('#') != std::string::npos) continue;
-    const bool announces = EndOf(kind) == End::Announces;
-    ASSERT_EQ(announces, CanContinue(lex, text, refusals.count)) << text;
-    ASSERT_TRUE(kind != CluiTextEnd::Comma || CluiMayEndInComma(text)) << text;
+    if (IsOpen(ending) || isOver || text.find('#') != std::string::npos) continue;
+    ASSERT_EQ(Announces(ending), CanContinue(lex, text, refusals.count)) << text;
+    ASSERT_TRUE(ending != YcluiEndsAfterComma || CluiMayEndInComma(text)) << text;
   }
-  for (const int count : kinds) EXPECT_GT(count, 50);
+  for (const int count : endings) EXPECT_GT(count, 50);
 }
 
 }  // namespace
