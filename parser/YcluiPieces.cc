@@ -155,8 +155,10 @@ void YcluiPieces::addArguments(const YcluiTrial& trial) {
   const bool fails = step_.verdict == Verdict::Unread;
   const bool isRefused = step_.isContinued && step_.verdict == Verdict::Refused;
   const int last = fails ? lexer.faultArgument() - 1 : trial.token()->argc() - 1;
-  for (int i = 1; i <= last; ++i) {
-    if (lexer.argumentOffset(i) < 0) continue;
+  // Those that were read from earlier texts have no offsets; they may be many.
+  int first = last + 1;
+  while (first > 1 && lexer.argumentOffset(first - 1) >= 0) --first;
+  for (int i = first; i <= last; ++i) {
     const long begin = lexer.argumentOffset(i) - shift_;
     const Kind kind = isRefused ? YcluiPieceRefused : kindOfArgument(trial, i, begin);
     YcluiPiece* piece = add(begin, lexer.argumentEnd(i) - shift_, kind, i);

@@ -29,12 +29,18 @@ void YcluiTrial::clear(YcluiTrialState& state) const {
   state.clear();
 }
 
+void YcluiTrial::keepOpen(YcluiTrialState& state, const YcluiToken& token, std::size_t expanded) {
+  state.word.assign(token.string());
+  state.tokenId = token.id();
+  state.type = token.type();
+  state.argc = token.argc();
+  state.expanded = expanded;
+}
+
 void YcluiTrial::keepToken(YcluiTrialState& state, const YcluiWorkToken& token,
                            std::size_t expanded) {
   state.isOpen = token.isOpen();
-  if (!state.isOpen) return;
-  state.token = *token;
-  state.expanded = expanded;
+  if (state.isOpen) keepOpen(state, *token, expanded);
 }
 
 void YcluiTrial::begin(const YcluiTrialState& state, std::string_view text) {
@@ -54,7 +60,7 @@ void YcluiTrial::begin(const YcluiTrialState& state, std::string_view text) {
   token_.dropOpen();
   setVariables(state.assignments);
   if (state.isOpen) {
-    token_.open(state.token);
+    token_.open(state.word.buffer, state.tokenId, state.type, state.argc);
     lexer_.setExpanded(state.expanded);
   }
   lexer_.setString(state.unread.buffer);
@@ -103,8 +109,7 @@ void YcluiTrial::endInside(YcluiTrialState& state) const {
   end(state);
   state.unread.assign(lexer_.faultText());
   state.isOpen = true;
-  state.token = *token_;
-  state.expanded = YcluiTrialLex::ExpandedIn(lexer_);
+  keepOpen(state, *token_, YcluiTrialLex::ExpandedIn(lexer_));
 }
 
 bool YcluiTrial::next(Step& step) {

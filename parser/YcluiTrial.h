@@ -103,6 +103,7 @@ class YcluiTrial {
   bool isOver_ = false;
   bool leavesText_ = false;
 
+  static void keepOpen(YcluiTrialState& state, const YcluiToken& token, std::size_t expanded);
   static void keepToken(YcluiTrialState& state, const YcluiWorkToken& token, std::size_t expanded);
   void setVariables(const YcluiAssignments& wanted);
   bool findToken();

@@ -5,12 +5,7 @@
 namespace {
 
 bool IsSameText(const char* a, const char* b) {
-  return a == nullptr || b == nullptr ? a == b : std::strcmp(a, b) == 0;
-}
-
-bool IsSameToken(const YcluiToken& a, const YcluiToken& b) {
-  return a.id() == b.id() && a.type() == b.type() && a.argc() == b.argc() &&
-         IsSameText(a.string(), b.string());
+  return std::strcmp(a, b) == 0;
 }
 
 }  // namespace
@@ -32,6 +27,9 @@ bool YcluiTrialState::operator==(const YcluiTrialState& other) const {
   if (generation != other.generation || first != other.first) return false;
   if (hasTokens != other.hasTokens || isSupposed != other.isSupposed) return false;
   if (isOpen != other.isOpen || !IsSameText(unread.buffer, other.unread.buffer)) return false;
-  if (isOpen && (expanded != other.expanded || !IsSameToken(token, other.token))) return false;
+  if (isOpen) {
+    if (tokenId != other.tokenId || type != other.type || argc != other.argc) return false;
+    if (expanded != other.expanded || !IsSameText(word.buffer, other.word.buffer)) return false;
+  }
   return walker.isWith(other.walker) && assignments == other.assignments;
 }

@@ -17,10 +17,14 @@ struct YcluiTrialState {
   const YcluiSyntaxNode* first = nullptr;  // on which the present command began
   bool hasTokens = false;                  // in the frame
   bool isSupposed = false;                 // a command would have run
-  // A token waits for arguments: the token, and what its strings have of the bytes that they may
-  // have. Both mean nothing otherwise.
+  // A token waits for arguments: the token without the values of those that it has, which decide
+  // nothing and may be many, and what its strings have of the bytes that they may have. All that
+  // means nothing otherwise.
   bool isOpen = false;
-  YcluiToken token;
+  YString word;
+  std::uint32_t tokenId = 0;
+  YcluiTokenType type = YcluiTokenNone;
+  int argc = 0;
   std::size_t expanded = 0;
   YString unread;  // text that comes before the next one
   YcluiAssignments assignments;
@@ -31,7 +35,6 @@ struct YcluiTrialState {
   // Makes it such a state. The walker is already in the graph.
   void clear();
 
-  // Values of arguments are not compared: they decide nothing.
   bool operator==(const YcluiTrialState& other) const;
 };
 

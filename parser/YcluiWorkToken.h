@@ -28,10 +28,15 @@ class YcluiWorkToken {
 
   // Whether some of its arguments are still missing.
   bool isOpen() const { return exists() && token_->underConstruction() != 0; }
-  // Takes over a token whose arguments are missing.
-  void open(const YcluiToken& token) {
-    forReading() = token;
-    token_->setNeedMore(1);
+  // Makes it a token whose arguments are missing. Those that it has, argument 0 included, are
+  // `count`; their values mean nothing.
+  void open(const char* word, std::uint32_t id, YcluiTokenType type, int count) {
+    YcluiToken& token = forReading();
+    token.setID(id);
+    token.setType(type);
+    token.setArgC(static_cast<std::uint32_t>(count));
+    token.setArg0(word);
+    token.setNeedMore(1);
   }
   // Ends that state; the arguments read so far stay in the token.
   void dropOpen() {
