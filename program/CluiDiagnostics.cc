@@ -10,6 +10,7 @@
 void CluiDiagnostics::beginInput() {
   refusal_.restart();
   line_.reset();
+  hasDoubted_ = false;
 }
 
 void CluiDiagnostics::beginText() {
@@ -46,6 +47,9 @@ void CluiDiagnostics::refused(const YcluiToken& token) {
   if (!offered) refused.fault = reading_.spotAt(reading_.parser()->lastFaultOffset());
   if (options_.trace) trace_.refused(token, offered);
   const CluiPlace place = reading_.placeOf(refused.fault);
+  if (const CluiPassed* passed = doubtAbout(refused, place)) {
+    return refusedInDoubt(refused, spot, *passed);
+  }
   if (!mustShow(refused, place)) {
     ++unshown_;
     return;
@@ -55,6 +59,42 @@ void CluiDiagnostics::refused(const YcluiToken& token) {
   reportAt(spot, message);
   line_ = place;
   isLast_ = true;
+}
+
+// Whether the word is unknown, its arguments cannot be read, or the syntax refuses it.
+const CluiPassed* CluiDiagnostics::doubtAbout(const CluiRefused& refused,
+                                              const CluiPlace& place) const {
+  if (doubt_ == nullptr) return nullptr;
+  const YcluiLex& lex = *reading_.parser()->lex();
+  const std::uint32_t id = refused.token->id();
+  const bool isUnknown = refused.code == 0 && (id == YcluiIdNone || id == YcluiIdFreeWord);
+  CluiRests rests = isUnknown         ? CluiRests::OnWords
+                    : refused.offered ? CluiRests::OnPlace
+                                      : CluiRests::OnArguments;
+  const std::string_view fault = refused.offered ? "" : lex.faultText();
+  const bool isExpanded = isUnknown && lex.suspendedTexts() > 0;
+  if (isExpanded || fault.substr(0, fault.find('\n')).find("${") != std::string_view::npos) {
+    rests = CluiRests::OnVariables;
+  }
+  return doubt_->refuse(rests, place.line);
+}
+
+// The first of an input is shown. What follows it is in doubt, too, and rests on nothing better.
+void CluiDiagnostics::refusedInDoubt(const CluiRefused& refused, CluiSpot& spot,
+                                     const CluiPassed& passed) {
+  --outcome_.refused;
+  ++outcome_.doubtful;
+  if (hasDoubted_ && !options_.every) return;
+  hasDoubted_ = true;
+  const std::wstring message =
+      refusal_.explain(*reading_.parser(), reading_.lineOf(refused.fault), refused, spot);
+  reportAt(spot, L"warning: " + message + doubtText(passed));
+}
+
+std::wstring CluiDiagnostics::doubtText(const CluiPassed& passed) {
+  std::wstring text = L"; after " + CluiQuoted(encoding_.fromSystem(passed.line.c_str()));
+  if (passed.input == reading_.input()) text += L" in line " + std::to_wstring(passed.number);
+  return text + L" ran, this may differ";
 }
 
 // A fault that costs words of the next line, too, is shown, since nothing else would explain that.
@@ -165,7 +205,14 @@ void CluiDiagnostics::inputFailed(std::size_t line, const std::string& message) 
 }
 
 void CluiDiagnostics::endedInside(const std::wstring& what) {
-  report_.print({reading_.input(), 0, 0}, L"the input ended inside " + what);
+  const CluiPassed* passed = doubt_ == nullptr ? nullptr : doubt_->ofPlace();
+  const std::wstring message = L"the input ended inside " + what;
+  if (passed == nullptr) {
+    outcome_.ended = true;
+    return report_.print({reading_.input(), 0, 0}, message);
+  }
+  if (hasDoubted_ && !options_.every) return;
+  report_.print({reading_.input(), 0, 0}, L"warning: " + message + doubtText(*passed));
 }
 
 void CluiDiagnostics::playbackStopped(double seconds) {

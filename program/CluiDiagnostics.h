@@ -15,6 +15,7 @@
 #include "program/CluiRefusal.h"
 #include "program/CluiReport.h"
 #include "program/CluiTrace.h"
+#include "workshop/CluiDoubt.h"
 
 // Reports each fault once, at its position in the input, and counts it in the outcome. Of the words
 // refused in one line, only the first is shown, followed by the number of the others, unless every
@@ -31,6 +32,9 @@ class CluiDiagnostics {
         trace_(trace),
         outcome_(outcome),
         refusal_(encoding) {}
+
+  // For a dry run: asked about each refusal whether it is certain. Null, as at first, if all are.
+  void setDoubt(CluiDoubt* doubt) { doubt_ = doubt; }
 
   // Another input begins.
   void beginInput();
@@ -57,7 +61,7 @@ class CluiDiagnostics {
   void problem(const std::string& name, const std::wstring& message);
   // The input cannot be read beyond `line`; 0 for no line.
   void inputFailed(std::size_t line, const std::string& message);
-  // The input ended inside `what`.
+  // The input ended inside `what`. Counts it.
   void endedInside(const std::wstring& what);
   // The playback was interrupted after so many seconds.
   void playbackStopped(double seconds);
@@ -91,11 +95,16 @@ class CluiDiagnostics {
   std::size_t acceptedBefore_ = 0;  // words accepted in earlier texts
   std::optional<CluiPlace> line_;   // of the refusal shown last; its column means nothing
   std::size_t unshown_ = 0;         // later refusals in that line, not yet reported as a number
-  bool isLast_ = false;             // no message has followed the refusal shown last
+  CluiDoubt* doubt_ = nullptr;
+  bool hasDoubted_ = false;  // a doubtful refusal of this input has been shown
+  bool isLast_ = false;      // no message has followed the refusal shown last
 
   void reportCode(const Code& code);
   unsigned int lastCode() const { return pending_.empty() ? 0 : pending_.back().code; }
   bool mustShow(const CluiRefused& refused, const CluiPlace& place) const;
+  const CluiPassed* doubtAbout(const CluiRefused& refused, const CluiPlace& place) const;
+  void refusedInDoubt(const CluiRefused& refused, CluiSpot& spot, const CluiPassed& passed);
+  std::wstring doubtText(const CluiPassed& passed);
   bool isInLine(const CluiPlace& place) const;
   void reportUnshown();
   void report(const CluiPlace& place, const std::wstring& message);

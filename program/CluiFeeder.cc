@@ -25,11 +25,13 @@ bool CluiFeeder::mustHold(const std::string& text) {
   if (!heldText_.empty() && CluiIsBlank(text)) return true;
   if (!CluiMayEndInComma(text)) return false;
   if (preview_ == nullptr) preview_ = std::make_unique<YcluiPreview>(*reading_.parser());
-  preview_->read(text.c_str(), heldText_.empty() ? preview_->present() : heldState_);
-  const YcluiTextEnding ending = preview_->ending();
-  if (ending != YcluiEndsAfterComma && ending != YcluiEndsInPoint) return false;
-  heldState_ = preview_->stateInside();
-  return true;
+  // The preview has read the held lines last.
+  if (heldText_.empty()) {
+    preview_->read(text.c_str());
+  } else {
+    preview_->read(text.c_str(), preview_->stateInside());
+  }
+  return preview_->ending() == YcluiEndsAfterComma || preview_->ending() == YcluiEndsInPoint;
 }
 
 void CluiFeeder::flush() {
@@ -50,7 +52,6 @@ void CluiFeeder::end(std::size_t number) {
   readLeftText(number);
   const std::wstring what = reading_.isAlive() ? unfinished() : std::wstring();
   if (what.empty()) return;
-  outcome_.ended = true;
   diagnostics_.endedInside(what);
   YcluiParser* const parser = reading_.parser();
   parser->dropOpenToken();

@@ -15,9 +15,8 @@
 // argument. The feeder holds such a line and feeds it together with the next one.
 class CluiFeeder {
  public:
-  CluiFeeder(CluiEncoding& encoding, CluiReading& reading, CluiDiagnostics& diagnostics,
-             CluiOutcome& outcome)
-      : encoding_(encoding), reading_(reading), diagnostics_(diagnostics), outcome_(outcome) {}
+  CluiFeeder(CluiEncoding& encoding, CluiReading& reading, CluiDiagnostics& diagnostics)
+      : encoding_(encoding), reading_(reading), diagnostics_(diagnostics) {}
 
   // Another input begins.
   void begin() { heldText_.clear(); }
@@ -40,11 +39,9 @@ class CluiFeeder {
   CluiEncoding& encoding_;
   CluiReading& reading_;
   CluiDiagnostics& diagnostics_;
-  CluiOutcome& outcome_;
   std::string heldText_;
   std::size_t heldNumber_ = 0;             // of the first held line
   std::unique_ptr<YcluiPreview> preview_;  // null until a line ends in a comma
-  YcluiPreviewState heldState_;            // at the end of the held lines
 
   bool mustHold(const std::string& text);
   void interpret(std::string& text, std::size_t number);

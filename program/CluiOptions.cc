@@ -34,6 +34,8 @@ without a FILE, lines are typed with editing, completion and a history.
       --append       with --log: append to FILE instead
       --nest STYLE   how to record words of a playback: plain, as if typed
                      (default); comment, in comments; silent, not at all
+      --dry-run      run no command: report what would be refused, and warn of values
+                     outside the ranges and lists that the language gives
       --play         play each FILE back as a recording
       --show         print recordings, converted to the encoding
       --lint         examine LANGUAGE.scm, which is loaded, and print what is
@@ -70,6 +72,7 @@ enum LongOnly {
   OptAppend,
   OptNest,
   OptPlay,
+  OptDryRun,
   OptShow,
   OptLint,
   OptDiagram,
@@ -85,6 +88,7 @@ constexpr option LongOptions[] = {
     {"log", required_argument, nullptr, OptLog},
     {"append", no_argument, nullptr, OptAppend},
     {"nest", required_argument, nullptr, OptNest},
+    {"dry-run", no_argument, nullptr, OptDryRun},
     {"play", no_argument, nullptr, OptPlay},
     {"show", no_argument, nullptr, OptShow},
     {"lint", no_argument, nullptr, OptLint},
@@ -152,6 +156,10 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
     std::fputs("clui: --append needs --log\n", stderr);
     return BadUsage();
   }
+  if (options.dry && (options.play || options.show || !options.log.empty())) {
+    std::fputs("clui: --dry-run goes with neither --log nor --play nor --show\n", stderr);
+    return BadUsage();
+  }
   if (names == end) {
     std::fputs(options.show ? "clui: --show needs a FILE\n" : "clui: missing LANGUAGE.scm\n",
                stderr);
@@ -170,7 +178,8 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
   }
   const bool readsInput =
       !options.show && !options.lint && options.files.empty() && options.texts.empty();
-  options.typed = readsInput && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+  options.typed =
+      readsInput && !options.dry && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
   if (readsInput && !options.typed) options.files.emplace_back("-");
   return CluiStart::Run;
 }
@@ -213,6 +222,9 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptPlay:
         options.play = true;
+        break;
+      case OptDryRun:
+        options.dry = true;
         break;
       case OptShow:
         options.show = true;

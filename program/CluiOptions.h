@@ -23,6 +23,7 @@ struct CluiOptions {
   bool append = false;                         // at the end of that file
   YcluiLogNestStyle nest = YcluiLogNestPlain;  // how playbacks are recorded
   bool play = false;                           // the files are recordings to be played
+  bool dry = false;                            // no command runs
   bool show = false;                           // print recordings, and nothing else
   bool lint = false;                           // examine the language, and nothing else
   CluiDrawing drawing = CluiDrawing::None;     // write it instead of reading files

@@ -33,11 +33,12 @@ CluiRun::CluiRun(const CluiOptions& options)
       trace_(report_, encoding_),
       reading_(encoding_),
       diagnostics_(options, encoding_, reading_, report_, trace_, outcome_),
-      feeder_(encoding_, reading_, diagnostics_, outcome_),
+      feeder_(encoding_, reading_, diagnostics_),
       recorder_(options, reading_, diagnostics_, outcome_),
       player_(reading_, diagnostics_, feeder_, progress_, outcome_),
       typist_(reading_, diagnostics_, feeder_, outcome_),
-      draw_(options, encoding_, reading_, diagnostics_, grammars_) {}
+      draw_(options, encoding_, reading_, diagnostics_, grammars_),
+      dry_(reading_, diagnostics_, encoding_) {}
 
 int CluiRun::run() {
   std::string error;
@@ -139,6 +140,7 @@ bool CluiRun::findParser() {
 void CluiRun::listen() {
   ScmVM::setTextListener(
       [](void* data, const char* text) { static_cast<CluiRun*>(data)->onText(text); }, this);
+  if (options_.dry) dry_.start(options_.language);
   YcluiParser& parser = *reading_.parser();
   parser.setTokCallback(
       [](void* data, YcluiToken& token) { return static_cast<CluiRun*>(data)->onToken(token); },
@@ -230,6 +232,7 @@ int CluiRun::lint(bool isLoaded) {
 // Destroys the parsers of the script, so that their logs are closed.
 void CluiRun::finish() {
   ScmVM::setTextListener(nullptr, nullptr);
+  ScmVM::setTextGate(nullptr, nullptr);
   reading_.setParser(nullptr);
   // Before the library is initialized there is no mortuary to condemn a parser to.
   while (YcluiParser* parser = YcluiParser::Live(0)) {
@@ -254,9 +257,14 @@ int CluiRun::status() const {
 }
 
 void CluiRun::summarise() {
-  if (options_.quiet || options_.typed || (outcome_.refused == 0 && outcome_.failed == 0)) return;
+  const bool isGood = outcome_.refused == 0 && outcome_.failed == 0 && outcome_.doubtful == 0;
+  if (options_.quiet || options_.typed || isGood) return;
   std::wstring text;
   if (outcome_.refused > 0) text = Plural(outcome_.refused, L"refusal");
+  if (outcome_.doubtful > 0) {
+    text += (text.empty() ? L"" : L", ") + Plural(outcome_.doubtful, L"word") +
+            L" that only a run can judge";
+  }
   if (outcome_.failed > 0) {
     text += (text.empty() ? L"" : L", ") + Plural(outcome_.failed, L"failed command");
   }
@@ -287,6 +295,7 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   ++outcome_.accepted;
   player_.showProgress();
   recorder_.warnOfLosses(token);
+  if (options_.dry) dry_.check(token);
   if (options_.trace) trace_.offered(token);
   return YcluiTokenPass;
 }

@@ -8,6 +8,7 @@
 #include "lex/YcluiToken.h"
 #include "program/CluiDiagnostics.h"
 #include "program/CluiDraw.h"
+#include "program/CluiDryRun.h"
 #include "program/CluiFeeder.h"
 #include "program/CluiOptions.h"
 #include "program/CluiOutcome.h"
@@ -53,8 +54,8 @@ class CluiRun {
   CluiPlayer player_;
   CluiTypist typist_;
   CluiGrammarRecorder grammars_;  // records only for a task of the workshop
-
   CluiDraw draw_;
+  CluiDryRun dry_;
 
   bool start();
   void setPorts();

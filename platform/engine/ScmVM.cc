@@ -287,6 +287,11 @@ void ScmVM::setErrorListener(void (*listener)(void*, const ScmVMError&), void* d
   TheEngine().errorData = data;
 }
 
+void ScmVM::setTextGate(bool (*mayRun)(void*, const char*), void* data) {
+  TheEngine().textGate = mayRun;
+  TheEngine().gateData = data;
+}
+
 void ScmVM::setTextListener(void (*listener)(void*, const char*), void* data) {
   TheEngine().textListener = listener;
   TheEngine().textData = data;

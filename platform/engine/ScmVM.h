@@ -71,6 +71,9 @@ class YQRT_API ScmVM {
   static void setErrorListener(void (*listener)(void* data, const ScmVMError& error), void* data);
   // Sets the function that is called with each text that ExecuteString is about to run.
   static void setTextListener(void (*listener)(void* data, const char* text), void* data);
+  // Sets the function that is asked before that whether the text may run. A text that may not run
+  // succeeds with an empty result. Null lets all texts run.
+  static void setTextGate(bool (*mayRun)(void* data, const char* text), void* data);
 
   // The file (UTF-8) and the line of the top-level form that is being run, or an empty name and 0
   // when no file is being loaded.

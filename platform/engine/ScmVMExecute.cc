@@ -22,6 +22,10 @@ long ScmVMExternal::ExecuteString(const char* text, char* buffer, long size, YSt
   YStatusClear(status);
   if (!yse::MayRun()) return CopyOut("", buffer, size);
   const yse::Engine& engine = yse::TheEngine();
+  if (engine.textGate != nullptr && !engine.textGate(engine.gateData, text)) {
+    YStatusSetGood(status);
+    return CopyOut("", buffer, size);
+  }
   if (engine.textListener != nullptr) engine.textListener(engine.textData, text);
   yse::Text running;
   running.source = text != nullptr ? text : "";

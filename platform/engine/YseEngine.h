@@ -119,6 +119,8 @@ struct Engine {
   void* errorData = nullptr;
   void (*textListener)(void*, const char*) = nullptr;
   void* textData = nullptr;
+  bool (*textGate)(void* data, const char* text) = nullptr;
+  void* gateData = nullptr;
 };
 
 // Never destroyed, and scanned by the collector.
