@@ -126,19 +126,37 @@ void CluiDiagnostics::failed(const ScmVMError& error) {
   reportCodes();
   if (reading_.parser() == nullptr) return loadFailed(error, message);
   ++outcome_.failed;
-  reportAt(reading_.spot(), L"the command failed: " + message);
   // The message of an error that the language raises itself is enough without the script's text.
-  if (!error.worded && !error.text.empty())
-    report_.print(L"  in " + encoding_.fromUtf8(error.text));
+  const bool isEnough = error.worded && !options_.trace;
+  const std::wstring text = isEnough ? std::wstring() : encoding_.fromUtf8(error.text);
+  if (!isEnough && reportCalls(error, message)) {
+    isLast_ = false;
+    return reportAt(reading_.spot(), L"the command failed" + (text.empty() ? text : L": " + text));
+  }
+  reportAt(reading_.spot(), L"the command failed: " + message);
+  if (!text.empty()) report_.print(L"  in " + text);
 }
 
 void CluiDiagnostics::loadFailed(const ScmVMError& error, const std::wstring& message) {
-  CluiPlace place = reading_.place();
-  if (!error.file.empty()) {
-    place = {error.file, static_cast<std::size_t>(error.line),
-             static_cast<std::size_t>(error.column)};
+  if (reportCalls(error, message)) return;
+  report_.print(reading_.place(), message);
+}
+
+// Prints the places in scripts, the innermost one with the message. False when none is known.
+bool CluiDiagnostics::reportCalls(const ScmVMError& error, const std::wstring& message) {
+  const auto place = [](const auto& at) {
+    return CluiPlace{at.file, static_cast<std::size_t>(at.line),
+                     static_cast<std::size_t>(at.column)};
+  };
+  const bool isCall = !error.calls.empty();
+  for (const ScmVMCall& call : error.calls) {
+    const std::wstring name =
+        call.procedure.empty() ? L"a procedure" : encoding_.fromUtf8(call.procedure);
+    const bool isFirst = &call == &error.calls.front();
+    report_.print(place(call), isFirst ? L"in " + name + L": " + message : L"called by " + name);
   }
-  report_.print(place, message);
+  if (!error.file.empty()) report_.print(place(error), isCall ? L"called here" : message);
+  return isCall || !error.file.empty();
 }
 
 void CluiDiagnostics::addCode(unsigned int code, YErrSeverity severity) {

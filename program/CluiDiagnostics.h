@@ -111,6 +111,7 @@ class CluiDiagnostics {
   void reportAt(const CluiSpot& spot, const std::wstring& message);
   unsigned int takeCode();
   bool beganEarlier() const;
+  bool reportCalls(const ScmVMError& error, const std::wstring& message);
   void loadFailed(const ScmVMError& error, const std::wstring& message);
 };
 

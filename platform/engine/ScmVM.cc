@@ -70,16 +70,22 @@ SCM FromPrelude(const char* name) {
   return scm_variable_ref(scm_c_lookup(name));
 }
 
+void EvaluateAll(const char* forms) {
+  const SCM port = scm_open_input_string(scm_from_utf8_string(forms));
+  for (SCM form = scm_read(port); !SCM_EOF_OBJECT_P(form); form = scm_read(port)) {
+    scm_primitive_eval(form);
+  }
+}
+
 // Runs in the engine's own module.
 void FillModule() {
   Engine& engine = TheEngine();
   scm_c_define("%user", engine.module);
   DefineGuards();
   DefineTexts();
-  const SCM port = scm_open_input_string(scm_from_utf8_string(Prelude));
-  for (SCM form = scm_read(port); !SCM_EOF_OBJECT_P(form); form = scm_read(port)) {
-    scm_primitive_eval(form);
-  }
+  DefineCompiling();
+  EvaluateAll(Prelude);
+  EvaluateAll(CompilePrelude);
   engine.guarded = FromPrelude("guarded");
   engine.messageOf = FromPrelude("message-of");
   engine.written = FromPrelude("written");

@@ -16,9 +16,18 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "foundation/YStatus.h"
 #include "foundation/YTypes.h"
+
+// A call that was running in a procedure of a script when an error was raised.
+struct ScmVMCall {
+  std::string procedure;  // UTF-8; empty for a procedure without a name
+  std::string file;       // as it was loaded, UTF-8
+  int line = 0;           // of the expression that was evaluated, from 1
+  int column = 0;
+};
 
 // A script error, as reported to a host.
 struct ScmVMError {
@@ -29,6 +38,11 @@ struct ScmVMError {
   // position inside it that Guile's reader or expander reports.
   int line = 0;
   int column = 0;
+  // The innermost calls of procedures of scripts, at most 10, the one that raised the error first.
+  // A procedure whose last act is a call of another procedure of a script has ended by then. Empty
+  // when the text itself raised it, when a script is being loaded, for a procedure that a local
+  // binding encloses, and when the stack was used up.
+  std::vector<ScmVMCall> calls;
   bool worded = false;       // the message is the script's own, from `error` with a text
   bool interrupted = false;  // the text was stopped by interrupt()
 };

@@ -144,6 +144,8 @@ void DefineGuards();
 
 // Evaluates one expression in the current module. Called from Scheme, may raise.
 SCM Evaluate(SCM form);
+// A line or column of Guile's, counted from 0, as one that counts from 1; 0 for anything else.
+int FromZeroBased(SCM number);
 void DefineTexts();
 
 // Plain calls (YsePlainCall.cc). Reads a text that is one call of a name with constant arguments,
@@ -200,8 +202,10 @@ void AskForOverflow();
 void OpenPorts();
 void FlushScheme();
 
-// The Scheme part.
+// The Scheme part. CompilePrelude (YseCompile.cc) finds the places of errors.
 extern const char* const Prelude;
+extern const char* const CompilePrelude;
+void DefineCompiling();
 
 }  // namespace yse
 

@@ -10,6 +10,10 @@
 
 namespace yse {
 
+int FromZeroBased(SCM number) {
+  return scm_is_signed_integer(number, 0, INT32_MAX - 1) ? scm_to_int(number) + 1 : 0;
+}
+
 namespace {
 
 // Calls with more arguments are evaluated by Guile.
@@ -113,10 +117,6 @@ SCM PushPlace(SCM file) {
 SCM PopPlace() {
   TheEngine().places.pop_back();
   return SCM_UNSPECIFIED;
-}
-
-int FromZeroBased(SCM number) {
-  return scm_is_signed_integer(number, 0, INT32_MAX - 1) ? scm_to_int(number) + 1 : 0;
 }
 
 SCM SetPlace(SCM line, SCM column) {

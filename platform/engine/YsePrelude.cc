@@ -7,7 +7,8 @@ const char* const Prelude = R"scheme(
 
 ;; Runs the innermost text of the engine. Every exit from it (an error, an abort to an outer prompt,
 ;; an interrupt) ends here: %leave returns true unless the text reached its end, and then `stop`,
-;; which scripts cannot access, replaces the jump under way.
+;; which scripts cannot access, replaces the jump under way. The calls that led to an error are noted
+;; before the jump.
 (define call/ec (@ (ice-9 control) call/ec))
 
 (define (guarded)
@@ -17,12 +18,20 @@ const char* const Prelude = R"scheme(
       (dynamic-wind
         %enter
         (lambda ()
-          (with-exception-handler
-            (lambda (failure)
-              (%caught failure (exception-kind failure) (exception-args failure)))
-            %run
-            #:unwind? #t))
+          (with-exception-handler caught run-and-note-calls #:unwind? #t))
         (lambda () (if (%leave) (stop)))))))
+
+(define (caught failure)
+  (%caught failure (exception-kind failure) (exception-args failure)))
+
+;; When the stack is used up, Guile runs no handler that would need more of it.
+(define (run-and-note-calls)
+  (with-exception-handler
+    (lambda (failure)
+      (note-calls failure)
+      (raise-exception failure #:continuable? #t))
+    (lambda ()
+      (with-exception-handler caught %run #:unwind? #t #:unwind-for-type 'stack-overflow))))
 
 (define (stack-overflow)
   (scm-error 'stack-overflow #f "Stack overflow" '() #f))
@@ -141,12 +150,13 @@ const char* const Prelude = R"scheme(
         (let ((form (read-form port)))
           (if (eof-object? form)
               value
-              (loop (%evaluate form))))))
+              (loop (%evaluate (prepared form)))))))
     %pop-place))
 
 (define (load-file file)
   (let ((port (open-input-string (%read-file file))))
     (set-port-filename! port file)
+    (hash-set! script-files file #t)
     (save-module-excursion (lambda () (load-forms file port)))))
 
 ;; One handler records the failures of all files that a text loads. With a handler for each file,
