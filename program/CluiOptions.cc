@@ -18,6 +18,7 @@ constexpr char Help[] =
        clui --diagram LANGUAGE.scm [WORD]...
        clui --dot LANGUAGE.scm
        clui --manual LANGUAGE.scm
+       clui --test [--update] LANGUAGE.scm TRANSCRIPT...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
 without a FILE, lines are typed with editing, completion and a history.
@@ -46,6 +47,9 @@ without a FILE, lines are typed with editing, completion and a history.
       --dot          print the graph of the syntax, for Graphviz
       --manual       print a manual of the language as a page of HTML. Commands
                      of a syntax that a TEXT of -e sets get a chapter
+      --test         each FILE is a transcript, lines behind a prompt "> " and
+                     below each what it prints: print the differences
+      --update       with --test: write the transcripts anew instead
   -q, --quiet        no progress, no summary and no greeting
       --every        report every refused word; by default the first of a line
                      and the number of the others
@@ -55,9 +59,10 @@ without a FILE, lines are typed with editing, completion and a history.
       --help         print this help and exit
       --version      print the version and exit
 
-Exit status: 0 every word was accepted; 1 a word was refused, a command failed
-or the input ended inside a command, or --lint found something; 2 an error such
-as bad usage or a file that cannot be read; 130 interrupted.
+Exit status: 0 every word was accepted; 1 a word was refused, a command failed,
+the input ended inside a command, --lint found something or a transcript
+differs; 2 an error such as bad usage or a file that cannot be read; 130
+interrupted.
 )";
 
 enum LongOnly {
@@ -77,7 +82,9 @@ enum LongOnly {
   OptLint,
   OptDiagram,
   OptDot,
-  OptManual
+  OptManual,
+  OptTest,
+  OptUpdate
 };
 
 constexpr option LongOptions[] = {
@@ -95,6 +102,8 @@ constexpr option LongOptions[] = {
     {"diagram", no_argument, nullptr, OptDiagram},
     {"dot", no_argument, nullptr, OptDot},
     {"manual", no_argument, nullptr, OptManual},
+    {"test", no_argument, nullptr, OptTest},
+    {"update", no_argument, nullptr, OptUpdate},
     {"quiet", no_argument, nullptr, 'q'},
     {"every", no_argument, nullptr, OptEvery},
     {"trace", no_argument, nullptr, OptTrace},
@@ -176,6 +185,10 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
     std::fputs("clui: --play needs a FILE\n", stderr);
     return BadUsage();
   }
+  if (options.test && (options.files.empty() || !options.texts.empty() || options.play)) {
+    std::fputs("clui: --test needs a TRANSCRIPT, and neither -e nor --play\n", stderr);
+    return BadUsage();
+  }
   const bool readsInput =
       !options.show && !options.lint && options.files.empty() && options.texts.empty();
   options.typed =
@@ -240,6 +253,12 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptManual:
         options.drawing = CluiDrawing::Manual;
+        break;
+      case OptUpdate:
+        options.update = true;
+        [[fallthrough]];
+      case OptTest:
+        options.test = true;
         break;
       case OptHelp:
         return Print(Help);

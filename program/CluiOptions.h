@@ -28,6 +28,8 @@ struct CluiOptions {
   bool lint = false;                           // examine the language, and nothing else
   CluiDrawing drawing = CluiDrawing::None;     // write it instead of reading files
   std::vector<std::string> words;              // that commands of a diagram have; empty: all
+  bool test = false;                           // the files are transcripts to be compared
+  bool update = false;                         // and to be written anew where they differ
   bool typed = false;                          // input is typed in a terminal
   bool quiet = false;                          // neither progress nor summary
   bool trace = false;                          // every token, echo and command

@@ -40,6 +40,11 @@ CluiRun::CluiRun(const CluiOptions& options)
       draw_(options, encoding_, reading_, diagnostics_, grammars_),
       dry_(reading_, diagnostics_, encoding_) {}
 
+int CluiRun::run(CluiInput& input) {
+  input_ = &input;
+  return run();
+}
+
 int CluiRun::run() {
   std::string error;
   if (!encoding_.open(options_.encoding, error)) {
@@ -153,11 +158,39 @@ void CluiRun::listen() {
 }
 
 void CluiRun::readInputs() {
+  if (input_ != nullptr) return readInput(*input_);
   if (!options_.texts.empty()) readTexts();
   for (const std::string& file : options_.files) {
     if (CluiInterrupted()) return;
     options_.play ? player_.play(file) : readFile(file);
   }
+}
+
+// Messages have no positions but the caret. Lines are counted from where a command can begin.
+void CluiRun::readInput(CluiInput& input) {
+  std::string bytes;
+  std::size_t number = 0;
+  reading_.setInput("");
+  reading_.line().restart();
+  feeder_.begin();
+  diagnostics_.beginInput();
+  while (!CluiInterrupted() && input.next(bytes)) {
+    if (!reading_.isAlive()) {
+      return diagnostics_.inputFailed(0, "the parser was deleted; the rest is not read");
+    }
+    if (isBetweenCommands()) {
+      diagnostics_.beginInput();
+      number = 0;
+    }
+    feeder_.feed(bytes, ++number);
+  }
+  if (!CluiInterrupted()) feeder_.end(number);
+}
+
+bool CluiRun::isBetweenCommands() {
+  const YcluiParser& parser = *reading_.parser();
+  return feeder_.held().empty() && parser.numberOfToken() == 0 && parser.tokenIsOpen() == 0 &&
+         parser.lex()->more() == 0;
 }
 
 void CluiRun::readTexts() {

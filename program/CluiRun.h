@@ -10,6 +10,7 @@
 #include "program/CluiDraw.h"
 #include "program/CluiDryRun.h"
 #include "program/CluiFeeder.h"
+#include "program/CluiInput.h"
 #include "program/CluiOptions.h"
 #include "program/CluiOutcome.h"
 #include "program/CluiPlayer.h"
@@ -39,6 +40,8 @@ class CluiRun {
 
   // Returns the exit status.
   int run();
+  // The same with other input than the options say.
+  int run(CluiInput& input);
 
  private:
   const CluiOptions& options_;
@@ -56,6 +59,7 @@ class CluiRun {
   CluiGrammarRecorder grammars_;  // records only for a task of the workshop
   CluiDraw draw_;
   CluiDryRun dry_;
+  CluiInput* input_ = nullptr;  // instead of texts and files
 
   bool start();
   void setPorts();
@@ -63,6 +67,8 @@ class CluiRun {
   bool findParser();
   void listen();
   void readInputs();
+  void readInput(CluiInput& input);
+  bool isBetweenCommands();
   void readTexts();
   void draw();
   void readFile(const std::string& name);

@@ -9,6 +9,7 @@
 #include "program/CluiOptions.h"
 #include "program/CluiRun.h"
 #include "program/CluiShow.h"
+#include "program/CluiTranscriptTest.h"
 
 namespace {
 
@@ -35,5 +36,6 @@ int main(int argc, char** argv) {
       break;
   }
   YEncoding::SetInside(options.inside);
+  if (options.test) return CluiTestTranscripts(options);
   return options.show ? CluiShow(options) : CluiRun(options).run();
 }
