@@ -38,22 +38,71 @@ const YAttribValue* ArgumentOf(const YcluiParser& parser, long word, long argume
   return isThere ? token[static_cast<int>(argument) + 1] : nullptr;
 }
 
+// Argument 1 as a parser. Null, with a bad status, when it is not a live one.
+const YcluiParser* PopParser(YStatus& status) {
+  const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
+  if (!YStatusIsGood(status)) return nullptr;
+  const YcluiParser* parser = YcluiParser::FindLive(address);
+  if (parser != nullptr) return parser;
+  YErr.pushError(YErrNotAlive, YErrWarning);
+  ScmVMExternal::VMESetErrorArgNum(1, status);
+  ScmVMExternal::VMESetErrorBadType(YScmArgLong, status, -1);
+  return nullptr;
+}
+
+// Replaces so many values on the stack by a list of them.
+void MakeList(int count) {
+  ScmVMExternal::StackPushNull();
+  for (; count > 0; --count) ScmVMExternal::StackCons();
+}
+
+void PushIdAndName(std::uint32_t id, const char* name) {
+  ScmVMExternal::StackPushLong(static_cast<long>(id));
+  ScmVMExternal::StackPushString(name);
+}
+
+void Words(std::uint32_t, YStatus& status) {
+  const YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  int count = 0;
+  const YcluiLex* lex = parser->lex();
+  for (YAssocSetItr i(*lex->words()); i.item != nullptr; ++i) {
+    const auto& word = *static_cast<const YcluiKeyword*>(i.item);
+    if (word.type() == YcluiTokenAlias) continue;
+    PushIdAndName(word.id(), word.name());
+    for (int k = 0; k < word.argCount(); ++k) ScmVMExternal::StackPushLong(word.argType(k));
+    MakeList(2 + word.argCount());
+    ++count;
+  }
+  MakeList(count);
+}
+
+void CommandWords(std::uint32_t, YStatus& status) {
+  const YcluiParser* parser = PopParser(status);
+  if (parser == nullptr) return;
+  const int count = static_cast<int>(parser->numberOfToken());
+  for (int i = 0; i < count; ++i) {
+    const YcluiToken& token = *parser->tokenAt(static_cast<YWord>(i));
+    PushIdAndName(token.id(), token.string() == nullptr ? "" : token.string());
+    for (int k = 1; k < token.argc(); ++k) PushValue(token[k]);
+    MakeList(1 + token.argc());
+  }
+  MakeList(count);
+}
+
 void TokenArgument(std::uint32_t, YStatus& status) {
   const long argument = ScmVMExternal::VMEAssertIsALong(3, status, -1);
   if (!YStatusIsGood(status)) return;
   const long word = ScmVMExternal::VMEAssertIsALong(2, status, -1);
   if (!YStatusIsGood(status)) return;
-  const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
-  if (!YStatusIsGood(status)) return;
-  const YcluiParser* parser = YcluiParser::FindLive(address);
-  if (parser != nullptr) return PushValue(ArgumentOf(*parser, word, argument));
-  YErr.pushError(YErrNotAlive, YErrWarning);
-  ScmVMExternal::VMESetErrorArgNum(1, status);
-  ScmVMExternal::VMESetErrorBadType(YScmArgLong, status, -1);
+  const YcluiParser* parser = PopParser(status);
+  if (parser != nullptr) PushValue(ArgumentOf(*parser, word, argument));
 }
 
 }  // namespace
 
 void CluiBindProcedures() {
   ScmVM::bindProcedure("token-argument", TokenArgument, 3, 0);
+  ScmVM::bindProcedure("clui-words", Words, 1, 0);
+  ScmVM::bindProcedure("command-words", CommandWords, 1, 0);
 }

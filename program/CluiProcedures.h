@@ -3,10 +3,19 @@
 #ifndef PROGRAM_CLUIPROCEDURES_H_
 #define PROGRAM_CLUIPROCEDURES_H_
 
-// Binds (token-argument PARSER N K), which returns argument K of token N of the current command as
-// a value: a number, a pair (x . y) for a point, a string, or #f when there is none. Both count
-// from 0, N as in a template; -1 is the last token. Unlike text that a template inserts, a value is
-// never run as code. REQUIRES: the engine has been started.
+// Binds the procedures below. Unlike text that a template inserts, a value is never run as code.
+//
+//   (token-argument P N K)  argument K of token N of the current command as a value: a number, a
+//                           pair (x . y) for a point, a string, or #f when there is none. Both
+//                           count from 0, N as in a template; -1 is the last token
+//   (command-words P)       the tokens of the current command: for each one a list of its id, its
+//                           word and the values of its arguments. A word without arguments is a
+//                           list of two
+//   (clui-words P)          the words of the language in the order of their declarations, aliases
+//                           excluded: for each one a list of its id, its name and the types of its
+//                           arguments, numbers as in clui-token
+//
+// A parser that does not exist is an error (YErrNotAlive). REQUIRES: the engine has been started.
 void CluiBindProcedures();
 
 #endif  // PROGRAM_CLUIPROCEDURES_H_

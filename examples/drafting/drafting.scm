@@ -176,11 +176,8 @@
 ;;; returns argument k of token n, where -1 is the last token. So the user's text is never read as a
 ;;; script.
 
-;; All arguments of the token, which must be strings.
-(define (token-strings parser n)
-  (let loop ((k 0))
-    (let ((value (token-argument parser n k)))
-      (if value (cons value (loop (1+ k))) '()))))
+;; All arguments of the first word of the command.
+(define (first-arguments parser) (cddr (first (command-words parser))))
 
 (define (draw-path! closed?)
   (draw! (make-shape 'path (look-now) (take-path!) (list closed? 0))))
@@ -297,8 +294,8 @@
    (clui-syntax window: begin-path (one-place "(draw-window!)"))
    (clui-syntax stairs: begin-path to: "(path-to! $$[0] $$[1])" steps: "(draw-stairs! $$[0])")
    (clui-syntax dimension: begin-path (more-places) off: "(draw-dimension! (length-of $$[0]))")
-   (clui-syntax text: at: "(draw-text! (token-strings $p 0) $$[0] $$[1])")
-   (clui-syntax place: at: "(draw-group! (token-strings $p 0) $$[0] $$[1])")))
+   (clui-syntax text: at: "(draw-text! (first-arguments $p) $$[0] $$[1])")
+   (clui-syntax place: at: "(draw-group! (first-arguments $p) $$[0] $$[1])")))
 
 ;; `save:` has a priority of its own. It may start a command anywhere except in a group that was
 ;; opened in the middle of another command, where every word accepts interruptions up to 127 only.

@@ -270,11 +270,11 @@
 ;; The values of word n. More values than the word declares are refused, since they would be ignored
 ;; silently.
 (define (args n most)
-  (let loop ((k 0))
-    (let ((value (token-argument parser n k)))
-      (cond ((not value) '())
-            ((= k most) (refuse "there is a value too many: " (value-text value)))
-            (else (cons value (loop (1+ k))))))))
+  (let* ((words (command-words parser))
+         (values (cddr (list-ref words (if (negative? n) (+ n (length words)) n)))))
+    (if (> (length values) most)
+        (refuse "there is a value too many: " (value-text (list-ref values most))))
+    values))
 
 (define (arg n) (first (args n 1)))
 
