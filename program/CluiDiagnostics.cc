@@ -45,7 +45,9 @@ void CluiDiagnostics::refused(const YcluiToken& token) {
   CluiSpot spot = reading_.spot();
   CluiRefused refused = {&token, offered, takeCode(), beganEarlier(), spot};
   if (!offered) refused.fault = reading_.spotAt(reading_.parser()->lastFaultOffset());
-  if (options_.trace) trace_.refused(token, offered);
+  if (options_.trace) {
+    trace_.refused(token, offered, refusal_.reason(*reading_.parser(), refused));
+  }
   const CluiPlace place = reading_.placeOf(refused.fault);
   if (const CluiPassed* passed = doubtAbout(refused, place)) {
     return refusedInDoubt(refused, spot, *passed);

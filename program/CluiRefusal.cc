@@ -102,6 +102,23 @@ std::wstring CluiRefusal::explain(YcluiParser& parser, const CluiLine& line,
   return explainFault(parser, line, refused, spot);
 }
 
+std::wstring CluiRefusal::reason(YcluiParser& parser, const CluiRefused& refused) const {
+  const YcluiToken& token = *refused.token;
+  if (refused.offered && refused.code == YErrInterruptRefused) {
+    return L"barred by the priority of " + CluiQuoted(waitingLine(parser));
+  }
+  if (refused.offered && refused.code != 0) return CluiCodeText(refused.code);
+  const bool isUnknown = token.id() == YcluiIdNone || token.id() == YcluiIdFreeWord;
+  if (refused.code == 0 && isUnknown) return L"no such word";
+  if (refused.code == 0 && refused.offered)
+    return L"not here" + CluiExpectedText(possibleWords(parser));
+  const YcluiLex& lex = *parser.lex();
+  const std::wstring fault =
+      faultText(parser, token, refused.code, FoundIn(lex.faultText(), refused.code));
+  if (lex.faultArgument() == 0) return fault;
+  return L"argument " + std::to_wstring(lex.faultArgument()) + L": " + fault;
+}
+
 CluiSkipped CluiRefusal::skipped(YcluiParser& parser, const CluiRefused& refused) const {
   YcluiLex& lex = *parser.lex();
   if (refused.offered || refused.code == 0 || lex.more() != 0) return CluiSkipped::Nothing;
@@ -141,8 +158,7 @@ std::wstring CluiRefusal::waitingLine(const YcluiParser& parser) const {
   return encoding_.fromSystem(line);
 }
 
-std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstring& word,
-                                           bool inside) {
+CluiPossible CluiRefusal::possibleWords(YcluiParser& parser) const {
   YString_Array syntax;
   parser.completionList("", syntax);
   NameSet expected;
@@ -154,8 +170,13 @@ std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstri
     const bool isHere = expected.count(all[i].buffer) > 0;
     (isHere ? possible.here : possible.anywhere).push_back(encoding_.fromSystem(all[i].buffer));
   }
+  return possible;
+}
+
+std::wstring CluiRefusal::explainMisplaced(YcluiParser& parser, const std::wstring& word,
+                                           bool inside) {
   const std::wstring line = inside ? encoding_.fromSystem(parser.currentLine()) : std::wstring();
-  return CluiMisplacedText(word, line, possible);
+  return CluiMisplacedText(word, line, possibleWords(parser));
 }
 
 std::wstring CluiRefusal::explainFault(YcluiParser& parser, const CluiLine& line,

@@ -8,6 +8,7 @@
 
 #include "program/CluiLine.h"
 #include "program/text/CluiEncoding.h"
+#include "program/text/CluiMessages.h"
 
 class YcluiParser;
 class YcluiToken;
@@ -36,6 +37,9 @@ class CluiRefusal {
   std::wstring explain(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,
                        CluiSpot& spot);
 
+  // The same in short, without the word and without suggestions.
+  std::wstring reason(YcluiParser& parser, const CluiRefused& refused) const;
+
   // What is lost with the word: the rest of its line, or also the line that was fed with it.
   CluiSkipped skipped(YcluiParser& parser, const CluiRefused& refused) const;
 
@@ -48,6 +52,7 @@ class CluiRefusal {
   std::size_t compared_ = 0;
 
   std::wstring explainUnknown(YcluiParser& parser, const char* word);
+  CluiPossible possibleWords(YcluiParser& parser) const;
   std::wstring explainMisplaced(YcluiParser& parser, const std::wstring& word, bool inside);
   std::wstring waitingLine(const YcluiParser& parser) const;
   std::wstring explainFault(YcluiParser& parser, const CluiLine& line, const CluiRefused& refused,

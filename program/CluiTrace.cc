@@ -30,10 +30,12 @@ void CluiTrace::echo(const char* line) {
   line_ = line;
 }
 
-void CluiTrace::refused(const YcluiToken& token, bool offered) {
-  if (held_ && offered) return settle(Refused);
+void CluiTrace::refused(const YcluiToken& token, bool offered, const std::wstring& reason) {
+  if (held_ && offered) return settle(Refused, L": " + reason);
   settle();
-  print(Refused, TextOf(token));
+  // An unknown word still has the arguments of the token before it.
+  const bool isUnknown = token.id() == YcluiIdNone && token.string() != nullptr;
+  print(Refused, isUnknown ? token.string() : TextOf(token), L": " + reason);
 }
 
 void CluiTrace::runs(const char* text) {
@@ -45,14 +47,14 @@ void CluiTrace::settle() {
   if (held_) settle(expanded_ ? Expanded : Accepted);
 }
 
-void CluiTrace::settle(const wchar_t* what) {
+void CluiTrace::settle(const wchar_t* what, const std::wstring& reason) {
   held_ = false;
-  print(what, word_);
+  print(what, word_, reason);
   if (hasLine_) print(L"line", line_);
 }
 
-void CluiTrace::print(const wchar_t* what, const std::string& text) {
+void CluiTrace::print(const wchar_t* what, const std::string& text, const std::wstring& reason) {
   std::wstring line = what;
   if (!text.empty()) line.resize(LabelWidth, L' ');
-  report_.print(line + encoding_.fromSystem(text));
+  report_.print(line + encoding_.fromSystem(text) + reason);
 }

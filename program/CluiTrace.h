@@ -14,6 +14,7 @@ class YcluiToken;
 //   accepted  circle:0,0
 //   line      circle:0,0
 //   runs      (circle 0 0)
+//   refused   cirlce: no such word
 class CluiTrace {
  public:
   CluiTrace(CluiReport& report, CluiEncoding& encoding) : report_(report), encoding_(encoding) {}
@@ -21,7 +22,7 @@ class CluiTrace {
   void offered(const YcluiToken& token);
   void echo(const char* line);
   // `offered`: the lexer read the token whole, so it is the held one.
-  void refused(const YcluiToken& token, bool offered);
+  void refused(const YcluiToken& token, bool offered, const std::wstring& reason);
   void runs(const char* text);
   // Prints the held word, if any, as accepted.
   void settle();
@@ -35,8 +36,9 @@ class CluiTrace {
   std::string line_;
   bool hasLine_ = false;
 
-  void settle(const wchar_t* what);
-  void print(const wchar_t* what, const std::string& text);
+  void settle(const wchar_t* what, const std::wstring& reason = std::wstring());
+  void print(const wchar_t* what, const std::string& text,
+             const std::wstring& reason = std::wstring());
 };
 
 #endif  // PROGRAM_CLUITRACE_H_

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <utility>
 
 #include "foundation/YEncoding.h"
 #include "foundation/YErrCodes.h"
@@ -57,11 +58,15 @@ std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& lin
   const std::wstring text = CluiQuoted(word) + L" cannot come " +
                             (line.empty() ? L"here" : L"in the middle of " + CluiQuoted(line));
   if (possible.here.empty() && possible.anywhere.empty()) return text + L", and no word can";
+  return text + CluiExpectedText(std::move(possible));
+}
+
+std::wstring CluiExpectedText(CluiPossible possible) {
   // Each kind leaves room for some words of the other.
   const std::size_t here = possible.here.size();
   const std::size_t anywhere = possible.anywhere.size();
   const std::size_t hereAtMost = NamedAtMost - std::min(anywhere, AnywhereAtLeast);
-  return text + ListOf(L"; expected: ", possible.here, hereAtMost) +
+  return ListOf(L"; expected: ", possible.here, hereAtMost) +
          ListOf(L"; anywhere: ", possible.anywhere, NamedAtMost - std::min(here, hereAtMost));
 }
 

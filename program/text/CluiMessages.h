@@ -33,6 +33,9 @@ struct CluiPossible {
 std::wstring CluiMisplacedText(const std::wstring& word, const std::wstring& line,
                                CluiPossible possible);
 
+// The list of such a message: "; expected: to:; anywhere: help".
+std::wstring CluiExpectedText(CluiPossible possible);
+
 // So many more words are refused in the line. `follows`: the message about the first one comes
 // directly before, so that the text need not say what is counted.
 std::wstring CluiMoreText(std::size_t more, bool follows);
