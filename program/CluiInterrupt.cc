@@ -18,8 +18,7 @@ void OnInterrupt(int) {
   const int before = errno;
   interrupted = 1;
   if (lineFinishes == 0) ScmVM::interrupt();
-  // A write to a full pipe fails, but then the descriptor is readable already.
-  [[maybe_unused]] const ssize_t written = write(pipeEnds[1], "", 1);
+  CluiWake();
   errno = before;
 }
 
@@ -53,6 +52,11 @@ void CluiFinishLineOnInterrupt(bool finish) {
 
 bool CluiInterrupted() {
   return interrupted != 0;
+}
+
+void CluiWake() {
+  // A write to a full pipe fails, but then the descriptor is readable already.
+  [[maybe_unused]] const ssize_t written = write(pipeEnds[1], "", 1);
 }
 
 int CluiInterruptDescriptor() {

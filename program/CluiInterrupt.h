@@ -19,5 +19,7 @@ void CluiClearInterrupt();
 
 // A descriptor that becomes readable when the signal arrives, for poll(); -1 when there is none.
 int CluiInterruptDescriptor();
+// Makes the descriptor readable. Async-signal-safe.
+void CluiWake();
 
 #endif  // PROGRAM_CLUIINTERRUPT_H_

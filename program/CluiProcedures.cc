@@ -99,7 +99,47 @@ void TokenArgument(std::uint32_t, YStatus& status) {
   if (parser != nullptr) PushValue(ArgumentOf(*parser, word, argument));
 }
 
+// Defined in the module itself, as the help procedures are.
+constexpr char Keep[] = R"scheme(
+(define %kept-bindings '())
+(set! %kept-bindings
+  (let ((kept '()))
+    (module-for-each
+      (lambda (name variable)
+        (if (variable-bound? variable)
+            (set! kept (cons (list name variable (variable-ref variable)) kept))))
+      (current-module))
+    kept)))scheme";
+
+constexpr char Restore[] = R"scheme(
+(let ((kept %kept-bindings) (module (current-module)) (added '()))
+  (define known (make-hash-table))
+  (for-each (lambda (entry) (hashq-set! known (car entry) #t)) kept)
+  (module-for-each
+    (lambda (name variable) (if (not (hashq-ref known name)) (set! added (cons name added))))
+    module)
+  (for-each (lambda (name) (module-remove! module name)) added)
+  (for-each
+    (lambda (entry)
+      (module-add! module (car entry) (cadr entry))
+      (variable-set! (cadr entry) (caddr entry)))
+    kept)))scheme";
+
+bool Execute(const char* text) {
+  YStatus status = {0};
+  ScmVMExternal::ExecuteString(text, nullptr, 0, status);
+  return YStatusIsGood(status);
+}
+
 }  // namespace
+
+bool CluiKeepBindings() {
+  return Execute(Keep);
+}
+
+void CluiRestoreBindings() {
+  Execute(Restore);
+}
 
 void CluiBindProcedures() {
   ScmVM::bindProcedure("token-argument", TokenArgument, 3, 0);

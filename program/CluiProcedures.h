@@ -18,4 +18,10 @@
 // A parser that does not exist is an error (YErrNotAlive). REQUIRES: the engine has been started.
 void CluiBindProcedures();
 
+// Keeps the values of all variables of the module in which scripts run. False when that failed,
+// which has been reported.
+bool CluiKeepBindings();
+// Sets them again and removes the variables that were added since.
+void CluiRestoreBindings();
+
 #endif  // PROGRAM_CLUIPROCEDURES_H_

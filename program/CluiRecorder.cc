@@ -42,6 +42,14 @@ bool CluiRecorder::start() {
     diagnostics_.problem(options_.log, "cannot record to a file that is read in the same run");
     return false;
   }
+  return startLogging(options_.append);
+}
+
+void CluiRecorder::resume() {
+  if (!options_.log.empty() && !startLogging(true)) outcome_.unable = true;
+}
+
+bool CluiRecorder::startLogging(bool append) {
   std::string name;
   if (!YFileName::ToText(options_.log, name)) {
     diagnostics_.problem(options_.log, CluiNoNameText());
@@ -49,7 +57,7 @@ bool CluiRecorder::start() {
   }
   reading_.parser()->nestStyle(options_.nest);
   errno = 0;
-  if (reading_.parser()->startLogging(name.c_str(), options_.append ? 1 : 0) != 0) return true;
+  if (reading_.parser()->startLogging(name.c_str(), append ? 1 : 0) != 0) return true;
   notStarted(std::strerror(errno));
   return false;
 }

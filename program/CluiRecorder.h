@@ -19,6 +19,8 @@ class CluiRecorder {
   // Reports the reason and returns false when the recording cannot be started.
   bool start();
   void end();
+  // Goes on with the recording for another parser, after end().
+  void resume();
   // Whether end() could not write all of the recording.
   bool isIncomplete() const { return isIncomplete_; }
 
@@ -33,6 +35,7 @@ class CluiRecorder {
   bool isIncomplete_ = false;
 
   bool isRead() const;
+  bool startLogging(bool append);
   void notStarted(const std::string& reason);
 };
 

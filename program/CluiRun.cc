@@ -20,6 +20,17 @@ std::string NameOf(const std::string& file) {
   return file == "-" ? "<stdin>" : file;
 }
 
+int CountLive() {
+  int count = 0;
+  while (YcluiParser::Live(count) != nullptr) ++count;
+  return count;
+}
+
+// Condemns the live parsers from `begin` to before `end`.
+void CondemnLive(int begin, int end) {
+  for (int i = begin; i < end; ++i) YcluiParser::AddDeadBody(YcluiParser::Live(begin));
+}
+
 std::wstring Plural(std::size_t n, const wchar_t* what) {
   return std::to_wstring(n) + L" " + what + (n == 1 ? L"" : L"s");
 }
@@ -120,16 +131,49 @@ bool CluiRun::loadLanguage() {
         static_cast<CluiDiagnostics*>(data)->failed(error);
       },
       &diagnostics_);
+  typist_.setReload([this] { return reload(); });
   const bool loaded = ScmVM::loadFile(options_.language.c_str()) != 0;
   if (options_.drawing == CluiDrawing::None) grammars_.end();
   diagnostics_.reportCodes();
-  if (!loaded || !findParser()) return false;
+  if (!loaded || !findParser(0)) return false;
   listen();
   return true;
 }
 
-bool CluiRun::findParser() {
-  YcluiParser* const parser = YcluiParser::Live(0);
+// Loads the language with a parser of its own. When that fails, the bindings and settings are those
+// of the old one again, which goes on.
+bool CluiRun::reload() {
+  YcluiParser* const parser = reading_.parser();
+  const CluiTerminalSettings settings = typist_.settings();
+  const int oldCount = CountLive();
+  typist_.settings() = CluiTerminalSettings();
+  ScmVM::setTextListener(nullptr, nullptr);
+  reading_.setParser(nullptr);
+  bool loaded =
+      CluiKeepBindings() && CluiRunPrelude() && ScmVM::loadFile(options_.language.c_str()) != 0;
+  diagnostics_.reportCodes();
+  loaded = loaded && findParser(oldCount);
+  if (!loaded) {
+    CluiRestoreBindings();
+    typist_.settings() = settings;
+    CondemnLive(oldCount, CountLive());
+    YcluiParser::CleanupMortuary();
+  }
+  YcluiParser* const next = reading_.parser();
+  reading_.setParser(parser);
+  if (loaded) {
+    recorder_.end();
+    reading_.setParser(next);
+    recorder_.resume();
+    CondemnLive(0, oldCount);
+  }
+  listen();
+  return loaded;
+}
+
+// The parser that the script has created first, after so many that are older.
+bool CluiRun::findParser(int older) {
+  YcluiParser* const parser = YcluiParser::Live(older);
   if (parser == nullptr) {
     diagnostics_.problem(options_.language, "the script created no parser");
     return false;

@@ -64,7 +64,8 @@ class CluiRun {
   bool start();
   void setPorts();
   bool loadLanguage();
-  bool findParser();
+  bool findParser(int older);
+  bool reload();
   void listen();
   void readInputs();
   void readInput(CluiInput& input);

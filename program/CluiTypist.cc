@@ -71,6 +71,10 @@ void CluiTypist::close() {
   if (signal != 0) YcluiTerminal::EndBy(signal);
 }
 
+void CluiTypist::dropOldParsers() {
+  YcluiParser::CleanupMortuary();
+}
+
 YcluiParser* CluiTypist::parser() {
   return reading_.isAlive() ? reading_.parser() : nullptr;
 }

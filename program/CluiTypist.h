@@ -3,8 +3,10 @@
 #ifndef PROGRAM_CLUITYPIST_H_
 #define PROGRAM_CLUITYPIST_H_
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "program/CluiDiagnostics.h"
 #include "program/CluiFeeder.h"
@@ -37,7 +39,12 @@ class CluiTypist : public CluiTyping {
   // The session that sends words; null for another one.
   CluiSession* session() { return session_.get(); }
 
+  // Sets the function by which the language is loaded again.
+  void setReload(std::function<bool()> reload) { reload_ = std::move(reload); }
+
   YcluiParser* parser() override;
+  bool reload() override { return reload_(); }
+  void dropOldParsers() override;
   void beginWord(const std::string& word) override;
   void endWord(bool wasSent) override;
   void readLine(std::string line, std::size_t number) override;
@@ -52,6 +59,7 @@ class CluiTypist : public CluiTyping {
   CluiFeeder& feeder_;
   const CluiOutcome& outcome_;
   CluiTerminalSettings settings_;
+  std::function<bool()> reload_;
   std::string language_;  // the file name of the script
   std::string openText_;  // the typed text of the open token
   CluiReport* report_ = nullptr;

@@ -1,6 +1,7 @@
 #include "terminal/YcluiPrompt.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "terminal/YcluiShow.h"
 
@@ -67,14 +68,15 @@ YcluiPrompt::Outcome YcluiPrompt::readLine(std::string& line) {
   terminal_.enableSignalKeys(false);
   screen_.forget();
   editor_.begin();
+  if (!firstText_.empty()) {
+    editor_.setText(std::exchange(firstText_, std::string()));
+    editor_.moveTo(firstCursor_);
+  }
   YcluiKey key;
   for (;;) {
     YcluiShow(editor_, screen_);
     flush();
-    if (!readKeys(key)) {
-      history_.add(editor_.text());
-      return Outcome::Ended;
-    }
+    if (!readKeys(key)) return endWithoutKey(line);
     do {
       const YcluiLineEditor::Request request = editor_.handle(key);
       if (editor_.rings()) screen_.ring();
@@ -90,13 +92,30 @@ YcluiPrompt::Outcome YcluiPrompt::readLine(std::string& line) {
   }
 }
 
-// Waits for the next key. False when there will be none.
+void YcluiPrompt::beginWith(const std::string& text, std::size_t cursor) {
+  firstText_ = text;
+  firstCursor_ = cursor;
+}
+
+YcluiPrompt::Outcome YcluiPrompt::endWithoutKey(std::string& line) {
+  if (terminal_.endingSignal() != 0 || !isStopped()) {
+    history_.add(editor_.text());
+    return Outcome::Ended;
+  }
+  line = editor_.text();
+  screen_.giveWay();
+  flush();
+  return Outcome::Stopped;
+}
+
+// Waits for the next key. False when there will be none, or the wait is to stop.
 bool YcluiPrompt::readKeys(YcluiKey& key) {
   while (!keys_->next(key)) {
     std::string bytes;
     const int patience = keys_->waits() ? KeyMilliseconds : -1;
     const YcluiTerminal::Event event = terminal_.read(bytes, patience);
     if (event == YcluiTerminal::Event::Gone || terminal_.endingSignal() != 0) return false;
+    if (event == YcluiTerminal::Event::Nothing && isStopped()) return false;
     if (event == YcluiTerminal::Event::Nothing) keys_->settle();
     checkWindow();
     keys_->feed(bytes);

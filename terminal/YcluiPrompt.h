@@ -46,9 +46,16 @@ class YQRT_API YcluiPrompt {
   // Shortens the history and gives the terminal back. The destructor does the same.
   void close();
 
+  // Sets a function that is called whenever a signal or `wake` ends the wait for a key. When it
+  // returns true, readLine returns Stopped.
+  void setStop(bool (*isAsked)()) { isStopAsked_ = isAsked; }
+  // Makes the next line begin with this text, the cursor at the offset, instead of empty.
+  void beginWith(const std::string& text, std::size_t cursor);
+
   enum class Outcome {
     Line,         // `line` is what was typed
     Interrupted,  // Control-C: what was typed is dropped
+    Stopped,      // as setStop says; `line` is what is typed so far, hidden from the screen
     Ended,        // the user left, the terminal or the process ends, or the parser is condemned
   };
   // Lets the user edit a line. What others wrote to the terminal meanwhile is left as it is. A
@@ -75,6 +82,9 @@ class YQRT_API YcluiPrompt {
   YcluiHistory history_;
   YcluiLineEditor editor_;
   std::optional<YcluiKeys> keys_;  // while it is open
+  bool (*isStopAsked_)() = nullptr;
+  std::string firstText_;  // what the next line begins with
+  std::size_t firstCursor_ = 0;
   bool isOpen_ = false;
   bool leaves_ = false;
 
@@ -83,6 +93,8 @@ class YQRT_API YcluiPrompt {
   void flush();
   void stop();
   void finish(YcluiLineEditor::Request request);
+  bool isStopped() const { return isStopAsked_ != nullptr && isStopAsked_(); }
+  Outcome endWithoutKey(std::string& line);
 };
 
 #endif  // TERMINAL_YCLUIPROMPT_H_

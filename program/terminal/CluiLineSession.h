@@ -4,6 +4,7 @@
 #define PROGRAM_TERMINAL_CLUILINESESSION_H_
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "program/terminal/CluiTerminalSettings.h"
@@ -29,15 +30,20 @@ class CluiLineSession {
   // only makes what is written next begin a row.
   void print(const std::string& text);
   // The columns of the window.
-  std::size_t width() const { return prompt_.screen().width(); }
+  std::size_t width() const { return prompt_->screen().width(); }
   // The signal that ended the session, or 0.
-  int endingSignal() const { return prompt_.terminal().endingSignal(); }
+  int endingSignal() const { return prompt_->terminal().endingSignal(); }
 
  private:
   CluiTyping& typing_;
   CluiTerminalSettings& settings_;
-  YcluiPrompt prompt_;
+  std::string language_;
+  std::string halfTyped_;  // when the session stops for the language to be loaded again
+  std::unique_ptr<YcluiPrompt> prompt_;  // of the present parser
 
+  bool open();
+  bool read();
+  bool reload();
   void interrupted();
 };
 

@@ -85,6 +85,13 @@ void TerminalLeave(std::uint32_t, YStatus&) {
   Scm::StackPushNull();
 }
 
+// A session of words has no parser to go on with.
+void TerminalReload(std::uint32_t, YStatus& status) {
+  if (Session() != nullptr) return YStatusClear(status);
+  Settings->reloads = CluiLineSession::Current() != nullptr;
+  Scm::StackPushBoolean(Settings->reloads ? 1 : 0);
+}
+
 // --- Completion
 
 bool MayBeginWithComma() {
@@ -267,6 +274,7 @@ constexpr struct {
     {"terminal-set-colours", TerminalColours, 1}, {"terminal-edit", TerminalEdit, 0},
     {"terminal-insert", TerminalInsert, 1},       {"terminal-at-end?", TerminalAtEnd, 0},
     {"terminal-attached", TerminalBinding, 0},    {"terminal-typed", TerminalTyped, 0},
+    {"terminal-reload", TerminalReload, 0},
 };
 
 }  // namespace
@@ -276,6 +284,10 @@ bool CluiBindTerminalProcedures(CluiTerminalSettings& settings) {
   for (const auto& entry : Procedures) {
     ScmVM::bindProcedure(entry.name, entry.procedure, entry.required, 0);
   }
+  return CluiRunPrelude();
+}
+
+bool CluiRunPrelude() {
   YStatus status = {0};
   char result[64];
   ScmVMExternal::ExecuteString(CluiPrelude, result, sizeof result, status);

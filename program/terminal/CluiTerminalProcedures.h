@@ -21,6 +21,8 @@
 //   (terminal-at-end?)            whether the cursor is at the end of the word
 //   (terminal-attached)           the binding of the field of the terminal
 //   (terminal-typed)              the word being typed, as the line editor has it
+//   (terminal-reload)             loads the language again after the line; #f outside a terminal,
+//                                 an error in a session of words
 //   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is
 //                                 whole and nothing else matches; #f when nothing matches
 //   (terminal-list P WORD)        lists what can continue WORD, up to the height of the window, or
@@ -39,5 +41,9 @@
 //
 // False when the prelude failed, which has been reported.
 bool CluiBindTerminalProcedures(CluiTerminalSettings& settings);
+
+// Runs the prelude once more, so that all it defines is as it was before the script. False when it
+// failed, which has been reported.
+bool CluiRunPrelude();
 
 #endif  // PROGRAM_TERMINAL_CLUITERMINALPROCEDURES_H_

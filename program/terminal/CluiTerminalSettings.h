@@ -14,8 +14,9 @@ struct CluiPrompts {
 struct CluiTerminalSettings {
   bool sendsWords = false;  // each word at its end; otherwise lines at Return
   CluiPrompts prompts;
-  std::string colours;  // see YcluiColours::read
-  bool leaves = false;  // the session is to end
+  std::string colours;   // see YcluiColours::read
+  bool leaves = false;   // the session is to end
+  bool reloads = false;  // the language is to be loaded again
 };
 
 #endif  // PROGRAM_TERMINAL_CLUITERMINALSETTINGS_H_

@@ -11,6 +11,10 @@ class CluiTyping {
  public:
   // Null when the parser was deleted.
   virtual YcluiParser* parser() = 0;
+  // Loads the language again. On success parser() is the new one, and the old one is destroyed by
+  // dropOldParsers(). Otherwise nothing has changed, and the reason was reported.
+  virtual bool reload() = 0;
+  virtual void dropOldParsers() = 0;
   // A key follows that may send this word to the parser; faults are reported in this text.
   virtual void beginWord(const std::string& word) = 0;
   // The key has been handled; reports the pending codes.
