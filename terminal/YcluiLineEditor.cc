@@ -108,19 +108,6 @@ std::string YcluiLineEditor::WithoutFirstComma(std::string text) {
   return text;
 }
 
-void YcluiLineEditor::setText(const std::string& text) {
-  buffer_.set(text);
-  dropRows();
-  preview();
-  updateHint();
-}
-
-void YcluiLineEditor::moveTo(std::size_t offset) {
-  buffer_.moveTo(offset);
-  preview();
-  updateHint();
-}
-
 void YcluiLineEditor::dropRows() {
   message_.clear();
   note_.clear();
