@@ -39,7 +39,6 @@ cancel
 
 # Text and names
 text: '") (quit) ("' at: 3,3         # no mistake: text is never read as a script
-text: "86 m²" at: 3,3                # a character that the system does not have
 text: "no end at: 3,3
 cancel
 text: "ends"
