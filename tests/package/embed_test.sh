@@ -67,7 +67,7 @@ for host in "$room/embed/found/embed" "$room/embed/by_pkg_config"; do
 done
 
 # The first language of the README, in C++.
-sed -n '/`hello.cc`:$/,/^    }$/s/^    //p' "$examples/../README.md" >"$room/hello.cc"
+sed -n '/`hello.cc`:$/,/^    }$/{s/^    //p; /^$/p}' "$examples/../README.md" >"$room/hello.cc"
 read -ra flags < <(pkg-config --cflags --libs yqrtClui)
 "$compiler" -std=c++17 -Wall -Wextra -Wnon-virtual-dtor -Wconversion -Wshadow -Werror \
   -o "$room/hello" "$room/hello.cc" "${flags[@]}"
