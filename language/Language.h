@@ -93,7 +93,7 @@ struct Candidate {
 // Re-entry. A command may do anything to its language: add commands, which are accepted when the
 // outermost command has returned; feed it text, which is read at once, as a command of its own that
 // must be complete; destroy it, which ends the reading. A language may be moved at any time, but
-// not assigned to while it runs.
+// not by a command while run() reads lines.
 //
 // Texts are in the encoding inside the process. A line ends at its end of line, and a string does
 // not continue in the next line; a command may span several lines. A language is for one thread.
