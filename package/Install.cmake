@@ -30,7 +30,8 @@ if(TARGET yqrtcluiterm)
   list(APPEND public_headers
     foundation/YTextConverter.h
     terminal/YcluiCapabilities.h terminal/YcluiCells.h terminal/YcluiColours.h
-    terminal/YcluiEditBuffer.h terminal/YcluiHistory.h terminal/YcluiHistoryFile.h
+    terminal/YcluiEditBuffer.h terminal/YcluiHalfTyped.h terminal/YcluiHistory.h
+    terminal/YcluiHistoryFile.h
     terminal/YcluiKeyTable.h terminal/YcluiKeys.h terminal/YcluiKillRing.h terminal/YcluiLayout.h
     terminal/YcluiLineEditor.h terminal/YcluiOfferList.h terminal/YcluiOffers.h terminal/YcluiPen.h
     terminal/YcluiPicture.h terminal/YcluiPrompt.h terminal/YcluiScreen.h terminal/YcluiStyle.h
@@ -102,10 +103,15 @@ if(TARGET yqrtcluiterm)
 endif()
 if(TARGET yqrtyse)
   # Guile is no requirement: of that, --static would ask for more than a shared Guile needs.
+  # Folders that the linker searches anyway are left out.
+  set(guile_options ${CLUI_GUILE_LDFLAGS})
+  set(searched ${CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES})
+  list(TRANSFORM searched PREPEND -L)
+  list(REMOVE_ITEM guile_options ${searched})
   clui_install(yqrtyse Engine engine)
   clui_install_targets(Engine)
   clui_install_pc(yqrtyse "The script engine of yqrtClui" REQUIRES yqrtClui
-                  LIBS_PRIVATE ${CLUI_GUILE_LDFLAGS} -ldl -lpthread ${engine_options})
+                  LIBS_PRIVATE ${guile_options} -ldl -lpthread ${engine_options})
 endif()
 
 configure_package_config_file(
