@@ -32,4 +32,4 @@ need_packages() {
       "${missing[@]}" >/dev/null || { say "could not install ${missing[*]}"; exit 1; }
 }
 
-build_packages=(g++ cmake ninja-build pkg-config guile-3.0-dev libncurses-dev)
+build_packages=(g++ cmake ninja-build pkg-config guile-3.0-dev libncurses-dev nlohmann-json3-dev)

@@ -18,6 +18,7 @@ constexpr char Help[] =
        clui --diagram LANGUAGE.scm [WORD]...
        clui --dot LANGUAGE.scm
        clui --manual LANGUAGE.scm
+       clui --lsp LANGUAGE.scm
        clui --test [--update] LANGUAGE.scm TRANSCRIPT...
 Reads command lines in the language that the script LANGUAGE.scm sets up, from
 each FILE in order (standard input when there is none, or for -). In a terminal
@@ -47,6 +48,8 @@ without a FILE, lines are typed with editing, completion and a history.
       --dot          print the graph of the syntax, for Graphviz
       --manual       print a manual of the language as a page of HTML. Commands
                      of a syntax that a TEXT of -e sets get a chapter
+      --lsp          serve an editor on standard input and output, with the
+                     Language Server Protocol
       --test         each FILE is a transcript, lines behind a prompt "> " and
                      below each what it prints: print the differences
       --update       with --test: write the transcripts anew instead
@@ -83,6 +86,7 @@ enum LongOnly {
   OptDiagram,
   OptDot,
   OptManual,
+  OptLsp,
   OptTest,
   OptUpdate
 };
@@ -102,6 +106,7 @@ constexpr option LongOptions[] = {
     {"diagram", no_argument, nullptr, OptDiagram},
     {"dot", no_argument, nullptr, OptDot},
     {"manual", no_argument, nullptr, OptManual},
+    {"lsp", no_argument, nullptr, OptLsp},
     {"test", no_argument, nullptr, OptTest},
     {"update", no_argument, nullptr, OptUpdate},
     {"quiet", no_argument, nullptr, 'q'},
@@ -189,8 +194,12 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
     std::fputs("clui: --test needs a TRANSCRIPT, and neither -e nor --play\n", stderr);
     return BadUsage();
   }
-  const bool readsInput =
-      !options.show && !options.lint && options.files.empty() && options.texts.empty();
+  if (options.lsp && (!options.files.empty() || !options.texts.empty() || !options.log.empty())) {
+    std::fputs("clui: --lsp goes with neither a FILE nor -e nor --log\n", stderr);
+    return BadUsage();
+  }
+  const bool readsInput = !options.show && !options.lint && !options.lsp && options.files.empty() &&
+                          options.texts.empty();
   options.typed =
       readsInput && !options.dry && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
   if (readsInput && !options.typed) options.files.emplace_back("-");
@@ -253,6 +262,9 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptManual:
         options.drawing = CluiDrawing::Manual;
+        break;
+      case OptLsp:
+        options.lsp = true;
         break;
       case OptUpdate:
         options.update = true;

@@ -28,6 +28,7 @@ struct CluiOptions {
   bool lint = false;                           // examine the language, and nothing else
   CluiDrawing drawing = CluiDrawing::None;     // write it instead of reading files
   std::vector<std::string> words;              // that commands of a diagram have; empty: all
+  bool lsp = false;                            // serve an editor, and nothing else
   bool test = false;                           // the files are transcripts to be compared
   bool update = false;                         // and to be written anew where they differ
   bool typed = false;                          // input is typed in a terminal

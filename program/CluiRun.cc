@@ -13,6 +13,7 @@
 #include "program/terminal/CluiTerminalProcedures.h"
 #include "script/YcluiLibrary.h"
 #include "workshop/CluiLint.h"
+#include "workshop/server/CluiLanguageServer.h"
 
 namespace {
 
@@ -62,6 +63,7 @@ int CluiRun::run() {
     std::fprintf(stderr, "clui: %s\n", error.c_str());
     return Unable;
   }
+  if (options_.lsp) streams_.emplace();
   if (!start() || !loadLanguage()) {
     if (options_.lint) lint(false);
     finish();
@@ -71,6 +73,11 @@ int CluiRun::run() {
     const int status = lint(true);
     finish();
     return outcome_.unable ? Unable : status;
+  }
+  if (options_.lsp) {
+    const bool isShutDown = serve();
+    finish();
+    return isShutDown ? AllAccepted : SomethingRefused;
   }
   if (options_.drawing != CluiDrawing::None) {
     draw();
@@ -304,6 +311,12 @@ int CluiRun::lint(bool isLoaded) {
   diagnostics_.dropCodes();
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) outcome_.unable = true;
   return findings.empty() ? AllAccepted : SomethingRefused;
+}
+
+// Serves an editor. False when it leaves without a shutdown.
+bool CluiRun::serve() {
+  CluiLanguageServer server(*reading_.parser(), options_.language, streams_->messages());
+  return server.serve();
 }
 
 // Destroys the parsers of the script, so that their logs are closed.

@@ -3,6 +3,7 @@
 #ifndef PROGRAM_CLUIRUN_H_
 #define PROGRAM_CLUIRUN_H_
 
+#include <optional>
 #include <string>
 
 #include "lex/YcluiToken.h"
@@ -23,6 +24,7 @@
 #include "program/CluiTypist.h"
 #include "program/text/CluiEncoding.h"
 #include "workshop/CluiGrammarRecorder.h"
+#include "workshop/server/CluiServerStreams.h"
 
 // One in a process, as there is one engine and one error manager.
 class CluiRun {
@@ -59,7 +61,8 @@ class CluiRun {
   CluiGrammarRecorder grammars_;  // records only for a task of the workshop
   CluiDraw draw_;
   CluiDryRun dry_;
-  CluiInput* input_ = nullptr;  // instead of texts and files
+  std::optional<CluiServerStreams> streams_;  // of an editor
+  CluiInput* input_ = nullptr;                // instead of texts and files
 
   bool start();
   void setPorts();
@@ -72,6 +75,7 @@ class CluiRun {
   bool isBetweenCommands();
   void readTexts();
   void draw();
+  bool serve();
   void readFile(const std::string& name);
   void readLines(CluiSource& source);
   int lint(bool isLoaded);

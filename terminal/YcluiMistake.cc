@@ -34,9 +34,9 @@ std::string WordText(YcluiPreview& preview, YcluiOffers& offers, const std::stri
   // A word that has an id is refused itself, whatever its arguments are.
   const bool isWord = piece.tokenId != YcluiIdNone && piece.tokenId != YcluiIdAlias;
   if (piece.code != YErrNothing && !isWord) return YcluiCodeText(piece.code);
-  const std::string fault = piece.tokenId == YcluiIdNone
-                                ? "no such word " + TextOf(piece, text)
-                                : TextOf(piece, text) + " is not allowed here";
+  const bool isUnknown = piece.tokenId == YcluiIdNone || piece.tokenId == YcluiIdFreeWord;
+  const std::string fault = isUnknown ? "no such word " + TextOf(piece, text)
+                                      : TextOf(piece, text) + " is not allowed here";
   offers.find(preview, text, piece.begin);
   return offers.empty() ? fault : fault + "; expected " + Expected(offers);
 }
