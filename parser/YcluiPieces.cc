@@ -251,7 +251,7 @@ void YcluiPieces::addRest(const YcluiTrial& trial) {
   }
 }
 
-// Null for what lies in the unread text of before.
+// Null for what is in the unread text of before.
 YcluiPiece* YcluiPieces::add(long begin, long end, Kind kind, int argument) {
   if (end < 0 || (end == 0 && begin < end)) return nullptr;
   addGap(begin);

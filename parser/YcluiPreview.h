@@ -110,7 +110,7 @@ struct YcluiCandidate {
 //   preview.read(second, preview.state());  // as if the parser had read the first
 //
 // A state can be kept and returned to. An editor keeps one for each line of a file; after a change
-// it reads again from the changed line, until the state behind a line is the one that it was.
+// it reads again from the changed line, until the state after a line is the one that it was.
 //
 // Nothing of the parser changes: no callback, no command, no log, no variable;
 // nothing is recorded in the error manager. It supposes that commands and callbacks leave the

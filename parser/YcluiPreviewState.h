@@ -1,4 +1,4 @@
-// Where a preview stands between two texts.
+// The state of a preview between two texts.
 
 #ifndef PARSER_YCLUIPREVIEWSTATE_H_
 #define PARSER_YCLUIPREVIEWSTATE_H_

@@ -1,4 +1,4 @@
-// Where a trial stands between two texts. Internal to the preview.
+// The state of a trial between two texts. Internal to the preview.
 
 #ifndef PARSER_YCLUITRIALSTATE_H_
 #define PARSER_YCLUITRIALSTATE_H_

@@ -21,10 +21,10 @@ enum class CluiRests {
   OnPlace,      // the syntax does not accept the word there
 };
 
-// Tells what is refused for certain from what may be accepted in a run, after the commands that did
-// not run. Once a word may be something else, the place of all that follows is in doubt; how its
-// line is divided into words is, too, and the next lines until one begins with a known word. Where
-// the place is in doubt, a run may come to commands that a dry run does not come to.
+// Distinguishes what is refused for certain from what may be accepted in a run, after the commands
+// that did not run. Once a word may be something else, the place of all that follows is in doubt;
+// how its line is divided into words is, too, and the next lines until one begins with a known
+// word. Where the place is in doubt, a run may come to commands that a dry run does not come to.
 class CluiDoubt {
  public:
   // What some command of the language may change, a sum of CluiEffect.

@@ -86,7 +86,7 @@ void Compare(const Lines& before, const Lines& after, std::vector<CluiDifference
   while (!isSame && j < after.size()) Add(all, CluiDifference::New, after[j++]);
 }
 
-// The index behind the last difference that is shown in one hunk with the one at `first`.
+// The index after the last difference that is shown in one hunk with the one at `first`.
 std::size_t EndOfHunk(const std::vector<CluiDifference>& all, std::size_t first) {
   std::size_t end = first;
   for (std::size_t i = first; i < all.size() && i - end <= 2 * Context; ++i) {

@@ -35,7 +35,7 @@ bool IsWordPiece(const YcluiPiece& piece) {
          piece.kind != YcluiPiecePunctuation && piece.kind != YcluiPieceUnread;
 }
 
-// The pieces from an offset on, blanks and comments left out. What is supposed is not told.
+// The pieces from an offset on, blanks and comments left out. isSupposed is left out.
 std::string PiecesOf(const YcluiPreview& preview, std::uint32_t from = 0) {
   std::ostringstream out;
   for (int i = 0; i < preview.count(); ++i) {
@@ -210,7 +210,7 @@ std::string PreviewCheck::readOn(const std::string& text) {
   return pieces == PiecesOf(preview_) ? "" : "another state before \"" + text + "\"";
 }
 
-// A state is one to return to, and equal ones cannot be told apart by what follows.
+// A state can be returned to, and what follows does not distinguish equal ones.
 std::string PreviewCheck::readFromStates() {
   std::vector<YcluiPreviewState> states = {preview_.present()};
   std::vector<std::string> texts;

@@ -305,8 +305,8 @@ TEST(Screen, WritesNoMoreThanItMust) {
   }
 }
 
-// A message is seen even where the line alone fills the window. Of a line that is sent all is left
-// behind, and nothing that was shown with it.
+// A message is seen even where the line alone fills the window. Of a line that is sent all of it
+// stays on the screen, and nothing that was shown with it.
 TEST(Screen, ShowsAMessageAndLeavesTheWholeLine) {
   YcluiCapabilities capabilities = Capabilities();
   capabilities.width = 5;

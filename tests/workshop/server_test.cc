@@ -92,7 +92,7 @@ class ServerTest : public ::testing::Test {
     return messages;
   }
 
-  // The answers to the requests "METHOD PARAMS", one after the other, in an open document.
+  // The results of the requests "METHOD PARAMS", one after the other, in an open document.
   std::vector<Json> talk(const std::string& text,
                          const std::vector<std::pair<std::string, std::string>>& requests) {
     std::string bytes = Framed(R"({"id":0,"method":"initialize","params":{}})");

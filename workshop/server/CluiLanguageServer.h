@@ -11,7 +11,7 @@
 
 class CluiServerCore;
 
-// Answers an editor that has a file of the language open: diagnostics, completion, hover, semantic
+// Serves an editor that has a file of the language open: diagnostics, completion, hover, semantic
 // tokens, document symbols, signature help. Nothing of the files is run; the language's procedures
 // for values of arguments are. Version 3.17 of the protocol, positions in UTF-16.
 class CluiLanguageServer {

@@ -261,7 +261,7 @@ CluiServedFinding CluiServedText::unfinished() const {
           "the text ends inside a command"};
 }
 
-// The text that tells why a finding in the line, and all later ones of its kind, may be none.
+// The reason why a finding in the line, and all later ones of its kind, may be none.
 std::string CluiServedText::doubtAbout(std::size_t line) const {
   std::size_t changing = 0;
   while (changing < line && lines_[changing].changing.empty()) ++changing;

@@ -1,4 +1,4 @@
-// What the language server answers to requests.
+// What the language server returns for requests.
 
 #include <algorithm>
 #include <array>

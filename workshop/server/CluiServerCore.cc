@@ -96,7 +96,7 @@ void CluiServerCore::request(const Json& id, const std::string& method, const Js
   }
 }
 
-// Nobody is told of a notification that is wrong; the protocol has no answer to one.
+// A notification that is wrong is ignored: the protocol has no error for one.
 void CluiServerCore::notify(const std::string& method, const Json& params) {
   static const std::map<std::string, Notice> notices = {
       {"textDocument/didOpen", &CluiServerCore::open},

@@ -1,4 +1,4 @@
-// The requests that the language server answers. Internal to it.
+// The requests that the language server handles. Internal to it.
 
 #ifndef WORKSHOP_SERVER_CLUISERVERCORE_H_
 #define WORKSHOP_SERVER_CLUISERVERCORE_H_
