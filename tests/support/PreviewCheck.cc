@@ -66,7 +66,9 @@ PreviewCheck::PreviewCheck(Choices& choices) : choices_(choices), preview_(*this
   lex()->addKeyword("longword", "lo", 19);
   lex()->addKeyword(';', 12);
   lex()->addKeyword("ever", nullptr, 13);
-  lex()->addKeyword("never", "x", 14);  // its short form is no beginning of it: nothing finds it
+  // Its short form is no beginning of it, so its name finds the other word.
+  lex()->addKeyword("never", "x", 14);
+  lex()->addKeyword("nevermore", "ne", 15);
   setVariable("v", YAttribValue("a b", 0));
   YAttribValue five;
   five.SetLong(5);
