@@ -436,7 +436,10 @@ void YcluiLineEditor::updateHint() {
   note_.clear();
   if (searches_) return;
   updateNotes();
-  if (list_.isOpen()) return;
+  if (list_.isOpen()) {
+    unfinished_ = buffer_.cursor();
+    return;
+  }
   offers_.locate(preview_, buffer_.text(), buffer_.cursor());
   if (!offers_.isFresh()) offers_.findHere(preview_);
   if (!offers_.empty()) unfinished_ = buffer_.cursor();

@@ -267,6 +267,15 @@ TEST(LineEditor, KeepsALineWithAMistake) {
   });
 }
 
+TEST(LineEditor, ShowsAHalfTypedWordAsPlainText) {
+  for (const std::string keys : {"gx", "g", "sto", "sto?", "g<Tab><Tab>", "un<Tab><Tab><Tab>"}) {
+    EditorSession session;
+    session.type(keys);
+    const YcluiStyle style = session.editor.picture().line.styleAt(0);
+    EXPECT_EQ(style == session.editor.colours().of(YcluiTextKind::Refused), keys == "gx") << keys;
+  }
+}
+
 // --- Random keys
 
 constexpr std::size_t Width = 20;
