@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Draws the screen of a terminal: tmux capture-pane -p -e | docs/screen-to-svg.py COLUMNS [X Y] >picture.svg
 
-Supports the first sixteen colours, bold, dim, underlined and plain. Double-byte characters have two
+Supports the first sixteen colours, bold, dim, underlined and plain. Wide characters have two
 columns. The cursor is drawn at column X of row Y, from 0.
 """
 
