@@ -36,28 +36,28 @@ without a FILE, lines are typed with editing, completion and a history.
       --append       with --log: append to FILE instead
       --nest STYLE   how to record words of a playback: plain, as if typed
                      (default); comment, in comments; silent, not at all
-      --dry-run      run no command: report what would be refused, and warn of values
-                     outside the ranges and lists that the language gives
+      --dry-run      run no command: report what would be refused, and warn of
+                     values outside the ranges and lists that the language gives
       --play         play each FILE back as a recording
       --show         print recordings, converted to the encoding
       --lint         examine LANGUAGE.scm, which is loaded, and print what is
                      wrong with its words, its syntax and its code
-      --diagram      print railroad diagrams as SVG, of the commands that begin with
-                     or contain a WORD, or of all. With this and the next two
-                     options each TEXT of -e is read before, and no file
+      --diagram      print railroad diagrams as SVG, of the commands that begin
+                     with or contain a WORD, or of all. With this and the next
+                     two options each TEXT of -e is read before, and no file
       --dot          print the graph of the syntax, for Graphviz
       --manual       print a manual of the language as a page of HTML. Commands
                      of a syntax that a TEXT of -e sets get a chapter
       --lsp          serve an editor on standard input and output, with the
                      Language Server Protocol
-      --test         each FILE is a transcript, lines behind a prompt "> " and
+      --test         each FILE is a transcript, lines after a prompt "> " and
                      below each what it prints: print the differences
       --update       with --test: write the transcripts anew instead
   -q, --quiet        no progress, no summary and no greeting
       --every        report every refused word; by default the first of a line
                      and the number of the others
-      --trace        print every token and whether it is accepted, every echo
-                     and the text of every command; includes --every
+      --trace        print every token and whether it is accepted or why not,
+                     every echo and the text of every command; includes --every
       --library FILE use FILE instead of the installed command library
       --help         print this help and exit
       --version      print the version and exit
