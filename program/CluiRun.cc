@@ -160,6 +160,7 @@ bool CluiRun::reload() {
       CluiKeepBindings() && CluiRunPrelude() && ScmVM::loadFile(options_.language.c_str()) != 0;
   diagnostics_.reportCodes();
   loaded = loaded && findParser(oldCount);
+  typist_.settings().reloads = false;  // a script that asks while it is loaded would load for ever
   if (!loaded) {
     CluiRestoreBindings();
     typist_.settings() = settings;

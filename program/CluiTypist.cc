@@ -42,12 +42,17 @@ void CluiTypist::run(bool isQuiet) {
       0, reading_.isAlive() ? "cannot read from the terminal" : "the parser was deleted");
 }
 
-bool CluiTypist::runWords() {
+// Tells a session of words when a command is complete.
+void CluiTypist::listen() {
   reading_.parser()->setSynCallback(
       [](void* data, const char*, const char*) {
         static_cast<CluiSession*>(data)->commandCompletes();
       },
       session_.get());
+}
+
+bool CluiTypist::runWords() {
+  listen();
   return session_->run();
 }
 
@@ -69,6 +74,14 @@ void CluiTypist::close() {
   session_.reset();
   lines_.reset();
   if (signal != 0) YcluiTerminal::EndBy(signal);
+}
+
+bool CluiTypist::reload() {
+  if (!reload_()) return false;
+  openText_.clear();
+  feeder_.begin();
+  if (session_ != nullptr) listen();
+  return true;
 }
 
 void CluiTypist::dropOldParsers() {

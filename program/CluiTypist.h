@@ -43,7 +43,7 @@ class CluiTypist : public CluiTyping {
   void setReload(std::function<bool()> reload) { reload_ = std::move(reload); }
 
   YcluiParser* parser() override;
-  bool reload() override { return reload_(); }
+  bool reload() override;
   void dropOldParsers() override;
   void beginWord(const std::string& word) override;
   void endWord(bool wasSent) override;
@@ -66,6 +66,7 @@ class CluiTypist : public CluiTyping {
   std::unique_ptr<CluiSession> session_;
   std::unique_ptr<CluiLineSession> lines_;
 
+  void listen();
   bool runWords();
   bool runLines(bool isQuiet);
   std::string greeting() const;

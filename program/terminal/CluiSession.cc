@@ -11,6 +11,7 @@
 #include "program/CluiInterrupt.h"
 #include "program/CluiLine.h"
 #include "program/terminal/CluiColours.h"
+#include "program/terminal/CluiHangup.h"
 #include "program/terminal/CluiTypedWord.h"
 #include "terminal/YcluiHalfTyped.h"
 #include "terminal/YcluiOfferList.h"
@@ -69,6 +70,7 @@ CluiSession::CluiSession(CluiTyping& typing, const std::string& encoding,
       encoding_(encoding),
       settings_(settings),
       capabilities_(YcluiCapabilities::Read()),
+      field_(std::make_unique<CluiTerminalField>()),
       screen_(capabilities_, encoding),
       history_(YcluiHistory::DefaultFile(language)) {
   TheSession = this;
@@ -91,36 +93,43 @@ bool CluiSession::run() {
   int width = 0;
   int height = 0;
   if (terminal_.size(width, height)) screen_.resize(width, height);
-  editor_.emplace(*typing_.parser(), history_);
-  const std::string error = CluiReadColours(settings_.colours, editor_->colours());
-  if (!error.empty()) screen_.print(error);
-  beginWord(field_.word());
-  loop();
+  openEditor();
+  beginWord(field_->word());
+  {
+    const CluiHangup hangup;
+    loop();
+  }
   CluiClearInterrupt();  // in a terminal Control-C is a key and does not end the run
   screen_.leave();
   flush();
   terminal_.close();
   keepUnfinished();
   history_.save();
-  return typing_.parser() != nullptr;
+  return typing_.parser() != nullptr && !isLost_;
+}
+
+void CluiSession::openEditor() {
+  editor_.emplace(*typing_.parser(), history_);
+  const std::string error = CluiReadColours(settings_.colours, editor_->colours());
+  if (!error.empty()) screen_.print(error);
 }
 
 // Attaches the field to the parser unless the language has done so.
 bool CluiSession::attach() {
-  if (field_.binding() != nullptr) return true;
+  if (field_->binding() != nullptr) return true;
   YStatus status = {0};
   char result[64];
   const std::string text =
       "(terminal-attach " + std::to_string(reinterpret_cast<long>(typing_.parser())) + ")";
   ScmVMExternal::ExecuteString(text.c_str(), result, sizeof result, status);
-  return YStatusIsGood(status) && field_.binding() != nullptr;
+  return YStatusIsGood(status) && field_->binding() != nullptr;
 }
 
 // --- The loop
 
 void CluiSession::loop() {
   YcluiKeys keys(YcluiKeyTable::OfTerminal(), terminal_.eraseKey(), encoding_.c_str());
-  while (!settings_.leaves && typing_.parser() != nullptr) {
+  while (goesOn()) {
     refresh();
     flush();
     std::string bytes;
@@ -135,16 +144,21 @@ void CluiSession::loop() {
     }
     keys.feed(bytes);
     take(keys);
+    reloadIfAsked();
   }
+}
+
+bool CluiSession::goesOn() {
+  return !settings_.leaves && !isLost_ && typing_.parser() != nullptr;
 }
 
 void CluiSession::take(YcluiKeys& keys) {
   YcluiKey key;
   terminal_.enableSignalKeys(true);
-  while (!settings_.leaves && typing_.parser() != nullptr && terminal_.endingSignal() == 0 &&
-         keys.next(key)) {
+  while (goesOn() && terminal_.endingSignal() == 0 && keys.next(key)) {
     keys.isPasting() || key.kind == YcluiKey::PasteEnd ? handlePasted(key) : handle(key);
     if (CluiInterrupted()) afterInterrupt(keys);
+    reloadIfAsked();
   }
   terminal_.enableSignalKeys(false);
 }
@@ -189,8 +203,8 @@ YcluiPicture CluiSession::sentPicture(const std::string& prompt) {
   YcluiPicture picture;
   const YcluiStyle style = editor_ ? editor_->colours().of(YcluiTextKind::Prompt) : YcluiStyle();
   picture.prompt.add(prompt, style);
-  picture.line.add(field_.text());
-  picture.cursor = field_.text().size();
+  picture.line.add(field_->text());
+  picture.cursor = field_->text().size();
   return picture;
 }
 
@@ -225,6 +239,41 @@ bool CluiSession::commandIsOpen() {
   return parser != nullptr && YcluiIsHalfTyped(*parser);
 }
 
+// --- Loading the language again
+
+// The rest of a paste is read before.
+void CluiSession::reloadIfAsked() {
+  if (pasting_ || !goesOn() || !(settings_.reloads || CluiHangup::isAsked())) return;
+  terminal_.enableSignalKeys(true);
+  if (reload()) screen_.print("the language has been loaded again");
+  terminal_.enableSignalKeys(false);
+  CluiClearInterrupt();
+}
+
+// The word is kept, what was sent of a command is in the history. A script may attach a field while
+// it is loaded, so it gets a field of its own, and the old one goes on when loading fails.
+bool CluiSession::reload() {
+  settings_.reloads = false;
+  CluiHangup::clear();
+  clearLine();
+  auto old = std::exchange(field_, std::make_unique<CluiTerminalField>());
+  if (!typing_.reload()) {
+    field_ = std::move(old);
+    return false;
+  }
+  const std::string word = editor_->text();
+  const std::size_t cursor = editor_->cursor();
+  addSentToHistory();
+  openEditor();
+  old.reset();
+  typing_.dropOldParsers();
+  isLost_ = !attach();
+  countsQuotes_ = false;
+  beginWord(word);
+  editor_->moveTo(cursor);
+  return !isLost_;
+}
+
 // --- Events of the parser and the engine
 
 void CluiSession::clearLine() {
@@ -233,7 +282,7 @@ void CluiSession::clearLine() {
 }
 
 void CluiSession::lineChanges(const char* wholeLine) {
-  field_.setLine(wholeLine);
+  field_->setLine(wholeLine);
   outcome_ = Outcome::Read;
 }
 
@@ -282,7 +331,7 @@ void CluiSession::control(char byte) {
   const std::string typed = editor_->text();
   if (!offer(std::string(1, byte))) {
     const bool isComment = byte == ReturnByte && typed.starts_with('#');
-    if (isComment && field_.word().empty()) keepComment(typed);
+    if (isComment && field_->word().empty()) keepComment(typed);
     return;
   }
   if (byte == LeaveByte && editor_->text().empty()) {
@@ -338,13 +387,13 @@ void CluiSession::closeQuote() {
 
 // Returns whether nothing is bound to the key, so that it edits.
 bool CluiSession::offer(const std::string& bytes) {
-  const std::string word = field_.word();
+  const std::string word = field_->word();
   const CluiSentWords::Extent before(*typing_.parser());
   const std::size_t refusals = typing_.refusals();
   outcome_ = Outcome::None;
   isEdited_ = false;
   typing_.beginWord(word);
-  const bool let = field_.type(bytes);
+  const bool let = field_->type(bytes);
   if (let && bytes == "\"") countsQuotes_ = true;
   typing_.endWord(outcome_ == Outcome::Read);
   remember(word, before, typing_.refusals() != refusals);
@@ -362,7 +411,7 @@ void CluiSession::beginWord(const std::string& text) {
   if (parser == nullptr) return;
   const YcluiParser::Hold hold(*parser);
   const std::string typed = sent_.text();
-  editor_->beginAfter({field_.line(), typed.empty() ? typed : typed + " ",
+  editor_->beginAfter({field_->line(), typed.empty() ? typed : typed + " ",
                        mayBeginWithComma() && CluiTypedWord::EndsInArgument(*parser)},
                       text);
   updateField();
@@ -378,16 +427,16 @@ void CluiSession::setWord(const std::string& text) {
 
 // After an action of a key, which may have changed the word, the parser or both.
 void CluiSession::followField() {
-  if (outcome_ != Outcome::None) return beginWord(field_.word());
-  if (!isEdited_ || field_.word() != editor_->text()) setWord(field_.word());
+  if (outcome_ != Outcome::None) return beginWord(field_->word());
+  if (!isEdited_ || field_->word() != editor_->text()) setWord(field_->word());
 }
 
 // A binding that counts quotes gets what is erased at the end as by a key, so that it closes one.
 void CluiSession::updateField() {
   const std::string& text = editor_->text();
-  while (countsQuotes_ && !text.starts_with(field_.word()) && field_.rubOut()) {
+  while (countsQuotes_ && !text.starts_with(field_->word()) && field_->rubOut()) {
   }
-  if (field_.word() == text) return;
+  if (field_->word() == text) return;
   YStatus status = {0};
   char result[64];
   ScmVMExternal::ExecuteString("(terminal-update)", result, sizeof result, status);
@@ -397,7 +446,7 @@ void CluiSession::updateField() {
 void CluiSession::clearStaleLine() {
   YcluiParser* parser = typing_.parser();
   if (outcome_ == Outcome::None || parser == nullptr || commandIsOpen()) return;
-  if (!field_.text().empty() && field_.word().empty()) parser->reset();
+  if (!field_->text().empty() && field_->word().empty()) parser->reset();
 }
 
 // --- History
@@ -411,7 +460,7 @@ void CluiSession::remember(const std::string& word, const CluiSentWords::Extent&
   const CluiSentWords::Extent after = parser == nullptr ? before : CluiSentWords::Extent(*parser);
   if (!refused) sent_.add(word, before, after);
   if (refused) history_.add(word);
-  if (refused && !(after == before)) sent_.set(field_.line(), after);
+  if (refused && !(after == before)) sent_.set(field_->line(), after);
   if (outcome_ == Outcome::GivenUp || !commandIsOpen()) addSentToHistory();
   history_.reset();
 }
@@ -459,7 +508,7 @@ std::optional<std::string> CluiSession::takeLast() {
   if (parser == nullptr) return std::nullopt;
   const CluiSentWords::Extent extent(*parser);
   if (extent.tokens == 0) return std::nullopt;
-  const std::string line = field_.line();
+  const std::string line = field_->line();
   parser->exhaust();
   if (extent.isOpen) {
     parser->dropOpenToken();
@@ -467,7 +516,7 @@ std::optional<std::string> CluiSession::takeLast() {
   }
   parser->popToken();
   outcome_ = Outcome::TakenBack;
-  const std::string left = field_.line();
+  const std::string left = field_->line();
   std::optional<std::string> typed = sent_.takeBack(extent);
   if (typed) return typed;
   sent_.set(left, CluiSentWords::Extent(*parser));
@@ -492,7 +541,7 @@ void CluiSession::insert(const std::string& text) {
   const YcluiParser* parser = typing_.parser();
   if (!editor_ || parser == nullptr) return;
   const YcluiParser::Hold hold(*parser);
-  if (outcome_ != Outcome::None || field_.word() != editor_->text()) beginWord(field_.word());
+  if (outcome_ != Outcome::None || field_->word() != editor_->text()) beginWord(field_->word());
   editor_->insert(text);
   isEdited_ = true;
   updateField();
@@ -555,7 +604,7 @@ void CluiSession::pasteRest() {
   if (!skipsLine()) rest += pasted_;
   pasted_.clear();
   std::replace_if(rest.begin(), rest.end(), YIsWhiteSpace, ' ');
-  beginWord(field_.word());
+  beginWord(field_->word());
   for (std::size_t i = 0; i < rest.size() && typing_.parser() != nullptr;) {
     const std::size_t length = CluiStepAt(rest, i);
     const YcluiKey key = {YcluiKey::Text, YcluiKeyName::None, '\0', rest.substr(i, length)};
@@ -575,7 +624,7 @@ void CluiSession::pasteRest() {
 // The part of the word that is the beginning of the first line of the paste. The rest of the word
 // follows the last one.
 std::string CluiSession::takeBeforeCursor() {
-  const std::string word = field_.word();
+  const std::string word = field_->word();
   if (word.empty()) return word;
   const std::size_t cursor = word == editor_->text() ? editor_->cursor() : word.size();
   afterPaste_.insert(0, word.substr(cursor));

@@ -3,6 +3,7 @@
 #ifndef PROGRAM_TERMINAL_CLUISESSION_H_
 #define PROGRAM_TERMINAL_CLUISESSION_H_
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,10 +41,12 @@ class CluiSession {
   // Reads keys until the user leaves. False when the terminal cannot be used or the parser was
   // deleted.
   bool run();
+  // Whether keys are being read.
+  bool isRunning() const { return editor_.has_value(); }
   // The signal that ended the session, or 0.
   int endingSignal() const { return terminal_.endingSignal(); }
 
-  CluiTerminalField& field() { return field_; }
+  CluiTerminalField& field() { return *field_; }
   YcluiScreen& screen() { return screen_; }
   YcluiHistory& history() { return history_; }
   // Prints what can continue the word, as far as the window has room. False when there is nothing.
@@ -71,7 +74,7 @@ class CluiSession {
   // The previous key if it was a control byte, else NUL.
   char lastKey() const { return lastKey_; }
   // Whether nothing is typed and no command is unfinished.
-  bool isEmpty() { return field_.text().empty() && !commandIsOpen(); }
+  bool isEmpty() { return field_->text().empty() && !commandIsOpen(); }
   bool isPasting() const { return pasting_; }
   // Whether a comma at the start of the word being typed may separate arguments.
   bool mayBeginWithComma() const { return !typing_.endsInComma(); }
@@ -82,10 +85,11 @@ class CluiSession {
   CluiTerminalSettings& settings_;
   YcluiCapabilities capabilities_;
   YcluiTerminal terminal_;
-  CluiTerminalField field_;
+  std::unique_ptr<CluiTerminalField> field_;  // of the present parser
   YcluiScreen screen_;
   YcluiHistory history_;
-  std::optional<YcluiLineEditor> editor_;  // while it runs
+  std::optional<YcluiLineEditor> editor_;  // while it runs; of the present parser
+  bool isLost_ = false;                    // the field cannot be attached to a new parser
   const YcluiKey* key_ = nullptr;          // being handled
   bool isEdited_ = false;                  // the editor has handled it
   bool countsQuotes_ = false;              // the binding does, since no action is bound to quotes
@@ -104,7 +108,11 @@ class CluiSession {
   std::string afterPaste_;       // what was after the cursor when a line was pasted
 
   bool attach();
+  void openEditor();
   void loop();
+  bool goesOn();
+  void reloadIfAsked();
+  bool reload();
   void take(YcluiKeys& keys);
   void checkSignals();
   void afterInterrupt(YcluiKeys& keys);

@@ -85,10 +85,9 @@ void TerminalLeave(std::uint32_t, YStatus&) {
   Scm::StackPushNull();
 }
 
-// A session of words has no parser to go on with.
-void TerminalReload(std::uint32_t, YStatus& status) {
-  if (Session() != nullptr) return YStatusClear(status);
-  Settings->reloads = CluiLineSession::Current() != nullptr;
+void TerminalReload(std::uint32_t, YStatus&) {
+  const bool isRunning = Session() != nullptr && Session()->isRunning();
+  Settings->reloads = isRunning || CluiLineSession::Current() != nullptr;
   Scm::StackPushBoolean(Settings->reloads ? 1 : 0);
 }
 

@@ -21,8 +21,8 @@
 //   (terminal-at-end?)            whether the cursor is at the end of the word
 //   (terminal-attached)           the binding of the field of the terminal
 //   (terminal-typed)              the word being typed, as the line editor has it
-//   (terminal-reload)             loads the language again after the line; #f outside a terminal,
-//                                 an error in a session of words
+//   (terminal-reload)             loads the language again after the line or word; #f, and does
+//                                 nothing, before the session begins and without one
 //   (terminal-complete P WORD)    the completion of WORD, ignoring case: a text; #t when WORD is
 //                                 whole and nothing else matches; #f when nothing matches
 //   (terminal-list P WORD)        lists what can continue WORD, up to the height of the window, or
