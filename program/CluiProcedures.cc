@@ -28,14 +28,24 @@ void PushValue(const YAttribValue* value) {
   }
 }
 
-const YAttribValue* ArgumentOf(const YcluiParser& parser, long word, long argument) {
+// Null when there is none.
+const YcluiToken* WordOf(const YcluiParser& parser, long word) {
   const long count = static_cast<long>(parser.numberOfToken());
   if (word < 0) word += count;
-  if (word < 0 || word >= count) return nullptr;
-  const YcluiToken& token = *parser.tokenAt(static_cast<YWord>(word));
+  return word < 0 || word >= count ? nullptr : parser.tokenAt(static_cast<YWord>(word));
+}
+
+const YAttribValue* ArgumentOf(const YcluiToken& token, long argument) {
   // Argument 0 of a YcluiToken is its word.
   const bool isThere = argument >= 0 && argument < token.argc() - 1;
   return isThere ? token[static_cast<int>(argument) + 1] : nullptr;
+}
+
+// For an argument 1 that has been popped and is no live parser.
+void RefuseParser(YStatus& status) {
+  YErr.pushError(YErrNotAlive, YErrWarning);
+  ScmVMExternal::VMESetErrorArgNum(1, status);
+  ScmVMExternal::VMESetErrorBadType(YScmArgLong, status, -1);
 }
 
 // Argument 1 as a parser. Null, with a bad status, when it is not a live one.
@@ -43,11 +53,8 @@ const YcluiParser* PopParser(YStatus& status) {
   const long address = ScmVMExternal::VMEAssertIsALong(1, status, -1);
   if (!YStatusIsGood(status)) return nullptr;
   const YcluiParser* parser = YcluiParser::FindLive(address);
-  if (parser != nullptr) return parser;
-  YErr.pushError(YErrNotAlive, YErrWarning);
-  ScmVMExternal::VMESetErrorArgNum(1, status);
-  ScmVMExternal::VMESetErrorBadType(YScmArgLong, status, -1);
-  return nullptr;
+  if (parser == nullptr) RefuseParser(status);
+  return parser;
 }
 
 // Replaces so many values on the stack by a list of them.
@@ -90,13 +97,32 @@ void CommandWords(std::uint32_t, YStatus& status) {
   MakeList(count);
 }
 
-void TokenArgument(std::uint32_t, YStatus& status) {
-  const long argument = ScmVMExternal::VMEAssertIsALong(3, status, -1);
+// The first element of the list on the stack, which is argument `position`; the list stays.
+long LongOfList(YArgNum position, YStatus& status) {
+  ScmVMExternal::StackDuplicate();
+  ScmVMExternal::StackCar();
+  return ScmVMExternal::VMEAssertIsALong(position, status, -1);
+}
+
+// The last argument, which is false by default, may be anything, so it stays on the stack.
+void TokenArgument(std::uint32_t argc, YStatus& status) {
+  if (ScmVMExternal::VMECheckArgCount(argc, 3, 4, status) == 0) return;
+  if (argc == 3) ScmVMExternal::StackPushBoolean(0);
+  for (int i = 0; i < 3; ++i) ScmVMExternal::StackCons();
+  const YcluiParser* parser = YcluiParser::FindLive(LongOfList(1, status));
   if (!YStatusIsGood(status)) return;
-  const long word = ScmVMExternal::VMEAssertIsALong(2, status, -1);
+  if (parser == nullptr) {
+    ScmVMExternal::StackPop(status);
+    return RefuseParser(status);
+  }
+  ScmVMExternal::StackCdr();
+  const long word = LongOfList(2, status);
   if (!YStatusIsGood(status)) return;
-  const YcluiParser* parser = PopParser(status);
-  if (parser != nullptr) PushValue(ArgumentOf(*parser, word, argument));
+  ScmVMExternal::StackCdr();
+  const long argument = LongOfList(3, status);
+  if (!YStatusIsGood(status)) return;
+  ScmVMExternal::StackCdr();
+  if (const YcluiToken* token = WordOf(*parser, word)) PushValue(ArgumentOf(*token, argument));
 }
 
 // Defined in the module itself, as the help procedures are.
@@ -142,7 +168,7 @@ void CluiRestoreBindings() {
 }
 
 void CluiBindProcedures() {
-  ScmVM::bindProcedure("token-argument", TokenArgument, 3, 0);
+  ScmVM::bindProcedure("token-argument", TokenArgument, 3, 1);
   ScmVM::bindProcedure("clui-words", Words, 1, 0);
   ScmVM::bindProcedure("command-words", CommandWords, 1, 0);
 }

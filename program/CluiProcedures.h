@@ -5,8 +5,10 @@
 
 // Binds the procedures below. Unlike text that a template inserts, a value is never run as code.
 //
-//   (token-argument P N K)  argument K of token N of the current command as a value: a number, a
-//                           pair (x . y) for a point, a string, or #f when there is none. Both
+//   (token-argument P N K [NO-WORD])
+//                           argument K of token N of the current command as a value: a number, a
+//                           pair (x . y) for a point, a string, or #f when the token has no such
+//                           argument. NO-WORD, by default #f, when there is no such token. Both
 //                           count from 0, N as in a template; -1 is the last token
 //   (command-words P)       the tokens of the current command: for each one a list of its id, its
 //                           word and the values of its arguments. A word without arguments is a
