@@ -77,8 +77,8 @@ const char* const CompilePrelude = R"scheme(
   (struct-set! stub 3 #f))
 
 (define (make-stub code)
-  (let* ((name (assq-ref (or (struct-ref code 1) '()) 'name))
-         (stub (make-struct/no-tail <stub> #f name (current-module) code))
+  (let* ((properties (or (struct-ref code 1) '()))
+         (stub (make-struct/no-tail <stub> #f (assq-ref properties 'name) (current-module) code))
          (evaluated #f))
     (define (evaluate)
       (if (not evaluated) (set! evaluated (evaluate-in (stub-module stub) code)))
@@ -90,7 +90,29 @@ const char* const CompilePrelude = R"scheme(
             (begin
               (if (not (compile! stub)) (become! stub (evaluate)))
               (apply stub args)))))
+    (set-procedure-properties! stub properties)
+    (if (assq 'documentation properties)
+        (set-procedure-properties! (struct-ref stub 0) properties))
+    (apply set-procedure-minimum-arity! stub (least-arity (struct-ref code 2)))
     stub))
+
+;; What procedure-minimum-arity returns for the clauses of a procedure: the clause with the fewest
+;; required arguments, and of those the one that accepts the most.
+(define (least-arity clause)
+  (define (arity clause)
+    (list (length (struct-ref clause 1)) (length (or (struct-ref clause 2) '()))
+          (->bool (struct-ref clause 3))))
+  (define (less? a b)
+    (or (< (car a) (car b))
+        (and (= (car a) (car b))
+             (or (and (caddr a) (not (caddr b)))
+                 (and (eq? (caddr a) (caddr b)) (> (cadr a) (cadr b)))))))
+  (if clause
+      (let loop ((least (arity clause)) (rest (struct-ref clause 8)))
+        (cond ((not rest) least)
+              ((less? (arity rest) least) (loop (arity rest) (struct-ref rest 8)))
+              (else (loop least (struct-ref rest 8)))))
+      '(0 0 #f)))
 
 (define (evaluate-in module code)
   (save-module-excursion
@@ -201,10 +223,15 @@ const char* const CompilePrelude = R"scheme(
       (make-struct/no-tail <lexical-ref> src 'value name))))
 
 (define raising '(error scm-error throw raise raise-exception))
-;; Primitives that return several values, or call a procedure last.
+;; The names of primitives that may return several values, often those of a procedure or a text.
 (define several-values
   '(values apply call-with-values call-with-current-continuation call/cc abort-to-prompt
-    floor/ ceiling/ truncate/ euclidean/ round/ centered/ exact-integer-sqrt))
+    abort-to-prompt* floor/ ceiling/ truncate/ euclidean/ round/ centered/ exact-integer-sqrt
+    partition partition! char-set-diff+intersection char-set-diff+intersection!
+    eval eval-string force primitive-load primitive-load-path load-compiled dynamic-call
+    with-continuation-barrier with-fluids* call-with-blocked-asyncs call-with-unblocked-asyncs
+    hash-fold string-fold string-fold-right string-any-c-code string-every-c-code
+    char-set-fold char-set-any char-set-every))
 
 (define (returns-one-value? head module)
   (and (is? <toplevel-ref> head)
@@ -212,9 +239,10 @@ const char* const CompilePrelude = R"scheme(
               (variable (module-variable module name)))
          (and variable
               (variable-bound? variable)
-              (not (memq name several-values))
-              (or (memq name raising)
-                  (%primitive? (variable-ref variable)))))))
+              (let ((value (variable-ref variable)))
+                (or (memq name raising)
+                    (and (%primitive? value)
+                         (not (memq (procedure-name value) several-values)))))))))
 
 ;; The calls that were running when an error was raised
 
