@@ -51,7 +51,7 @@ const CluiGrammar* CluiDraw::grammar() const {
 }
 
 void CluiDraw::loaded() {
-  if (options_.drawing != CluiDrawing::Manual) return;
+  if (options_.task != CluiTask::Manual) return;
   manual_.emplace(TitleOf(options_.language));
   addChapter("Commands");
 }
@@ -85,9 +85,9 @@ bool CluiDraw::makeOutput(std::string& output) {
     diagnostics_.problem(options_.language, "there is no syntax to be drawn");
     return false;
   }
-  if (options_.drawing == CluiDrawing::Diagram) return makeDiagram(*present, output);
+  if (options_.task == CluiTask::Diagram) return makeDiagram(*present, output);
   const CluiVocabulary vocabulary(*reading_.parser());
-  if (options_.drawing == CluiDrawing::Graph) {
+  if (options_.task == CluiTask::Graph) {
     output = CluiDotOf(*reading_.parser(), vocabulary);
   } else {
     manual_->addNames(vocabulary);

@@ -4,8 +4,10 @@
 #include <strings.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "foundation/YcluiVersion.h"
 
@@ -150,60 +152,104 @@ bool ReadInside(const char* name, YEncoding::Kind& kind) {
   return false;
 }
 
-// Reads the arguments after the language of which a picture is drawn.
-CluiStart ReadWords(char** names, char** end, CluiOptions& options) {
-  if (options.play || options.show || !options.log.empty()) {
-    std::fputs("clui: --diagram, --dot and --manual read no recording and write none\n", stderr);
+// What goes with a task.
+struct TaskRule {
+  CluiTask task;
+  const char* option;
+  const char* needed;  // what the arguments are of which there is at least one, or null
+  bool readsFiles;
+  bool readsTexts;
+  bool records;
+};
+
+constexpr TaskRule TaskRules[] = {
+    {CluiTask::Run, "", nullptr, true, true, true},
+    {CluiTask::DryRun, "--dry-run", nullptr, true, true, false},
+    {CluiTask::Play, "--play", "FILE", true, true, true},
+    {CluiTask::Show, "--show", "FILE", true, false, false},
+    {CluiTask::Lint, "--lint", nullptr, false, false, false},
+    {CluiTask::Diagram, "--diagram", nullptr, false, true, false},
+    {CluiTask::Graph, "--dot", nullptr, false, true, false},
+    {CluiTask::Manual, "--manual", nullptr, false, true, false},
+    {CluiTask::Serve, "--lsp", nullptr, false, false, false},
+    {CluiTask::Test, "--test", "TRANSCRIPT", true, false, false},
+};
+
+const TaskRule& RuleOf(CluiTask task) {
+  return *std::find_if(std::begin(TaskRules), std::end(TaskRules),
+                       [task](const TaskRule& rule) { return rule.task == task; });
+}
+
+CluiStart Conflict(const char* option, const char* other) {
+  std::fprintf(stderr, "clui: %s does not go with %s\n", option, other);
+  return BadUsage();
+}
+
+// An option that names a task. There is one task in a run.
+CluiStart Choose(CluiTask task, CluiOptions& options) {
+  if (options.task != CluiTask::Run && options.task != task) {
+    return Conflict(RuleOf(options.task).option, RuleOf(task).option);
+  }
+  options.task = task;
+  return CluiStart::Run;
+}
+
+// Checks all that does not go together, when everything has been read.
+CluiStart Check(const CluiOptions& options) {
+  const TaskRule& rule = RuleOf(options.task);
+  if (!options.texts.empty() && !rule.readsTexts) return Conflict(rule.option, "-e");
+  if (!options.log.empty() && !rule.records) return Conflict(rule.option, "--log");
+  if (options.append && options.log.empty()) {
+    std::fputs("clui: --append needs --log\n", stderr);
     return BadUsage();
   }
-  if (names != end && options.drawing != CluiDrawing::Diagram) {
-    std::fprintf(stderr, "clui: --dot and --manual read no file, found \"%s\"\n", *names);
+  if (!options.files.empty() && !rule.readsFiles) {
+    std::fprintf(stderr, "clui: %s reads no file, found \"%s\"\n", rule.option,
+                 options.files.front().c_str());
     return BadUsage();
   }
-  options.words.assign(names, end);
+  if (options.files.empty() && rule.needed != nullptr) {
+    std::fprintf(stderr, "clui: %s needs a %s\n", rule.option, rule.needed);
+    return BadUsage();
+  }
   return CluiStart::Run;
 }
 
 // Reads the arguments after the options.
 CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
-  if (options.append && options.log.empty()) {
-    std::fputs("clui: --append needs --log\n", stderr);
-    return BadUsage();
+  if (options.task != CluiTask::Show) {
+    if (names == end) {
+      std::fputs("clui: missing LANGUAGE.scm\n", stderr);
+      return BadUsage();
+    }
+    options.language = *names++;
   }
-  if (options.dry && (options.play || options.show || !options.log.empty())) {
-    std::fputs("clui: --dry-run goes with neither --log nor --play nor --show\n", stderr);
-    return BadUsage();
-  }
-  if (names == end) {
-    std::fputs(options.show ? "clui: --show needs a FILE\n" : "clui: missing LANGUAGE.scm\n",
-               stderr);
-    return BadUsage();
-  }
-  if (!options.show) options.language = *names++;
-  if (options.drawing != CluiDrawing::None) return ReadWords(names, end, options);
-  options.files.assign(names, end);
-  if (options.lint && (!options.files.empty() || !options.texts.empty())) {
-    std::fputs("clui: --lint accepts neither a FILE nor -e\n", stderr);
-    return BadUsage();
-  }
-  if (options.play && options.files.empty()) {
-    std::fputs("clui: --play needs a FILE\n", stderr);
-    return BadUsage();
-  }
-  if (options.test && (options.files.empty() || !options.texts.empty() || options.play)) {
-    std::fputs("clui: --test needs a TRANSCRIPT, and neither -e nor --play\n", stderr);
-    return BadUsage();
-  }
-  if (options.lsp && (!options.files.empty() || !options.texts.empty() || !options.log.empty())) {
-    std::fputs("clui: --lsp goes with neither a FILE nor -e nor --log\n", stderr);
-    return BadUsage();
-  }
-  const bool readsInput = !options.show && !options.lint && !options.lsp && options.files.empty() &&
-                          options.texts.empty();
-  options.typed =
-      readsInput && !options.dry && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+  (options.task == CluiTask::Diagram ? options.words : options.files).assign(names, end);
+  if (const CluiStart start = Check(options); start != CluiStart::Run) return start;
+  const bool readsInput = (options.task == CluiTask::Run || options.task == CluiTask::DryRun) &&
+                          options.files.empty() && options.texts.empty();
+  options.typed = readsInput && options.task == CluiTask::Run && isatty(STDIN_FILENO) != 0 &&
+                  isatty(STDOUT_FILENO) != 0;
   if (readsInput && !options.typed) options.files.emplace_back("-");
   return CluiStart::Run;
+}
+
+// The task that an option names. False for an option that names none.
+bool TaskOf(int letter, CluiTask& task) {
+  const struct {
+    int letter;
+    CluiTask task;
+  } tasks[] = {{OptPlay, CluiTask::Play},       {OptDryRun, CluiTask::DryRun},
+               {OptShow, CluiTask::Show},       {OptLint, CluiTask::Lint},
+               {OptDiagram, CluiTask::Diagram}, {OptDot, CluiTask::Graph},
+               {OptManual, CluiTask::Manual},   {OptLsp, CluiTask::Serve},
+               {OptTest, CluiTask::Test},       {OptUpdate, CluiTask::Test}};
+  for (const auto& entry : tasks) {
+    if (entry.letter != letter) continue;
+    task = entry.task;
+    return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -211,6 +257,13 @@ CluiStart ReadNames(char** names, char** end, CluiOptions& options) {
 CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
   int letter = 0;
   while ((letter = getopt_long(argc, argv, "e:q", LongOptions, nullptr)) != -1) {
+    CluiTask task = CluiTask::Run;
+    if (TaskOf(letter, task)) {
+      const CluiStart start = Choose(task, options);
+      if (start != CluiStart::Run) return start;
+      options.update = options.update || letter == OptUpdate;
+      continue;
+    }
     switch (letter) {
       case 'e':
         options.texts.emplace_back(optarg);
@@ -241,36 +294,6 @@ CluiStart CluiReadOptions(int argc, char** argv, CluiOptions& options) {
         break;
       case OptNest:
         if (!ReadNestStyle(optarg, options.nest)) return BadUsage();
-        break;
-      case OptPlay:
-        options.play = true;
-        break;
-      case OptDryRun:
-        options.dry = true;
-        break;
-      case OptShow:
-        options.show = true;
-        break;
-      case OptLint:
-        options.lint = true;
-        break;
-      case OptDiagram:
-        options.drawing = CluiDrawing::Diagram;
-        break;
-      case OptDot:
-        options.drawing = CluiDrawing::Graph;
-        break;
-      case OptManual:
-        options.drawing = CluiDrawing::Manual;
-        break;
-      case OptLsp:
-        options.lsp = true;
-        break;
-      case OptUpdate:
-        options.update = true;
-        [[fallthrough]];
-      case OptTest:
-        options.test = true;
         break;
       case OptHelp:
         return Print(Help);

@@ -9,10 +9,22 @@
 #include "foundation/YEncoding.h"
 #include "parser/YcluiLogNestStyle.h"
 
-// A picture or a page of a language.
-enum class CluiDrawing { None, Diagram, Graph, Manual };
+// What the program does.
+enum class CluiTask {
+  Run,      // reads command lines
+  DryRun,   // the same, but no command runs
+  Play,     // plays the files back as recordings
+  Show,     // prints recordings
+  Lint,     // examines the language
+  Diagram,  // prints pictures of its commands,
+  Graph,    // the graph of its syntax,
+  Manual,   // or a page about it
+  Serve,    // serves an editor
+  Test,     // compares transcripts
+};
 
 struct CluiOptions {
+  CluiTask task = CluiTask::Run;
   std::string language;                        // the script that creates the parser
   std::vector<std::string> texts;              // of -e, in order
   std::vector<std::string> files;              // "-" is standard input
@@ -22,27 +34,24 @@ struct CluiOptions {
   std::string log;                             // empty: nothing is recorded
   bool append = false;                         // at the end of that file
   YcluiLogNestStyle nest = YcluiLogNestPlain;  // how playbacks are recorded
-  bool play = false;                           // the files are recordings to be played
-  bool dry = false;                            // no command runs
-  bool show = false;                           // print recordings, and nothing else
-  bool lint = false;                           // examine the language, and nothing else
-  CluiDrawing drawing = CluiDrawing::None;     // write it instead of reading files
   std::vector<std::string> words;              // that commands of a diagram have; empty: all
-  bool lsp = false;                            // serve an editor, and nothing else
-  bool test = false;                           // the files are transcripts to be compared
-  bool update = false;                         // and to be written anew where they differ
+  bool update = false;                         // transcripts that differ are written anew
   bool typed = false;                          // input is typed in a terminal
   bool quiet = false;                          // neither progress nor summary
   bool trace = false;                          // every token, echo and command
   bool every = false;                          // report every refused word of a line
 
-  // Whether a task of the workshop needs what the script declared (CluiGrammarRecorder).
-  bool examines() const { return lint || drawing != CluiDrawing::None; }
+  // Whether something about the language is printed, instead of reading files.
+  bool draws() const {
+    return task == CluiTask::Diagram || task == CluiTask::Graph || task == CluiTask::Manual;
+  }
+  // Whether the task needs what the script declared (CluiGrammarRecorder).
+  bool examines() const { return task == CluiTask::Lint || draws(); }
 };
 
 // What is left to do after the options are read.
 enum class CluiStart {
-  Run,       // run or show
+  Run,       // the task
   Done,      // nothing: help or the version has been printed
   BadUsage,  // nothing: a message and a hint have been printed
 };

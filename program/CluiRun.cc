@@ -63,34 +63,45 @@ int CluiRun::run() {
     std::fprintf(stderr, "clui: %s\n", error.c_str());
     return Unable;
   }
-  if (options_.lsp) streams_.emplace();
-  if (!start() || !loadLanguage()) {
-    if (options_.lint) lint(false);
-    finish();
-    return CluiInterrupted() ? Interrupted : Unable;
-  }
-  if (options_.lint) {
-    const int status = lint(true);
-    finish();
-    return outcome_.unable ? Unable : status;
-  }
-  if (options_.lsp) {
-    const bool isShutDown = serve();
-    finish();
-    return isShutDown ? AllAccepted : SomethingRefused;
-  }
-  if (options_.drawing != CluiDrawing::None) {
-    draw();
-  } else if (recorder_.start()) {
-    typist_.isOpen() ? typist_.run(options_.quiet) : readInputs();
-    recorder_.end();
-  } else {
-    outcome_.unable = true;
-  }
+  if (options_.task == CluiTask::Serve) streams_.emplace();
+  const bool isLoaded = start() && loadLanguage();
+  const int found = isLoaded ? perform() : failToLoad();
   finish();
   typist_.close();
-  summarise();
-  return status();
+  if (isLoaded) summarise();
+  return worst(found);
+}
+
+// Does the task, and returns what it says of the status by itself.
+int CluiRun::perform() {
+  switch (options_.task) {
+    case CluiTask::Lint:
+      return lint(true);
+    case CluiTask::Serve:
+      return serve() ? AllAccepted : SomethingRefused;
+    case CluiTask::Diagram:
+    case CluiTask::Graph:
+    case CluiTask::Manual:
+      draw();
+      return AllAccepted;
+    default:
+      read();
+      return AllAccepted;
+  }
+}
+
+int CluiRun::failToLoad() {
+  if (options_.task == CluiTask::Lint) lint(false);
+  return CluiInterrupted() ? Interrupted : Unable;
+}
+
+void CluiRun::read() {
+  if (!recorder_.start()) {
+    outcome_.unable = true;
+    return;
+  }
+  typist_.isOpen() ? typist_.run(options_.quiet) : readInputs();
+  recorder_.end();
 }
 
 bool CluiRun::start() {
@@ -119,7 +130,7 @@ void CluiRun::setPorts() {
   std::string text = "(for-each (lambda (port) (set-port-encoding! port \"" + options_.encoding +
                      "\")) (list (current-input-port) (current-output-port) (current-error-port)))";
   // Standard output is for the picture.
-  if (options_.drawing != CluiDrawing::None) {
+  if (options_.draws()) {
     text += "(set-current-output-port (current-error-port))";
   }
   char result[64];
@@ -140,7 +151,7 @@ bool CluiRun::loadLanguage() {
       &diagnostics_);
   typist_.setReload([this] { return reload(); });
   const bool loaded = ScmVM::loadFile(options_.language.c_str()) != 0;
-  if (options_.drawing == CluiDrawing::None) grammars_.end();
+  if (!options_.draws()) grammars_.end();
   diagnostics_.reportCodes();
   if (!loaded || !findParser(0)) return false;
   listen();
@@ -197,7 +208,7 @@ bool CluiRun::findParser(int older) {
 void CluiRun::listen() {
   ScmVM::setTextListener(
       [](void* data, const char* text) { static_cast<CluiRun*>(data)->onText(text); }, this);
-  if (options_.dry) dry_.start(options_.language);
+  if (options_.task == CluiTask::DryRun) dry_.start(options_.language);
   YcluiParser& parser = *reading_.parser();
   parser.setTokCallback(
       [](void* data, YcluiToken& token) { return static_cast<CluiRun*>(data)->onToken(token); },
@@ -214,7 +225,7 @@ void CluiRun::readInputs() {
   if (!options_.texts.empty()) readTexts();
   for (const std::string& file : options_.files) {
     if (CluiInterrupted()) return;
-    options_.play ? player_.play(file) : readFile(file);
+    options_.task == CluiTask::Play ? player_.play(file) : readFile(file);
   }
 }
 
@@ -338,13 +349,14 @@ void CluiRun::finish() {
   ScmVM::closeLibraries();
 }
 
-int CluiRun::status() const {
+// The status of the run, of which its task has found `found`.
+int CluiRun::worst(int found) const {
   // In a terminal an interrupt is a key, and a refusal is not a failure.
-  if (CluiInterrupted() && !options_.typed) return Interrupted;
-  if (outcome_.unable) return Unable;
+  if (found == Interrupted || (CluiInterrupted() && !options_.typed)) return Interrupted;
+  if (outcome_.unable || found == Unable) return Unable;
   if (options_.typed) return AllAccepted;
-  return outcome_.refused > 0 || outcome_.failed > 0 || outcome_.ended ? SomethingRefused
-                                                                       : AllAccepted;
+  const bool isGood = outcome_.refused == 0 && outcome_.failed == 0 && !outcome_.ended;
+  return isGood ? found : SomethingRefused;
 }
 
 void CluiRun::summarise() {
@@ -386,7 +398,7 @@ YcluiTokenCtrl CluiRun::onToken(const YcluiToken& token) {
   ++outcome_.accepted;
   player_.showProgress();
   recorder_.warnOfLosses(token);
-  if (options_.dry) dry_.check(token);
+  if (options_.task == CluiTask::DryRun) dry_.check(token);
   if (options_.trace) trace_.offered(token);
   return YcluiTokenPass;
 }

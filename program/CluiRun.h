@@ -64,6 +64,9 @@ class CluiRun {
   std::optional<CluiServerStreams> streams_;  // of an editor
   CluiInput* input_ = nullptr;                // instead of texts and files
 
+  int perform();
+  int failToLoad();
+  void read();
   bool start();
   void setPorts();
   bool loadLanguage();
@@ -80,7 +83,7 @@ class CluiRun {
   void readLines(CluiSource& source);
   int lint(bool isLoaded);
   void finish();
-  int status() const;
+  int worst(int found) const;
   void summarise();
 
   // Callbacks of the engine and the parser.

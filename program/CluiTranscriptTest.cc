@@ -158,6 +158,7 @@ int RunTranscript(const CluiOptions& options, const std::string& name) {
     return CluiRun::Unable;
   }
   CluiOptions silent = options;
+  silent.task = CluiTask::Run;
   silent.quiet = true;
   TranscriptInput input(transcript, capture);
   const int status = CluiRun(silent).run(input);

@@ -36,6 +36,12 @@ int main(int argc, char** argv) {
       break;
   }
   YEncoding::SetInside(options.inside);
-  if (options.test) return CluiTestTranscripts(options);
-  return options.show ? CluiShow(options) : CluiRun(options).run();
+  switch (options.task) {
+    case CluiTask::Test:
+      return CluiTestTranscripts(options);
+    case CluiTask::Show:
+      return CluiShow(options);
+    default:
+      return CluiRun(options).run();
+  }
 }
