@@ -35,18 +35,16 @@ bool LanguageCore::remove(const Syntax& word) {
   return word.kind() == Syntax::Kind::Word && words_.remove(*word.word());
 }
 
-// A new graph of all commands; the parser destroys the former one. The walker visits the
-// alternative first that was inserted last, so words are listed in the order of their commands.
+// A new graph of all commands; the parser destroys the former one.
 void LanguageCore::setSyntax() {
-  auto graph = std::make_unique<YcluiSyntaxGraph>();
-  for (std::size_t i = entries_.size(); i-- > 0;) {
-    if (entries_[i].isAnywhere) continue;
-    graph->insertOr(BuildGraph(entries_[i].syntax, words_, i).get());
-  }
-  parser_.setSyntaxGraph(graph.release());
+  std::vector<NumberedSyntax> commands;
+  std::vector<NumberedSyntax> anywhere;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    if (!entries_[i].isAnywhere) continue;
-    parser_.addIndefiniteNode(BuildNode(entries_[i].syntax, words_, i).release());
+    (entries_[i].isAnywhere ? anywhere : commands).push_back({&entries_[i].syntax, i});
+  }
+  parser_.setSyntaxGraph(BuildGraph(commands, words_).release());
+  for (const NumberedSyntax& each : anywhere) {
+    parser_.addIndefiniteNode(BuildNode(each, words_).release());
   }
   isStale_ = false;
 }
@@ -163,6 +161,7 @@ bool LanguageCore::admits(const YcluiToken& token) {
   }
   notePlace();
   codes_ = errors_->count();
+  if (token.argc() - 1 <= words_.unrestrictedArguments(token.id())) return true;
   const WordDeclaration* word = words_.find(token.id());
   return word == nullptr || checkArguments(token, *word);
 }

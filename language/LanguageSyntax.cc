@@ -1,6 +1,8 @@
 #include "language/LanguageSyntax.h"
 
+#include <cstdint>
 #include <optional>
+#include <unordered_map>
 
 #include "language/LanguageRefusals.h"
 
@@ -91,49 +93,43 @@ std::string FirstWord(const Syntax& syntax) {
                                              : FirstWord(syntax.parts().front());
 }
 
+// The rest of a command after words that it shares with others.
+struct Rest {
+  const Syntax* command;
+  std::size_t number;
+  std::size_t first = 0;  // of the parts of a sequence
+
+  bool isSequence() const { return command->kind() == Syntax::Kind::Sequence; }
+  std::size_t count() const { return isSequence() ? command->parts().size() - first : 1; }
+  const Syntax& front() const { return isSequence() ? command->parts()[first] : *command; }
+};
+
+// The fragment that decides the priorities of a word in the other one, which may be null. Null
+// when they are those of a new node.
+const Syntax* PrioritiesOf(const Syntax& word, const Syntax* around) {
+  if (word.hasPriority()) return &word;
+  return around != nullptr && around->hasPriority() ? around : nullptr;
+}
+
 class GraphBuilder {
  public:
-  GraphBuilder(const LanguageWords& words, std::size_t number)
-      : words_(words), action_(std::to_string(number)) {}
+  explicit GraphBuilder(const LanguageWords& words) : words_(words) {}
 
-  // `isLast`: the fragment ends the command. `priorities` has those of the fragment around it.
-  std::unique_ptr<YcluiSyntaxGraph> build(const Syntax& syntax, bool isLast,
-                                          const Syntax* priorities) {
+  // The walker visits the alternative first that was inserted last, so words are listed in the
+  // order of their commands.
+  std::unique_ptr<YcluiSyntaxGraph> build(const std::vector<Rest>& rests) {
     auto graph = std::make_unique<YcluiSyntaxGraph>();
-    if (syntax.hasPriority()) priorities = &syntax;
-    const std::vector<Syntax>& parts = syntax.parts();
-    switch (syntax.kind()) {
-      case Syntax::Kind::Word:
-        graph->insertAnd(node(syntax, isLast, priorities).release());
-        break;
-      case Syntax::Kind::Sequence:
-        for (std::size_t i = parts.size(); i > 0; --i) {
-          graph->insertAnd(build(parts[i - 1], isLast && i == parts.size(), priorities).get());
-        }
-        break;
-      case Syntax::Kind::Choice:
-        for (std::size_t i = parts.size(); i > 0; --i) {
-          graph->insertOr(build(parts[i - 1], isLast, priorities).get());
-        }
-        break;
-      case Syntax::Kind::Repetition:
-        graph->insertAnd(build(parts.front(), false, priorities).get());
-        graph->makeClosure();
-        break;
-      case Syntax::Kind::Optional:
-        graph->insertAnd(build(parts.front(), false, priorities).get());
-        graph->start->append(graph->end);
-        break;
+    const std::vector<std::vector<Rest>> groups = groupsOf(rests);
+    for (std::size_t i = groups.size(); i > 0; --i) {
+      graph->insertOr(buildGroup(groups[i - 1]).get());
     }
     return graph;
   }
 
-  std::unique_ptr<YcluiSyntaxNode> node(const Syntax& word, bool isLast,
-                                        const Syntax* priorities) const {
-    auto node = std::make_unique<YcluiSyntaxNode>(words_.idOf(*word.word()),
-                                                  isLast ? action_.c_str() : nullptr);
-    if (word.hasPriority()) priorities = &word;
-    if (priorities != nullptr) {
+  std::unique_ptr<YcluiSyntaxNode> node(const Syntax& word, const char* action,
+                                        const Syntax* around) const {
+    auto node = std::make_unique<YcluiSyntaxNode>(words_.idOf(*word.word()), action);
+    if (const Syntax* priorities = PrioritiesOf(word, around)) {
       node->priority = priorities->priority();
       node->interruptLimit = priorities->interruptLimit();
     }
@@ -142,7 +138,85 @@ class GraphBuilder {
 
  private:
   const LanguageWords& words_;
-  std::string action_;
+
+  // Rests that begin with the same word, which is not their last part, are one group.
+  std::vector<std::vector<Rest>> groupsOf(const std::vector<Rest>& rests) const {
+    std::vector<std::vector<Rest>> groups;
+    std::unordered_map<std::uint64_t, std::size_t> groupOfKey;
+    for (const Rest& rest : rests) {
+      std::size_t group = groups.size();
+      if (rest.count() > 1 && rest.front().kind() == Syntax::Kind::Word) {
+        group = groupOfKey.emplace(keyOf(rest), group).first->second;
+      }
+      if (group == groups.size()) groups.emplace_back();
+      groups[group].push_back(rest);
+    }
+    return groups;
+  }
+
+  // The word and its priorities.
+  std::uint64_t keyOf(const Rest& rest) const {
+    const std::uint64_t id = words_.idOf(*rest.front().word());
+    const Syntax* priorities = PrioritiesOf(rest.front(), rest.command);
+    if (priorities == nullptr) return id << 17;
+    return (id << 1 | 1) << 16 | priorities->priority() << 8 | priorities->interruptLimit();
+  }
+
+  std::unique_ptr<YcluiSyntaxGraph> buildGroup(const std::vector<Rest>& group) {
+    const Rest& first = group.front();
+    if (group.size() == 1) return build(first);
+    std::vector<Rest> rests = group;
+    for (Rest& rest : rests) ++rest.first;
+    std::unique_ptr<YcluiSyntaxGraph> graph = build(rests);
+    graph->insertAnd(node(first.front(), nullptr, first.command).release());
+    return graph;
+  }
+
+  std::unique_ptr<YcluiSyntaxGraph> build(const Rest& rest) {
+    const std::string action = std::to_string(rest.number);
+    if (!rest.isSequence()) return build(*rest.command, action.c_str(), nullptr);
+    return buildSequence(*rest.command, rest.first, action.c_str(), rest.command);
+  }
+
+  // `action` is that of the last words, null when the command goes on after them. `around`
+  // is the innermost fragment around it that has priorities, or null.
+  std::unique_ptr<YcluiSyntaxGraph> build(const Syntax& syntax, const char* action,
+                                          const Syntax* around) {
+    auto graph = std::make_unique<YcluiSyntaxGraph>();
+    if (syntax.hasPriority()) around = &syntax;
+    const std::vector<Syntax>& parts = syntax.parts();
+    switch (syntax.kind()) {
+      case Syntax::Kind::Word:
+        graph->insertAnd(node(syntax, action, around).release());
+        break;
+      case Syntax::Kind::Sequence:
+        return buildSequence(syntax, 0, action, around);
+      case Syntax::Kind::Choice:
+        for (std::size_t i = parts.size(); i > 0; --i) {
+          graph->insertOr(build(parts[i - 1], action, around).get());
+        }
+        break;
+      case Syntax::Kind::Repetition:
+        graph->insertAnd(build(parts.front(), nullptr, around).get());
+        graph->makeClosure();
+        break;
+      case Syntax::Kind::Optional:
+        graph->insertAnd(build(parts.front(), nullptr, around).get());
+        graph->start->append(graph->end);
+        break;
+    }
+    return graph;
+  }
+
+  std::unique_ptr<YcluiSyntaxGraph> buildSequence(const Syntax& sequence, std::size_t first,
+                                                  const char* action, const Syntax* around) {
+    auto graph = std::make_unique<YcluiSyntaxGraph>();
+    const std::vector<Syntax>& parts = sequence.parts();
+    for (std::size_t i = parts.size(); i > first; --i) {
+      graph->insertAnd(build(parts[i - 1], i == parts.size() ? action : nullptr, around).get());
+    }
+    return graph;
+  }
 };
 
 }  // namespace
@@ -155,14 +229,16 @@ std::string FaultOfCommand(const Syntax& syntax, const detail::Command& command)
   return fault.empty() ? fault : "the command \"" + FirstWord(syntax) + "\" " + fault;
 }
 
-std::unique_ptr<YcluiSyntaxGraph> BuildGraph(const Syntax& syntax, const LanguageWords& words,
-                                             std::size_t number) {
-  return GraphBuilder(words, number).build(syntax, true, nullptr);
+std::unique_ptr<YcluiSyntaxGraph> BuildGraph(const std::vector<NumberedSyntax>& commands,
+                                             const LanguageWords& words) {
+  std::vector<Rest> rests;
+  for (const NumberedSyntax& each : commands) rests.push_back({each.syntax, each.number});
+  return GraphBuilder(words).build(rests);
 }
 
-std::unique_ptr<YcluiSyntaxNode> BuildNode(const Syntax& word, const LanguageWords& words,
-                                           std::size_t number) {
-  return GraphBuilder(words, number).node(word, true, nullptr);
+std::unique_ptr<YcluiSyntaxNode> BuildNode(const NumberedSyntax& word, const LanguageWords& words) {
+  const std::string action = std::to_string(word.number);
+  return GraphBuilder(words).node(*word.syntax, action.c_str(), nullptr);
 }
 
 }  // namespace yqrtClui

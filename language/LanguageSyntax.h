@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "language/Command.h"
 #include "language/LanguageWords.h"
@@ -18,14 +19,20 @@ namespace yqrtClui {
 // word, or its arguments are not those of the command's parameters.
 std::string FaultOfCommand(const Syntax& syntax, const detail::Command& command);
 
-// A graph of the fragment, in which each last word has the number as its action. REQUIRES: the
-// words are declared.
-std::unique_ptr<YcluiSyntaxGraph> BuildGraph(const Syntax& syntax, const LanguageWords& words,
-                                             std::size_t number);
+// A command whose graph is to be built. The syntax must outlive the building.
+struct NumberedSyntax {
+  const Syntax* syntax;
+  std::size_t number;  // of the command
+};
+
+// A graph of all commands, in which each last word has the number of its command as its action.
+// Commands that begin with the same words share their nodes, so that a step finds one node.
+// REQUIRES: the words are declared.
+std::unique_ptr<YcluiSyntaxGraph> BuildGraph(const std::vector<NumberedSyntax>& commands,
+                                             const LanguageWords& words);
 
 // The node of a single word, with the number as its action.
-std::unique_ptr<YcluiSyntaxNode> BuildNode(const Syntax& word, const LanguageWords& words,
-                                           std::size_t number);
+std::unique_ptr<YcluiSyntaxNode> BuildNode(const NumberedSyntax& word, const LanguageWords& words);
 
 }  // namespace yqrtClui
 

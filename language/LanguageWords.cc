@@ -1,5 +1,6 @@
 #include "language/LanguageWords.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
@@ -61,6 +62,15 @@ bool AreAlike(const WordDeclaration& one, const WordDeclaration& other) {
     if (!AreAlike(one.arguments[i], other.arguments[i])) return false;
   }
   return true;
+}
+
+bool IsRestricted(const ArgumentDeclaration& argument) {
+  return !argument.values.empty() || !std::isinf(argument.low) || !std::isinf(argument.high);
+}
+
+int UnrestrictedArguments(const WordDeclaration& word) {
+  const bool isRestricted = std::any_of(word.arguments.begin(), word.arguments.end(), IsRestricted);
+  return isRestricted ? -1 : static_cast<int>(word.arguments.size());
 }
 
 YcluiValueType ValueTypeOf(ArgumentType type) {
@@ -135,7 +145,9 @@ void LanguageWords::keep(const std::shared_ptr<const WordDeclaration>& word, std
   const std::size_t index = id - firstId_;
   if (declared_.size() <= index) declared_.resize(index + 1);
   setHelp(*word, id);
-  declared_[index] = word;  // the former declaration, if any, is not used by the help any more
+  declared_[index] = {
+      word, UnrestrictedArguments(
+                *word)};  // the former declaration, if any, is not used by the help any more
 }
 
 void LanguageWords::setHelp(const WordDeclaration& word, std::uint32_t id) {
@@ -175,7 +187,7 @@ std::uint32_t LanguageWords::idOf(const WordDeclaration& word) const {
   if (known != nullptr && find(known->id()) != nullptr) return known->id();
   const std::string name = Folded(word.name);  // it may have been removed
   for (std::size_t i = 0; i < declared_.size(); ++i) {
-    if (declared_[i] != nullptr && Folded(declared_[i]->name) == name) {
+    if (declared_[i].word != nullptr && Folded(declared_[i].word->name) == name) {
       return firstId_ + static_cast<std::uint32_t>(i);
     }
   }

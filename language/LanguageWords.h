@@ -32,13 +32,24 @@ class LanguageWords {
   // The declaration of the word with that id, or null.
   const WordDeclaration* find(std::uint32_t id) const {
     const std::uint32_t index = id - firstId_;
-    return index < declared_.size() ? declared_[index].get() : nullptr;
+    return index < declared_.size() ? declared_[index].word.get() : nullptr;
+  }
+  // The number of arguments of the word with that id, if every value of their types is accepted.
+  // -1 when there are ranges or values to check, or no such word.
+  int unrestrictedArguments(std::uint32_t id) const {
+    const std::uint32_t index = id - firstId_;
+    return index < declared_.size() ? declared_[index].unrestricted : -1;
   }
 
  private:
+  struct Declared {
+    std::shared_ptr<const WordDeclaration> word;  // null where there is none
+    int unrestricted = -1;                        // see unrestrictedArguments
+  };
+
   YcluiParser& parser_;
   std::uint32_t firstId_ = 0;
-  std::vector<std::shared_ptr<const WordDeclaration>> declared_;  // by id, null where there is none
+  std::vector<Declared> declared_;  // by id
 
   std::string declareWord(const std::shared_ptr<const WordDeclaration>& word);
   std::string compare(const WordDeclaration& word, std::uint32_t id, const char* knownName);
