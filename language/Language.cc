@@ -72,6 +72,7 @@ bool Language::remove(const Syntax& word) {
 }
 
 const std::string& Language::error() const {
+  core_->update();
   return core_->error();
 }
 

@@ -88,12 +88,14 @@ struct Candidate {
 //
 // Errors. No operation throws, but for what commands throw: when one throws, the rest of the text
 // is not read, everything is put in order, and the call that has read the text throws the same
-// exception. A mistake in the declarations is in error(), and the language then reads nothing.
+// exception. When the text is read by the parser itself, as a log that is played, there is no such
+// call: the exception is dropped, and reported by onRefusal as CommandFailed. A mistake in the
+// declarations is in error(), and the language then reads nothing.
 //
 // Re-entry. A command may do anything to its language: add commands, which are accepted when the
 // outermost command has returned; feed it text, which is read at once, as a command of its own that
-// must be complete; destroy it, which ends the reading. A language may be moved at any time, but
-// not by a command while run() reads lines.
+// must be complete, whatever the priorities; destroy it, which ends the reading. A language may be
+// moved at any time, but not by a command while run() reads lines.
 //
 // Texts are in the encoding inside the process. A line ends at its end of line, and a string does
 // not continue in the next line; a command may span several lines. A language is for one thread.
@@ -126,12 +128,13 @@ class YQRT_API Language {
         true);
     return *this;
   }
-  // Deletes a word: it is unknown from now on, until a command with it is added. False when the
-  // language does not have it.
+  // Deletes a word and the commands with it: the word is unknown from now on, until another command
+  // with it is added. False when the language does not have it.
   bool remove(const Syntax& word);
 
-  // The first mistake in the declarations; empty without one. Valid until the language is
-  // destroyed.
+  // The first mistake in the declarations; empty without one. Two commands of the same words are
+  // one, too, and a command that begins with all words of another one: it would never run. Valid
+  // until the language is destroyed.
   const std::string& error() const;
 
   // --- Text

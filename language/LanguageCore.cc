@@ -27,12 +27,25 @@ void LanguageCore::add(const Syntax& syntax, std::unique_ptr<detail::Command> co
     return;
   }
   if (isAnywhere) anywhereIds_.push_back(words_.idOf(*syntax.word()));
-  entries_.push_back({syntax, std::move(command), isAnywhere});
+  entries_.push_back({syntax, std::move(command), isAnywhere, false});
   isStale_ = true;
 }
 
 bool LanguageCore::remove(const Syntax& word) {
-  return word.kind() == Syntax::Kind::Word && words_.remove(*word.word());
+  if (word.kind() != Syntax::Kind::Word) return false;
+  const std::uint32_t id = words_.idOf(*word.word());
+  if (!words_.remove(*word.word())) return false;
+  for (Entry& entry : entries_) entry.isRemoved = entry.isRemoved || hasWord(entry.syntax, id);
+  std::erase(anywhereIds_, id);
+  isStale_ = true;
+  return true;
+}
+
+bool LanguageCore::hasWord(const Syntax& syntax, std::uint32_t id) const {
+  if (syntax.kind() == Syntax::Kind::Word) return words_.idOf(*syntax.word()) == id;
+  const std::vector<Syntax>& parts = syntax.parts();
+  return std::any_of(parts.begin(), parts.end(),
+                     [&](const Syntax& part) { return hasWord(part, id); });
 }
 
 // A new graph of all commands; the parser destroys the former one.
@@ -40,9 +53,12 @@ void LanguageCore::setSyntax() {
   std::vector<NumberedSyntax> commands;
   std::vector<NumberedSyntax> anywhere;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
+    if (entries_[i].isRemoved) continue;
     (entries_[i].isAnywhere ? anywhere : commands).push_back({&entries_[i].syntax, i});
   }
-  parser_.setSyntaxGraph(BuildGraph(commands, words_).release());
+  std::string fault;
+  parser_.setSyntaxGraph(BuildGraph(commands, words_, fault).release());
+  if (error_.empty()) error_ = std::move(fault);
   for (const NumberedSyntax& each : anywhere) {
     parser_.addIndefiniteNode(BuildNode(each, words_).release());
   }
@@ -67,7 +83,7 @@ void LanguageCore::begin(LanguageFeed& feed) {
   if (feed.outer_ == nullptr) return;
   // What is fed by a command is a command of its own.
   feed.frames_ = parser_.nestingDepth();
-  parser_.pushFrame();
+  parser_.pushIndependentFrame();
 }
 
 bool LanguageCore::release(LanguageFeed& feed) {
@@ -209,8 +225,10 @@ void LanguageCore::runCommand(std::size_t number) {
   command.run(Line(tokens.data(), static_cast<int>(tokens.size())), outcome);
   --running_;
 
-  if (outcome.thrown != nullptr) {
+  if (outcome.thrown != nullptr && feed_ != nullptr) {
     stop(std::move(outcome.thrown));
+  } else if (outcome.thrown != nullptr) {
+    reportDropped();
   } else if (!outcome.failure.empty()) {
     Refusal refusal;
     refusal.kind = Refusal::Kind::CommandFailed;
@@ -240,9 +258,19 @@ LanguageCore::Tokens& LanguageCore::collectTokens(bool isAnywhere) {
   return tokens;
 }
 
+// The text is not read by a feed, so there is no call that could throw the exception.
+void LanguageCore::reportDropped() {
+  Refusal refusal;
+  refusal.kind = Refusal::Kind::CommandFailed;
+  refusal.message = "the command has thrown an exception";
+  report(std::move(refusal), -1);
+}
+
+// Without a feed the exception is dropped.
 void LanguageCore::stop(std::exception_ptr thrown) {
+  if (feed_ == nullptr) return;
   if (thrown_ == nullptr) thrown_ = std::move(thrown);
-  if (feed_ != nullptr) feed_->hasThrown_ = true;
+  feed_->hasThrown_ = true;
 }
 
 // --- Places and refusals

@@ -74,6 +74,7 @@ class LanguageCore {
     Syntax syntax;
     std::unique_ptr<detail::Command> command;
     bool isAnywhere;
+    bool isRemoved;  // with one of its words; a command that runs may remove itself
   };
   using Tokens = std::vector<const YcluiToken*>;
 
@@ -97,11 +98,13 @@ class LanguageCore {
 
   void setSyntax();
   bool isAnywhere(std::uint32_t id) const;
+  bool hasWord(const Syntax& syntax, std::uint32_t id) const;
   Tokens& collectTokens(bool isAnywhere);
   void readLine(LanguageFeed& feed);
   void skipRest();
   bool isStopped() const { return feed_ != nullptr ? isOver(*feed_) : isAbandoned_; }
   void stop(std::exception_ptr thrown);
+  void reportDropped();
   // Only texts that commands feed need it: the parser knows the place in the outermost one.
   void notePlace() {
     if (feed_ != nullptr && feed_->outer_ != nullptr && !isInAlias()) notePlaceInLine();

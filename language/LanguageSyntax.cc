@@ -118,6 +118,7 @@ class GraphBuilder {
   // The walker visits the alternative first that was inserted last, so words are listed in the
   // order of their commands.
   std::unique_ptr<YcluiSyntaxGraph> build(const std::vector<Rest>& rests) {
+    findFault(rests);
     auto graph = std::make_unique<YcluiSyntaxGraph>();
     const std::vector<std::vector<Rest>> groups = groupsOf(rests);
     for (std::size_t i = groups.size(); i > 0; --i) {
@@ -125,6 +126,9 @@ class GraphBuilder {
     }
     return graph;
   }
+
+  // Two commands that are completed by the same words; the empty text without them.
+  const std::string& fault() const { return fault_; }
 
   std::unique_ptr<YcluiSyntaxNode> node(const Syntax& word, const char* action,
                                         const Syntax* around) const {
@@ -138,6 +142,35 @@ class GraphBuilder {
 
  private:
   const LanguageWords& words_;
+  std::string fault_;
+
+  void findFault(const std::vector<Rest>& rests) {
+    std::unordered_map<std::uint32_t, std::size_t> completed;  // the command that a word completes
+    for (const Rest& rest : rests) {
+      if (rest.count() == 1) findFaultOfEnd(rest.front(), rest, completed);
+    }
+    for (const Rest& rest : rests) {
+      if (rest.count() == 1 || rest.front().kind() != Syntax::Kind::Word) continue;
+      const WordDeclaration& word = *rest.front().word();
+      if (completed.count(words_.idOf(word)) != 0) setFault(*rest.command, word);
+    }
+  }
+
+  void findFaultOfEnd(const Syntax& end, const Rest& rest,
+                      std::unordered_map<std::uint32_t, std::size_t>& completed) {
+    if (end.kind() == Syntax::Kind::Choice) {
+      for (const Syntax& part : end.parts()) findFaultOfEnd(part, rest, completed);
+    }
+    if (end.kind() != Syntax::Kind::Word) return;
+    const auto known = completed.emplace(words_.idOf(*end.word()), rest.number).first;
+    if (known->second != rest.number) setFault(*rest.command, *end.word());
+  }
+
+  void setFault(const Syntax& command, const WordDeclaration& word) {
+    if (!fault_.empty()) return;
+    fault_ = "the command \"" + FirstWord(command) + "\" never runs, since \"" + word.name +
+             "\" completes another one there";
+  }
 
   // Rests that begin with the same word, which is not their last part, are one group.
   std::vector<std::vector<Rest>> groupsOf(const std::vector<Rest>& rests) const {
@@ -230,10 +263,13 @@ std::string FaultOfCommand(const Syntax& syntax, const detail::Command& command)
 }
 
 std::unique_ptr<YcluiSyntaxGraph> BuildGraph(const std::vector<NumberedSyntax>& commands,
-                                             const LanguageWords& words) {
+                                             const LanguageWords& words, std::string& fault) {
   std::vector<Rest> rests;
   for (const NumberedSyntax& each : commands) rests.push_back({each.syntax, each.number});
-  return GraphBuilder(words).build(rests);
+  GraphBuilder builder(words);
+  std::unique_ptr<YcluiSyntaxGraph> graph = builder.build(rests);
+  fault = builder.fault();
+  return graph;
 }
 
 std::unique_ptr<YcluiSyntaxNode> BuildNode(const NumberedSyntax& word, const LanguageWords& words) {

@@ -27,9 +27,11 @@ struct NumberedSyntax {
 
 // A graph of all commands, in which each last word has the number of its command as its action.
 // Commands that begin with the same words share their nodes, so that a step finds one node.
-// REQUIRES: the words are declared.
+// Sets `fault` when words complete one command where another one ends or goes on with them: that
+// one would never run. Choices are compared when they end a command, and repetitions and optional
+// parts are not. REQUIRES: the words are declared.
 std::unique_ptr<YcluiSyntaxGraph> BuildGraph(const std::vector<NumberedSyntax>& commands,
-                                             const LanguageWords& words);
+                                             const LanguageWords& words, std::string& fault);
 
 // The node of a single word, with the number as its action.
 std::unique_ptr<YcluiSyntaxNode> BuildNode(const NumberedSyntax& word, const LanguageWords& words);

@@ -64,9 +64,10 @@ void YcluiFrames::deleteIndefinites() {
 
 // --- Frames
 
-bool YcluiFrames::push(const char* prefix) {
+bool YcluiFrames::push(const char* prefix, bool isIndependent) {
   auto* frame = new (std::nothrow) YcluiLineParser(prefix);
   if (frame == nullptr) return false;
+  frame->own.isIndependent = isIndependent;
   frame->syntaxGraph(graph_);
   frame->setIndefiniteNode(indefiniteRoot_);
   stack_.push(frame);
@@ -91,6 +92,7 @@ void YcluiFrames::dropAll() {
 
 const YcluiSyntaxNode* YcluiFrames::interruptedNode() const {
   for (int i = stack_.count() - 2; i >= 0; --i) {
+    if (stack_.at(i + 1)->own.isIndependent) return nullptr;
     const YcluiSyntaxNode* node = stack_.at(i)->firstNode();
     if (node != nullptr) return node;
   }

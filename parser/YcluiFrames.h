@@ -33,8 +33,9 @@ class YcluiFrames {
   // Destroys the retired graphs. Called when no operation of the parser is running.
   void freeRetired();
 
-  // Puts an empty frame on top. Returns false when there is no memory for it.
-  bool push(const char* prefix);
+  // Puts an empty frame on top, which interrupts nothing if it is independent. Returns false when
+  // there is no memory for it.
+  bool push(const char* prefix, bool isIndependent = false);
   // Removes the top. REQUIRES: depth() > 0
   void drop();
   // The top; null without a frame.

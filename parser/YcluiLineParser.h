@@ -114,6 +114,7 @@ class YQRT_API YcluiLineParser : public YcluiNfa {
     Bookkeeping& operator=(const Bookkeeping&) = delete;
 
     std::uint32_t users = 0;           // operations of the parser that will use this frame again
+    bool isIndependent = false;        // interrupts no command in a frame below
     bool isGone = false;               // not a frame any more; its last user destroys it
     bool isShowing = false;            // the last token was added by showToken
     std::uint32_t holders = 0;         // of texts, including those in keptTexts

@@ -177,6 +177,12 @@ YWord YcluiParser::pushFrame() {
   return core->frames.push(below->wholeLine()) ? 1 : cluiFatal(YErrNoMemory);
 }
 
+YWord YcluiParser::pushIndependentFrame() {
+  const YcluiLineParser* below = core->frames.current();
+  if (below == nullptr) return 0;
+  return core->frames.push(below->wholeLine(), true) ? 1 : cluiFatal(YErrNoMemory);
+}
+
 YWord YcluiParser::popFrame() {
   core->popFrame();
   return 0;

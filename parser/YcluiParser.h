@@ -206,8 +206,8 @@ class YQRT_API YcluiParser {
   // node. Null is ignored.
   void addIndefiniteNode(YcluiSyntaxNode* node);
 
-  // The present graph, and the structural node whose successors are the indefinite nodes. They still
-  // belong to the parser. Null without a syntax.
+  // The present graph, and the structural node whose successors are the indefinite nodes. They
+  // still belong to the parser. Null without a syntax.
   const YcluiSyntaxGraph* syntaxGraph() const;
   const YcluiSyntaxNode* indefiniteRoot() const;
 
@@ -216,6 +216,9 @@ class YQRT_API YcluiParser {
   // Puts an empty frame on top, with the whole line of the one below as its prefix; echoes and logs
   // nothing. Returns 0 with YErrNoMemory, as YErrFatal, when there is no memory for it.
   YWord pushFrame();
+  // The same for a frame that interrupts nothing: every command is admitted in it, and in the
+  // frames above it only commands in these and in it can be interrupted.
+  YWord pushIndependentFrame();
   // Removes the top frame, ends the line of an open log, and echoes the frame below, which is
   // unchanged. The bottom frame is reset instead. Returns 0 in any case.
   YWord popFrame();

@@ -128,10 +128,14 @@ TEST(Commands, MistakesInDeclarationsAreReported) {
       {"a text as parameter 2, but the argument is a number", dynamic, true},
       {"arguments that vary", word("x") >> (at | word("y")), true},
       {"arguments that vary", *at >> word("y"), true},
+      {"\"halt\" never runs, since \"end\" completes another", word("halt") >> word("end"), false},
+      {"\"end\" completes", word("halt") >> (word("x") | word("end")), false},
+      {"\"end\" completes", word("halt") >> word("end") >> word("more"), false},
   };
   for (const auto& row : rows) {
     Language language;
     language.command(word("stop", "s") >> at >> word("end"), [](int) {});
+    language.command(word("halt") >> word("end"), nothing);
     if (row.hasTwo) language.command(row.syntax, two);
     if (!row.hasTwo) language.command(row.syntax, nothing);
     EXPECT_NE(std::string::npos, language.error().find(row.expected))
@@ -203,6 +207,17 @@ TEST(Reentry, ACommandFeedsItsLanguage) {
   EXPECT_EQ("0;on;", loops.substr(loops.size() - 5));
 }
 
+TEST(Reentry, ACommandFeedsAnyCommandWhateverThePriorities) {
+  Trace trace;
+  Language language;
+  language.command(word("high").priority(200), [&] { trace("high"); });
+  language.command((word("low") >> word("end")).priority(100, 50),
+                   [&] { trace("low ", language.feed("high low end2").refused); });
+  language.anywhere(word("inside"), [&] { trace(language.feed("high").refused); });
+  language.feed("low inside end");
+  EXPECT_EQ("high;0;high;low 2;", trace.taken());
+}
+
 TEST(Reentry, ACommandChangesItsLanguage) {
   Trace trace;
   auto language = std::make_unique<Language>();
@@ -237,6 +252,39 @@ TEST(Reentry, ACommandChangesItsLanguage) {
   EXPECT_EQ(1U, language->feed("destroy:x one\none").commands);
   EXPECT_EQ(nullptr, language);
   EXPECT_EQ("still x;", trace.taken());
+}
+
+// A terminal whose user types these lines.
+struct TypedPrompt {
+  enum class Outcome { Line, Interrupted, Ended };
+  std::vector<std::string> lines;
+  std::string shown;
+  std::size_t next = 0;
+  bool isOpen = false;
+
+  bool open() { return isOpen = true; }
+  void close() { isOpen = false; }
+  void print(const std::string& text) { shown += text + ";"; }
+  Outcome readLine(std::string& line) {
+    if (next == lines.size()) return Outcome::Ended;
+    line = lines[next++];
+    return line == "^C" ? Outcome::Interrupted : Outcome::Line;
+  }
+};
+
+TEST(Reentry, ACommandDestroysTheLanguageThatIsRun) {
+  auto language = std::make_unique<Language>();
+  language->command(word("half") >> word("end"), [] {});
+  language->command(word("destroy"), [&] { language.reset(); });
+  TypedPrompt prompt{{"no", "half", "^C", "end", "destroy half", "half"}, {}};
+  EXPECT_TRUE(language->run(prompt));
+  EXPECT_EQ(nullptr, language);
+  EXPECT_EQ(5U, prompt.next);
+  EXPECT_FALSE(prompt.isOpen);
+  EXPECT_EQ(
+      "unknown word \"no\"; expected half or destroy;\"end\" is not allowed here; expected half or "
+      "destroy;",
+      prompt.shown);
 }
 
 TEST(Exceptions, ComeOutOfTheCallThatRanTheCommand) {
@@ -282,6 +330,12 @@ TEST(Exceptions, ComeOutOfTheCallThatRanTheCommand) {
     EXPECT_EQ(row.expected, trace.taken()) << row.typed;
     EXPECT_EQ(1, language.parser().nestingDepth()) << row.typed;
   }
+  // No feed reads the text: there is no call to throw it, the next one included.
+  language.onRefusal([&](const yqrtClui::Refusal& refusal) { trace(refusal.text()); });
+  language.parser().interpret("throw:x say:y\n");
+  EXPECT_EQ("the command has thrown an exception;y;", trace.taken());
+  EXPECT_NO_THROW(language.feed("say:z"));
+  EXPECT_EQ("z;", trace.taken());
   language.onRefusal(
       [](const yqrtClui::Refusal& refusal) { throw std::logic_error(refusal.found); });
   EXPECT_THROW(language.feed("nonsense say:g"), std::logic_error);
