@@ -145,6 +145,7 @@ void LanguageWords::keep(const std::shared_ptr<const WordDeclaration>& word, std
   const std::size_t index = id - firstId_;
   if (declared_.size() <= index) declared_.resize(index + 1);
   setHelp(*word, id);
+  ids_[Folded(word->name)] = id;
   declared_[index] = {
       word, UnrestrictedArguments(
                 *word)};  // the former declaration, if any, is not used by the help any more
@@ -183,15 +184,8 @@ bool LanguageWords::remove(const WordDeclaration& word) {
 }
 
 std::uint32_t LanguageWords::idOf(const WordDeclaration& word) const {
-  const YcluiKeyword* known = parser_.lex()->keyword(word.name.c_str());
-  if (known != nullptr && find(known->id()) != nullptr) return known->id();
-  const std::string name = Folded(word.name);  // it may have been removed
-  for (std::size_t i = 0; i < declared_.size(); ++i) {
-    if (declared_[i].word != nullptr && Folded(declared_[i].word->name) == name) {
-      return firstId_ + static_cast<std::uint32_t>(i);
-    }
-  }
-  return 0;
+  const auto known = ids_.find(Folded(word.name));
+  return known == ids_.end() ? 0 : known->second;
 }
 
 }  // namespace yqrtClui

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "language/Syntax.h"
@@ -49,7 +50,8 @@ class LanguageWords {
 
   YcluiParser& parser_;
   std::uint32_t firstId_ = 0;
-  std::vector<Declared> declared_;  // by id
+  std::vector<Declared> declared_;                      // by id
+  std::unordered_map<std::string, std::uint32_t> ids_;  // by name; of removed words, too
 
   std::string declareWord(const std::shared_ptr<const WordDeclaration>& word);
   std::string compare(const WordDeclaration& word, std::uint32_t id, const char* knownName);
