@@ -33,12 +33,24 @@ bool CanBeTyped(const std::string& name) {
   return true;
 }
 
+bool IsPunctuation(char c) {
+  const bool isVisible = c > ' ' && c < '\x7F';
+  const bool isAlphanumeric = YIsDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  return isVisible && !isAlphanumeric;
+}
+
+bool CanBeDelimiter(const std::string& name) {
+  return name.size() == 1 && IsPunctuation(name[0]) &&
+         std::string_view(":,\"'#$\\").find(name[0]) == std::string_view::npos;
+}
+
 std::string FaultOf(const ArgumentDeclaration& argument) {
   if (!(argument.low <= argument.high)) return "has a range that is empty";
   return {};
 }
 
 std::string FaultOf(const WordDeclaration& word) {
+  if (word.isDelimiter && !CanBeDelimiter(word.name)) return "cannot be a delimiter";
   if (!CanBeTyped(word.name)) return "cannot be typed as one word";
   if (!Folded(word.name).starts_with(Folded(word.abbreviation))) {
     return "does not begin with its abbreviation " + Quoted(word.abbreviation);
@@ -56,6 +68,7 @@ bool AreAlike(const ArgumentDeclaration& one, const ArgumentDeclaration& other) 
 }
 
 bool AreAlike(const WordDeclaration& one, const WordDeclaration& other) {
+  if (one.isDelimiter != other.isDelimiter) return false;
   if (Folded(one.abbreviation) != Folded(other.abbreviation)) return false;
   if (one.arguments.size() != other.arguments.size()) return false;
   for (std::size_t i = 0; i < one.arguments.size(); ++i) {
@@ -106,6 +119,8 @@ std::string LanguageWords::declare(const Syntax& syntax) {
 std::string LanguageWords::declareWord(const std::shared_ptr<const WordDeclaration>& word) {
   const std::string fault = FaultOf(*word);
   if (!fault.empty()) return "the word " + Quoted(word->name) + " " + fault;
+  const std::string split = faultOfDelimiters(*word);
+  if (!split.empty()) return split;
   const YcluiKeyword* known = parser_.lex()->keyword(word->name.c_str());
   if (known != nullptr) return compare(*word, known->id(), known->name());
   const std::uint32_t id = addToDictionary(*word, idOf(*word));
@@ -115,6 +130,26 @@ std::string LanguageWords::declareWord(const std::shared_ptr<const WordDeclarati
     return "the word " + Quoted(word->name) + " could not be found by its name";
   }
   keep(word, id);
+  return {};
+}
+
+// The fault of a word that a delimiter would split.
+std::string LanguageWords::faultOfDelimiters(const WordDeclaration& word) const {
+  const auto fault = [](const std::string& name, char delimiter) {
+    return "the word " + Quoted(name) + " contains the delimiter " +
+           Quoted(std::string(1, delimiter));
+  };
+  if (!word.isDelimiter) {
+    for (const char c : word.name) {
+      if (parser_.lex()->isDelimiter(c)) return fault(word.name, c);
+    }
+    return {};
+  }
+  for (const Declared& each : declared_) {
+    if (each.word == nullptr || each.word->isDelimiter) continue;
+    const std::string& name = each.word->name;
+    if (name.find(word.name) != std::string::npos) return fault(name, word.name[0]);
+  }
   return {};
 }
 
@@ -131,6 +166,7 @@ std::string LanguageWords::compare(const WordDeclaration& word, std::uint32_t id
 
 std::uint32_t LanguageWords::addToDictionary(const WordDeclaration& word, std::uint32_t id) {
   YcluiLex& lex = *parser_.lex();
+  if (word.isDelimiter) return lex.addKeyword(word.name[0], id);
   if (word.arguments.empty()) {
     const char* abbreviation = word.abbreviation.empty() ? nullptr : word.abbreviation.c_str();
     return lex.addKeyword(word.name.c_str(), abbreviation, id);

@@ -54,6 +54,7 @@ class LanguageWords {
   std::unordered_map<std::string, std::uint32_t> ids_;  // by name; of removed words, too
 
   std::string declareWord(const std::shared_ptr<const WordDeclaration>& word);
+  std::string faultOfDelimiters(const WordDeclaration& word) const;
   std::string compare(const WordDeclaration& word, std::uint32_t id, const char* knownName);
   std::uint32_t addToDictionary(const WordDeclaration& word, std::uint32_t id);
   void keep(const std::shared_ptr<const WordDeclaration>& word, std::uint32_t id);

@@ -20,6 +20,7 @@ struct WordDeclaration {
   std::string abbreviation;  // empty when only the full name is accepted
   std::string help;
   std::vector<ArgumentDeclaration> arguments;
+  bool isDelimiter = false;  // the name is one character, which needs no blanks around it
 };
 
 // A fragment of a syntax: a word, or a combination of fragments. It is an immutable value that
@@ -164,6 +165,12 @@ class Word : public Phrase<Values...> {
 // to the full name is accepted.
 inline Word<> word(std::string name, std::string abbreviation = {}) {
   return Word<>(WordDeclaration{std::move(name), std::move(abbreviation), {}, {}});
+}
+// A word of one ASCII punctuation character, none of : , " ' # $ and the backslash, that needs no
+// blanks around it: "a+b" is then three words. In the whole language it ends a word and an argument
+// that is not quoted, so other words cannot contain it.
+inline Word<> delimiter(char character) {
+  return Word<>(WordDeclaration{std::string(1, character), {}, {}, {}, true});
 }
 // A word with arguments. Its name should end with ":", so that the arguments can follow at once.
 template <class First, class... Others>

@@ -11,6 +11,7 @@
 namespace {
 
 using yqrtClui::anyOf;
+using yqrtClui::delimiter;
 using yqrtClui::integer;
 using yqrtClui::Language;
 using yqrtClui::Line;
@@ -83,6 +84,8 @@ TEST(Commands, FragmentsAreValues) {
   language.command(word("two") >> twice >> twice, write);
   language.command(word("poly") >> anyOf(at >> maybe(colour)) >> word("close"), write);
   language.command(word("pick") >> (at | word("none") >> colour), write);
+  const auto bracket = delimiter('(') >> at >> *(delimiter('+') >> at) >> delimiter(')');
+  language.command(bracket, write);
   Language other;
   other.command(twice, write);
   const struct {
@@ -95,6 +98,7 @@ TEST(Commands, FragmentsAreValues) {
       {language, "poly close poly at:1 at:2 red at:3 close",
        "poly close;poly at:/1 at:/2 red at:/3 close;"},
       {language, "pick none blue pick at:6", "pick none blue;pick at:/6;"},
+      {language, "(at:1+at: 2 +\nat:3)pick at:6", "( at:/1 + at:/2 + at:/3 );pick at:/6;"},
       {other, "at:1 red at:2 at:3 red at:4", "at:/1 red at:/2;at:/3 red at:/4;"},
   };
   ASSERT_EQ("", language.error() + other.error());
@@ -120,6 +124,10 @@ TEST(Commands, MistakesInDeclarationsAreReported) {
       {"\"go\" does not begin with its abbreviation \"o\"", word("go", "o"), false},
       {"\"END\" is declared twice", word("END", "e"), false},
       {"\"s\" is also a form of the word \"stop\"", word("s"), false},
+      {"cannot be a delimiter", delimiter(','), false},
+      {"cannot be a delimiter", delimiter('x'), false},
+      {"\"a+b\" contains the delimiter \"+\"", delimiter('+') >> word("a+b"), false},
+      {"\"a+b\" contains the delimiter \"+\"", word("a+b") >> delimiter('+'), false},
       {"range that is empty for argument 2", word("r:", text("A"), integer("B").range(2, 1)),
        false},
       {"ends in a repetition", word("x") >> *at, false},
