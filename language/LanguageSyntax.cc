@@ -192,7 +192,8 @@ class GraphBuilder {
     const std::uint64_t id = words_.idOf(*rest.front().word());
     const Syntax* priorities = PrioritiesOf(rest.front(), rest.command);
     if (priorities == nullptr) return id << 17;
-    return (id << 1 | 1) << 16 | priorities->priority() << 8 | priorities->interruptLimit();
+    const std::uint64_t priority = priorities->priority();
+    return (id << 1 | 1) << 16 | priority << 8 | priorities->interruptLimit();
   }
 
   std::unique_ptr<YcluiSyntaxGraph> buildGroup(const std::vector<Rest>& group) {
