@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -43,11 +44,12 @@ class ServerTest : public ::testing::Test {
  protected:
   Language language_;
 
+  // Tests run at the same time in processes of their own.
   static std::string Script() {
-    const std::string name = ::testing::TempDir() + "server_test.scm";
-    std::ofstream(name) << "(define (teach) (clui-token p \"new\"))";
-    return name;
+    return ::testing::TempDir() + "server_test." + std::to_string(getpid()) + ".scm";
   }
+  void SetUp() override { std::ofstream(Script()) << "(define (teach) (clui-token p \"new\"))"; }
+  void TearDown() override { std::remove(Script().c_str()); }
 
   // What the server writes to a client that sends those bytes and then closes the stream.
   std::string served(const std::string& bytes, bool* wasAsked = nullptr) {
