@@ -84,11 +84,12 @@ endfunction()
 # The tests of a floor: one program, from the given sources and the objects of the floors.
 #   clui_test(lex FLOORS foundation containers lex SOURCES a_test.cc)
 # With ENCODINGS, the tests run in Shift_JIS and once more in UTF-8, under names that end in .utf-8;
-# CLUI_INSIDE in the environment is cp932 or utf-8.
+# CLUI_INSIDE in the environment is cp932 or utf-8. With SLOW, those in Shift_JIS have the label
+# "slow", by which ./check leaves them out under the sanitizers.
 # With ALLOCATIONS, the test can count allocations of the floors and make them fail
 # (tests/support/).
 function(clui_test name)
-  cmake_parse_arguments(ARG "ALLOCATIONS;ENCODINGS" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "ALLOCATIONS;ENCODINGS;SLOW" "" "FLOORS;SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_test ${ARG_SOURCES})
   foreach(floor ${ARG_FLOORS})
     target_sources(${name}_test PRIVATE $<TARGET_OBJECTS:clui_${floor}>)
@@ -103,8 +104,12 @@ function(clui_test name)
   target_link_libraries(${name}_test PRIVATE clui_options GTest::gtest_main ${ARG_LIBRARIES})
   target_compile_definitions(${name}_test PRIVATE YSCM_IMPORT)
   # A test that hangs fails instead of blocking the others.
+  set(label)
+  if(ARG_SLOW)
+    set(label LABELS slow)
+  endif()
   gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 300 ENVIRONMENT CLUI_INSIDE=cp932)
+    PROPERTIES TIMEOUT 300 ENVIRONMENT CLUI_INSIDE=cp932 ${label})
   if(ARG_ENCODINGS)
     if(ARG_FLOORS OR ARG_LIBRARIES)
       target_sources(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/inside.cc)

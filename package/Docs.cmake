@@ -6,6 +6,8 @@ if(NOT DOXYGEN_PROGRAM)
   message(STATUS "No doxygen: the target docs is not available")
   return()
 endif()
+# The one that only includes language/Language.h would be taken for it.
+list(FILTER linked_headers EXCLUDE REGEX "/yqrtClui/Language\\.h$")
 list(JOIN linked_headers "\" \"" docs_input)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/Doxyfile.in ${PROJECT_BINARY_DIR}/Doxyfile @ONLY)
 add_custom_target(docs
